@@ -1,0 +1,22 @@
+# Every target of ours links this one: the warnings, the sanitizers, the coverage.
+add_library(calder_flags INTERFACE)
+target_compile_options(calder_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wcast-qual -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wnull-dereference -Wimplicit-fallthrough)
+if(PROJECT_IS_TOP_LEVEL)
+  target_compile_options(calder_flags INTERFACE -Werror)
+endif()
+# Results must not depend on where the compiler may fuse a product and a sum.
+target_compile_options(calder_flags INTERFACE -ffp-contract=off)
+if(CALDER_SANITIZE)
+  target_compile_options(calder_flags INTERFACE
+    -fsanitize=${CALDER_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  target_link_options(calder_flags INTERFACE -fsanitize=${CALDER_SANITIZE})
+  target_compile_definitions(calder_flags INTERFACE CALDER_SANITIZED)
+  # GCC's instrumentation sees null dereferences in the standard library.
+  target_compile_options(calder_flags INTERFACE -Wno-null-dereference)
+endif()
+if(CALDER_COVERAGE)
+  target_compile_options(calder_flags INTERFACE --coverage)
+  target_link_options(calder_flags INTERFACE --coverage)
+endif()

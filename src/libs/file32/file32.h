@@ -1,0 +1,97 @@
+// The file library: the waveform area of .wdb files, text files of codes and of real numbers, and the clipboard's form
+// of a waveform. docs/file-formats.md has the layouts.
+//
+// Every call returns 0 on success. Failures of files are FILE_READ_FAILED and FILE_WRITE_FAILED, of the clipboard
+// CLIP_...: the numbers of the messages that tell them. A failed read leaves the buffer as it was. A write goes to a
+// temporary file beside the target which is flushed and then takes the target's place, so that a failure leaves the old
+// file as it was.
+//
+// Paths are UTF-8.
+#pragma once
+
+#include "libs/wavelb32/wavelb32.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace calder {
+
+class Clipboard;
+
+inline constexpr std::int32_t FILE_READ_FAILED = 71;
+inline constexpr std::int32_t FILE_WRITE_FAILED = 72;
+inline constexpr std::int32_t CLIP_OPEN_FAILED = 80;
+inline constexpr std::int32_t CLIP_READ_FAILED = 81;
+inline constexpr std::int32_t CLIP_WRITE_FAILED = 82;
+inline constexpr std::int32_t CLIP_ERROR = 83;
+
+inline constexpr std::size_t WDB_SETTINGS_BYTES = 352;
+inline constexpr std::size_t WDB_WAVE_BYTES = 1048576;
+inline constexpr std::size_t WDB_TABLE_OFFSET = WDB_SETTINGS_BYTES + WDB_WAVE_BYTES;
+inline constexpr std::size_t WDB_TABLE_ENTRY_BYTES = 6;
+
+// One step of a write, for tests that make it fail or stop there; true goes on.
+enum class WriteStep { Create, Write, Flush, Rename };
+using WriteGate = std::function<bool(WriteStep)>;
+
+// Replaces the file at `path` by `pieces` one after the other, in one step or not at all. Keeps the old file's
+// permissions; follows a symbolic link to the file that it names.
+[[nodiscard]] std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<const std::byte>> pieces,
+                                       const WriteGate& gate = {});
+// The whole file into `content`, whose memory is reused.
+[[nodiscard]] std::int32_t ReadWholeFile(const std::string& path, std::vector<char>& content);
+
+// Where and why a text file was refused.
+struct TextFault {
+  std::int64_t line = 0; // 1-based; 0: the file as a whole
+  std::string reason;    // plain English, for people
+};
+
+class File32 {
+public:
+  File32();
+  ~File32();
+  File32(const File32&) = delete;
+  File32& operator=(const File32&) = delete;
+
+  // A .wdb file: the settings block, the waveform area (524288 codes of the buffer, little-endian 16-bit; points that
+  // the buffer lacks are 0) and the control-point table (6 bytes an entry, may be empty).
+  [[nodiscard]] std::int32_t Save4410File(const std::string& path, std::span<const std::byte> settingsBlock,
+                                          WaveHandle buffer, std::span<const std::byte> controlPointTable = {});
+  // settingsBlock: at least WDB_SETTINGS_BYTES. The block and the buffer are filled only when the whole file is sound.
+  [[nodiscard]] std::int32_t Read4410File(const std::string& path, std::span<std::byte> settingsBlock,
+                                          WaveHandle buffer);
+
+  // One code a line, CR LF.
+  [[nodiscard]] std::int32_t SaveWaveData(const std::string& path, WaveHandle buffer, std::int32_t first,
+                                          std::int32_t count);
+  // At most `most` points from point `first` on; `read` is how many there were. Lines beyond `most` are not read.
+  [[nodiscard]] std::int32_t LoadWaveData(const std::string& path, WaveHandle buffer, std::int32_t first,
+                                          std::int32_t most, std::int32_t& read);
+  // Real numbers, one a line: scaled so that the largest magnitude is 32767. At most `most` values are taken; the value
+  // after the last one still counts for the scale. `codes` holds the codes on success.
+  [[nodiscard]] std::int32_t LoadRealData(const std::string& path, std::int32_t most,
+                                          std::vector<std::int16_t>& codes);
+  // Why the last text file was refused.
+  [[nodiscard]] const TextFault& LastFault() const;
+
+  // The clipboard. start and count in whole points.
+  [[nodiscard]] std::int32_t SetClipBoard(Clipboard& clipboard, WaveHandle buffer, std::int32_t start,
+                                          std::int32_t count);
+  // Places the clipboard's waveform into the buffer from start on, at its own length, cut at bufferPoints; points
+  // behind it stay as they are. `placed` is how many points were placed.
+  [[nodiscard]] std::int32_t GetClipBoard(Clipboard& clipboard, WaveHandle buffer, std::int32_t start,
+                                          std::int32_t count, std::int32_t bufferPoints, std::int32_t& placed);
+
+private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+} // namespace calder

@@ -1,0 +1,128 @@
+// The waveform library: point buffers known by handle, drawing, generation and reshaping.
+//
+// A point is a signed 16-bit data code; full scale is -32767 to +32767, code 0 is the centre. Positions, counts and
+// spans are doubles in points. Functions that take a range turn it into whole points in one way: the first point is the
+// start rounded up, the number of points is the count rounded up, and a last point that only this rounding pushed past
+// the end is dropped. Results are rounded to the nearest code, halves to even, and limited to -32767..32767.
+//
+// Handles are nonzero; 0 is a failed allocation. A handle that was freed or never given, a range that lies outside its
+// buffer, a value that is not a number: nothing is changed and the function returns one of the negative statuses.
+//
+// The table of buffers is the library's own and is used from one thread.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <span>
+
+namespace calder {
+
+class DeviceContext;
+
+using WaveHandle = std::int32_t;
+
+// Statuses: 0 or one of these.
+inline constexpr std::int32_t W_OK = 0;
+inline constexpr std::int32_t W_BAD_HANDLE = -1;
+inline constexpr std::int32_t W_BAD_RANGE = -2;
+inline constexpr std::int32_t W_BAD_VALUE = -3;
+inline constexpr std::int32_t W_NOT_POSSIBLE = -4;
+// What the functions that return a code give instead of one.
+inline constexpr std::int32_t W_NO_DATA = std::numeric_limits<std::int32_t>::min();
+
+inline constexpr std::int32_t W_CODE_MAX = 32767;
+inline constexpr std::int32_t W_CODE_SPAN = 65534;
+// The most points that a waveform has, and the most control points that a transfer block holds.
+inline constexpr std::int32_t W_MAX_POINTS = 524288;
+inline constexpr std::int32_t W_MAX_CONTROL_POINTS = 10000;
+// The full scale of a control point's position, whatever the waveform's number of points.
+inline constexpr std::int32_t W_CONTROL_POINT_SCALE = 524288;
+
+// ---- buffers (Buffers.cpp) ----
+
+// A buffer of that many points, all 0; its memory is touched at once, so that later writes are warm. 1 to 2^26 points.
+[[nodiscard]] WaveHandle W_AllocMemory(std::int32_t points);
+[[nodiscard]] WaveHandle W_AllocMemory32(std::int32_t points);
+std::int32_t W_FreeMemory(WaveHandle handle);
+std::int32_t W_FreeMemory32(WaveHandle handle);
+std::int32_t W_ClearMemory(WaveHandle handle, double start, double count);
+// The ranges may overlap.
+std::int32_t W_CopyMemory(WaveHandle source, WaveHandle destination, double sourceStart, double destinationStart,
+                          double count);
+// Removes the range from the first pointCount points: later points move down to start, code 0 fills the end.
+std::int32_t W_DeleteWave(WaveHandle handle, double start, double count, std::int32_t pointCount);
+// The code at index (rounded up to a whole point). The index pointCount, the right end, gives the last point.
+[[nodiscard]] std::int32_t W_GetWaveData(WaveHandle handle, double index, std::int32_t pointCount);
+[[nodiscard]] std::int32_t W_GetWaveData32(WaveHandle handle, double index, std::int32_t pointCount);
+// which: 0 the minimum, 1 the maximum code of the range. An empty range gives W_NO_DATA.
+[[nodiscard]] std::int32_t W_GetMaxMin(WaveHandle handle, double start, double count, std::int32_t which);
+
+// Direct access, valid until the buffer is freed; empty for a bad handle.
+[[nodiscard]] std::span<std::int16_t> W_Lock(WaveHandle handle);
+[[nodiscard]] std::span<std::int32_t> W_Lock32(WaveHandle handle);
+
+// ---- drawing (Draw.cpp, DrawDigital.cpp) ----
+
+// The waveform in the context's pen. The view shows xSpan points from xStart, and depths (32767 - code) from yStart over
+// ySpan; width and height are the picture's size in pixels. A point stands at
+// (position - xStart) * width / xSpan, (depth - yStart) * height / ySpan, both rounded down.
+// More points than pixels: one column a pixel from the minimum to the maximum of its points, joined to its neighbour.
+// Fewer: a line through every point, each also a dot once they are 8 or more logical pixels apart.
+std::int32_t W_DrawWave2(DeviceContext& context, WaveHandle handle, double xStart, double yStart, double xSpan,
+                         double ySpan, int width, int height);
+// The grid of a small picture: 10 columns, 8 rows, the zero line in the middle.
+std::int32_t W_DrawGrid(DeviceContext& context, int width, int height);
+// The zero line (code 0) of a view in the context's pen, when it lies inside.
+std::int32_t W_DrawGrid2(DeviceContext& context, double yStart, double ySpan, int width, int height);
+// 16 lanes, the most significant bit at the top: the height is 49 units, one of margin above, three a lane. Lanes whose
+// bit is in bitMask are selected; bits that the model lacks (beyond the top bitCount) are drawn in the quiet colour; the
+// range from markerA to markerB has its own ground in selected lanes.
+std::int32_t W_DrawDigitalPattern(DeviceContext& context, WaveHandle handle, double xStart, double xSpan,
+                                  std::int32_t bitCount, std::int32_t bitMask, double markerA, double markerB,
+                                  int width, int height, std::uint32_t traceColor, std::uint32_t quietColor,
+                                  std::uint32_t selectedColor, std::uint32_t scopeColor);
+// The lanes whose bits are in bitMask, in the context's pen, for paper.
+std::int32_t W_DrawDigital(DeviceContext& context, WaveHandle handle, double xStart, double xSpan,
+                           std::int32_t bitMask, int width, int height);
+// The 16 bits mirrored: bit 0 becomes bit 15.
+[[nodiscard]] std::uint16_t reverse_bit(std::uint16_t pattern);
+// Every point's destination bit takes the value of its source bit. Each mask has one bit of the low 16.
+std::int32_t W_CopyBitDigital(WaveHandle handle, double start, double count, std::int32_t sourceMask,
+                              std::int32_t destinationMask);
+
+// ---- generation (Generate.cpp) ----
+// offset and amplitude (peak to peak) in codes, period the number of periods over the range, phase in degrees,
+// symmetry, duty and transition in percent.
+
+std::int32_t W_MakeSin(WaveHandle handle, double start, double count, double offset, double amplitude, double period,
+                       double phase);
+std::int32_t W_MakeTriangle(WaveHandle handle, double start, double count, double offset, double amplitude,
+                            double period, double phase, double symmetry);
+std::int32_t W_MakeSquare(WaveHandle handle, double start, double count, double offset, double amplitude,
+                          double period, double phase, double duty, double transition);
+std::int32_t W_MakeNoise(WaveHandle handle, double start, double count, double offset, double amplitude);
+std::int32_t W_MakeDC(WaveHandle handle, double start, double count, double offset);
+// Starts the noise afresh: the same seed gives the same noise.
+std::int32_t W_InitRand(std::int32_t seed);
+
+// ---- reshaping (Reshape.cpp, Calc.cpp) ----
+
+// Resamples the source range onto the destination range of the same buffer (its first pointCount points).
+std::int32_t W_CompWaveX(WaveHandle handle, double sourceStart, double sourceSpan, std::int32_t pointCount,
+                         double destinationStart, double destinationSpan);
+std::int32_t W_CompYMaxMin(WaveHandle handle, double start, double count, double newMaximum, double newMinimum);
+std::int32_t W_CompYAmpOff(WaveHandle handle, double start, double count, double amplitude, double offset);
+// result[i] = source[start + i] op operand[i], op 0 to 3 for + - * /. Codes are taken as Y values on the scale on which
+// code -32767 is yMin and +32767 is yMax, and the outcome is turned back into a code.
+std::int32_t W_CalcWave(WaveHandle source, WaveHandle operand, WaveHandle result, double start, double count,
+                        double yMin, double yMax, std::int32_t operation);
+
+// ---- control points (ControlPoints.cpp) ----
+
+// The fewest control points whose straight joins give back every code of the first `count` points exactly. In: count =
+// the number of points; out: count = the number of control points, positions32 their positions (position *
+// W_CONTROL_POINT_SCALE / number of points, to the nearest), values16 their codes. W_NOT_POSSIBLE when more than
+// W_MAX_CONTROL_POINTS are needed; count is then 0.
+std::int32_t ConvCPdata(WaveHandle handle, WaveHandle positions32, WaveHandle values16, std::int32_t& count);
+
+} // namespace calder
