@@ -1,0 +1,188 @@
+#include "app/ConvUnit.h"
+
+#include "app/EngValB.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace calder {
+namespace {
+
+constexpr double kCodeMax = 32767;
+constexpr double kCodeSpan = 65534;
+constexpr double kNoVolts = 65534; // what a code of an amplitude of 0 volts is
+constexpr double kWholeTolerance = 1e-9;
+
+// Conversions multiply the span by a fraction of the full scale (not the code by a step), so that both ends of a range
+// come out exactly.
+
+std::string TrimBlanks(const std::string& text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// Both ends belong to the range. NaN counts as below it.
+bool Limit(double& value, double low, double high) {
+  if (!(value >= low)) {
+    value = low;
+    return false;
+  }
+  if (value > high) {
+    value = high;
+    return false;
+  }
+  return true;
+}
+
+double SnapToWhole(double point) {
+  const double whole = std::nearbyint(point);
+  return std::fabs(point - whole) <= kWholeTolerance * std::fabs(whole) ? whole : point;
+}
+
+double Finite(double value) { return std::isfinite(value) ? value : 0; }
+
+} // namespace
+
+double ConvUnit::EffectiveOffset() const {
+  return settings_.OffsetSwitch != 0 && settings_.OffsetOn == 0 ? 0 : settings_.Offset;
+}
+
+double ConvUnit::PointToX(double point) const {
+  ClampX(point, 0);
+  switch (settings_.XUnit) {
+  case 1: return settings_.Period * (point / settings_.MemorySize);
+  case 2: return (settings_.XUserMax - settings_.XUserMin) * (point / settings_.MemorySize) + settings_.XUserMin;
+  default: return point;
+  }
+}
+
+double ConvUnit::XToPoint(double x) const {
+  ClampX(x, settings_.XUnit);
+  switch (settings_.XUnit) {
+  case 1: return SnapToWhole(Finite(x / settings_.Period * settings_.MemorySize));
+  case 2:
+    return SnapToWhole(
+        Finite((x - settings_.XUserMin) / (settings_.XUserMax - settings_.XUserMin) * settings_.MemorySize));
+  default: return SnapToWhole(x);
+  }
+}
+
+double ConvUnit::CodeToYIn(double code, int unit) const {
+  switch (unit) {
+  case 1: return settings_.Amplitude * (code / kCodeSpan) + EffectiveOffset();
+  case 2:
+    return (settings_.YUserMax - settings_.YUserMin) * (code / kCodeSpan) +
+           (settings_.YUserMin + settings_.YUserMax) / 2;
+  default: return code;
+  }
+}
+
+double ConvUnit::CodeToY(double code) const {
+  Limit(code, -kCodeMax, kCodeMax);
+  return CodeToYIn(code, settings_.YUnit);
+}
+
+double ConvUnit::CodeToYUnclamped(double code) const { return CodeToYIn(code, settings_.YUnit); }
+
+double ConvUnit::YToCode(double y) const {
+  if (settings_.YUnit == 1 && settings_.Amplitude == 0) return kNoVolts;
+  ClampY(y, settings_.YUnit);
+  return YToCodeUnclamped(y);
+}
+
+double ConvUnit::YToCodeUnclamped(double y) const {
+  switch (settings_.YUnit) {
+  case 1: return settings_.Amplitude == 0 ? kNoVolts : (y - EffectiveOffset()) / settings_.Amplitude * kCodeSpan;
+  case 2:
+    return (y - (settings_.YUserMin + settings_.YUserMax) / 2) / (settings_.YUserMax - settings_.YUserMin) *
+           kCodeSpan;
+  default: return y;
+  }
+}
+
+double ConvUnit::CodeSpanToY(double codes) const {
+  switch (settings_.YUnit) {
+  case 1: return settings_.Amplitude * (codes / kCodeSpan);
+  case 2: return (settings_.YUserMax - settings_.YUserMin) * (codes / kCodeSpan);
+  default: return codes;
+  }
+}
+
+double ConvUnit::YSpanToCode(double y) const {
+  switch (settings_.YUnit) {
+  case 1: return settings_.Amplitude == 0 ? kNoVolts : y / settings_.Amplitude * kCodeSpan;
+  case 2: return y / (settings_.YUserMax - settings_.YUserMin) * kCodeSpan;
+  default: return y;
+  }
+}
+
+void ConvUnit::ClampX(double& x, int unit) const {
+  if (unit == 0 && x > settings_.MemorySize) {
+    x = 0;
+    return;
+  }
+  static_cast<void>(CheckX(x, unit));
+}
+
+bool ConvUnit::CheckX(double& x, int unit) const {
+  switch (unit) {
+  case 1: return Limit(x, 0, 1 / settings_.Frequency);
+  case 2: return Limit(x, settings_.XUserMin, settings_.XUserMax);
+  default: return Limit(x, 0, settings_.MemorySize);
+  }
+}
+
+bool ConvUnit::CheckXCurrent(double& x) const { return CheckX(x, settings_.XUnit); }
+
+void ConvUnit::ClampY(double& y, int unit) const {
+  if (unit == 0) {
+    Limit(y, -kCodeMax, kCodeMax);
+    return;
+  }
+  static_cast<void>(CheckY(y, unit));
+}
+
+bool ConvUnit::CheckY(double& y, int unit) const {
+  switch (unit) {
+  case 1: return Limit(y, CodeToYIn(-kCodeMax, 1), CodeToYIn(kCodeMax, 1));
+  case 2: return Limit(y, settings_.YUserMin, settings_.YUserMax);
+  default: return Limit(y, -kCodeMax - 1, kCodeMax);
+  }
+}
+
+bool ConvUnit::CheckYCurrent(double& y) const { return CheckY(y, settings_.YUnit); }
+
+std::string ConvUnit::XUnitName() const {
+  switch (settings_.XUnit) {
+  case 1: return "sec";
+  case 2: return TrimBlanks(settings_.XUserName);
+  default: return "Word";
+  }
+}
+
+std::string ConvUnit::YUnitName() const {
+  switch (settings_.YUnit) {
+  case 1: return "V";
+  case 2: return TrimBlanks(settings_.YUserName);
+  default: return {};
+  }
+}
+
+std::string ConvUnit::PointToXText(double point) const {
+  const double x = PointToX(point);
+  return settings_.XUnit == 0 ? FormatFixed(x, 8) : FormatEng(x, 7);
+}
+
+std::string ConvUnit::PointToXTextWide(double point) const {
+  const double x = PointToX(point);
+  return settings_.XUnit == 0 ? FormatFixed(x, 11) : FormatEng(x, 10);
+}
+
+std::string ConvUnit::YText(double y) const { return settings_.YUnit == 0 ? FormatFixed(y, 8) : FormatEng(y, 7); }
+
+std::string ConvUnit::CodeToYText(double code) const { return YText(CodeToY(code)); }
+std::string ConvUnit::CodeToYTextUnclamped(double code) const { return YText(CodeToYUnclamped(code)); }
+std::string ConvUnit::CodeSpanToYText(double codes) const { return YText(CodeSpanToY(codes)); }
+
+} // namespace calder

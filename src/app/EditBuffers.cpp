@@ -1,0 +1,51 @@
+#include "app/EditBuffers.h"
+
+namespace calder {
+
+bool EditBuffers::Allocate() {
+  edit_[0] = W_AllocMemory(W_MAX_POINTS);
+  edit_[1] = W_AllocMemory(W_MAX_POINTS);
+  create_ = W_AllocMemory(W_MAX_POINTS);
+  work_ = W_AllocMemory(W_MAX_POINTS);
+  block32_ = W_AllocMemory32(W_MAX_CONTROL_POINTS);
+  block16_ = W_AllocMemory(W_MAX_CONTROL_POINTS);
+  if (edit_[0] != 0 && edit_[1] != 0 && create_ != 0 && work_ != 0 && block32_ != 0 && block16_ != 0) return true;
+  Free();
+  return false;
+}
+
+void EditBuffers::Free() {
+  for (WaveHandle* handle : {&edit_[0], &edit_[1], &create_, &work_, &block16_}) {
+    if (*handle != 0) W_FreeMemory(*handle);
+    *handle = 0;
+  }
+  if (block32_ != 0) W_FreeMemory32(block32_);
+  block32_ = 0;
+}
+
+void EditBuffers::ResetScopes() { scope_.fill({0, static_cast<double>(settings_.MemorySize)}); }
+
+void EditBuffers::Save_Undo() {
+  W_CopyMemory(Current(), UndoCopy(), 0, 0, settings_.MemorySize);
+  UndoScope() = CurrentScope();
+  undoMark_ = true;
+  undoDisabled_ = false;
+}
+
+void EditBuffers::Undo_Swap() {
+  undoMark_ = false;
+  current_ = 1 - current_;
+}
+
+void EditBuffers::Reset_Undo() {
+  undoMark_ = true;
+  undoDisabled_ = true;
+}
+
+void EditBuffers::ClearGrownPoints(std::int32_t oldSize) {
+  const std::int32_t grown = settings_.MemorySize - oldSize;
+  if (grown <= 0) return;
+  for (const WaveHandle handle : {edit_[0], edit_[1], create_, work_}) W_ClearMemory(handle, oldSize, grown);
+}
+
+} // namespace calder

@@ -1,0 +1,78 @@
+// The application-wide state, in the order in which it comes to life; destroyed in reverse.
+//
+// It holds no behaviour of its own: each unit takes the members that it needs by reference.
+#pragma once
+
+#include "app/ConvUnit.h"
+#include "app/EditBuffers.h"
+#include "app/Messages.h"
+#include "app/Registry.h"
+#include "app/UsbIds.h"
+#include "app/ViewState.h"
+#include "libs/file32/file32.h"
+#include "libs/sysinf32/sysinf32.h"
+#include "platform/Desktop.h"
+
+#include <array>
+#include <string>
+#include <vector>
+
+namespace calder {
+
+inline constexpr const char* kUntitled = "Untitled";
+inline constexpr const char* kTitle = "Orvo Calder for XG5530/31";
+inline constexpr const char* kApplicationTitle = "Calder";
+
+// Window numbers: the selected tool, the print mode and the file kind count alike.
+enum ToolNo : int {
+  kToolCreate = 0,
+  kToolElastic = 1,
+  kToolSpline = 2,
+  kToolCalc = 3,
+  kToolPwf = 4,
+  kToolNone = 6,
+};
+
+// Interface kinds.
+enum InterfaceKind : std::int16_t { kNiGpib = 0, kKiGpib = 1, kUsb488 = 2, kUsbTmc = 3, kSimulated = 4 };
+
+// The names that the next file dialogs offer first.
+struct RememberedNames {
+  std::string CurrentWaveFile = kUntitled; // also in the title
+  std::string LastSystemFile = kUntitled;
+  std::string LastTableFile = kUntitled;
+  std::string LastListFile = kUntitled;
+  std::string LastPwfFile;
+};
+
+class Program {
+public:
+  explicit Program(const Desktop& desktopServices)
+      : desktop(desktopServices), registry(desktop.settings, desktop.instances),
+        language(desktop.language.DefaultLangID() == SystemLanguage::kJapanese ? Language::Japanese
+                                                                                : Language::English),
+        messages(desktop.messageBoxes, language) {}
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  const Desktop desktop;
+  clsRegistry registry;
+  const Language language;
+  ErrMsg messages;
+  SystemInfo settings;
+  ConvUnit units{settings};
+  EditBuffers buffers{settings};
+  ViewState view;
+  ModelDatabase models;
+  std::array<CommandTable, 4> commandTables;
+  std::array<std::int32_t, 4> commandRows{};
+  File32 fileLibrary;
+  std::vector<UsbId> usbIds;
+  std::int16_t interfaceKind = kUsbTmc;
+  std::string serialNumber;
+  RememberedNames names;
+  int selectedTool = kToolNone;
+  bool formSetup = false; // code is filling a form's controls: their change handlers return at once
+};
+
+} // namespace calder

@@ -1,0 +1,239 @@
+#include "editor/Editor.h"
+
+#include "instrument/Initialise.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace calder {
+namespace {
+
+constexpr const char* kUsbIdFile = "USBTMC.ID";
+
+} // namespace
+
+Editor::Editor(Program& programState)
+    : program(programState), setup(program), waveFiles(program, setup), fileCommands(program, waveFiles), view(program),
+      markers(program, view), painter(program, markers), commands(program) {
+  setup.SetHooks({{}, [this] { view.MemorySizeChanged(); }, [this] { SettingsChanged(); }});
+  fileCommands.SetTitleChanged([this] {
+    if (port_ != nullptr) port_->ShowState();
+  });
+}
+
+Editor::~Editor() = default;
+
+bool Editor::Start() {
+  program.interfaceKind = program.registry.GetGpibBoard();
+  program.serialNumber = program.registry.GetSerialNum();
+  program.settings.XUnit = 2;
+  program.settings.YUnit = 2;
+  std::error_code error;
+  const std::string usbIds = std::filesystem::exists(kUsbIdFile, error)
+                                 ? std::string(kUsbIdFile)
+                                 : FindProgramFile(program.desktop.folders, kUsbIdFile);
+  if (!ReadUsbIds(usbIds, program.usbIds)) {
+    program.desktop.messageBoxes.Show(kApplicationTitle, "Lost the file of USBTMC.ID", BoxButtons::Ok,
+                                      BoxIcon::Critical);
+    return false;
+  }
+  if (!InitialiseSystem(program, setup)) return false;
+  view.Init();
+  program.buffers.ResetScopes();
+  markers.FollowScope();
+  program.selectedTool = kToolNone;
+  program.buffers.Reset_Undo();
+  W_ClearMemory(program.buffers.Current(), 0, program.settings.MemorySize);
+  return true;
+}
+
+void Editor::OpenCommandLine(const std::string& file) {
+  if (file.empty()) return;
+  fileCommands.OpenWave(file);
+  view.Init();
+  program.buffers.ResetScopes();
+  program.buffers.Reset_Undo();
+  AfterEdit();
+}
+
+bool Editor::QueryUnload(CloseReason reason) {
+  program.registry.SetSerialNum(program.serialNumber);
+  if (program.registry.GetGpibBusy() && program.registry.GetGpibHost()) {
+    program.messages.CautionBox(kMsgTransferRunning);
+    return false;
+  }
+  if (reason == CloseReason::SessionEnds) {
+    program.messages.CautionBox(kMsgCloseBeforeSessionEnd);
+    return false;
+  }
+  if (program.messages.CautionQuestion(kMsgExitQuestion) != BoxAnswer::Yes) return false;
+  StoreLastSettings(program);
+  return true;
+}
+
+std::string Editor::Title() const { return std::string(kTitle) + " <" + program.names.CurrentWaveFile + ">"; }
+
+void Editor::Redraw() {
+  port_->ShowState();
+  port_->Draw_Wave();
+}
+
+void Editor::AfterEdit() {
+  markers.FollowScope();
+  Redraw();
+}
+
+void Editor::AfterOpen() {
+  view.ZoomX(0);
+  view.ZoomY(0);
+  ClampScopes();
+  AfterEdit();
+}
+
+// A smaller memory may have left the ranges behind its end.
+void Editor::ClampScopes() {
+  const double size = program.settings.MemorySize;
+  for (Scope* scope : {&program.buffers.CurrentScope(), &program.buffers.UndoScope()}) {
+    scope->Start = std::clamp(scope->Start, 0.0, size);
+    scope->End = std::clamp(scope->End, 0.0, size);
+  }
+}
+
+void Editor::SettingsChanged() {
+  // A file may have changed the memory size without the setup noticing.
+  if (program.view.XZoom == 1 && program.view.XEnd != program.settings.MemorySize) view.MemorySizeChanged();
+  ClampScopes();
+  if (port_ != nullptr) AfterEdit();
+}
+
+void Editor::Copy() {
+  commands.Copy();
+  port_->ShowState();
+}
+
+void Editor::Cut() {
+  commands.Cut();
+  AfterEdit();
+}
+
+void Editor::Paste() {
+  commands.Paste();
+  AfterEdit();
+}
+
+void Editor::Delete() {
+  commands.Delete();
+  AfterEdit();
+}
+
+void Editor::Undo() {
+  commands.Undo();
+  AfterEdit();
+}
+
+void Editor::FileOpen() {
+  fileCommands.Open_File(Kind_Wave);
+  AfterOpen();
+}
+
+void Editor::FileSave() { fileCommands.SaveCurrent(); }
+
+void Editor::FileSaveAs(bool asText) { fileCommands.Save_File(Kind_Wave, asText); }
+
+void Editor::FileDropped(const std::string& path) {
+  fileCommands.OpenWave(path);
+  AfterOpen();
+}
+
+void Editor::FileNew() {
+  if (program.desktop.instances.StartCopy()) return;
+  program.messages.ErrorBoxText(program.messages.Pick("もう一つの CALDER を起動できませんでした。",
+                                                      "Another copy of CALDER could not be started."));
+}
+
+void Editor::ToggleGrid() {
+  painter.ShowGrid(!painter.GridShown());
+  Redraw();
+}
+
+void Editor::ZoomX(int index) {
+  view.ZoomX(index);
+  Redraw();
+}
+
+void Editor::ZoomY(int index) {
+  view.ZoomY(index);
+  Redraw();
+}
+
+void Editor::WheelZoomX(int steps, double fraction) {
+  view.ZoomXAt(std::clamp(view.XZoomIndex() + steps, 0, WaveView::kXZooms - 1), fraction);
+  Redraw();
+}
+
+void Editor::WheelZoomY(int steps, double fraction) {
+  view.ZoomYAt(std::clamp(view.YZoomIndex() + steps, 0, WaveView::kYZooms - 1), fraction);
+  Redraw();
+}
+
+void Editor::WheelScrollX(int steps) {
+  const int tenth = std::max(1, view.HScroll().largeChange / 10);
+  if (view.Hrizontal_Scroll(view.HScroll().value + steps * tenth)) Redraw();
+}
+
+void Editor::Hrizontal_Scroll(int value) {
+  if (view.Hrizontal_Scroll(value)) Redraw();
+}
+
+void Editor::Vertical_Scroll(int value) {
+  if (view.Vertical_Scroll(value)) Redraw();
+}
+
+void Editor::TypeStart(const std::string& text) {
+  markers.TypeStart(text);
+  Redraw();
+}
+
+void Editor::TypeEnd(const std::string& text) {
+  markers.TypeEnd(text);
+  Redraw();
+}
+
+void Editor::TypeScope(const std::string& text) {
+  markers.TypeScope(text);
+  Redraw();
+}
+
+void Editor::ChooseTrack(bool track) {
+  markers.FollowScope();
+  markers.SetTrack(track);
+}
+
+void Editor::ChooseView(ViewKind kind) {
+  shownView_ = kind;
+  Redraw();
+}
+
+void Editor::MouseMove(int x, int y, int width, int height, double scale, bool overWave) {
+  if (markers.Grabbed()) {
+    if (markers.Drag(x, width)) port_->MoveMarkers();
+  } else if (overWave) {
+    markers.Hover(x, y, width, scale);
+  }
+  if (x >= 0 && y >= 0 && x < width && y < height) {
+    mouseX_ = view.PixelXToText(x, width);
+    mouseY_ = view.PixelYToText(y, height);
+  }
+  port_->ShowState();
+}
+
+void Editor::MousePress(bool leftAlone) {
+  if (leftAlone) markers.Press();
+}
+
+void Editor::MouseRelease() {
+  markers.Release();
+  Redraw();
+}
+
+} // namespace calder

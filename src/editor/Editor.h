@@ -1,0 +1,111 @@
+// The heart of the main window, without the window: start-up, the edit commands with their follow-ups, the close.
+//
+// The window forwards what the user does and shows what this object says. EditorPort is the way back.
+#pragma once
+
+#include "app/Program.h"
+#include "editor/EditCommands.h"
+#include "editor/Markers.h"
+#include "editor/WavePainter.h"
+#include "editor/WaveView.h"
+#include "files/FileCommands.h"
+#include "files/WaveFiles.h"
+#include "instrument/SystemSetup.h"
+
+#include <string>
+
+namespace calder {
+
+// What the editor asks of its window.
+class EditorPort {
+public:
+  virtual ~EditorPort() = default;
+  // The waveform, the view or the markers changed: draw the picture that is shown.
+  virtual void Draw_Wave() = 0;
+  // Only the markers moved: Move_Marker on the picture is enough.
+  virtual void MoveMarkers() = 0;
+  // Texts, scroll bars, lists, menu states or the title changed.
+  virtual void ShowState() = 0;
+};
+
+class Editor {
+public:
+  enum class CloseReason { User, SessionEnds };
+  enum class ViewKind { Wave, Digital };
+
+  explicit Editor(Program& program);
+  ~Editor();
+  Editor(const Editor&) = delete;
+  Editor& operator=(const Editor&) = delete;
+
+  // REQUIRES: a port before any other call but Start.
+  void SetPort(EditorPort* port) { port_ = port; }
+
+  // Start-up behind the registry and the language; false: the program ends and the user was told why.
+  [[nodiscard]] bool Start();
+  // The file of the command line, after the window exists; empty: none. One that cannot be opened is told and leaves an
+  // empty editor.
+  void OpenCommandLine(const std::string& file);
+
+  // True: the window may go; everything that has to be stored was stored.
+  [[nodiscard]] bool QueryUnload(CloseReason reason);
+
+  [[nodiscard]] std::string Title() const;
+
+  // What the user does.
+  void Copy();
+  void Cut();
+  void Paste();
+  void Delete();
+  void Undo();
+  void FileOpen(); // with the follow-ups of a new waveform
+  void FileSave();
+  void FileSaveAs(bool asText);
+  void FileDropped(const std::string& path);
+  void FileNew();
+  void ToggleGrid();
+  void ZoomX(int index);
+  void ZoomY(int index);
+  void WheelZoomX(int steps, double fraction);
+  void WheelZoomY(int steps, double fraction);
+  void WheelScrollX(int steps);
+  void Hrizontal_Scroll(int value);
+  void Vertical_Scroll(int value);
+  void TypeStart(const std::string& text);
+  void TypeEnd(const std::string& text);
+  void TypeScope(const std::string& text);
+  void ChooseTrack(bool track);
+  void ChooseView(ViewKind kind);
+  // The mouse over a picture of that size in device pixels.
+  void MouseMove(int x, int y, int width, int height, double scale, bool overWave);
+  void MousePress(bool leftAlone);
+  void MouseRelease();
+
+  // What the window shows.
+  [[nodiscard]] ViewKind ShownView() const { return shownView_; }
+  [[nodiscard]] const std::string& MouseXText() const { return mouseX_; }
+  [[nodiscard]] const std::string& MouseYText() const { return mouseY_; }
+
+  Program& program;
+  SystemSetup setup;
+  WaveFiles waveFiles;
+  FileCommands fileCommands;
+  WaveView view;
+  Markers markers;
+  WavePainter painter;
+  EditCommands commands;
+
+private:
+  void AfterEdit();
+  void AfterOpen();
+  void SettingsChanged();
+  void ClampScopes();
+  void Redraw();
+
+  EditorPort* port_ = nullptr;
+  ViewKind shownView_ = ViewKind::Wave;
+  std::string mouseX_;
+  std::string mouseY_;
+};
+
+} // namespace calder

@@ -1,0 +1,182 @@
+#include "editor/Markers.h"
+
+#include "app/EngValB.h"
+#include "platform/DeviceContext.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace calder {
+namespace {
+
+constexpr int kFlag = 10;                 // the flag's width and height in logical pixels
+constexpr Color kMarkerColor = 0x5555FF; // inverting pens ignore it; a recorder sees it
+
+} // namespace
+
+void Markers::FollowScope() { length_ = program_.buffers.CurrentScope().Length(); }
+
+std::string Markers::StartXText() const { return program_.units.PointToXText(program_.buffers.CurrentScope().Start); }
+std::string Markers::EndXText() const { return program_.units.PointToXText(program_.buffers.CurrentScope().End); }
+std::string Markers::ScopeText() const { return program_.units.PointToXText(program_.buffers.CurrentScope().Length()); }
+
+std::string Markers::StartYText() const {
+  const EditBuffers& buffers = program_.buffers;
+  return program_.units.CodeToYText(
+      W_GetWaveData(buffers.Current(), buffers.CurrentScope().Start, program_.settings.MemorySize));
+}
+
+std::string Markers::EndYText() const {
+  const EditBuffers& buffers = program_.buffers;
+  return program_.units.CodeToYText(
+      W_GetWaveData(buffers.Current(), buffers.CurrentScope().End, program_.settings.MemorySize));
+}
+
+void Markers::MoveStartTo(double point) {
+  Scope& scope = program_.buffers.CurrentScope();
+  scope.Start = point;
+  if (!track_) {
+    length_ = scope.Length();
+    return;
+  }
+  scope.End = point + length_;
+  const double size = program_.settings.MemorySize;
+  if (scope.End > size) {
+    scope.End = size;
+    scope.Start = size - length_;
+  }
+}
+
+void Markers::MoveEndTo(double point) {
+  Scope& scope = program_.buffers.CurrentScope();
+  scope.End = point;
+  if (!track_) {
+    length_ = scope.Length();
+    return;
+  }
+  scope.Start = point - length_;
+  if (scope.Start < 0) {
+    scope.Start = 0;
+    scope.End = length_;
+  }
+}
+
+bool Markers::TypeStart(const std::string& text) {
+  double x = ParseEng(text);
+  if (!program_.units.CheckXCurrent(x)) return false;
+  const double point = program_.units.XToPoint(x);
+  if (!track_ && point > program_.buffers.CurrentScope().End) return false;
+  MoveStartTo(point);
+  return true;
+}
+
+bool Markers::TypeEnd(const std::string& text) {
+  double x = ParseEng(text);
+  if (!program_.units.CheckXCurrent(x)) return false;
+  const double point = program_.units.XToPoint(x);
+  if (!track_ && point < program_.buffers.CurrentScope().Start) return false;
+  MoveEndTo(point);
+  return true;
+}
+
+bool Markers::TypeScope(const std::string& text) {
+  Scope& scope = program_.buffers.CurrentScope();
+  const double size = program_.settings.MemorySize;
+  double x = ParseEng(text);
+  // Tested before the conversion, which would take a length beyond the end for 0.
+  static_cast<void>(program_.units.CheckXCurrent(x));
+  length_ = std::min(program_.units.XToPoint(x), size - scope.Start);
+  scope.End = scope.Start + length_;
+  return true;
+}
+
+bool Markers::OnColumn(int x, int markerPixel, int width) const {
+  return x == markerPixel || (markerPixel == width && x == width - 1);
+}
+
+bool Markers::Hover(int x, int y, int width, double scale) {
+  const Scope& scope = program_.buffers.CurrentScope();
+  const int a = view_.PointToPixelX(scope.Start, width);
+  const int b = view_.PointToPixelX(scope.End, width);
+  const int flag = static_cast<int>(std::lround(kFlag * scale));
+  hovering_ = true;
+  if (OnColumn(x, b, width)) {
+    remembered_ = OnColumn(x, a, width) && x >= width - 2 ? Which::A : Which::B;
+  } else if (y < flag && x >= b && x <= b + flag) {
+    remembered_ = Which::B;
+  } else if (OnColumn(x, a, width)) {
+    remembered_ = Which::A;
+  } else if (y <= flag && x >= a - flag && x <= a) {
+    remembered_ = Which::A;
+  } else {
+    hovering_ = false;
+  }
+  return hovering_;
+}
+
+bool Markers::Press() {
+  grabbed_ = hovering_;
+  return grabbed_;
+}
+
+bool Markers::Drag(int x, int width) {
+  if (!grabbed_) return false;
+  const Scope before = program_.buffers.CurrentScope();
+  const double size = program_.settings.MemorySize;
+  const double point = std::clamp(std::nearbyint(view_.PixelXToPoint(x, width)), 0.0, size);
+  if (remembered_ == Which::A) {
+    if (point > before.End) return false;
+    MoveStartTo(point);
+  } else {
+    if (point < before.Start) return false;
+    MoveEndTo(point);
+  }
+  return !(program_.buffers.CurrentScope() == before);
+}
+
+int Markers::DrawnPixel(double point, int width) const {
+  const ViewState& view = program_.view;
+  if (point < view.XStart || point > view.XEnd) return kNotDrawn;
+  const int pixel = static_cast<int>(std::ceil(view_.PointToPixelXExact(point, width)));
+  return std::clamp(pixel, 0, width - 1);
+}
+
+void Markers::DrawAt(DeviceContext& picture, const Pixels& pixels) {
+  const DrawMode saved = picture.GetDrawMode();
+  const int bottom = picture.Height() - 1;
+  const int flag = static_cast<int>(std::lround(kFlag * picture.Scale()));
+  const auto column = [&](int x, int lastRow) {
+    if (x < 0 || x >= picture.Width()) return;
+    picture.Line(x, 0, x, lastRow);
+    touched_.left = std::min(touched_.left, x);
+    touched_.right = std::max(touched_.right, x + 1);
+  };
+  picture.SetDrawMode(DrawMode::Invert);
+  picture.SetPen(kMarkerColor);
+  if (pixels.a != kNotDrawn) {
+    column(pixels.a, bottom);
+    for (int i = 1; i <= flag; ++i) column(pixels.a + i, flag);
+  }
+  if (pixels.b != kNotDrawn) {
+    if (pixels.b != pixels.a) column(pixels.b, bottom);
+    for (int i = 1; i <= flag; ++i) column(pixels.b - i, flag);
+  }
+  picture.SetDrawMode(saved);
+}
+
+void Markers::Draw_Marker(DeviceContext& picture) {
+  const Scope& scope = program_.buffers.CurrentScope();
+  touched_ = {picture.Width(), 0};
+  drawn_ = {DrawnPixel(scope.Start, picture.Width()), DrawnPixel(scope.End, picture.Width())};
+  DrawAt(picture, drawn_);
+}
+
+void Markers::Move_Marker(DeviceContext& picture) {
+  touched_ = {picture.Width(), 0};
+  DrawAt(picture, drawn_);
+  const Scope& scope = program_.buffers.CurrentScope();
+  drawn_ = {DrawnPixel(scope.Start, picture.Width()), DrawnPixel(scope.End, picture.Width())};
+  DrawAt(picture, drawn_);
+}
+
+} // namespace calder

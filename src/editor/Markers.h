@@ -1,0 +1,86 @@
+// The two markers and the range between them: typing positions, dragging in the view, independent or together.
+//
+// Marker A is the start and marker B the end of the current buffer's scope; A never stands behind B.
+#pragma once
+
+#include "app/Program.h"
+#include "editor/WaveView.h"
+
+#include <string>
+
+namespace calder {
+
+class DeviceContext;
+
+class Markers {
+public:
+  enum class Which { A, B };
+
+  Markers(Program& program, const WaveView& view) : program_(program), view_(view) {}
+
+  // The length that track mode keeps follows the scope (after start-up, undo, a file or a tool changed it).
+  void FollowScope();
+
+  void SetTrack(bool track) { track_ = track; }
+  [[nodiscard]] bool Track() const { return track_; }
+
+  // Readouts.
+  [[nodiscard]] std::string StartXText() const;
+  [[nodiscard]] std::string EndXText() const;
+  [[nodiscard]] std::string ScopeText() const;
+  [[nodiscard]] std::string StartYText() const;
+  [[nodiscard]] std::string EndYText() const;
+
+  // A text was typed and left. False: it was refused (or means what is already there) and nothing moved.
+  bool TypeStart(const std::string& text);
+  bool TypeEnd(const std::string& text);
+  bool TypeScope(const std::string& text);
+
+  // The pointer at a device pixel of the picture: true shows the horizontal-resize pointer and remembers the marker.
+  // scale: device pixels per logical pixel; the grab zones at the top are as large as the flags.
+  bool Hover(int x, int y, int width, double scale);
+  // Grabs the remembered marker when the last Hover found one.
+  bool Press();
+  // The pointer moved to column x while a marker is grabbed. True: a marker moved.
+  bool Drag(int x, int width);
+  void Release() { grabbed_ = false; }
+  [[nodiscard]] bool Grabbed() const { return grabbed_; }
+  [[nodiscard]] bool Hovering() const { return hovering_; }
+
+  // Draws both markers on a freshly drawn picture and remembers their pixels.
+  void Draw_Marker(DeviceContext& picture);
+  // Erases the markers where they were drawn last and draws them where they are now.
+  void Move_Marker(DeviceContext& picture);
+  // The pixel columns that the last Draw_Marker or Move_Marker touched, end excluded.
+  struct Touched {
+    int left = 0;
+    int right = 0;
+  };
+  [[nodiscard]] Touched LastTouched() const { return touched_; }
+
+private:
+  static constexpr int kNotDrawn = -1;
+
+  struct Pixels {
+    int a = kNotDrawn;
+    int b = kNotDrawn;
+  };
+
+  [[nodiscard]] int DrawnPixel(double point, int width) const;
+  [[nodiscard]] bool OnColumn(int x, int markerPixel, int width) const;
+  void DrawAt(DeviceContext& picture, const Pixels& pixels);
+  void MoveStartTo(double point);
+  void MoveEndTo(double point);
+
+  Program& program_;
+  const WaveView& view_;
+  double length_ = 0;
+  bool track_ = false;
+  bool hovering_ = false;
+  bool grabbed_ = false;
+  Which remembered_ = Which::A;
+  Pixels drawn_;
+  Touched touched_;
+};
+
+} // namespace calder

@@ -1,0 +1,47 @@
+// Waveform files: .wdb with the settings, text of codes, text of real numbers. docs/file-formats.md has the layouts.
+//
+// Readers and writers tell the user about a failure themselves and return false; the waveform, the settings and the
+// remembered names are then as they were. On success the remembered names follow the path.
+#pragma once
+
+#include "app/Program.h"
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace calder {
+
+class SystemSetup;
+
+class WaveFiles {
+public:
+  WaveFiles(Program& program, SystemSetup& setup) : program_(program), setup_(setup) {}
+
+  // .wdb or text of codes, by extension. A .wdb file ends the undo step, a text file keeps the old waveform as one.
+  bool Read_WaveFile(const std::string& path);
+  // Text of real numbers.
+  bool Read_RealText(const std::string& path);
+  // .wdb or text of codes, by extension.
+  bool Write_WaveFile(const std::string& path);
+
+  // The record's ModelNo from its model name; the first model when the list has no such name.
+  void Resolve_Model(SystemInfo& record) const;
+
+private:
+  enum class ModelCheck { Known, Unknown, Unreadable };
+
+  [[nodiscard]] ModelCheck Check_WdbModel(const std::string& path) const;
+  [[nodiscard]] bool ReadWdb(const std::string& path);
+  [[nodiscard]] bool ReadIntegerText(const std::string& path);
+  [[nodiscard]] std::int32_t Write_Wdb(const std::string& path);
+  // Spreads the first n points of the work buffer over the whole memory and makes them the waveform.
+  void TakeWork(std::int32_t points);
+  void TellReadFailure() const;
+  void Remember(const std::string& path);
+
+  Program& program_;
+  SystemSetup& setup_;
+};
+
+} // namespace calder

@@ -1,0 +1,18 @@
+// System initialisation: the sibling check, the model database, the waveform buffers, and the settings of the last run.
+#pragma once
+
+namespace calder {
+
+class Program;
+class SystemSetup;
+
+// False: the program ends; the user was told why.
+[[nodiscard]] bool InitialiseSystem(Program& program, SystemSetup& setup);
+
+// The title that the sibling editor's window begins with.
+inline constexpr const char* kSiblingTitle = "Orvo Marlow for XG5530/31";
+
+// What the next start takes up again: bus address, model and memory size.
+void StoreLastSettings(Program& program);
+
+} // namespace calder

@@ -1,0 +1,173 @@
+#include "instrument/SystemSetup.h"
+
+#include "app/EngValB.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace calder {
+namespace {
+
+std::string TrimBlanks(std::string text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  return text;
+}
+
+template <typename NameOf>
+std::vector<std::string> ReadList(std::int32_t count, NameOf nameOf) {
+  std::vector<std::string> list;
+  for (std::int32_t i = 0; i < count; ++i) list.push_back(TrimBlanks(nameOf(i)));
+  return list;
+}
+
+} // namespace
+
+int SystemSetup::InterfaceChoice() const {
+  const auto found = std::find_if(interfaces_.begin(), interfaces_.end(),
+                                  [&](const Interface& item) { return item.kind == program_.interfaceKind; });
+  return found == interfaces_.end() ? -1 : static_cast<int>(found - interfaces_.begin());
+}
+
+std::int32_t SystemSetup::ShownMemorySize() const {
+  if (memorySizeChoice_ < 0 || memorySizeChoice_ >= static_cast<int>(memorySizes_.size())) {
+    return program_.settings.MemorySize;
+  }
+  const double points = LeadingNumber(memorySizes_[static_cast<std::size_t>(memorySizeChoice_)]);
+  return static_cast<std::int32_t>(std::clamp(points, 1.0, static_cast<double>(W_MAX_POINTS)));
+}
+
+void SystemSetup::LoadModels() {
+  models_ = ReadList(program_.models.SysGetDeviceCnt(), [&](std::int32_t i) { return program_.models.SysGetDeviceName(i); });
+}
+
+void SystemSetup::RefillLists() {
+  const ModelDatabase& database = program_.models;
+  const std::int16_t model = program_.settings.ModelNo;
+  const std::int16_t channel = program_.settings.Channel;
+  modelChoice_ = model;
+  memorySizes_ = ReadList(database.SysGetMemorySizeCnt(model),
+                          [&](std::int32_t i) { return database.SysGetMemorySizeName(model, i); });
+  channels_ =
+      ReadList(database.SysGetChannelCnt(model), [&](std::int32_t i) { return database.SysGetChannelName(model, i); });
+  ranges_ = ReadList(database.SysGetRangeCnt(model, channel),
+                     [&](std::int32_t i) { return database.SysGetRangeName(model, channel, i); });
+  memorySizeChoice_ = SizeIndexOf(program_.settings.MemorySize);
+  RebuildInterfaces();
+  RebuildTransferFormats();
+}
+
+void SystemSetup::ChooseModel(int model) {
+  if (model < 0 || model >= static_cast<int>(models_.size())) return;
+  SystemInfo& settings = program_.settings;
+  const std::int16_t channel = settings.Channel;
+  const std::int16_t range = settings.RangeNo;
+  if (program_.models.SysGetDeviceInfo(model, settings) < 0) return;
+  settings.ModelNo = static_cast<std::int16_t>(model);
+  const std::int32_t channelCount = program_.models.SysGetChannelCnt(model);
+  if (channelCount > 0) {
+    program_.models.SysChangeChannel(model, std::min<std::int32_t>(std::max<std::int16_t>(channel, 0), channelCount - 1),
+                                     settings);
+  }
+  const std::int32_t rangeCount = program_.models.SysGetRangeCnt(model, settings.Channel);
+  if (rangeCount > 0) {
+    program_.models.SysChangeRange(model, settings.Channel,
+                                   std::min<std::int32_t>(std::max<std::int16_t>(range, 0), rangeCount - 1), settings);
+  }
+  RefillLists();
+  if (InterfaceChoice() < 0 && !interfaces_.empty()) program_.interfaceKind = interfaces_.front().kind;
+  program_.models.SysChangeInterface(model, program_.interfaceKind, settings);
+  ShowRecord();
+  LoadCommandTables();
+}
+
+void SystemSetup::ChooseMemorySize(int index) {
+  if (index < 0 || index >= static_cast<int>(memorySizes_.size())) return;
+  memorySizeChoice_ = index;
+  const double ratio = static_cast<double>(program_.settings.MemorySize) / ShownMemorySize();
+  program_.settings.SizeRatio =
+      static_cast<std::int16_t>(std::min<double>(std::nearbyint(ratio), std::numeric_limits<std::int16_t>::max()));
+}
+
+void SystemSetup::ApplyMemorySize() {
+  SystemInfo& settings = program_.settings;
+  const std::int32_t oldSize = settings.MemorySize;
+  if (memorySizeChoice_ < 0) return;
+  if (program_.models.SysChangeMemorySize(settings.ModelNo, memorySizeChoice_, settings) != 0) return;
+  if (settings.MemorySize == oldSize) return;
+  program_.buffers.ClearGrownPoints(oldSize);
+  if (hooks_.memorySizeChanged) hooks_.memorySizeChanged();
+}
+
+void SystemSetup::ChooseInterface(std::int16_t kind) {
+  program_.interfaceKind = kind;
+  program_.models.SysChangeInterface(program_.settings.ModelNo, kind, program_.settings);
+}
+
+void SystemSetup::LoadCommandTables() {
+  for (int table = 0; table < 4; ++table) {
+    const auto i = static_cast<std::size_t>(table);
+    program_.commandTables[i] = {};
+    program_.commandRows[i] =
+        std::max(0, program_.models.SysGetGPIBInfo(program_.settings.ModelNo, table, program_.commandTables[i]));
+  }
+}
+
+void SystemSetup::RefreshControlPoints() {
+  SystemInfo& settings = program_.settings;
+  std::int32_t count = settings.MemorySize;
+  const EditBuffers& buffers = program_.buffers;
+  const bool possible = ConvCPdata(buffers.Current(), buffers.Block32(), buffers.Block16(), count) == W_OK;
+  settings.TransferFormat = possible ? 1 : 0;
+  settings.ControlPointCount = possible ? count : 0;
+  RebuildTransferFormats();
+}
+
+void SystemSetup::ForgetControlPoints() {
+  program_.settings.TransferFormat = 0;
+  program_.settings.ControlPointCount = 0;
+  RebuildTransferFormats();
+}
+
+void SystemSetup::ChooseTransferFormat(int format) {
+  transferFormatChoice_ = format == 1 && ControlPointsAvailable() ? 1 : 0;
+}
+
+void SystemSetup::RecordLoaded() {
+  RefillLists();
+  if (program_.interfaceKind < kNiGpib || program_.interfaceKind > kSimulated) program_.interfaceKind = kUsbTmc;
+  LoadCommandTables();
+  ShowRecord();
+}
+
+void SystemSetup::Accept() {
+  program_.registry.SetGpibBoard(program_.interfaceKind);
+  ApplyMemorySize();
+  ShowRecord();
+  program_.buffers.Reset_Undo();
+  if (hooks_.accepted) hooks_.accepted();
+}
+
+void SystemSetup::ShowRecord() const {
+  if (hooks_.recordShown) hooks_.recordShown();
+}
+
+void SystemSetup::RebuildInterfaces() {
+  const std::int32_t usable = program_.models.SysGetInterfaceInfo(program_.settings.ModelNo);
+  interfaces_.clear();
+  if ((usable & SYS_INTERFACE_USBTMC) != 0) interfaces_.push_back({kUsbTmc, "USB(TMC)"});
+  if ((usable & (SYS_INTERFACE_NI_GPIB | SYS_INTERFACE_NI_GPIB_2)) != 0) interfaces_.push_back({kNiGpib, "NI GPIB"});
+  if ((usable & SYS_INTERFACE_KI_GPIB) != 0) interfaces_.push_back({kKiGpib, "KI GPIB"});
+}
+
+void SystemSetup::RebuildTransferFormats() { transferFormatChoice_ = ControlPointsAvailable() ? 1 : 0; }
+
+int SystemSetup::SizeIndexOf(std::int32_t points) const {
+  for (std::size_t i = 0; i < memorySizes_.size(); ++i) {
+    if (std::fabs(LeadingNumber(memorySizes_[i]) - points) < 0.5) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+} // namespace calder

@@ -1,0 +1,16 @@
+#include "platform/Desktop.h"
+
+#include <filesystem>
+
+namespace calder {
+
+std::string FindProgramFile(const ProgramFolders& folders, const std::string& name) {
+  for (const std::string& folder : folders.read) {
+    const std::filesystem::path path = std::filesystem::path(folder) / name;
+    std::error_code error;
+    if (std::filesystem::exists(path, error)) return path.string();
+  }
+  return {};
+}
+
+} // namespace calder
