@@ -101,7 +101,7 @@ void Editor::ClampScopes() {
 
 void Editor::SettingsChanged() {
   // A file may have changed the memory size without the setup noticing.
-  if (program.view.XZoom == 1 && program.view.XEnd != program.settings.MemorySize) view.MemorySizeChanged();
+  if (!view.FitsMemory()) view.MemorySizeChanged();
   ClampScopes();
   if (port_ != nullptr) AfterEdit();
 }

@@ -15,6 +15,7 @@ int Round(double value) { return static_cast<int>(std::nearbyint(value)); }
 void WaveView::Init() {
   ViewState& view = program_.view;
   const std::int32_t size = program_.settings.MemorySize;
+  size_ = size;
   view.XStart = 0;
   view.XEnd = size;
   view.YStart = 0;

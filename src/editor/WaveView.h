@@ -30,6 +30,8 @@ public:
   void Init();
   // The shown X range becomes the whole memory after its size changed.
   void MemorySizeChanged() { Init(); }
+  // False: the memory size is no longer the one that the view was made for.
+  [[nodiscard]] bool FitsMemory() const { return size_ == program_.settings.MemorySize; }
 
   // Zooming by list index; the left edge stays (X), the middle stays (Y). An index outside its list changes nothing.
   void ZoomX(int index);
@@ -67,6 +69,7 @@ private:
   void ShowY();
 
   Program& program_;
+  std::int32_t size_ = 0;
   int xZoomIndex_ = 0;
   int yZoomIndex_ = 0;
   ScrollBarState hScroll_;

@@ -2,6 +2,7 @@
 
 #include "files/FileNames.h"
 #include "files/WaveFiles.h"
+#include "platform/FileDialogs.h"
 
 #include <filesystem>
 

@@ -1,0 +1,34 @@
+#include "Application.h"
+
+#include "editor/MainWindow.h"
+#include "platform/qt/Theme.h"
+
+#include <QApplication>
+#include <QSessionManager>
+#include <QTimer>
+
+namespace calder {
+
+Application::Application(const Desktop& desktop) : program_(std::make_unique<Program>(desktop)) {
+  ApplyTheme(*qApp, program_->language == Language::English);
+}
+
+Application::~Application() = default;
+
+bool Application::Start(const std::string& file) {
+  editor_ = std::make_unique<Editor>(*program_);
+  if (!editor_->Start()) return false;
+  window_ = std::make_unique<MainWindow>(*editor_);
+  QObject::connect(
+      qApp, &QGuiApplication::commitDataRequest, window_.get(),
+      [this](QSessionManager& session) {
+        if (!window_->SessionMayEnd()) session.cancel();
+      },
+      Qt::DirectConnection);
+  window_->show();
+  // Behind the first picture of the window, so that a message about the file has a window to belong to.
+  if (!file.empty()) QTimer::singleShot(0, window_.get(), [this, file] { editor_->OpenCommandLine(file); });
+  return true;
+}
+
+} // namespace calder

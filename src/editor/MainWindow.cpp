@@ -1,0 +1,275 @@
+#include "editor/MainWindow.h"
+
+#include "editor/MainWindowCaptions.h"
+#include "ui_MainWindow.h"
+
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QScreen>
+
+#include <algorithm>
+
+namespace calder {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kDefaultWidth = 1120;
+constexpr int kDefaultHeight = 700;
+constexpr int kValueCharacters = 10;
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+// Only what differs is touched, so that a control keeps its cursor and its selection.
+void Show(QLabel* label, const std::string& text) {
+  if (const QString shown = Text(text); label->text() != shown) label->setText(shown);
+}
+
+void Show(QComboBox* box, int index) {
+  if (box->currentIndex() != index) box->setCurrentIndex(index);
+}
+
+void Show(QScrollBar* bar, const ScrollBarState& state) {
+  bar->setRange(state.minimum, state.maximum);
+  bar->setPageStep(std::max(1, state.largeChange));
+  bar->setSingleStep(std::max(1, state.largeChange / 40));
+  bar->setValue(state.value);
+  bar->setEnabled(state.enabled);
+}
+
+} // namespace
+
+MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<Ui::MainWindow>()) {
+  ui_->setupUi(this);
+  setWindowIcon(QIcon(QStringLiteral(":/icons/calder.svg")));
+  editor_.program.formSetup = true;
+  SetMainWindowCaptions(*this, editor_.program.messages);
+  FillZoomLists();
+  editor_.program.formSetup = false;
+  HideUnbuilt();
+  for (ValueBox* box : findChildren<ValueBox*>()) box->SetCharacters(kValueCharacters);
+  ConnectMenus();
+  ConnectView();
+  ConnectReadouts();
+  ConnectPicture(*ui_->Pict_Wave, true);
+  ConnectPicture(*ui_->Pict_Digital, false);
+
+  resize(kDefaultWidth, kDefaultHeight);
+  clsRegistry& registry = editor_.program.registry;
+  if (const QScreen* where = screen()) {
+    registry.SetScreen(where->virtualSize().width() * kTwipsPerPixel, where->virtualSize().height() * kTwipsPerPixel);
+  }
+  move(registry.GetFormLeft(kFormName) / kTwipsPerPixel, registry.GetFormTop(kFormName) / kTwipsPerPixel);
+
+  editor_.SetPort(this);
+  ui_->Opt_DspSel_0->setChecked(true);
+  editor_.ChooseView(Editor::ViewKind::Wave);
+  ui_->Txt_Start_X->setFocus();
+}
+
+MainWindow::~MainWindow() { editor_.SetPort(nullptr); }
+
+void MainWindow::FillZoomLists() {
+  for (QComboBox* box : {ui_->Comb_XZoom_0, ui_->Comb_XZoom_1}) {
+    for (int i = 0; i < WaveView::kXZooms; ++i) box->addItem(QStringLiteral("1:%1").arg(1 << i));
+  }
+  for (int i = 0; i < WaveView::kYZooms; ++i) ui_->Comb_YZoom->addItem(QStringLiteral("1:%1").arg(1 << i));
+}
+
+// Entries whose windows or formats do not exist yet are not offered.
+void MainWindow::HideUnbuilt() {
+  for (QAction* action : {ui_->Menu_FileImport, ui_->Menu_Print, ui_->Menu_System}) action->setVisible(false);
+  ui_->Menu_Tools->menuAction()->setVisible(false);
+  ui_->Menu_MHelp->menuAction()->setVisible(false);
+  ui_->Panel_Dlg->setVisible(false);
+}
+
+void MainWindow::ConnectMenus() {
+  const auto on = [this](QAction* action, auto handler) { connect(action, &QAction::triggered, this, handler); };
+  on(ui_->Menu_FileNew, [this] { editor_.FileNew(); });
+  on(ui_->Menu_FileOpen, [this] { editor_.FileOpen(); });
+  on(ui_->Menu_FileSave, [this] { editor_.FileSave(); });
+  on(ui_->Menu_FileSaveAs, [this] { editor_.FileSaveAs(false); });
+  on(ui_->Menu_FileSaveAs2, [this] { editor_.FileSaveAs(true); });
+  on(ui_->Menu_Exit, [this] { close(); });
+  on(ui_->Menu_Undo, [this] { editor_.Undo(); });
+  on(ui_->Menu_Cut, [this] { editor_.Cut(); });
+  on(ui_->Menu_Copy, [this] { editor_.Copy(); });
+  on(ui_->Menu_Paste, [this] { editor_.Paste(); });
+  on(ui_->Menu_Delete, [this] { editor_.Delete(); });
+  on(ui_->Menu_Grid, [this] { editor_.ToggleGrid(); });
+}
+
+void MainWindow::ConnectView() {
+  for (QComboBox* box : {ui_->Comb_XZoom_0, ui_->Comb_XZoom_1}) {
+    connect(box, &QComboBox::currentIndexChanged, this, [this](int index) {
+      if (!showing_) editor_.ZoomX(index);
+    });
+  }
+  connect(ui_->Comb_YZoom, &QComboBox::currentIndexChanged, this, [this](int index) {
+    if (!showing_) editor_.ZoomY(index);
+  });
+  for (QScrollBar* bar : {ui_->HScroll_0, ui_->HScroll_1}) {
+    connect(bar, &QScrollBar::valueChanged, this, [this](int value) {
+      if (!showing_) editor_.Hrizontal_Scroll(value);
+    });
+  }
+  connect(ui_->VScroll, &QScrollBar::valueChanged, this, [this](int value) {
+    if (!showing_) editor_.Vertical_Scroll(value);
+  });
+  connect(ui_->Opt_DspSel_0, &QToolButton::clicked, this, [this] { editor_.ChooseView(Editor::ViewKind::Wave); });
+  connect(ui_->Opt_DspSel_1, &QToolButton::clicked, this, [this] { editor_.ChooseView(Editor::ViewKind::Digital); });
+}
+
+void MainWindow::ConnectReadouts() {
+  const auto typed = [this](ValueBox* box, auto handler) {
+    connect(box, &ValueBox::Left, this, [this, handler](const QString& text) { (editor_.*handler)(text.toStdString()); });
+  };
+  typed(ui_->Txt_Start_X, &Editor::TypeStart);
+  typed(ui_->Txt_End_X, &Editor::TypeEnd);
+  typed(ui_->Txt_Scope, &Editor::TypeScope);
+  connect(ui_->Txt_Start_X, &ValueBox::MoveOn, this, [this] { ui_->Txt_End_X->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Txt_End_X, &ValueBox::MoveOn, this, [this] {
+    const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
+    (wave ? ui_->Comb_XZoom_0 : ui_->Comb_XZoom_1)->setFocus(Qt::TabFocusReason);
+  });
+  connect(ui_->Txt_Scope, &ValueBox::MoveOn, this, [this] { ui_->Txt_Start_X->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Opt_Scope_1, &QRadioButton::toggled, this, [this](bool on) { editor_.ChooseTrack(on); });
+}
+
+void MainWindow::ConnectPicture(Picture& picture, bool wave) {
+  connect(&picture, &Picture::Resized, this, [this] { Draw_Wave(); });
+  connect(&picture, &Picture::Moved, this, [this, &picture, wave](QPoint pixel) { MouseMoved(picture, pixel, wave); });
+  connect(&picture, &Picture::Pressed, this,
+          [this, &picture, wave](QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
+            MouseMoved(picture, pixel, wave);
+            const Qt::KeyboardModifiers keys = modifiers & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
+            editor_.MousePress(wave && button == Qt::LeftButton && keys == Qt::NoModifier);
+          });
+  connect(&picture, &Picture::Released, this, [this, &picture](QPoint, Qt::MouseButton) {
+    editor_.MouseRelease();
+    picture.setCursor(Qt::ArrowCursor);
+  });
+  connect(&picture, &Picture::WheelTurned, this,
+          [this, &picture](QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
+            WheelTurned(picture, pixel, steps, modifiers);
+          });
+}
+
+void MainWindow::MouseMoved(Picture& picture, QPoint pixel, bool wave) {
+  editor_.MouseMove(pixel.x(), pixel.y(), picture.PixelWidth(), picture.PixelHeight(), picture.Scale(), wave);
+  const bool resize = wave && (editor_.markers.Grabbed() || editor_.markers.Hovering());
+  picture.setCursor(resize ? Qt::SizeHorCursor : Qt::ArrowCursor);
+}
+
+void MainWindow::WheelTurned(Picture& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
+  const double across = std::clamp(static_cast<double>(pixel.x()) / picture.PixelWidth(), 0.0, 1.0);
+  const double down = std::clamp(static_cast<double>(pixel.y()) / picture.PixelHeight(), 0.0, 1.0);
+  if ((modifiers & Qt::ShiftModifier) != 0) {
+    editor_.WheelScrollX(-steps);
+  } else if ((modifiers & Qt::ControlModifier) != 0) {
+    editor_.WheelZoomY(steps, down);
+  } else {
+    editor_.WheelZoomX(steps, across);
+  }
+}
+
+void MainWindow::Draw_Wave() {
+  const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
+  Picture* picture = wave ? ui_->Pict_Wave : ui_->Pict_Digital;
+  PixelContext context = picture->Context();
+  if (wave) {
+    editor_.painter.Draw_Wave(context);
+  } else {
+    editor_.painter.Draw_Digital(context, 0);
+  }
+  picture->Show();
+}
+
+void MainWindow::MoveMarkers() {
+  PixelContext context = ui_->Pict_Wave->Context();
+  editor_.markers.Move_Marker(context);
+  const Markers::Touched touched = editor_.markers.LastTouched();
+  ui_->Pict_Wave->ShowColumns(touched.left, touched.right);
+}
+
+void MainWindow::ShowState() {
+  showing_ = true;
+  const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
+  const QString title = Text(editor_.Title());
+  if (windowTitle() != title) setWindowTitle(title);
+  // The frame that goes is hidden first, so that the window never has to hold both.
+  (wave ? ui_->Frm_Digital : ui_->Frm_Wave)->setVisible(false);
+  (wave ? ui_->Frm_Wave : ui_->Frm_Digital)->setVisible(true);
+  ui_->Menu_Undo->setText(Text(editor_.commands.UndoCaption()));
+  ui_->Menu_Undo->setEnabled(editor_.commands.CanUndo());
+  ui_->Menu_Grid->setChecked(editor_.painter.GridShown());
+  ShowScrollBars();
+  ShowLabels();
+  showing_ = false;
+}
+
+void MainWindow::ShowScrollBars() {
+  for (QComboBox* box : {ui_->Comb_XZoom_0, ui_->Comb_XZoom_1}) Show(box, editor_.view.XZoomIndex());
+  Show(ui_->Comb_YZoom, editor_.view.YZoomIndex());
+  for (QScrollBar* bar : {ui_->HScroll_0, ui_->HScroll_1}) Show(bar, editor_.view.HScroll());
+  Show(ui_->VScroll, editor_.view.VScroll());
+}
+
+void MainWindow::ShowLabels() {
+  const WaveView& view = editor_.view;
+  for (QLabel* label : {ui_->Label_Start_0, ui_->Label_Start_1}) Show(label, view.StartLabel());
+  for (QLabel* label : {ui_->Label_End_0, ui_->Label_End_1}) Show(label, view.EndLabel());
+  Show(ui_->Label_W_Max, view.MaxLabel());
+  Show(ui_->Label_W_Offs, view.OffsetLabel());
+  Show(ui_->Label_W_Min, view.MinLabel());
+  for (QLabel* label : {ui_->Label_Unit_X_2, ui_->Label_Unit_X_5}) Show(label, editor_.program.units.XUnitName());
+  Show(ui_->Label_Unit_Y_2, editor_.program.units.YUnitName());
+  const Markers& markers = editor_.markers;
+  // A box that is being typed into keeps its text until it is left.
+  const auto show = [](ValueBox* box, const std::string& text) {
+    if (!box->hasFocus() || !box->isModified()) box->ShowText(Text(text));
+  };
+  show(ui_->Txt_Start_X, markers.StartXText());
+  show(ui_->Txt_End_X, markers.EndXText());
+  show(ui_->Txt_Scope, markers.ScopeText());
+  show(ui_->Txt_Start_Y, markers.StartYText());
+  show(ui_->Txt_End_Y, markers.EndYText());
+  for (ValueBox* box : {ui_->Txt_Cur_X_0, ui_->Txt_Cur_X_1}) show(box, editor_.MouseXText());
+  show(ui_->Txt_Cur_Y, editor_.MouseYText());
+}
+
+void MainWindow::StorePosition() {
+  if (isMinimized() || isMaximized() || isFullScreen()) return;
+  clsRegistry& registry = editor_.program.registry;
+  registry.SetFormTop(kFormName, pos().y() * kTwipsPerPixel);
+  registry.SetFormLeft(kFormName, pos().x() * kTwipsPerPixel);
+}
+
+bool MainWindow::MayClose(Editor::CloseReason reason) {
+  StorePosition();
+  return editor_.QueryUnload(reason);
+}
+
+bool MainWindow::SessionMayEnd() { return MayClose(Editor::CloseReason::SessionEnds); }
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+  if (MayClose(Editor::CloseReason::User)) {
+    event->accept();
+  } else {
+    event->ignore();
+  }
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+  const QList<QUrl> urls = event->mimeData()->urls();
+  if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+  event->acceptProposedAction();
+  editor_.FileDropped(event->mimeData()->urls().front().toLocalFile().toStdString());
+}
+
+} // namespace calder

@@ -1,0 +1,58 @@
+// A drawing surface on the screen: its pixels are drawn to at any time and only copied when the window paints.
+//
+// The pixels are device pixels, so the picture is sharp at every scale.
+#pragma once
+
+#include "platform/PixelContext.h"
+
+#include <QImage>
+#include <QWidget>
+
+namespace calder {
+
+class Picture final : public QWidget {
+  Q_OBJECT
+
+public:
+  explicit Picture(QWidget* parent = nullptr);
+
+  // Draws into the picture; after it, Show or ShowColumns brings the pixels to the screen.
+  [[nodiscard]] PixelContext Context();
+  void Show() { update(); }
+  // Only the device columns from left to right (excluded) changed.
+  void ShowColumns(int left, int right);
+  [[nodiscard]] const QImage& Image() const { return image_; }
+  // Size in device pixels; at least 1 by 1.
+  [[nodiscard]] int PixelWidth() const { return image_.width(); }
+  [[nodiscard]] int PixelHeight() const { return image_.height(); }
+  [[nodiscard]] double Scale() const { return image_.devicePixelRatio(); }
+  // A position in the widget as a device pixel.
+  [[nodiscard]] QPoint ToPixel(const QPointF& position) const;
+
+Q_SIGNALS:
+  // The picture got a new size and is blank: it has to be drawn.
+  void Resized();
+  void Moved(QPoint pixel);
+  void Pressed(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
+  void Released(QPoint pixel, Qt::MouseButton button);
+  void WheelTurned(QPoint pixel, int steps, Qt::KeyboardModifiers modifiers);
+  void KeyPressed(int key);
+
+protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+private:
+  void FitImage();
+
+  QImage image_;
+  int wheelRest_ = 0; // eighths of a degree that are not a whole step yet
+};
+
+} // namespace calder

@@ -1,0 +1,20 @@
+#include "Application.h"
+#include "platform/qt/QtDesktop.h"
+
+#include <QApplication>
+
+int main(int argc, char** argv) {
+  // The session is not ended by closing windows behind the program's back.
+  QGuiApplication::setFallbackSessionManagementEnabled(false);
+  QApplication qtApplication(argc, argv);
+  QApplication::setApplicationName(QStringLiteral("Calder"));
+  QApplication::setDesktopFileName(QStringLiteral("calder"));
+
+  // The whole command line is the name of one file, blanks included.
+  const QString file = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+
+  calder::QtDesktop desktop;
+  calder::Application application(desktop.Services());
+  if (!application.Start(file.toStdString())) return 1;
+  return QApplication::exec();
+}

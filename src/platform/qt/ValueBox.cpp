@@ -1,0 +1,73 @@
+#include "platform/qt/ValueBox.h"
+
+#include <QKeyEvent>
+#include <QTimer>
+
+namespace calder {
+
+ValueBox::ValueBox(QWidget* parent) : QLineEdit(parent) { SetCharacters(10); }
+
+void ValueBox::ShowText(const QString& text) {
+  shown_ = text;
+  if (text != this->text()) {
+    setText(text);
+    setCursorPosition(0);
+  }
+}
+
+void ValueBox::SetCharacters(int characters) {
+  const int digits = fontMetrics().horizontalAdvance(QString(characters, QLatin1Char('0')));
+  const QMargins margins = textMargins();
+  setFixedWidth(digits + margins.left() + margins.right() + 14);
+}
+
+bool ValueBox::event(QEvent* event) {
+  // A box that does not keep the editing keys leaves them to the menu: it declines to override the shortcut.
+  if (event->type() == QEvent::ShortcutOverride && !keepEditKeys_) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if ((key->modifiers() & Qt::ControlModifier) != 0) {
+      event->ignore();
+      return false;
+    }
+  }
+  return QLineEdit::event(event);
+}
+
+void ValueBox::keyPressEvent(QKeyEvent* event) {
+  switch (event->key()) {
+  case Qt::Key_Return:
+  case Qt::Key_Enter:
+    Commit();
+    Q_EMIT MoveOn(false);
+    event->accept();
+    return;
+  case Qt::Key_Escape:
+    setText(shown_);
+    selectAll();
+    event->accept();
+    return;
+  default: QLineEdit::keyPressEvent(event);
+  }
+}
+
+void ValueBox::focusInEvent(QFocusEvent* event) {
+  QLineEdit::focusInEvent(event);
+  // After the mouse press that brought the focus has placed its cursor.
+  QTimer::singleShot(0, this, [this] {
+    if (hasFocus()) selectAll();
+  });
+}
+
+void ValueBox::focusOutEvent(QFocusEvent* event) {
+  QLineEdit::focusOutEvent(event);
+  if (event->reason() != Qt::PopupFocusReason) Commit();
+}
+
+void ValueBox::Commit() {
+  if (text() == shown_) return;
+  Q_EMIT Left(text());
+  // A refused text leaves what was shown.
+  setText(shown_);
+}
+
+} // namespace calder

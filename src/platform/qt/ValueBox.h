@@ -1,0 +1,42 @@
+// A text box for one value. Its text is taken when the box is left or on Tab or Enter, and only when it was changed, so
+// that a value shown with fewer digits than it has does not move by itself. Escape gives the shown text back. The menu's
+// editing keys go to the menu, not to the box, unless the box asks for them.
+#pragma once
+
+#include <QLineEdit>
+
+namespace calder {
+
+class ValueBox final : public QLineEdit {
+  Q_OBJECT
+
+public:
+  explicit ValueBox(QWidget* parent = nullptr);
+
+  // The text that the box shows when nothing is typed.
+  void ShowText(const QString& text);
+  // Ctrl+C and its kin edit the box's own text.
+  void KeepEditKeys(bool keep) { keepEditKeys_ = keep; }
+  // Wide enough for that many digits.
+  void SetCharacters(int characters);
+
+Q_SIGNALS:
+  // The box was left with a changed text.
+  void Left(const QString& text);
+  // Tab or Enter: the focus has to move on.
+  void MoveOn(bool backwards);
+
+protected:
+  bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+private:
+  void Commit();
+
+  QString shown_;
+  bool keepEditKeys_ = false;
+};
+
+} // namespace calder

@@ -1,0 +1,35 @@
+# calder_ui: the forms and what the desktop gives; and the program.
+find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg)
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(CALDER_XCB REQUIRED IMPORTED_TARGET xcb xcb-ewmh)
+
+add_library(calder_ui STATIC
+  Application.cpp
+  Application.h
+  editor/MainWindow.cpp
+  editor/MainWindow.h
+  editor/MainWindow.ui
+  editor/MainWindowCaptions.cpp
+  editor/Picture.cpp
+  editor/Picture.h
+  editor/icons/icons.qrc
+  platform/qt/Application.cpp
+  platform/qt/QtClipboard.cpp
+  platform/qt/QtDesktop.cpp
+  platform/qt/QtFileDialogs.cpp
+  platform/qt/QtMessageBoxes.cpp
+  platform/qt/Theme.cpp
+  platform/qt/ValueBox.cpp
+  platform/qt/ValueBox.h
+  platform/qt/XcbWindowList.cpp
+)
+add_library(calder::ui ALIAS calder_ui)
+set_target_properties(calder_ui PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+target_link_libraries(calder_ui
+  PRIVATE $<BUILD_INTERFACE:calder_flags> PkgConfig::CALDER_XCB Qt6::Svg
+  PUBLIC calder_core Qt6::Widgets)
+target_compile_definitions(calder_ui PRIVATE QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
+target_precompile_headers(calder_ui PRIVATE <QtWidgets> <string> <vector>)
+
+add_executable(calder main.cpp)
+target_link_libraries(calder PRIVATE calder_ui $<BUILD_INTERFACE:calder_flags>)
