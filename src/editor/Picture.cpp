@@ -23,8 +23,10 @@ Picture::Picture(QWidget* parent) : QWidget(parent), image_(1, 1, QImage::Format
 
 PixelContext Picture::Context() {
   // The image is never shared, so its bits are its own.
-  return PixelContext(reinterpret_cast<std::uint32_t*>(image_.bits()), image_.width(), image_.height(),
-                      static_cast<int>(image_.bytesPerLine() / 4), image_.devicePixelRatio());
+  const auto stride = static_cast<std::size_t>(image_.bytesPerLine()) / sizeof(std::uint32_t);
+  const std::span pixels(reinterpret_cast<std::uint32_t*>(image_.bits()),
+                         stride * static_cast<std::size_t>(image_.height()));
+  return {pixels, stride, image_.width(), image_.height(), image_.devicePixelRatio()};
 }
 
 void Picture::ShowColumns(int left, int right) {

@@ -1,0 +1,197 @@
+#include "files/WaveFiles.h"
+
+#include "files/FileNames.h"
+#include "files/SettingsBlock.h"
+#include "instrument/SystemSetup.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace calder {
+namespace {
+
+constexpr std::size_t kModelNameOffset = 2;
+constexpr std::size_t kModelNameBytes = 16;
+
+CodePage PageOf(const Program& program) {
+  return program.language == Language::Japanese ? CodePage::Japanese : CodePage::Western;
+}
+
+std::string TrimBlanks(std::string text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  return text;
+}
+
+// Whether the program can live with the record: sizes and ranges that the views and conversions divide by.
+bool Sound(const SystemInfo& record) {
+  const double values[] = {record.Frequency, record.FrequencyMin, record.FrequencyMax, record.Period,
+                           record.Amplitude, record.AmplitudeMin, record.AmplitudeMax, record.Offset,
+                           record.OffsetMin, record.OffsetMax,    record.XUserMin,     record.XUserMax,
+                           record.YUserMin,  record.YUserMax};
+  if (!std::all_of(std::begin(values), std::end(values), [](double value) { return std::isfinite(value); })) return false;
+  return record.MemorySize >= 1 && record.MemorySize <= W_MAX_POINTS && record.Frequency > 0 && record.Period > 0 &&
+         record.XUserMin < record.XUserMax && record.YUserMin < record.YUserMax && record.XUnit >= 0 &&
+         record.XUnit <= 2 && record.YUnit >= 0 && record.YUnit <= 2;
+}
+
+} // namespace
+
+bool WaveFiles::Read_WaveFile(const std::string& path) {
+  if (Is_FileExt(path, "wdb")) return ReadWdb(path);
+  if (Is_FileExt(path, "txt")) return ReadIntegerText(path);
+  program_.messages.ErrorBox(kMsgBadExtension);
+  return false;
+}
+
+bool WaveFiles::ReadWdb(const std::string& path) {
+  switch (Check_WdbModel(path)) {
+  case ModelCheck::Unknown: program_.messages.ErrorBox(kMsgUnknownModel); return false;
+  case ModelCheck::Unreadable: program_.messages.ErrorBox(kMsgReadFailed); return false;
+  case ModelCheck::Known: break;
+  }
+  // The settings are looked at before the waveform is touched, so that a damaged file changes nothing.
+  SystemInfo record = program_.settings;
+  std::int32_t kind = program_.interfaceKind;
+  std::array<std::byte, WDB_SETTINGS_BYTES> block{};
+  std::int32_t result = program_.fileLibrary.Read4410File(path, block, program_.buffers.Work());
+  if (result == 0) {
+    Unpack_Settings(block, PageOf(program_), record, kind);
+    if (!Sound(record)) result = FILE_READ_FAILED;
+  }
+  if (result != 0) {
+    program_.messages.ErrorBox(kMsgReadFailed);
+    return false;
+  }
+  Resolve_Model(record);
+  EditBuffers& buffers = program_.buffers;
+  W_CopyMemory(buffers.Work(), buffers.Current(), 0, 0, W_MAX_POINTS);
+  W_ClearMemory(buffers.UndoCopy(), 0, W_MAX_POINTS);
+  program_.settings = record;
+  program_.interfaceKind = static_cast<std::int16_t>(kind);
+  setup_.RecordLoaded();
+  setup_.Accept();
+  Remember(path);
+  return true;
+}
+
+bool WaveFiles::ReadIntegerText(const std::string& path) {
+  EditBuffers& buffers = program_.buffers;
+  std::int32_t points = 0;
+  if (program_.fileLibrary.LoadWaveData(path, buffers.Work(), 0, program_.settings.MemorySize, points) != 0) {
+    TellReadFailure();
+    return false;
+  }
+  TakeWork(points);
+  Remember(path);
+  return true;
+}
+
+bool WaveFiles::Read_RealText(const std::string& path) {
+  if (!Is_FileExt(path, "txt")) {
+    program_.messages.ErrorBox(kMsgBadExtension);
+    return false;
+  }
+  EditBuffers& buffers = program_.buffers;
+  std::vector<std::int16_t> codes;
+  if (program_.fileLibrary.LoadRealData(path, program_.settings.MemorySize, codes) != 0) {
+    TellReadFailure();
+    return false;
+  }
+  W_ClearMemory(buffers.Work(), 0, W_MAX_POINTS);
+  std::copy(codes.begin(), codes.end(), W_Lock(buffers.Work()).begin());
+  TakeWork(static_cast<std::int32_t>(codes.size()));
+  Remember(path);
+  return true;
+}
+
+void WaveFiles::TakeWork(std::int32_t points) {
+  EditBuffers& buffers = program_.buffers;
+  const std::int32_t size = program_.settings.MemorySize;
+  buffers.Save_Undo();
+  if (points == 1) {
+    W_MakeDC(buffers.Work(), 0, size, W_GetWaveData(buffers.Work(), 0, 1));
+  } else if (points < size) {
+    W_CompWaveX(buffers.Work(), 0, points - 1, size, 0, size);
+  }
+  W_CopyMemory(buffers.Work(), buffers.Current(), 0, 0, size);
+  setup_.RefreshControlPoints();
+}
+
+WaveFiles::ModelCheck WaveFiles::Check_WdbModel(const std::string& path) const {
+  std::vector<char> head;
+  if (ReadFileStart(path, kModelNameOffset + kModelNameBytes, head) != 0) return ModelCheck::Unreadable;
+  if (head.size() < kModelNameOffset + kModelNameBytes) return ModelCheck::Unreadable;
+  const std::string name =
+      TrimBlanks(FromCodePageField({head.data() + kModelNameOffset, kModelNameBytes}, PageOf(program_)));
+  for (const std::string& model : setup_.Models()) {
+    if (model.substr(0, name.size()) == name) return ModelCheck::Known;
+  }
+  return ModelCheck::Unknown;
+}
+
+void WaveFiles::Resolve_Model(SystemInfo& record) const {
+  const std::vector<std::string>& models = setup_.Models();
+  const std::string name = TrimBlanks(record.ModelName);
+  const auto found = std::find(models.begin(), models.end(), name);
+  record.ModelNo = static_cast<std::int16_t>(found == models.end() ? 0 : found - models.begin());
+  if (found == models.end() && !models.empty()) record.ModelName = models.front();
+}
+
+bool WaveFiles::Write_WaveFile(const std::string& path) {
+  const bool binary = Is_FileExt(path, "wdb");
+  if (!binary && !Is_FileExt(path, "txt")) {
+    program_.messages.ErrorBox(kMsgBadExtension);
+    return false;
+  }
+  setup_.ApplyMemorySize();
+  const std::int32_t result =
+      binary ? Write_Wdb(path)
+             : program_.fileLibrary.SaveWaveData(path, program_.buffers.Current(), 0, program_.settings.MemorySize);
+  if (result != 0) {
+    program_.messages.ErrorBox(kMsgWriteFailed);
+    return false;
+  }
+  Remember(path);
+  return true;
+}
+
+std::int32_t WaveFiles::Write_Wdb(const std::string& path) {
+  setup_.RefreshControlPoints();
+  std::array<std::byte, WDB_SETTINGS_BYTES> block{};
+  Pack_Settings(program_.settings, program_.interfaceKind, PageOf(program_), block);
+  const auto entries = static_cast<std::size_t>(program_.settings.ControlPointCount);
+  const std::span<const std::int32_t> positions = W_Lock32(program_.buffers.Block32());
+  const std::span<const std::int16_t> values = W_Lock(program_.buffers.Block16());
+  std::vector<std::byte> table(entries * WDB_TABLE_ENTRY_BYTES);
+  for (std::size_t i = 0; i < entries; ++i) {
+    std::byte* entry = &table[i * WDB_TABLE_ENTRY_BYTES];
+    const auto position = static_cast<std::uint32_t>(positions[i]);
+    const auto value = static_cast<std::uint16_t>(values[i]);
+    for (unsigned byte = 0; byte < 4; ++byte) entry[byte] = static_cast<std::byte>(position >> (8 * byte));
+    for (unsigned byte = 0; byte < 2; ++byte) entry[4 + byte] = static_cast<std::byte>(value >> (8 * byte));
+  }
+  return program_.fileLibrary.Save4410File(path, block, program_.buffers.Current(), table);
+}
+
+void WaveFiles::TellReadFailure() const {
+  const TextFault& fault = program_.fileLibrary.LastFault();
+  std::string text = program_.messages.MessageText(kMsgReadFailed);
+  if (fault.line > 0) {
+    text += program_.messages.Pick("行 ", "Line ") + std::to_string(fault.line) + ": " + fault.reason;
+  } else if (!fault.reason.empty()) {
+    text += fault.reason;
+  }
+  program_.messages.ErrorBoxText(text);
+}
+
+void WaveFiles::Remember(const std::string& path) {
+  RememberedNames& names = program_.names;
+  names.CurrentWaveFile = path;
+  names.LastListFile = WithoutExtension(path);
+  names.LastSystemFile = names.LastListFile;
+  names.LastTableFile = names.LastListFile;
+}
+
+} // namespace calder
