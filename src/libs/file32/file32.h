@@ -9,6 +9,7 @@
 // Paths are UTF-8.
 #pragma once
 
+#include "libs/file32/TextFault.h"
 #include "libs/file32/WholeFile.h"
 #include "libs/wavelb32/wavelb32.h"
 
@@ -33,12 +34,6 @@ inline constexpr std::size_t WDB_SETTINGS_BYTES = 352;
 inline constexpr std::size_t WDB_WAVE_BYTES = 1048576;
 inline constexpr std::size_t WDB_TABLE_OFFSET = WDB_SETTINGS_BYTES + WDB_WAVE_BYTES;
 inline constexpr std::size_t WDB_TABLE_ENTRY_BYTES = 6;
-
-// Where and why a text file was refused.
-struct TextFault {
-  std::int64_t line = 0; // 1-based; 0: the file as a whole
-  std::string reason;    // plain English, for people
-};
 
 class File32 {
 public:
