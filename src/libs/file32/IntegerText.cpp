@@ -32,10 +32,18 @@ void StoreEight(char* text, std::uint64_t value) {
   std::memcpy(text, &value, sizeof value);
 }
 
-// A line of the plain form, as this program writes it (any line end): the number of its bytes, 0 when it is another.
+// A line of the plain form, as this program writes it (or with LF alone): the number of its bytes, 0 when it is
+// another.
 std::size_t ParsePlainLine(const char* text, std::int16_t& code) {
   std::uint64_t line = LoadEight(text);
-  const std::uint64_t negative = (line & 0xFF) == '-' ? 1 : 0;
+  // The length comes from the line end alone, so that the next line can be begun before this one is understood. The
+  // lowest byte of the difference that is zero is the first one whose high bit survives.
+  const std::uint64_t difference = line ^ (kEachByte * '\n');
+  const std::uint64_t found = (difference - kEachByte) & ~difference & (kEachByte * 0x80);
+  if (found == 0) return 0;
+  const std::size_t length = static_cast<std::size_t>(std::countr_zero(found)) / 8 + 1;
+
+  const std::uint64_t negative = (((line & 0xFF) ^ '-') - 1) >> 63; // 1 for '-', 0 for others
   line >>= 8 * negative;
   // Digits become 0 to 9, and the first byte that is none gets a bit of its high half set. The sums carry upwards only,
   // which the search for the lowest such byte does not see.
@@ -43,20 +51,16 @@ std::size_t ParsePlainLine(const char* text, std::int16_t& code) {
   const std::uint64_t others = (values | (values + kEachByte * 6)) & (kEachByte * 0xF0);
   const auto digits = static_cast<unsigned>(std::countr_zero(others)) / 8;
   if (digits - 1 > 4) return 0; // none, or more than five
+  const std::uint64_t end = line >> (8 * digits);
+  if ((end & 0xFF) != '\n' && (end & 0xFFFF) != ('\r' | '\n' << 8)) return 0;
   // The last digit into the highest byte; zeros fill in before the first. Then pairs, fours and eights are joined.
   std::uint64_t number = values << (8 * (8 - digits));
   number = ((number * 10) + (number >> 8)) & 0x00FF00FF00FF00FF;
   number = ((number * 100) + (number >> 16)) & 0x0000FFFF0000FFFF;
   number = ((number * 10000) + (number >> 32)) & 0xFFFFFFFF;
   if (number > kHighestCode + negative) return 0;
-
-  const std::uint64_t end = line >> (8 * digits);
-  const std::uint64_t isCr = (end & 0xFF) == '\r' ? 1 : 0;
-  const std::uint64_t isCrLf = (end & 0xFFFF) == ('\r' | '\n' << 8) ? 1 : 0;
-  if (isCr == 0 && (end & 0xFF) != '\n') return 0;
-  const auto magnitude = static_cast<std::int32_t>(number);
-  code = static_cast<std::int16_t>(negative != 0 ? -magnitude : magnitude);
-  return negative + digits + 1 + isCrLf;
+  code = static_cast<std::int16_t>((number ^ (0 - negative)) + negative); // without a branch: signs are unpredictable
+  return length;
 }
 
 // One number: whole, in the range of the codes. The reason why not, or empty.

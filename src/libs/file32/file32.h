@@ -10,6 +10,7 @@
 #pragma once
 
 #include "libs/file32/TextFault.h"
+#include "libs/file32/WdbFile.h"
 #include "libs/file32/WholeFile.h"
 #include "libs/wavelb32/wavelb32.h"
 
@@ -29,11 +30,6 @@ inline constexpr std::int32_t CLIP_OPEN_FAILED = 80;
 inline constexpr std::int32_t CLIP_READ_FAILED = 81;
 inline constexpr std::int32_t CLIP_WRITE_FAILED = 82;
 inline constexpr std::int32_t CLIP_ERROR = 83;
-
-inline constexpr std::size_t WDB_SETTINGS_BYTES = 352;
-inline constexpr std::size_t WDB_WAVE_BYTES = 1048576;
-inline constexpr std::size_t WDB_TABLE_OFFSET = WDB_SETTINGS_BYTES + WDB_WAVE_BYTES;
-inline constexpr std::size_t WDB_TABLE_ENTRY_BYTES = 6;
 
 class File32 {
 public:
