@@ -9,11 +9,13 @@
 // Paths are UTF-8.
 #pragma once
 
+#include "libs/file32/TextFault.h"
+#include "libs/file32/WdbFile.h"
+#include "libs/file32/WholeFile.h"
 #include "libs/wavelb32/wavelb32.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -24,34 +26,10 @@ namespace calder {
 
 class Clipboard;
 
-inline constexpr std::int32_t FILE_READ_FAILED = 71;
-inline constexpr std::int32_t FILE_WRITE_FAILED = 72;
 inline constexpr std::int32_t CLIP_OPEN_FAILED = 80;
 inline constexpr std::int32_t CLIP_READ_FAILED = 81;
 inline constexpr std::int32_t CLIP_WRITE_FAILED = 82;
 inline constexpr std::int32_t CLIP_ERROR = 83;
-
-inline constexpr std::size_t WDB_SETTINGS_BYTES = 352;
-inline constexpr std::size_t WDB_WAVE_BYTES = 1048576;
-inline constexpr std::size_t WDB_TABLE_OFFSET = WDB_SETTINGS_BYTES + WDB_WAVE_BYTES;
-inline constexpr std::size_t WDB_TABLE_ENTRY_BYTES = 6;
-
-// One step of a write, for tests that make it fail or stop there; true goes on.
-enum class WriteStep { Create, Write, Flush, Rename };
-using WriteGate = std::function<bool(WriteStep)>;
-
-// Replaces the file at `path` by `pieces` one after the other, in one step or not at all. Keeps the old file's
-// permissions; follows a symbolic link to the file that it names.
-[[nodiscard]] std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<const std::byte>> pieces,
-                                       const WriteGate& gate = {});
-// The whole file into `content`, whose memory is reused.
-[[nodiscard]] std::int32_t ReadWholeFile(const std::string& path, std::vector<char>& content);
-
-// Where and why a text file was refused.
-struct TextFault {
-  std::int64_t line = 0; // 1-based; 0: the file as a whole
-  std::string reason;    // plain English, for people
-};
 
 class File32 {
 public:
@@ -76,8 +54,7 @@ public:
                                           std::int32_t most, std::int32_t& read);
   // Real numbers, one a line: scaled so that the largest magnitude is 32767. At most `most` values are taken; the value
   // after the last one still counts for the scale. `codes` holds the codes on success.
-  [[nodiscard]] std::int32_t LoadRealData(const std::string& path, std::int32_t most,
-                                          std::vector<std::int16_t>& codes);
+  [[nodiscard]] std::int32_t LoadRealData(const std::string& path, std::int32_t most, std::vector<std::int16_t>& codes);
   // Why the last text file was refused.
   [[nodiscard]] const TextFault& LastFault() const;
 

@@ -63,27 +63,31 @@ std::int32_t W_DeleteWave(WaveHandle handle, double start, double count, std::in
 
 // ---- drawing (Draw.cpp, DrawDigital.cpp) ----
 
-// The waveform in the context's pen. The view shows xSpan points from xStart, and depths (32767 - code) from yStart over
-// ySpan; width and height are the picture's size in pixels. A point stands at
-// (position - xStart) * width / xSpan, (depth - yStart) * height / ySpan, both rounded down.
-// More points than pixels: one column a pixel from the minimum to the maximum of its points, joined to its neighbour.
-// Fewer: a line through every point, each also a dot once they are 8 or more logical pixels apart.
+// The waveform in the context's pen. The view shows xSpan points from xStart, and depths (32767 - code) from yStart
+// over ySpan; width and height are the picture's size in pixels. A point stands at (position - xStart) * width / xSpan,
+// (depth - yStart) * height / ySpan, both rounded down; the depth at the lower edge stands in the last row. More points
+// than pixels: one column a pixel from the minimum to the maximum of its points, joined to its neighbour. Fewer: a line
+// through every point, each also a dot once they are 8 or more logical pixels apart. pointCount is the number of points
+// of the waveform, 0 for the whole buffer: what lies behind is not looked at, and the last point's code holds up to the
+// position pointCount. width and height are at most 32767.
 std::int32_t W_DrawWave2(DeviceContext& context, WaveHandle handle, double xStart, double yStart, double xSpan,
-                         double ySpan, int width, int height);
-// The grid of a small picture: 10 columns, 8 rows, the zero line in the middle.
+                         double ySpan, int width, int height, std::int32_t pointCount = 0);
+// The grid of a small picture: 10 columns and 8 rows in light grey, the zero line in the middle in white. The context's
+// pen is changed.
 std::int32_t W_DrawGrid(DeviceContext& context, int width, int height);
 // The zero line (code 0) of a view in the context's pen, when it lies inside.
 std::int32_t W_DrawGrid2(DeviceContext& context, double yStart, double ySpan, int width, int height);
 // 16 lanes, the most significant bit at the top: the height is 49 units, one of margin above, three a lane. Lanes whose
-// bit is in bitMask are selected; bits that the model lacks (beyond the top bitCount) are drawn in the quiet colour; the
-// range from markerA to markerB has its own ground in selected lanes.
+// bit is in bitMask are selected; bits that the model lacks (beyond the top bitCount) are drawn in the quiet colour;
+// the range from markerA to markerB has its own ground in selected lanes. Lanes that are not selected keep the ground
+// that the picture has. The context's pen is changed.
 std::int32_t W_DrawDigitalPattern(DeviceContext& context, WaveHandle handle, double xStart, double xSpan,
                                   std::int32_t bitCount, std::int32_t bitMask, double markerA, double markerB,
                                   int width, int height, std::uint32_t traceColor, std::uint32_t quietColor,
                                   std::uint32_t selectedColor, std::uint32_t scopeColor);
 // The lanes whose bits are in bitMask, in the context's pen, for paper.
-std::int32_t W_DrawDigital(DeviceContext& context, WaveHandle handle, double xStart, double xSpan,
-                           std::int32_t bitMask, int width, int height);
+std::int32_t W_DrawDigital(DeviceContext& context, WaveHandle handle, double xStart, double xSpan, std::int32_t bitMask,
+                           int width, int height);
 // The 16 bits mirrored: bit 0 becomes bit 15.
 [[nodiscard]] std::uint16_t reverse_bit(std::uint16_t pattern);
 // Every point's destination bit takes the value of its source bit. Each mask has one bit of the low 16.
@@ -98,8 +102,8 @@ std::int32_t W_MakeSin(WaveHandle handle, double start, double count, double off
                        double phase);
 std::int32_t W_MakeTriangle(WaveHandle handle, double start, double count, double offset, double amplitude,
                             double period, double phase, double symmetry);
-std::int32_t W_MakeSquare(WaveHandle handle, double start, double count, double offset, double amplitude,
-                          double period, double phase, double duty, double transition);
+std::int32_t W_MakeSquare(WaveHandle handle, double start, double count, double offset, double amplitude, double period,
+                          double phase, double duty, double transition);
 std::int32_t W_MakeNoise(WaveHandle handle, double start, double count, double offset, double amplitude);
 std::int32_t W_MakeDC(WaveHandle handle, double start, double count, double offset);
 // Starts the noise afresh: the same seed gives the same noise.

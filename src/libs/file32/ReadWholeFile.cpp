@@ -1,0 +1,53 @@
+#include "libs/file32/Descriptor.h"
+#include "libs/file32/WholeFile.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <new>
+
+namespace calder {
+
+namespace {
+
+// No text of this program comes near it; a larger one would only fill the memory.
+constexpr std::size_t kMostBytes = std::size_t{1} << 28;
+
+} // namespace
+
+std::int32_t ReadFileStart(const std::string& path, std::size_t most, std::vector<char>& content) {
+  if (path.find('\0') != std::string::npos) return FILE_READ_FAILED;
+  // A pipe would make the program wait for its other end: opened without waiting, then refused.
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  struct stat status {};
+  if (!file.Valid() || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return FILE_READ_FAILED;
+
+  // The size is a hint: one byte more than it tells the end of the file in the same pass, and a file that grew or that
+  // does not know its size is read to its end.
+  std::size_t filled = 0;
+  std::size_t room = std::min(static_cast<std::size_t>(status.st_size) + 1, most);
+  try {
+    while (filled < most) {
+      if (filled == room) room = std::min(room + room / 2 + 4096, most);
+      if (content.size() < room) content.resize(room);
+      const ssize_t got = ::pread(file.Get(), content.data() + filled, room - filled, static_cast<off_t>(filled));
+      if (got < 0 && errno == EINTR) continue;
+      if (got < 0) return FILE_READ_FAILED;
+      if (got == 0) break;
+      filled += static_cast<std::size_t>(got);
+    }
+    content.resize(filled);
+  } catch (const std::bad_alloc&) {
+    return FILE_READ_FAILED;
+  }
+  return 0;
+}
+
+std::int32_t ReadWholeFile(const std::string& path, std::vector<char>& content) {
+  const std::int32_t status = ReadFileStart(path, kMostBytes + 1, content);
+  return status == 0 && content.size() > kMostBytes ? FILE_READ_FAILED : status;
+}
+
+} // namespace calder

@@ -1,0 +1,69 @@
+#include "libs/file32/WdbFile.h"
+
+#include "libs/file32/LittleEndian.h"
+#include "libs/file32/WholeFile.h"
+
+#include <algorithm>
+#include <array>
+#include <new>
+#include <optional>
+
+namespace calder {
+
+namespace {
+
+constexpr std::size_t kWavePoints = WDB_WAVE_BYTES / 2;
+// Where the settings block tells of the control-point table.
+constexpr std::size_t kTransferFormatOffset = 342;
+constexpr std::size_t kControlPointCountOffset = 344;
+constexpr std::int16_t kWithTable = 1;
+constexpr std::int32_t kMostControlPoints = 10000;
+
+// The bytes of the table that the block announces; none when it announces an impossible one.
+std::optional<std::size_t> TableBytes(const std::byte* block) {
+  if (LoadLittleEndian<std::int16_t>(block + kTransferFormatOffset) != kWithTable) return 0;
+  const auto count = LoadLittleEndian<std::int32_t>(block + kControlPointCountOffset);
+  if (count < 0 || count > kMostControlPoints) return std::nullopt;
+  return static_cast<std::size_t>(count) * WDB_TABLE_ENTRY_BYTES;
+}
+
+} // namespace
+
+std::int32_t WriteWdb(const std::string& path, std::span<const std::byte> settingsBlock,
+                      std::span<const std::int16_t> codes, std::span<const std::byte> controlPointTable,
+                      std::vector<char>& scratch) {
+  if (settingsBlock.size() < WDB_SETTINGS_BYTES) return FILE_WRITE_FAILED;
+  if (TableBytes(settingsBlock.data()) != controlPointTable.size()) return FILE_WRITE_FAILED;
+  codes = codes.first(std::min(codes.size(), kWavePoints));
+  std::span<const std::byte> area = std::as_bytes(codes);
+  if (std::endian::native != std::endian::little || codes.size() < kWavePoints) {
+    try {
+      scratch.assign(WDB_WAVE_BYTES, 0);
+    } catch (const std::bad_alloc&) {
+      return FILE_WRITE_FAILED;
+    }
+    const std::span<std::byte> bytes = std::as_writable_bytes(std::span(scratch));
+    StoreCodes(codes, bytes.data());
+    area = bytes;
+  }
+  const std::array pieces = {settingsBlock.first(WDB_SETTINGS_BYTES), area, controlPointTable};
+  return ReplaceFile(path, pieces);
+}
+
+std::int32_t ReadWdb(const std::string& path, std::span<std::byte> settingsBlock, std::span<std::int16_t> codes,
+                     std::vector<char>& scratch) {
+  constexpr std::size_t most = WDB_TABLE_OFFSET + kMostControlPoints * WDB_TABLE_ENTRY_BYTES;
+  if (settingsBlock.size() < WDB_SETTINGS_BYTES) return FILE_READ_FAILED;
+  if (ReadFileStart(path, most, scratch) != 0 || scratch.size() < WDB_TABLE_OFFSET) return FILE_READ_FAILED;
+  const std::span<const std::byte> file = std::as_bytes(std::span(scratch));
+  const std::optional<std::size_t> table = TableBytes(file.data());
+  if (!table || file.size() - WDB_TABLE_OFFSET < *table) return FILE_READ_FAILED;
+
+  std::copy_n(file.begin(), WDB_SETTINGS_BYTES, settingsBlock.begin());
+  const std::size_t points = std::min(codes.size(), kWavePoints);
+  LoadCodes(file.data() + WDB_SETTINGS_BYTES, codes.first(points));
+  std::fill(codes.begin() + static_cast<std::ptrdiff_t>(points), codes.end(), std::int16_t{0});
+  return 0;
+}
+
+} // namespace calder

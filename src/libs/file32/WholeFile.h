@@ -1,0 +1,32 @@
+// Files read and replaced as a whole. Paths are UTF-8. 0 on success.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace calder {
+
+inline constexpr std::int32_t FILE_READ_FAILED = 71;
+inline constexpr std::int32_t FILE_WRITE_FAILED = 72;
+
+// One step of a write, for tests that make it fail or stop there; true goes on.
+enum class WriteStep { Create, Write, Flush, Rename };
+using WriteGate = std::function<bool(WriteStep)>;
+
+// Replaces the file at `path` by `pieces` one after the other, in one step or not at all. Keeps the old file's
+// permissions and, where the user may give files away, its owner; follows a symbolic link to the file that it names.
+// Refused: a folder, a device, a pipe, a write-protected file. Other hard links to the old file keep the old content.
+[[nodiscard]] std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<const std::byte>> pieces,
+                                       const WriteGate& gate = {});
+
+// The whole file into `content`, whose memory is reused; after a failure `content` holds anything. Only regular files are
+// read, and none of more than 256 MiB.
+[[nodiscard]] std::int32_t ReadWholeFile(const std::string& path, std::vector<char>& content);
+// The same for the first `most` bytes of a file of any size; fewer when it is shorter.
+[[nodiscard]] std::int32_t ReadFileStart(const std::string& path, std::size_t most, std::vector<char>& content);
+
+} // namespace calder

@@ -1,0 +1,124 @@
+#include "libs/wavelb32/Generate.h"
+#include "libs/wavelb32/State.h"
+#include "platform/VectorClones.h"
+
+#include <cmath>
+#include <numbers>
+
+namespace calder::wavelb {
+
+namespace {
+
+// Jumps have this width, in turns, before them in which a point already counts as behind: the rounding of a turn must
+// not decide on which side of a jump a point stands that is meant to be on it.
+constexpr double jumpTolerance = 1e-9;
+
+[[gnu::always_inline]] inline double TurnOf(const Turns& turns, std::int32_t i) {
+  return turns.period * (turns.first + i) / turns.count + turns.phase;
+}
+
+// The part of a turn behind its last whole number, 0 <= part < 1.
+[[gnu::always_inline]] inline double PartOf(double turn) {
+  const double part = turn - std::floor(turn);
+  return part < 1 ? part : 0; // a tiny negative turn rounds to 1
+}
+
+// sin(2 pi turn). The turn is first reduced to -1/4..1/4 without an error; there the series to the 21st power is off by
+// less than the last place. The same operations in every version of the loop, hence the same codes.
+[[gnu::always_inline]] inline double SineOfTurn(double turn) {
+  const double within = turn - std::rint(turn); // -1/2..1/2
+  const double mirrored = std::copysign(0.5, within) - within;
+  const double quarter = std::abs(within) > 0.25 ? mirrored : within;
+  const double angle = quarter * (2 * std::numbers::pi);
+  const double square = angle * angle;
+  double series = 1.0 / 51090942171709440000.0;
+  series = series * square - 1.0 / 121645100408832000.0;
+  series = series * square + 1.0 / 355687428096000.0;
+  series = series * square - 1.0 / 1307674368000.0;
+  series = series * square + 1.0 / 6227020800.0;
+  series = series * square - 1.0 / 39916800.0;
+  series = series * square + 1.0 / 362880.0;
+  series = series * square - 1.0 / 5040.0;
+  series = series * square + 1.0 / 120.0;
+  series = series * square - 1.0 / 6.0;
+  return angle + angle * square * series;
+}
+
+CALDER_VECTOR void SineLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level) {
+  for (std::int32_t i = 0; i < count; ++i) codes[i] = ToCode(level.offset + level.half * SineOfTurn(TurnOf(turns, i)));
+}
+
+CALDER_VECTOR void TriangleLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double rise) {
+  // A period begins in the middle of the rise.
+  const double shift = rise / 2;
+  const double upSlope = rise > 0 ? 2 / rise : 0;
+  const double downSlope = rise < 1 ? 2 / (1 - rise) : 0;
+  for (std::int32_t i = 0; i < count; ++i) {
+    const double part = PartOf(TurnOf(turns, i) + shift);
+    const double place = part < 1 - jumpTolerance ? part : 0;
+    const double up = place * upSlope - 1;
+    const double down = 1 - (place - rise) * downSlope;
+    codes[i] = ToCode(level.offset + level.half * (place < rise ? up : down));
+  }
+}
+
+CALDER_VECTOR void JumpSquareLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double high) {
+  const std::int16_t highCode = ToCode(level.offset + level.half);
+  const std::int16_t lowCode = ToCode(level.offset - level.half);
+  for (std::int32_t i = 0; i < count; ++i)
+    codes[i] = PartOf(TurnOf(turns, i) + jumpTolerance) < high ? highCode : lowCode;
+}
+
+CALDER_VECTOR void EdgeSquareLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double high,
+                                  double edge) {
+  const double middle = high / 2; // of the high part
+  const double slope = 2 / edge;
+  for (std::int32_t i = 0; i < count; ++i) {
+    const double away = TurnOf(turns, i) - middle;
+    const double distance = std::abs(away - std::rint(away)); // from the nearest middle of a high part
+    const double raw = (middle - distance) * slope;
+    const double above = raw < -1 ? -1 : raw;
+    codes[i] = ToCode(level.offset + level.half * (above > 1 ? 1 : above));
+  }
+}
+
+CALDER_VECTOR void NoiseLoop(std::int16_t* codes, std::int32_t count, Level level, std::uint64_t first) {
+  constexpr double scale = 1.0 / 2147483648.0;
+  for (std::int32_t i = 0; i < count; ++i) {
+    std::uint64_t value = first + static_cast<std::uint64_t>(i) * 0x9E3779B97F4A7C15U;
+    value = (value ^ (value >> 30)) * 0xBF58476D1CE4E5B9U;
+    value = (value ^ (value >> 27)) * 0x94D049BB133111EBU;
+    value = value ^ (value >> 31);
+    // The upper half as a signed number: -1 < unit < 1, symmetric, never at the ends.
+    const double unit = (static_cast<std::int32_t>(value >> 32) + 0.5) * scale;
+    codes[i] = ToCode(level.offset + level.half * unit);
+  }
+}
+
+std::int32_t Length(std::span<std::int16_t> codes) {
+  return static_cast<std::int32_t>(codes.size());
+}
+
+} // namespace
+
+void FillSine(std::span<std::int16_t> codes, const Turns& turns, const Level& level) {
+  SineLoop(codes.data(), Length(codes), turns, level);
+}
+
+void FillTriangle(std::span<std::int16_t> codes, const Turns& turns, const Level& level, double rise) {
+  TriangleLoop(codes.data(), Length(codes), turns, level, rise);
+}
+
+void FillSquare(std::span<std::int16_t> codes, const Turns& turns, const Level& level, double high, double edge) {
+  // An edge so short that no point can stand on it is a jump.
+  if (edge > jumpTolerance)
+    EdgeSquareLoop(codes.data(), Length(codes), turns, level, high, edge);
+  else
+    JumpSquareLoop(codes.data(), Length(codes), turns, level, high);
+}
+
+void FillNoise(std::span<std::int16_t> codes, const Level& level, std::uint64_t key, std::uint64_t index) {
+  NoiseLoop(codes.data(), Length(codes), level, key + (index + 1) * 0x9E3779B97F4A7C15U);
+}
+
+} // namespace calder::wavelb

@@ -1,0 +1,62 @@
+#include "libs/wavelb32/Reduce.h"
+
+#include "platform/VectorClones.h"
+
+namespace calder::wavelb {
+
+namespace {
+
+// The compiler makes vector code of the ternaries, not of std::min and std::max.
+[[gnu::always_inline]] inline Extremes ExtremesOf(const std::int16_t* codes, std::int32_t count) {
+  std::int16_t low = codes[0];
+  std::int16_t high = codes[0];
+  for (std::int32_t i = 0; i < count; ++i) {
+    const std::int16_t code = codes[i];
+    low = code < low ? code : low;
+    high = code > high ? code : high;
+  }
+  return {low, high};
+}
+
+CALDER_VECTOR Extremes ExtremesVector(const std::int16_t* codes, std::int32_t count) {
+  return ExtremesOf(codes, count);
+}
+
+CALDER_VECTOR void ReduceVector(const std::int16_t* codes, const std::int32_t* edges, std::int32_t columns,
+                                std::int16_t* lows, std::int16_t* highs) {
+  for (std::int32_t c = 0; c < columns; ++c) {
+    const std::int32_t first = edges[c];
+    const std::int32_t count = edges[c + 1] - first;
+    Extremes extremes{INT16_MAX, INT16_MIN};
+    if (count > 0) extremes = ExtremesOf(codes + first, count);
+    lows[c] = extremes.low;
+    highs[c] = extremes.high;
+  }
+}
+
+CALDER_VECTOR BitUse BitsVector(const std::int16_t* codes, std::int32_t count) {
+  std::uint16_t always = 0xFFFF;
+  std::uint16_t ever = 0;
+  for (std::int32_t i = 0; i < count; ++i) {
+    always = static_cast<std::uint16_t>(always & codes[i]);
+    ever = static_cast<std::uint16_t>(ever | codes[i]);
+  }
+  return {always, ever};
+}
+
+} // namespace
+
+Extremes FindExtremes(std::span<const std::int16_t> codes) {
+  return ExtremesVector(codes.data(), static_cast<std::int32_t>(codes.size()));
+}
+
+void ReduceColumns(std::span<const std::int16_t> codes, std::span<const std::int32_t> edges,
+                   std::span<std::int16_t> lows, std::span<std::int16_t> highs) {
+  ReduceVector(codes.data(), edges.data(), static_cast<std::int32_t>(lows.size()), lows.data(), highs.data());
+}
+
+BitUse FindBits(std::span<const std::int16_t> codes) {
+  return BitsVector(codes.data(), static_cast<std::int32_t>(codes.size()));
+}
+
+} // namespace calder::wavelb

@@ -1,0 +1,139 @@
+#include "libs/file32/IntegerText.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <charconv>
+#include <numeric>
+#include <string>
+#include <vector>
+
+namespace calder {
+namespace {
+
+std::string Format(const std::vector<std::int16_t>& codes, LineEnd end) {
+  std::string text(codes.size() * CODE_LINE_BYTES + 1, '!');
+  text.resize(FormatCodes(codes, end, text.data()));
+  return text;
+}
+
+// The codes of the text, or the line and the reason of the fault.
+std::string Parse(std::string_view text, std::size_t most = 100) {
+  std::vector<std::int16_t> codes(most, 99);
+  std::size_t count = 0;
+  TextFault fault;
+  if (!ParseCodes(text, codes, count, fault)) return std::to_string(fault.line) + ": " + fault.reason;
+  std::string list;
+  for (std::size_t i = 0; i < count; ++i) list += (i == 0 ? "" : " ") + std::to_string(codes[i]);
+  return list;
+}
+
+TEST(IntegerText, WritesAndReadsEveryCode) {
+  std::vector<std::int16_t> codes(65536);
+  std::iota(codes.begin(), codes.end(), std::int16_t{-32768});
+  for (const LineEnd end : {LineEnd::CrLf, LineEnd::Lf}) {
+    std::string expected;
+    for (const std::int16_t code : codes) expected += std::to_string(code) + (end == LineEnd::CrLf ? "\r\n" : "\n");
+    const std::string text = Format(codes, end);
+    ASSERT_EQ(text, expected);
+
+    std::vector<std::int16_t> back(codes.size());
+    std::size_t count = 0;
+    TextFault fault;
+    ASSERT_TRUE(ParseCodes(text, back, count, fault)) << fault.line << fault.reason;
+    EXPECT_EQ(count, codes.size());
+    EXPECT_EQ(back, codes);
+  }
+}
+
+TEST(IntegerText, ReadsWhatOtherProgramsWrite) {
+  const struct {
+    std::string_view text;
+    const char* result;
+  } kRows[] = {
+      {"1\r\n-2\r\n3\r\n", "1 -2 3"},
+      {"1\n-2\n3", "1 -2 3"},
+      {"1\r-2\r3\r", "1 -2 3"},
+      {"11111\r22222\r-31111\r-31112\r1", "11111 22222 -31111 -31112 1"},
+      {"1\r\r\n2\n\r3\n\n\n4\r\n\r\n", "1 2 3 4"},
+      {"  1\t\r\n\t-2 \r\n   \r\n\t\r\n3 ", "1 -2 3"},
+      {"+5\r\n+0\r\n-0\r\n+32767\r\n", "5 0 0 32767"},
+      {"00012\r\n000000000000000000000007\r\n-000000000032768\r\n", "12 7 -32768"},
+      {"\xEF\xBB\xBF"
+       "12\r\n",
+       "12"},
+      {"; made by hand\r\n# 524288 points\n'x\n\n  # indented\n7\n", "7"},
+      {"12.0\r\n1e3\r\n-3.2768E+4\r\n5.\r\n0.5e1\r\n1.2e+01\n", "12 1000 -32768 5 5 12"},
+      {"0", "0"},
+      {"-32768", "-32768"},
+  };
+  for (const auto& row : kRows) EXPECT_EQ(Parse(row.text), row.result) << row.text;
+}
+
+TEST(IntegerText, RefusesWithLineAndReason) {
+  const struct {
+    std::string_view text;
+    const char* result;
+  } kRows[] = {
+      {"", "0: no number in the file"},
+      {"\xEF\xBB\xBF", "0: no number in the file"},
+      {"\r\n \r\n# only a comment\r\n", "0: no number in the file"},
+      {"1\r\n2\r\n32768\r\n", "3: outside -32768 to 32767"},
+      {"1\n-32769\n", "2: outside -32768 to 32767"},
+      {"99999\r\n", "1: outside -32768 to 32767"},
+      {"1\r2\r-123456789012345678901234567890\r", "3: outside -32768 to 32767"},
+      {"1\r\n\r\n\r1.5\n", "4: not a whole number"},
+      {"1e-400\n", "0"}, // too small for a number: zero
+      {"1e400\n", "1: not a number"},
+      {"1\r\n# late comment\r\n", "2: not a number"},
+      {"Code\r\n1\r\n", "1: not a number"},
+      {"1,2\r\n", "1: not a number"},
+      {"1 2\r\n", "1: not a number"},
+      {"--1\n", "1: not a number"},
+      {"+-1\n", "1: not a number"},
+      {"++1\n", "1: not a number"},
+      {"- 1\n", "1: not a number"},
+      {"-\r\n", "1: not a number"},
+      {"-\r\n-\r\n-\r\n-\r\n", "1: not a number"},
+      {"0x10\n", "1: not a number"},
+      {"nan\n", "1: not a number"},
+      {"-inf\n", "1: not a number"},
+      {"12345a\r\n", "1: not a number"},
+      {"\xEF\xBC\x91\n", "1: not a number"}, // a full-width digit
+      {std::string_view("1\0\n", 3), "1: not a number"},
+      {std::string_view("12345\0\r\n", 8), "1: not a number"},
+  };
+  for (const auto& row : kRows) EXPECT_EQ(Parse(row.text), row.result) << row.text;
+}
+
+TEST(IntegerText, StopsAtTheMostPoints) {
+  EXPECT_EQ(Parse("1\n2\n3\n", 2), "1 2");
+  EXPECT_EQ(Parse("1\n2\nnot looked at\n", 2), "1 2");
+  EXPECT_EQ(Parse("1\n", 0), "");
+}
+
+// Whatever bytes follow a number, the quick road over whole words and the slow one over lines agree.
+TEST(IntegerText, BothRoadsAgree) {
+  const std::string_view kAlphabet = "-+0123456789\r\n .e";
+  std::uint32_t random = 1;
+  for (int round = 0; round < 200'000; ++round) {
+    std::string text;
+    for (int i = 0; i < 12; ++i) {
+      random = random * 1664525 + 1013904223;
+      text += kAlphabet[(random >> 16) % kAlphabet.size()];
+    }
+    text += "\n7";
+    std::string expected = Parse(text);
+    // A blank before each line keeps it from the quick road.
+    std::string slow;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      const bool lineStart = i == 0 || text[i - 1] == '\n' || (text[i - 1] == '\r' && text[i] != '\n');
+      if (lineStart) slow += ' ';
+      slow += text[i];
+    }
+    ASSERT_EQ(Parse(slow), expected) << testing::PrintToString(text);
+  }
+}
+
+} // namespace
+} // namespace calder

@@ -1,0 +1,155 @@
+#include "TestWave.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <numeric>
+
+namespace calder {
+namespace {
+
+using Codes = std::vector<std::int16_t>;
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double infinity = std::numeric_limits<double>::infinity();
+
+Codes Counting(std::int16_t points) {
+  Codes codes(static_cast<std::size_t>(points));
+  std::iota(codes.begin(), codes.end(), std::int16_t{1});
+  return codes;
+}
+
+TEST(Buffers, AFreedHandleStaysBadWhileItsSlotIsUsedAgain) {
+  const WaveHandle old = W_AllocMemory(4);
+  ASSERT_GT(old, 0);
+  EXPECT_EQ(W_FreeMemory(old), W_OK);
+  EXPECT_EQ(W_FreeMemory(old), W_BAD_HANDLE);
+  for (int i = 0; i < 5000; ++i) {
+    const WaveHandle next = W_AllocMemory(1);
+    ASSERT_GT(next, 0);
+    ASSERT_NE(next, old);
+    ASSERT_TRUE(W_Lock(old).empty());
+    ASSERT_EQ(W_FreeMemory(next), W_OK);
+  }
+}
+
+TEST(Buffers, AllocationsHaveLimitsAndKinds) {
+  for (const std::int32_t points : {0, -1, (1 << 26) + 1, std::numeric_limits<std::int32_t>::max()}) {
+    EXPECT_EQ(W_AllocMemory(points), 0) << points;
+    EXPECT_EQ(W_AllocMemory32(points), 0) << points;
+  }
+  const WaveHandle values = W_AllocMemory32(3);
+  EXPECT_TRUE(W_Lock(values).empty());
+  EXPECT_EQ(W_FreeMemory(values), W_BAD_HANDLE);
+  W_Lock32(values)[2] = 1 << 20;
+  EXPECT_EQ(W_GetWaveData32(values, 2, 3), 1 << 20);
+  EXPECT_EQ(W_GetWaveData(values, 2, 3), W_NO_DATA);
+  EXPECT_EQ(W_FreeMemory32(values), W_OK);
+  for (const WaveHandle bad : {0, -1, values, std::numeric_limits<WaveHandle>::max()})
+    EXPECT_EQ(W_FreeMemory32(bad), W_BAD_HANDLE) << bad;
+}
+
+TEST(Buffers, ThousandsOfBuffersAtOnceEndInAFailureNotInACrash) {
+  std::vector<WaveHandle> handles;
+  for (WaveHandle handle = W_AllocMemory(1); handle != 0; handle = W_AllocMemory(1)) handles.push_back(handle);
+  EXPECT_GE(handles.size(), 4000U);
+  for (const WaveHandle handle : handles) ASSERT_EQ(W_FreeMemory(handle), W_OK);
+  const WaveHandle again = W_AllocMemory(1);
+  EXPECT_NE(again, 0);
+  EXPECT_EQ(W_FreeMemory(again), W_OK);
+}
+
+// Which of ten points a range clears.
+TEST(Buffers, RangesRoundUpToWholePoints) {
+  struct Row {
+    double start;
+    double count;
+    std::int32_t status;
+    const char* cleared;
+  };
+  const Row rows[] = {
+      {0, 10, W_OK, "xxxxxxxxxx"},
+      {2, 3, W_OK, "..xxx....."},
+      {1.2, 2.1, W_OK, "..xxx....."},
+      {0.4, 9.6, W_OK, ".xxxxxxxxx"},
+      {9.5, 0.5, W_OK, ".........."},
+      {10, 0, W_OK, ".........."},
+      {3, 0, W_OK, ".........."},
+      {-0.5, 2, W_OK, "xx........"},
+      {-1, 2, W_BAD_RANGE, ".........."},
+      {0, 11, W_BAD_RANGE, ".........."},
+      {5, 6, W_BAD_RANGE, ".........."},
+      {5, -1, W_BAD_RANGE, ".........."},
+      {notANumber, 1, W_BAD_RANGE, ".........."},
+      {0, notANumber, W_BAD_RANGE, ".........."},
+      {0, infinity, W_BAD_RANGE, ".........."},
+      {1e300, 1, W_BAD_RANGE, ".........."},
+  };
+  for (const Row& row : rows) {
+    const TestWave wave(Counting(10));
+    EXPECT_EQ(W_ClearMemory(wave.Handle(), row.start, row.count), row.status) << row.start << " " << row.count;
+    std::string cleared;
+    for (const std::int16_t code : wave.Codes()) cleared += code == 0 ? 'x' : '.';
+    EXPECT_EQ(cleared, row.cleared) << row.start << " " << row.count;
+  }
+}
+
+TEST(Buffers, CopyingMovesOverlappingRangesToo) {
+  const TestWave wave(Counting(6));
+  EXPECT_EQ(W_CopyMemory(wave.Handle(), wave.Handle(), 0, 2, 4), W_OK);
+  EXPECT_EQ(wave.Copy(), (Codes{1, 2, 1, 2, 3, 4}));
+  EXPECT_EQ(W_CopyMemory(wave.Handle(), wave.Handle(), 2, 0, 4), W_OK);
+  EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4, 3, 4}));
+  EXPECT_EQ(W_CopyMemory(wave.Handle(), wave.Handle(), 3, 0, 4), W_BAD_RANGE);
+  EXPECT_EQ(W_CopyMemory(wave.Handle(), 0, 0, 0, 1), W_BAD_HANDLE);
+  EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4, 3, 4}));
+}
+
+TEST(Buffers, DeletingClosesTheGapWithinThePointCount) {
+  const TestWave wave(Counting(8));
+  EXPECT_EQ(W_DeleteWave(wave.Handle(), 1, 2, 6), W_OK);
+  EXPECT_EQ(wave.Copy(), (Codes{1, 4, 5, 6, 0, 0, 7, 8}));
+  EXPECT_EQ(W_DeleteWave(wave.Handle(), 0, 6, 6), W_OK);
+  EXPECT_EQ(wave.Copy(), (Codes{0, 0, 0, 0, 0, 0, 7, 8}));
+  EXPECT_EQ(W_DeleteWave(wave.Handle(), 0, 7, 6), W_BAD_RANGE);
+  EXPECT_EQ(W_DeleteWave(wave.Handle(), 0, 1, 9), W_BAD_RANGE);
+}
+
+TEST(Buffers, ReadingTheRightEndGivesTheLastPoint) {
+  const TestWave wave(Counting(5));
+  struct Row {
+    double index;
+    std::int32_t pointCount;
+    std::int32_t code;
+  };
+  const Row rows[] = {{0, 5, 1},
+                      {3.2, 5, 5},
+                      {4, 5, 5},
+                      {5, 5, 5},
+                      {3, 3, 3},
+                      {2.5, 3, 3},
+                      {5.1, 5, W_NO_DATA},
+                      {-1, 5, W_NO_DATA},
+                      {0, 6, W_NO_DATA},
+                      {0, 0, W_NO_DATA},
+                      {notANumber, 5, W_NO_DATA}};
+  for (const Row& row : rows) EXPECT_EQ(W_GetWaveData(wave.Handle(), row.index, row.pointCount), row.code) << row.index;
+}
+
+TEST(Buffers, ExtremesAreThoseOfTheRangeAtEveryLength) {
+  constexpr std::int32_t points = 150;
+  const TestWave wave(points);
+  ASSERT_EQ(W_InitRand(5), W_OK);
+  ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, points, 0, 65534), W_OK);
+  for (std::int32_t count = 1; count <= points; ++count) {
+    const auto range = wave.Codes().last(static_cast<std::size_t>(count));
+    EXPECT_EQ(W_GetMaxMin(wave.Handle(), points - count, count, 0), *std::ranges::min_element(range));
+    EXPECT_EQ(W_GetMaxMin(wave.Handle(), points - count, count, 1), *std::ranges::max_element(range));
+  }
+  EXPECT_EQ(W_GetMaxMin(wave.Handle(), 0, 0, 0), W_NO_DATA);
+  EXPECT_EQ(W_GetMaxMin(wave.Handle(), 0, 1, 2), W_NO_DATA);
+}
+
+} // namespace
+} // namespace calder

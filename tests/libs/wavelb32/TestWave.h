@@ -1,0 +1,34 @@
+// A buffer that frees itself, and short ways to fill and read it.
+#pragma once
+
+#include "libs/wavelb32/wavelb32.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace calder {
+
+class TestWave {
+public:
+  explicit TestWave(std::int32_t points) : handle_(W_AllocMemory(points)) {}
+  explicit TestWave(const std::vector<std::int16_t>& codes) : TestWave(static_cast<std::int32_t>(codes.size())) {
+    std::ranges::copy(codes, W_Lock(handle_).begin());
+  }
+  ~TestWave() { static_cast<void>(W_FreeMemory(handle_)); }
+  TestWave(const TestWave&) = delete;
+  TestWave& operator=(const TestWave&) = delete;
+
+  [[nodiscard]] WaveHandle Handle() const { return handle_; }
+  [[nodiscard]] std::span<std::int16_t> Codes() const { return W_Lock(handle_); }
+  [[nodiscard]] std::vector<std::int16_t> Copy() const {
+    const std::span<std::int16_t> codes = W_Lock(handle_);
+    return {codes.begin(), codes.end()};
+  }
+
+private:
+  WaveHandle handle_;
+};
+
+} // namespace calder
