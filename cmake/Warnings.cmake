@@ -3,6 +3,8 @@ add_library(calder_flags INTERFACE)
 target_compile_options(calder_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wcast-qual -Wnon-virtual-dtor
   -Woverloaded-virtual -Wnull-dereference -Wimplicit-fallthrough)
+# GCC 12 sees overlaps in string concatenations that are none.
+target_compile_options(calder_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(PROJECT_IS_TOP_LEVEL)
   target_compile_options(calder_flags INTERFACE -Werror)
 endif()

@@ -13,7 +13,6 @@ add_library(calder_ui STATIC
   editor/Picture.cpp
   editor/Picture.h
   editor/icons/icons.qrc
-  platform/qt/Application.cpp
   platform/qt/QtClipboard.cpp
   platform/qt/QtDesktop.cpp
   platform/qt/QtFileDialogs.cpp

@@ -118,7 +118,7 @@ void SystemSetup::RefreshControlPoints() {
   SystemInfo& settings = program_.settings;
   std::int32_t count = settings.MemorySize;
   const EditBuffers& buffers = program_.buffers;
-  const bool possible = ConvCPdata(buffers.Current(), buffers.Block32(), buffers.Block16(), count) == W_OK;
+  const bool possible = ConvCPdata(buffers.Current(), buffers.Block32(), buffers.Block16(), count) == W_SUCCESS;
   settings.TransferFormat = possible ? 1 : 0;
   settings.ControlPointCount = possible ? count : 0;
   RebuildTransferFormats();
