@@ -120,7 +120,7 @@ std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<cons
   const bool exists = ::fstatat(folder, target.name.c_str(), &old, AT_SYMLINK_NOFOLLOW) == 0;
   if (!exists && errno != ENOENT) return FILE_WRITE_FAILED;
   // A folder or a device is never replaced, and a write-protected file is not either, though a rename could.
-  if (exists && (!S_ISREG(old.st_mode) || ::faccessat(folder, target.name.c_str(), W_SUCCESS, AT_EACCESS) != 0)) {
+  if (exists && (!S_ISREG(old.st_mode) || ::faccessat(folder, target.name.c_str(), W_OK, AT_EACCESS) != 0)) {
     return FILE_WRITE_FAILED;
   }
 
