@@ -1,0 +1,177 @@
+// A desktop for tests: scripted answers, settings and clipboard in memory, time that does not pass.
+//
+// An unscripted question fails the test, and so does an answer that nobody asked for.
+#pragma once
+
+#include "platform/Clipboard.h"
+#include "platform/Clock.h"
+#include "platform/Desktop.h"
+#include "platform/FileDialogs.h"
+#include "platform/MessageBoxes.h"
+#include "platform/SettingsStore.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <deque>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace calder::fake {
+
+struct ShownBox {
+  std::string title;
+  std::string text;
+  BoxButtons buttons = BoxButtons::Ok;
+  BoxIcon icon = BoxIcon::None;
+};
+
+class Boxes final : public MessageBoxes {
+public:
+  ~Boxes() override { EXPECT_TRUE(expected.empty()) << "a message that was expected never came: " << expected.front().first; }
+
+  // The next box must contain that text; it is answered so.
+  void Expect(const std::string& part, BoxAnswer answer = BoxAnswer::Ok) { expected.emplace_back(part, answer); }
+
+  BoxAnswer Show(const std::string& title, const std::string& text, BoxButtons buttons, BoxIcon icon) override {
+    shown.push_back({title, text, buttons, icon});
+    if (expected.empty()) {
+      ADD_FAILURE() << "unexpected message: " << title << ": " << text;
+      return BoxAnswer::No;
+    }
+    const auto [part, answer] = expected.front();
+    expected.pop_front();
+    EXPECT_NE(text.find(part), std::string::npos) << "message was: " << text << "\nexpected: " << part;
+    return answer;
+  }
+
+  std::deque<std::pair<std::string, BoxAnswer>> expected;
+  std::vector<ShownBox> shown;
+};
+
+class Dialogs final : public FileDialogs {
+public:
+  ~Dialogs() override { EXPECT_TRUE(answers.empty()) << "a file dialog that was expected never came"; }
+
+  void Answer(const std::string& path, int filterIndex = 1) { answers.push_back(FileDialogAnswer{path, filterIndex}); }
+  void Cancel() { answers.emplace_back(std::nullopt); }
+
+  std::optional<FileDialogAnswer> Open(const FileDialogRequest& request) override { return Next(request); }
+  std::optional<FileDialogAnswer> Save(const FileDialogRequest& request) override { return Next(request); }
+
+  std::deque<std::optional<FileDialogAnswer>> answers;
+  FileDialogRequest last;
+
+private:
+  std::optional<FileDialogAnswer> Next(const FileDialogRequest& request) {
+    last = request;
+    if (answers.empty()) {
+      ADD_FAILURE() << "unexpected file dialog: " << request.filter;
+      return std::nullopt;
+    }
+    auto answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+};
+
+class Settings final : public SettingsStore {
+public:
+  [[nodiscard]] std::optional<std::string> Get(const std::string& section, const std::string& key) const override {
+    for (const auto& [name, value] : All(section)) {
+      if (name == key) return value;
+    }
+    return std::nullopt;
+  }
+  bool Set(const std::string& section, const std::string& key, const std::string& value) override {
+    for (auto& [name, old] : sections[section]) {
+      if (name != key) continue;
+      old = value;
+      return true;
+    }
+    sections[section].emplace_back(key, value);
+    return true;
+  }
+  bool Update(const std::string& section, const std::string& key, const Change& change) override {
+    return Set(section, key, change(Get(section, key)));
+  }
+  [[nodiscard]] std::vector<std::pair<std::string, std::string>> All(const std::string& section) const override {
+    const auto found = sections.find(section);
+    return found == sections.end() ? std::vector<std::pair<std::string, std::string>>{} : found->second;
+  }
+
+  std::map<std::string, std::vector<std::pair<std::string, std::string>>> sections;
+};
+
+class VirtualClock final : public Clock {
+public:
+  [[nodiscard]] double SecondsOfDay() const override { return seconds; }
+  void Wait(double wait, bool) override { seconds += wait; }
+
+  double seconds = 0;
+};
+
+class MemoryClipboard final : public Clipboard {
+public:
+  [[nodiscard]] bool Offer(std::shared_ptr<ClipboardSource> offered) override {
+    if (!available) return false;
+    source = std::move(offered);
+    return true;
+  }
+  [[nodiscard]] bool Available() const override { return available; }
+  [[nodiscard]] bool Has(const std::string& mime) const override {
+    if (!source) return false;
+    const auto formats = source->Formats();
+    return std::find(formats.begin(), formats.end(), mime) != formats.end();
+  }
+  [[nodiscard]] std::optional<std::span<const std::byte>> Read(const std::string& mime) override {
+    if (!Has(mime)) return std::nullopt;
+    return source->Data(mime);
+  }
+
+  bool available = true;
+  std::shared_ptr<ClipboardSource> source;
+};
+
+class Windows final : public WindowList {
+public:
+  [[nodiscard]] std::vector<std::string> Captions() const override { return captions; }
+  std::vector<std::string> captions;
+};
+
+class Copies final : public Instances {
+public:
+  [[nodiscard]] bool OthersRunning() const override { return others; }
+  bool StartCopy() override {
+    ++started;
+    return true;
+  }
+  bool others = false;
+  int started = 0;
+};
+
+class LanguageNo final : public SystemLanguage {
+public:
+  [[nodiscard]] int DefaultLangID() const override { return id; }
+  int id = kEnglish;
+};
+
+struct FakeDesktop {
+  Boxes boxes;
+  Dialogs dialogs;
+  Settings settings;
+  VirtualClock clock;
+  MemoryClipboard clipboard;
+  Windows windows;
+  Copies copies;
+  LanguageNo language;
+  ProgramFolders folders{{CALDER_SOURCE_DIR, CALDER_SOURCE_DIR "/data"}, "/nonexistent", "/documents"};
+
+  [[nodiscard]] Desktop Services() {
+    return {boxes, dialogs, settings, clock, clipboard, windows, copies, language, folders};
+  }
+};
+
+} // namespace calder::fake

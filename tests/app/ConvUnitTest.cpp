@@ -1,0 +1,114 @@
+#include "app/ConvUnit.h"
+
+#include <gtest/gtest.h>
+
+#include "app/EngValB.h"
+
+namespace calder {
+namespace {
+
+SystemInfo Settings(int xUnit, int yUnit) {
+  SystemInfo settings;
+  settings.MemorySize = 524288;
+  settings.Frequency = 1000;
+  settings.Period = 1e-3;
+  settings.Amplitude = 3.3;
+  settings.Offset = 0.7;
+  settings.XUnit = static_cast<std::int16_t>(xUnit);
+  settings.YUnit = static_cast<std::int16_t>(yUnit);
+  return settings;
+}
+
+TEST(ConvUnit, BothEndsOfEveryUnitAreExact) {
+  for (const double amplitude : {1.0, 3.3, 0.1, 19.999}) {
+    SystemInfo settings = Settings(1, 1);
+    settings.Amplitude = amplitude;
+    settings.OffsetSwitch = 1;
+    const ConvUnit units(settings);
+    EXPECT_EQ(units.CodeToY(32767), amplitude / 2) << "the switch is off, so there is no offset";
+    settings.OffsetOn = 1;
+    EXPECT_EQ(units.CodeToY(32767), amplitude / 2 + 0.7);
+    EXPECT_EQ(units.PointToX(524288), 1e-3);
+  }
+}
+
+TEST(ConvUnit, APointAboveTheMemoryCountsAsTheFirstInConversionsOnly) {
+  const SystemInfo settings = Settings(0, 0);
+  const ConvUnit units(settings);
+  EXPECT_EQ(units.PointToX(524289), 0);
+  EXPECT_EQ(units.PointToX(524288), 524288);
+  double x = 600000;
+  EXPECT_FALSE(units.CheckX(x, 0));
+  EXPECT_EQ(x, 524288);
+  x = 600000;
+  units.ClampX(x, 0);
+  EXPECT_EQ(x, 0);
+}
+
+TEST(ConvUnit, APointThatIsPrintedAndTypedIsTheSamePoint) {
+  for (const int unit : {0, 1, 2}) {
+    SystemInfo settings = Settings(unit, 0);
+    settings.XUserMax = 7.3;
+    const ConvUnit units(settings);
+    for (const double point : {0.0, 1.0, 3.0, 4711.0, 262143.0, 524287.0, 524288.0}) {
+      EXPECT_EQ(units.XToPoint(units.PointToX(point)), point) << unit;
+    }
+  }
+  SystemInfo settings = Settings(1, 0);
+  const ConvUnit units(settings);
+  EXPECT_EQ(units.XToPoint(-1), 0);
+  EXPECT_EQ(units.XToPoint(5), 524288) << "a time beyond the period is its end";
+}
+
+TEST(ConvUnit, CodesAreLimitedButTypedOnesReachOneLower) {
+  SystemInfo settings = Settings(0, 0);
+  const ConvUnit units(settings);
+  double y = -32768;
+  EXPECT_TRUE(units.CheckY(y, 0));
+  EXPECT_EQ(units.CodeToY(-32768), -32767);
+  EXPECT_EQ(units.CodeToYUnclamped(-32768), -32768);
+  y = -32769;
+  EXPECT_FALSE(units.CheckY(y, 0));
+  EXPECT_EQ(y, -32768);
+  EXPECT_EQ(units.YToCode(40000), 32767);
+  EXPECT_EQ(units.YToCodeUnclamped(40000), 40000);
+}
+
+TEST(ConvUnit, VoltsGoBothWays) {
+  SystemInfo settings = Settings(0, 1);
+  const ConvUnit units(settings);
+  EXPECT_NEAR(units.YToCode(units.CodeToY(1234)), 1234, 1e-9);
+  EXPECT_NEAR(units.YSpanToCode(units.CodeSpanToY(65534)), 65534, 1e-9);
+  double high = 100;
+  EXPECT_FALSE(units.CheckYCurrent(high));
+  EXPECT_EQ(high, 3.3 / 2 + 0.7);
+  settings.Amplitude = 0;
+  EXPECT_EQ(units.YToCode(1), 65534);
+  EXPECT_EQ(units.YToCodeUnclamped(1), 65534);
+  EXPECT_EQ(units.YSpanToCode(1), 65534);
+}
+
+TEST(ConvUnit, TextsFollowTheUnit) {
+  SystemInfo settings = Settings(0, 0);
+  const ConvUnit units(settings);
+  EXPECT_EQ(units.PointToXText(1000), "1000.000");
+  EXPECT_EQ(units.PointToXTextWide(1000), "1000.000000");
+  EXPECT_EQ(units.CodeToYText(-32767), "-32767.0");
+  EXPECT_EQ(units.XUnitName() + units.YUnitName(), "Word");
+  settings.XUnit = 1;
+  settings.YUnit = 1;
+  EXPECT_EQ(units.PointToXText(262144), "500.000u");
+  EXPECT_EQ(units.CodeToYText(0), "700.000m");
+  EXPECT_EQ(units.CodeSpanToYText(65534), "3.300000");
+  EXPECT_EQ(units.XUnitName() + units.YUnitName(), "secV");
+  settings.XUnit = 2;
+  settings.YUnit = 2;
+  settings.XUserName = "deg     ";
+  settings.YUserName = "  bar";
+  EXPECT_EQ(units.PointToXText(131072), "250.000m");
+  EXPECT_EQ(units.CodeToYText(-32767), "-1.00000");
+  EXPECT_EQ(units.XUnitName() + units.YUnitName(), "degbar");
+}
+
+} // namespace
+} // namespace calder

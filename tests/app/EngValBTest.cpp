@@ -1,0 +1,111 @@
+#include "app/EngValB.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace calder {
+namespace {
+
+TEST(EngValB, FixedTextCutsFifteenDigitsWithoutACarry) {
+  const struct {
+    double value;
+    int width;
+    const char* text;
+  } rows[] = {
+      {1000, 8, "1000.000"},
+      {-32767, 8, "-32767.0"},
+      {0, 11, "0.000000000"},
+      {12345678, 8, "12345678"},
+      {1048576, 8, "1048576."},
+      {12.345, 12, "12.345000000"},
+      {0.1 + 0.2, 22, "0.30000000000000000000"},
+      {99.99999999, 5, "99.99"},
+      {-0.25, 6, "-0.250"},
+      {1.0 / 3, 20, "0.333333333333333000"},
+      {123456789012345678.0, 30, "123456789012346000.00000000000"},
+      {std::nan(""), 5, "0.000"},
+      {5, 0, ""},
+  };
+  for (const auto& row : rows) {
+    const std::string text = FormatFixed(row.value, row.width);
+    EXPECT_EQ(text, std::string(row.text).substr(0, static_cast<std::size_t>(row.width))) << row.value;
+  }
+}
+
+TEST(EngValB, EngineeringTextPrefersThePrefixAndNeverCarriesIntoTheNextOne) {
+  const struct {
+    double value;
+    int width;
+    const char* text;
+  } rows[] = {
+      {0, 7, "0.000000"},      {0, 1, "0"},
+      {5, 7, "5.000000"},      {0.005, 7, "5.00000m"},
+      {12345, 7, "12.3450k"},  {-0.5, 7, "-500.00m"},
+      {1000, 7, "1.00000k"},   {999.99999, 7, "999.9999"},
+      {1e6, 7, "1.00000M"},    {1e-06, 7, "1.00000u"},
+      {1e-18, 7, "1.00E-18"},  {1.0000001e-18, 7, "1.00000a"},
+      {1e12, 7, "1.00E+12"},   {999999999999.0, 7, "999.999G"},
+      {-2.5e-20, 7, "-2.50E-20"}, {9.999e15, 7, "1.00E+16"},
+      {1.005e12, 7, "1.00E+12"}, {1.015e12, 7, "1.02E+12"},
+      {999999999999.99999, 7, "1.00E+12"}, // its 15 digits are 1e12
+      {0.1, 10, "100.000000m"}, {0.02354621887, 10, "23.5462188m"},
+      {-1, 7, "-1.00000"},     {1.5e-300, 7, "1.50E-300"},
+      {std::numeric_limits<double>::infinity(), 7, "1.80E+308"},
+  };
+  for (const auto& row : rows) EXPECT_EQ(FormatEng(row.value, row.width), row.text) << row.value;
+  EXPECT_EQ(FormatEng(0.1, 10).size(), 11U);
+}
+
+TEST(EngValB, MasksDecideTheDecimals) {
+  const struct {
+    double value;
+    const char* mask;
+    const char* text;
+  } eng[] = {
+      {12345.678, ".###", "12.346k"}, {5, ".###", "5"},       {0, ".###", "0.000"},
+      {0, ".######", "0.000000"},     {0, "#", "0"},          {999.9996, ".###", "1000"},
+      {0.25, ".000", "250.000m"},     {-1, ".000", "-1.000"}, {1e12, ".###", "1.00E+12"},
+      {1e-6, ".##############", "1u"}, {1.0005, ".###", "1"},  {1.0015, ".###", "1.002"},
+  };
+  for (const auto& row : eng) EXPECT_EQ(FormatEngMask(row.value, row.mask), row.text) << row.value << " " << row.mask;
+  const struct {
+    double value;
+    const char* mask;
+    const char* text;
+  } plain[] = {
+      {1.2341, "0.###", "1.234"}, {0.5, ".0###", ".5"},  {0.5, "0.0", "0.5"}, {12.4, "0", "12"},
+      {2.5, "0", "2"},            {3.5, "0", "4"},       {-0.004, "0.00", "0.00"},
+      {7, "000", "007"},          {99.995, "0.00", "100.00"}, {1.5, "0.000", "1.500"},
+      {0.00000001, ".0#######", ".00000001"},
+  };
+  for (const auto& row : plain) EXPECT_EQ(FormatMask(row.value, row.mask), row.text) << row.value << " " << row.mask;
+}
+
+TEST(EngValB, ParserTakesTheLeadingNumberAndTheLastLetter) {
+  const struct {
+    const char* text;
+    double value;
+  } rows[] = {
+      {"1.5k", 1500},  {"10 k", 10000}, {"2u", 0.000002}, {"1e3", 1000},  {"5K", 5},        {"abc", 0},
+      {"", 0},         {"   ", 0},      {"1.5m", 0.0015}, {"1.5M", 1.5e6}, {"m", 0},        {"1d2", 100},
+      {"1D-2", 0.01},  {"-3 ", -3},     {"1 2 3", 123},   {"\t4\n5", 45}, {"1.2.3", 1.2},   {"+7G", 7e9},
+      {".5", 0.5},     {"5.", 5},       {"1e", 1},        {"1e+", 1},     {"2T", 2e12},     {"3e2k", 300000},
+      {"--1", 0},      {"1e400", std::numeric_limits<double>::max()},     {"-1e400", std::numeric_limits<double>::lowest()},
+      {"1e-400", 0},   {"12,5", 12},    {"1  u  ", 1e-6},
+  };
+  for (const auto& row : rows) EXPECT_DOUBLE_EQ(ParseEng(row.text), row.value) << '"' << row.text << '"';
+}
+
+TEST(EngValB, GeneralFormHasFifteenDigits) {
+  EXPECT_EQ(NumberText(0.25), "0.25");
+  EXPECT_EQ(NumberText(1e-5), "1E-05");
+  EXPECT_EQ(NumberText(360), "360");
+  EXPECT_EQ(NumberText(1e15), "1E+15");
+  EXPECT_EQ(NumberText(-0.0), "0");
+  EXPECT_EQ(NumberText(1.0 / 3), "0.333333333333333");
+}
+
+} // namespace
+} // namespace calder
