@@ -4,8 +4,6 @@
 #include <QApplication>
 
 int main(int argc, char** argv) {
-  // The session is not ended by closing windows behind the program's back.
-  QGuiApplication::setFallbackSessionManagementEnabled(false);
   QApplication qtApplication(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Calder"));
   QApplication::setDesktopFileName(QStringLiteral("calder"));

@@ -1,0 +1,257 @@
+#!/usr/bin/env python3
+"""A short tour of the main job on a virtual display: real keys and mouse, pictures and files in the tour folder.
+
+Usage: tour.py PROGRAM FOLDER. Ends with 0 only if every step held.
+"""
+import os
+import re
+import shutil
+import signal
+import struct
+import subprocess
+import sys
+import tempfile
+import time
+
+PROGRAM, FOLDER = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
+ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
+SAMPLE = os.path.join(ROOT, "data", "sine-burst.txt")
+WDB_SETTINGS, WDB_POINTS = 352, 524288
+
+
+class StepFailed(Exception):
+    pass
+
+
+def check(holds, what):
+    if not holds:
+        raise StepFailed(what)
+
+
+class Desktop:
+    """Xvfb with a window manager, and the user's folders in a place of their own."""
+
+    def __init__(self):
+        self.home = tempfile.mkdtemp(prefix="calder-tour-")
+        read, write = os.pipe()
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+            pass_fds=[write], stderr=subprocess.DEVNULL)
+        os.close(write)
+        number = b""
+        while not number.endswith(b"\n"):
+            piece = os.read(read, 16)
+            check(piece, "the virtual display did not start")
+            number += piece
+        os.close(read)
+        self.env = {k: v for k, v in os.environ.items() if not k.startswith("XDG_") and k != "WAYLAND_DISPLAY"}
+        self.env.update(DISPLAY=":" + number.decode().strip(), HOME=self.home, LANG="C.UTF-8", LC_ALL="C.UTF-8",
+                        QT_QPA_PLATFORM="xcb")
+        self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.env, stdout=subprocess.DEVNULL,
+                                        stderr=subprocess.DEVNULL)
+
+    def close(self):
+        for process in (self.manager, self.server):
+            process.terminate()
+            process.wait()
+        shutil.rmtree(self.home, ignore_errors=True)
+
+    def run(self, *command, check_status=True):
+        result = subprocess.run(command, env=self.env, capture_output=True, timeout=20)
+        if check_status and result.returncode != 0:
+            raise StepFailed(" ".join(command) + ": " + result.stderr.decode(errors="replace").strip())
+        return result.stdout.decode(errors="replace")
+
+    def key(self, *keys):
+        self.run("xdotool", "key", "--delay", "20", *keys)
+        time.sleep(0.15)
+
+    def type(self, text):
+        self.run("xdotool", "type", "--delay", "8", text)
+        time.sleep(0.1)
+
+    def mouse(self, *arguments):
+        self.run("xdotool", *[str(a) for a in arguments])
+        time.sleep(0.08)
+
+    def title(self):
+        return self.run("xdotool", "getactivewindow", "getwindowname", check_status=False).strip()
+
+    def wait_title(self, pattern, seconds=15):
+        end = time.time() + seconds
+        while time.time() < end:
+            if re.search(pattern, self.title()):
+                time.sleep(0.25)
+                return
+            time.sleep(0.05)
+        raise StepFailed("no window named like %r came; the last one was %r" % (pattern, self.title()))
+
+    def picture(self, name):
+        time.sleep(0.2)
+        self.run("import", "-window", "root", os.path.join(FOLDER, name + ".png"))
+
+    def pixels(self):
+        """The screen as (width, height, bytes of red green blue)."""
+        data = subprocess.run(["import", "-window", "root", "-depth", "8", "ppm:-"], env=self.env,
+                              capture_output=True, timeout=20, check=True).stdout
+        header = re.match(rb"P6\s+(\d+)\s+(\d+)\s+255\s", data)
+        return int(header[1]), int(header[2]), data[header.end():]
+
+
+def marker_columns(desktop):
+    """Screen columns of the markers: inverted ground over most of the picture's height."""
+    width, height, data = desktop.pixels()
+    columns = []
+    for x in range(0, width):
+        bright = sum(1 for y in range(150, height - 150, 4) if data[3 * (y * width + x)] > 200)
+        if bright > (height - 300) / 4 * 0.5:
+            columns.append(x)
+    return columns
+
+
+def codes_of_text(path):
+    with open(path, "rb") as file:
+        return [int(line) for line in file.read().split()]
+
+
+def codes_of_wdb(path):
+    with open(path, "rb") as file:
+        data = file.read()
+    return list(struct.unpack_from("<%dh" % WDB_POINTS, data, WDB_SETTINGS))
+
+
+class Tour:
+    def __init__(self, desktop):
+        self.desktop = desktop
+        self.program = None
+
+    def path(self, name):
+        return os.path.join(FOLDER, name)
+
+    def save(self, shortcut, name):
+        path = self.path(name)
+        self.desktop.key(shortcut)
+        self.desktop.wait_title("^(Save|Open)")
+        self.desktop.key("ctrl+a")
+        self.desktop.type(path)
+        self.desktop.key("Return")
+        self.desktop.wait_title(re.escape(name))
+        check(os.path.exists(path), name + " was not written")
+        return path
+
+    def open_sample(self):
+        self.program = subprocess.Popen([PROGRAM, SAMPLE], env=self.desktop.env, cwd=self.desktop.home)
+        self.desktop.wait_title(r"Orvo Calder for XG5530/31 <.*sine-burst\.txt>")
+        self.desktop.picture("1-opened")
+
+    def zoom(self):
+        d = self.desktop
+        d.mouse("mousemove", 600, 360)
+        before = d.pixels()
+        for _ in range(3):
+            d.mouse("click", 4)
+        check(d.pixels() != before, "the wheel did not zoom")
+        d.picture("2-zoomed")
+        for _ in range(3):
+            d.mouse("click", 5)
+        d.mouse("mousemove", 600, 30)
+
+    def markers(self):
+        d = self.desktop
+        d.key("alt+a")
+        d.type("0.25\t")
+        d.type("0.5\r")
+        columns = marker_columns(d)
+        check(len(columns) == 2, "two markers were expected on the screen, found at %s" % columns)
+        # Marker B is dragged to the right.
+        d.mouse("mousemove", columns[1], 400, "mousedown", 1)
+        for step in range(1, 6):
+            d.mouse("mousemove", columns[1] + 20 * step, 400)
+        d.mouse("mouseup", 1)
+        d.mouse("mousemove", 600, 30)
+        moved = marker_columns(d)
+        check(len(moved) == 2 and moved[1] == columns[1] + 100, "marker B was dragged to %s" % moved)
+        d.key("alt+b")
+        d.type("0.5\r")
+        d.picture("3-markers")
+
+    def cut(self):
+        d = self.desktop
+        whole = codes_of_text(self.save("ctrl+t", "whole.txt"))
+        check(len(whole) == WDB_POINTS, "the waveform has %d points" % len(whole))
+        d.key("ctrl+x")
+        d.picture("4-cut")
+        copied = [int(n) for n in d.run("xclip", "-selection", "clipboard", "-o").split()]
+        first, count = WDB_POINTS // 4, WDB_POINTS // 4
+        check(copied == whole[first:first + count], "the clipboard holds something else than the range")
+        rest = codes_of_text(self.save("ctrl+t", "cut.txt"))
+        check(rest == whole[:first] + whole[first + count:] + [0] * count, "the cut waveform is wrong")
+        return whole
+
+    def undo_and_save(self, whole):
+        d = self.desktop
+        d.key("ctrl+u")
+        d.picture("5-undone")
+        check(codes_of_wdb(self.save("ctrl+a", "burst.wdb")) == whole, "the saved waveform differs")
+
+    def reopen(self, whole):
+        d = self.desktop
+        d.key("ctrl+d")
+        d.key("ctrl+o")
+        d.wait_title("^Open")
+        d.key("ctrl+a")
+        d.type(self.path("burst.wdb"))
+        d.key("Return")
+        d.wait_title(r"burst\.wdb")
+        check(codes_of_text(self.save("ctrl+t", "again.txt")) == whole, "the waveform came back changed")
+        d.picture("6-reopened")
+
+    def close(self):
+        d = self.desktop
+        d.key("alt+F4")
+        d.wait_title("^Caution Message$")
+        d.picture("7-closing")
+        d.key("Return")
+        check(self.program.wait(timeout=10) == 0, "the program ended with %s" % self.program.returncode)
+
+
+def main():
+    os.makedirs(FOLDER, exist_ok=True)
+    for old in os.listdir(FOLDER):
+        if old.endswith((".png", ".txt", ".wdb")):
+            os.remove(os.path.join(FOLDER, old))
+    desktop = Desktop()
+    tour = Tour(desktop)
+    step = "start"
+    try:
+        state = {}
+        steps = [
+            ("open a sample", tour.open_sample),
+            ("zoom with the wheel", tour.zoom),
+            ("set and drag markers", tour.markers),
+            ("cut the range", lambda: state.update(whole=tour.cut())),
+            ("undo and save", lambda: tour.undo_and_save(state["whole"])),
+            ("open it again", lambda: tour.reopen(state["whole"])),
+            ("close", tour.close),
+        ]
+        for step, action in steps:
+            action()
+            print("ok    " + step, flush=True)
+    except (StepFailed, subprocess.SubprocessError, OSError) as fault:
+        print("FAIL  %s: %s" % (step, fault), flush=True)
+        try:
+            desktop.picture("failed")
+        except Exception:  # the picture is a help, not a step
+            pass
+        return 1
+    finally:
+        if tour.program is not None and tour.program.poll() is None:
+            tour.program.send_signal(signal.SIGKILL)
+            tour.program.wait()
+        desktop.close()
+    print("The tour's pictures and files are in " + os.path.relpath(FOLDER))
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
