@@ -30,15 +30,24 @@ public:
     Record("fill", left, top, width, height, static_cast<int>(color));
   }
   void Polyline(std::span<const DevicePoint> points, int dot) override {
-    std::string text = "polyline dot " + std::to_string(dot);
-    for (const DevicePoint& point : points)
-      text += " " + std::to_string(static_cast<int>(point.x)) + "," + std::to_string(static_cast<int>(point.y));
+    std::string text = "polyline dot ";
+    text.append(std::to_string(dot));
+    for (const DevicePoint& point : points) {
+      text.append(1, ' ').append(std::to_string(static_cast<int>(point.x)));
+      text.append(1, ',').append(std::to_string(static_cast<int>(point.y)));
+    }
     calls.push_back(std::move(text));
   }
   void Columns(int x, std::span<const std::int16_t> tops, std::span<const std::int16_t> bottoms) override {
-    std::string text = "columns " + std::to_string(x);
-    for (std::size_t i = 0; i < tops.size(); ++i)
-      text += " " + (tops[i] > bottoms[i] ? "-" : std::to_string(tops[i]) + ".." + std::to_string(bottoms[i]));
+    std::string text = "columns ";
+    text.append(std::to_string(x));
+    for (std::size_t i = 0; i < tops.size(); ++i) {
+      text.append(1, ' ');
+      if (tops[i] > bottoms[i])
+        text.append(1, '-');
+      else
+        text.append(std::to_string(tops[i])).append("..").append(std::to_string(bottoms[i]));
+    }
     calls.push_back(std::move(text));
   }
 
@@ -47,7 +56,7 @@ public:
 private:
   template <class... Numbers>
   void Record(std::string text, Numbers... numbers) {
-    ((text += " " + std::to_string(numbers)), ...);
+    (text.append(1, ' ').append(std::to_string(numbers)), ...);
     calls.push_back(std::move(text));
   }
 

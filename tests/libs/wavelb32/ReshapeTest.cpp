@@ -1,0 +1,183 @@
+#include "TestWave.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+namespace calder {
+namespace {
+
+using Codes = std::vector<std::int16_t>;
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+
+TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
+  struct Row {
+    const char* what;
+    double sourceStart, sourceSpan;
+    std::int32_t pointCount;
+    double start, span;
+    Codes result;
+  };
+  const Row rows[] = {
+      {"identity", 0, 8, 8, 0, 8, {10, 20, 30, 40, 50, 60, 70, 80}},
+      {"identity of a part", 2.5, 3.25, 8, 2.5, 3.25, {10, 20, 30, 40, 50, 60, 70, 80}},
+      {"moved", 1, 2, 8, 4, 2, {10, 0, 0, 40, 20, 30, 70, 80}},
+      {"moved by half a point", 1, 2, 8, 4.5, 2, {10, 0, 0, 40, 50, 25, 35, 80}},
+      {"squeezed, the rest of the area is cleared", 0, 8, 8, 0, 4, {10, 30, 50, 70, 0, 0, 0, 0}},
+      {"squeezed to the middle", 2, 4, 8, 3, 2, {10, 20, 0, 30, 50, 0, 70, 80}},
+      {"stretched up to the point behind", 2, 2, 8, 2, 4, {10, 20, 30, 35, 40, 45, 70, 80}},
+      {"stretched over itself to the left", 4, 2, 8, 2, 4, {10, 20, 50, 55, 60, 65, 70, 80}},
+      {"a file of three points", 0, 2, 8, 0, 8, {10, 12, 15, 18, 20, 22, 25, 28}},
+      {"the last point holds", 7, 1, 8, 4, 4, {10, 20, 30, 40, 80, 80, 80, 80}},
+      {"a single point", 3, 0, 8, 0, 3, {40, 40, 40, 40, 50, 60, 70, 80}},
+      {"a shorter waveform in the buffer", 0, 4, 4, 0, 2, {10, 30, 0, 0, 50, 60, 70, 80}},
+  };
+  for (const Row& row : rows) {
+    const TestWave wave(Codes{10, 20, 30, 40, 50, 60, 70, 80});
+    EXPECT_EQ(W_CompWaveX(wave.Handle(), row.sourceStart, row.sourceSpan, row.pointCount, row.start, row.span), W_SUCCESS);
+    EXPECT_EQ(wave.Copy(), row.result) << row.what;
+  }
+}
+
+TEST(CompWaveX, SpreadsAShortFileOverTheWholeMemory) {
+  constexpr std::int32_t memory = 524288;
+  for (const std::int32_t points : {2, 3, 1000, memory - 1}) {
+    const TestWave wave(memory);
+    ASSERT_EQ(W_MakeSin(wave.Handle(), 0, points, 0, 65534, 3, 40), W_SUCCESS);
+    const Codes source = wave.Copy();
+    ASSERT_EQ(W_CompWaveX(wave.Handle(), 0, points - 1, memory, 0, memory), W_SUCCESS);
+    int wrong = 0;
+    for (std::int32_t i = 0; i < memory; ++i) {
+      const double place = static_cast<double>(i) * (points - 1) / memory;
+      const auto left = static_cast<std::size_t>(place);
+      const double value = source[left] + (source[left + 1] - source[left]) * (place - std::floor(place));
+      wrong += wave.Codes()[static_cast<std::size_t>(i)] != std::lrint(value);
+    }
+    EXPECT_EQ(wrong, 0) << points;
+    EXPECT_EQ(wave.Codes()[0], source[0]);
+  }
+}
+
+TEST(CompWaveX, BadRangesChangeNothing) {
+  const TestWave wave(Codes{1, 2, 3, 4});
+  const double rows[][4] = {{0, 5, 0, 4}, {0, 4, 0, 5},  {0, 4, 2, 0},          {0, 4, 3, -1},
+                            {3, 2, 0, 4}, {-1, 2, 0, 4}, {0, notANumber, 0, 4}, {0, 4, 0, 1e300}};
+  for (const auto& row : rows)
+    EXPECT_EQ(W_CompWaveX(wave.Handle(), row[0], row[1], 4, row[2], row[3]), W_BAD_RANGE) << row[0] << " " << row[1];
+  EXPECT_EQ(W_CompWaveX(wave.Handle(), 0, 4, 5, 0, 4), W_BAD_RANGE);
+  EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4}));
+}
+
+TEST(CompY, RescalesBetweenTheNewExtremes) {
+  struct Row {
+    Codes before;
+    double maximum, minimum;
+    Codes after;
+  };
+  const Row rows[] = {
+      {{-10, 0, 10, 5}, 100, -100, {-100, 0, 100, 50}},
+      {{-10, 0, 10, 5}, 10, -10, {-10, 0, 10, 5}},
+      {{-10, 0, 10, 5}, -100, 100, {100, 0, -100, -50}},
+      {{0, 1, 2, 3}, 1, 0, {0, 0, 1, 1}},
+      {{0, 1, 2, 4}, 2, 0, {0, 0, 1, 2}},
+      {{0, 3, 1, 3}, 0.1, 0.1, {0, 0, 0, 0}},
+      {{-32767, 32767, 0, 1}, 65534, -65534, {-32767, 32767, 0, 2}},
+      {{-32768, 32767, 0, 0}, 32767, -32767, {-32767, 32767, 0, 0}},
+      {{7, 7, 7, 7}, 100, 50, {75, 75, 75, 75}},
+      {{7, 7, 7, 7}, 7, 7, {7, 7, 7, 7}},
+  };
+  for (const Row& row : rows) {
+    const TestWave wave(row.before);
+    EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, row.maximum, row.minimum), W_SUCCESS);
+    EXPECT_EQ(wave.Copy(), row.after) << row.maximum << " " << row.minimum;
+    const TestWave other(row.before);
+    EXPECT_EQ(W_CompYAmpOff(other.Handle(), 0, 4, row.maximum - row.minimum, (row.maximum + row.minimum) / 2), W_SUCCESS);
+    EXPECT_EQ(other.Copy(), row.after) << row.maximum << " " << row.minimum;
+  }
+}
+
+TEST(CompY, ReachesTheNewExtremesExactly) {
+  const TestWave wave(2000);
+  ASSERT_EQ(W_InitRand(9), W_SUCCESS);
+  for (int round = 0; round < 200; ++round) {
+    ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, 2000, round * 3, 100 + round * 211), W_SUCCESS);
+    ASSERT_EQ(W_CompYMaxMin(wave.Handle(), 0, 2000, round * 97 + 0.5, round * -31 - 1.5), W_SUCCESS);
+    EXPECT_EQ(W_GetMaxMin(wave.Handle(), 0, 2000, 1), std::lrint(round * 97 + 0.5));
+    EXPECT_EQ(W_GetMaxMin(wave.Handle(), 0, 2000, 0), std::lrint(round * -31 - 1.5));
+  }
+}
+
+TEST(CompY, BadValuesChangeNothing) {
+  const TestWave wave(Codes{1, 2, 3, 4});
+  EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, notANumber, 0), W_BAD_VALUE);
+  EXPECT_EQ(W_CompYAmpOff(wave.Handle(), 0, 4, std::numeric_limits<double>::infinity(), 0), W_BAD_VALUE);
+  EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 5, 10, 0), W_BAD_RANGE);
+  EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 2, 0, 10, 0), W_SUCCESS);
+  EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4}));
+}
+
+Codes Calculated(const Codes& a, const Codes& b, double yMin, double yMax, std::int32_t operation) {
+  const TestWave source(a);
+  const TestWave operand(b);
+  const TestWave result(static_cast<std::int32_t>(a.size()));
+  EXPECT_EQ(W_CalcWave(source.Handle(), operand.Handle(), result.Handle(), 0, static_cast<double>(a.size()), yMin, yMax,
+                       operation),
+            W_SUCCESS);
+  return result.Copy();
+}
+
+TEST(CalcWave, CombinesOnTheScaleOfTheUnit) {
+  const Codes a{1000, -1000, 32767, -32767, 0, 5};
+  const Codes b{500, 500, 32767, 32767, 0, 0};
+  // In codes.
+  EXPECT_EQ(Calculated(a, b, -32767, 32767, 0), (Codes{1500, -500, 32767, 0, 0, 5}));
+  EXPECT_EQ(Calculated(a, b, -32767, 32767, 1), (Codes{500, -1500, 0, -32767, 0, 5}));
+  EXPECT_EQ(Calculated(a, b, -32767, 32767, 2), (Codes{32767, -32767, 32767, -32767, 0, 0}));
+  EXPECT_EQ(Calculated(a, b, -32767, 32767, 3), (Codes{2, -2, 1, -1, 0, 32767}));
+  // From -1 to 1, full scale is the neutral factor.
+  EXPECT_EQ(Calculated(a, b, -1, 1, 2), (Codes{15, -15, 32767, -32767, 0, 0}));
+  EXPECT_EQ(Calculated(a, b, -1, 1, 3), (Codes{32767, -32767, 32767, -32767, 0, 32767}));
+  // From 0 to 2 V code 0 is 1 V and code -32767 is 0 V.
+  EXPECT_EQ(Calculated({-32767, 0, 0, 16384}, {0, 0, -32767, -32767}, 0, 2, 0), (Codes{0, 32767, 0, 16384}));
+  EXPECT_EQ(Calculated({-32767, 0, 0, 16384}, {0, 0, -32767, -32767}, 0, 2, 2), (Codes{-32767, 0, -32767, -32767}));
+  EXPECT_EQ(Calculated({-32767, 0, 0}, {-32767, -32767, 0}, 0, 2, 3), (Codes{-32767, 32767, 0})) << "0 / 0 is 0 V";
+  // A scale that runs downwards.
+  EXPECT_EQ(Calculated({100, -100}, {0, 0}, 1, -1, 3), (Codes{32767, -32767}));
+}
+
+TEST(CalcWave, AnyCodeDividedByItselfOrNothingIsExactInOddUnits) {
+  for (const double full : {0.3, 1e-9, 7.7, 3.3e6}) {
+    EXPECT_EQ(Calculated({0, 0}, {0, 0}, -full, full, 3), (Codes{0, 0})) << full;
+    EXPECT_EQ(Calculated({1, -1}, {0, 0}, -full, full, 3), (Codes{32767, -32767})) << full;
+    EXPECT_EQ(Calculated({123, -4567}, {0, 0}, -full, full, 0), (Codes{123, -4567})) << full;
+  }
+}
+
+TEST(CalcWave, ReadsTheSourceFromTheStartAndMayWriteOverIt) {
+  const TestWave source(Codes{9, 9, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18});
+  const TestWave operand(Codes(18, 100));
+  EXPECT_EQ(W_CalcWave(source.Handle(), operand.Handle(), source.Handle(), 3, 18, -32767, 32767, 0), W_SUCCESS);
+  Codes expected;
+  for (std::int16_t i = 101; i <= 118; ++i) expected.push_back(i);
+  expected.insert(expected.end(), {16, 17, 18});
+  EXPECT_EQ(source.Copy(), expected);
+}
+
+TEST(CalcWave, BadArgumentsChangeNothing) {
+  const TestWave wave(Codes{1, 2, 3, 4});
+  const TestWave shorter(Codes{1, 2, 3});
+  const WaveHandle w = wave.Handle();
+  EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, 0, 0, 0), W_BAD_VALUE);
+  EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, 0, notANumber, 0), W_BAD_VALUE);
+  EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, -1, 1, 4), W_BAD_VALUE);
+  EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, -1, 1, -1), W_BAD_VALUE);
+  EXPECT_EQ(W_CalcWave(w, shorter.Handle(), w, 0, 4, -1, 1, 0), W_BAD_RANGE);
+  EXPECT_EQ(W_CalcWave(w, w, shorter.Handle(), 0, 4, -1, 1, 0), W_BAD_RANGE);
+  EXPECT_EQ(W_CalcWave(w, w, 0, 0, 4, -1, 1, 0), W_BAD_HANDLE);
+  EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4}));
+}
+
+} // namespace
+} // namespace calder
