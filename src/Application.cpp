@@ -7,9 +7,13 @@
 #include <QSessionManager>
 #include <QTimer>
 
+// Resources in a static library are linked only when somebody asks for them.
+static void InitIcons() { Q_INIT_RESOURCE(icons); }
+
 namespace calder {
 
 Application::Application(const Desktop& desktop) : program_(std::make_unique<Program>(desktop)) {
+  InitIcons();
   ApplyTheme(*qApp, program_->language == Language::English);
 }
 

@@ -2,6 +2,7 @@
 #include "platform/qt/QtDesktop.h"
 
 #include <QApplication>
+#include <QFileInfo>
 
 int main(int argc, char** argv) {
   QApplication qtApplication(argc, argv);
@@ -9,7 +10,8 @@ int main(int argc, char** argv) {
   QApplication::setDesktopFileName(QStringLiteral("calder"));
 
   // The whole command line is the name of one file, blanks included.
-  const QString file = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+  QString file = QCoreApplication::arguments().mid(1).join(QLatin1Char(' '));
+  if (!file.isEmpty()) file = QFileInfo(file).absoluteFilePath();
 
   calder::QtDesktop desktop;
   calder::Application application(desktop.Services());

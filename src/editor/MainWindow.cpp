@@ -18,6 +18,7 @@ constexpr int kTwipsPerPixel = 15;
 constexpr int kDefaultWidth = 1120;
 constexpr int kDefaultHeight = 700;
 constexpr int kValueCharacters = 10;
+constexpr int kAllInView = 1 << 24;
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 
@@ -32,7 +33,8 @@ void Show(QComboBox* box, int index) {
 
 void Show(QScrollBar* bar, const ScrollBarState& state) {
   bar->setRange(state.minimum, state.maximum);
-  bar->setPageStep(std::max(1, state.largeChange));
+  // A bar that cannot move shows that everything is in view.
+  bar->setPageStep(state.enabled ? std::max(1, state.largeChange) : kAllInView);
   bar->setSingleStep(std::max(1, state.largeChange / 40));
   bar->setValue(state.value);
   bar->setEnabled(state.enabled);

@@ -52,6 +52,13 @@ void ApplyTheme(QApplication& application, bool english) {
       "QToolTip { color: #dce3ea; background: #36414d; border: 1px solid #55616e; padding: 2px; }"
       "QLineEdit { background: #171c22; border: 1px solid #3a4552; border-radius: 3px; padding: 1px 4px; }"
       "QLineEdit:focus { border-color: #4d9ae0; }"
+      "QRadioButton::indicator, QCheckBox::indicator { width: 11px; height: 11px; border: 1px solid #7c8895;"
+      " background: #171c22; border-radius: 6px; }"
+      "QCheckBox::indicator { border-radius: 2px; }"
+      "QRadioButton::indicator:checked { border-color: #6fb7ff; background: qradialgradient(cx:0.5, cy:0.5,"
+      " radius:0.5, fx:0.5, fy:0.5, stop:0 #6fb7ff, stop:0.5 #6fb7ff, stop:0.6 #171c22, stop:1 #171c22); }"
+      "QCheckBox::indicator:checked { border-color: #6fb7ff; background: #6fb7ff; }"
+      "QRadioButton::indicator:focus, QCheckBox::indicator:focus { border-color: #9fd0ff; }"
       "QLineEdit[readOnly=\"true\"] { background: transparent; border-color: transparent; color: #b9c5d1; }"));
 }
 
