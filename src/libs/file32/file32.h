@@ -76,8 +76,7 @@ public:
                                           std::int32_t most, std::int32_t& read);
   // Real numbers, one a line: scaled so that the largest magnitude is 32767. At most `most` values are taken; the value
   // after the last one still counts for the scale. `codes` holds the codes on success.
-  [[nodiscard]] std::int32_t LoadRealData(const std::string& path, std::int32_t most,
-                                          std::vector<std::int16_t>& codes);
+  [[nodiscard]] std::int32_t LoadRealData(const std::string& path, std::int32_t most, std::vector<std::int16_t>& codes);
   // Why the last text file was refused.
   [[nodiscard]] const TextFault& LastFault() const;
 

@@ -58,7 +58,7 @@ std::int32_t W_CopyMemory(WaveHandle source, WaveHandle destination, double sour
   const std::size_t points = std::min(sourceRange->count, destinationRange->count);
   if (points > 0)
     std::memmove(to.data() + destinationRange->first, from.data() + sourceRange->first, points * sizeof(std::int16_t));
-  return W_OK;
+  return W_SUCCESS;
 }
 
 std::int32_t W_DeleteWave(WaveHandle handle, double start, double count, std::int32_t pointCount) {
@@ -71,7 +71,7 @@ std::int32_t W_DeleteWave(WaveHandle handle, double start, double count, std::in
   const auto removed = codes.subspan(range->first, range->count);
   const auto freed = std::shift_left(removed.begin(), codes.end(), static_cast<std::ptrdiff_t>(removed.size()));
   std::fill(freed, codes.end(), std::int16_t{0});
-  return W_OK;
+  return W_SUCCESS;
 }
 
 std::int32_t W_GetWaveData(WaveHandle handle, double index, std::int32_t pointCount) {
@@ -84,7 +84,7 @@ std::int32_t W_GetWaveData32(WaveHandle handle, double index, std::int32_t point
 
 std::int32_t W_GetMaxMin(WaveHandle handle, double start, double count, std::int32_t which) {
   const wavelb::CodeRange range = wavelb::FindCodes(handle, start, count);
-  if (range.status != W_OK || range.codes.empty() || which < 0 || which > 1) return W_NO_DATA;
+  if (range.status != W_SUCCESS || range.codes.empty() || which < 0 || which > 1) return W_NO_DATA;
   const wavelb::Extremes extremes = wavelb::FindExtremes(range.codes);
   return which == 0 ? extremes.low : extremes.high;
 }

@@ -124,7 +124,7 @@ std::int32_t W_DrawWave2(DeviceContext& context, WaveHandle handle, double xStar
     DrawDense(context, codes, across, down);
   else
     DrawSparse(context, codes, across, down);
-  return W_OK;
+  return W_SUCCESS;
 }
 
 std::int32_t W_DrawGrid(DeviceContext& context, int width, int height) {
@@ -148,7 +148,7 @@ std::int32_t W_DrawGrid2(DeviceContext& context, double yStart, double ySpan, in
   if (!down.IsUsable() || width < 1 || width > wavelb::pictureLimit) return W_BAD_VALUE;
   const double row = down.Row(0);
   if (row >= 0 && row < height) context.Line(0, static_cast<int>(row), width - 1, static_cast<int>(row));
-  return W_OK;
+  return W_SUCCESS;
 }
 
 } // namespace calder

@@ -115,7 +115,7 @@ std::int32_t W_DrawDigitalPattern(DeviceContext& context, WaveHandle handle, dou
     context.SetPen(lane < bitCount ? traceColor : quietColor, penWidth);
     DrawLane(context, lane, height);
   }
-  return W_OK;
+  return W_SUCCESS;
 }
 
 std::int32_t W_DrawDigital(DeviceContext& context, WaveHandle handle, double xStart, double xSpan, std::int32_t bitMask,
@@ -128,7 +128,7 @@ std::int32_t W_DrawDigital(DeviceContext& context, WaveHandle handle, double xSt
   for (int lane = 0; lane < laneCount; ++lane) {
     if ((static_cast<std::uint32_t>(bitMask) & (0x8000U >> lane)) != 0) DrawLane(context, lane, height);
   }
-  return W_OK;
+  return W_SUCCESS;
 }
 
 std::uint16_t reverse_bit(std::uint16_t pattern) {
@@ -145,7 +145,7 @@ std::int32_t W_CopyBitDigital(WaveHandle handle, double start, double count, std
     return mask > 0 && mask <= 0x8000 && std::has_single_bit(static_cast<std::uint32_t>(mask));
   };
   const wavelb::CodeRange range = wavelb::FindCodes(handle, start, count);
-  if (range.status != W_OK) return range.status;
+  if (range.status != W_SUCCESS) return range.status;
   if (!isOneBit(sourceMask) || !isOneBit(destinationMask)) return W_BAD_VALUE;
   const int from = std::countr_zero(static_cast<std::uint32_t>(sourceMask));
   const int to = std::countr_zero(static_cast<std::uint32_t>(destinationMask));
@@ -154,7 +154,7 @@ std::int32_t W_CopyBitDigital(WaveHandle handle, double start, double count, std
     const std::uint32_t moved = ((bits >> from) & 1U) << to;
     code = static_cast<std::int16_t>((bits & ~static_cast<std::uint32_t>(destinationMask)) | moved);
   }
-  return W_OK;
+  return W_SUCCESS;
 }
 
 } // namespace calder

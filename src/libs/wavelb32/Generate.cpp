@@ -17,7 +17,7 @@ constexpr double percent = 100;
 
 // The points to fill and how turns run over them, or the status that says why not.
 struct Task {
-  std::int32_t status = W_OK;
+  std::int32_t status = W_SUCCESS;
   std::span<std::int16_t> codes;
   wavelb::Turns turns{};
 };
@@ -25,13 +25,13 @@ struct Task {
 Task Prepare(WaveHandle handle, double start, double count, double period, double phase,
              std::initializer_list<double> others) {
   const wavelb::CodeRange range = wavelb::FindCodes(handle, start, count);
-  if (range.status != W_OK) return {range.status, {}, {}};
+  if (range.status != W_SUCCESS) return {range.status, {}, {}};
   if (!wavelb::IsUsable(period) || !wavelb::IsUsable(phase) || !std::ranges::all_of(others, wavelb::IsUsable))
     return {W_BAD_VALUE, {}, {}};
   const double first = std::max(0.0, std::ceil(start)) - start;
   // A range much shorter than a point still has one whole point; the floor keeps its turn a number.
   constexpr double shortest = 1e-9;
-  return {W_OK, range.codes, {first, period, std::max(count, shortest), phase / degreesPerTurn}};
+  return {W_SUCCESS, range.codes, {first, period, std::max(count, shortest), phase / degreesPerTurn}};
 }
 
 double Part(double percentage) {
@@ -80,7 +80,7 @@ std::int32_t W_MakeNoise(WaveHandle handle, double start, double count, double o
 
 std::int32_t W_MakeDC(WaveHandle handle, double start, double count, double offset) {
   const Task task = Prepare(handle, start, count, 0, 0, {offset});
-  if (task.status == W_OK) std::ranges::fill(task.codes, wavelb::ToCode(offset));
+  if (task.status == W_SUCCESS) std::ranges::fill(task.codes, wavelb::ToCode(offset));
   return task.status;
 }
 
@@ -89,7 +89,7 @@ std::int32_t W_InitRand(std::int32_t seed) {
   // Neighbouring seeds must not give neighbouring parts of one sequence.
   state.noiseKey = Scramble(static_cast<std::uint32_t>(seed));
   state.noiseIndex = 0;
-  return W_OK;
+  return W_SUCCESS;
 }
 
 } // namespace calder

@@ -33,20 +33,20 @@ std::int32_t W_CompWaveX(WaveHandle handle, double sourceStart, double sourceSpa
   const double firstPlace = static_cast<double>(destination->first) - std::max(destinationStart, 0.0);
   wavelb::Resample(curve, codes.subspan(destination->first, destination->count),
                    {std::max(sourceStart, 0.0) - curveStart, sourceSpan, destinationSpan, firstPlace});
-  return W_OK;
+  return W_SUCCESS;
 }
 
 std::int32_t W_CompYMaxMin(WaveHandle handle, double start, double count, double newMaximum, double newMinimum) {
   const wavelb::CodeRange range = wavelb::FindCodes(handle, start, count);
-  if (range.status != W_OK) return range.status;
+  if (range.status != W_SUCCESS) return range.status;
   if (!wavelb::IsUsable(newMaximum) || !wavelb::IsUsable(newMinimum)) return W_BAD_VALUE;
-  if (range.codes.empty()) return W_OK;
+  if (range.codes.empty()) return W_SUCCESS;
   const wavelb::Extremes old = wavelb::FindExtremes(range.codes);
   if (old.low == old.high)
     std::ranges::fill(range.codes, wavelb::ToCode((newMaximum + newMinimum) / 2));
   else
     wavelb::Rescale(range.codes, old.low, old.high, newMinimum, newMaximum);
-  return W_OK;
+  return W_SUCCESS;
 }
 
 std::int32_t W_CompYAmpOff(WaveHandle handle, double start, double count, double amplitude, double offset) {

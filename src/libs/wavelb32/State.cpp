@@ -64,7 +64,7 @@ std::int32_t BufferTable::Free(WaveHandle handle, PointKind kind) {
   slot->points = 0;
   slot->generation = slot->generation == generationLimit ? 1 : slot->generation + 1;
   free_.push_back(handle % slotLimit);
-  return W_OK;
+  return W_SUCCESS;
 }
 
 std::span<std::int16_t> BufferTable::Codes(WaveHandle handle) {
@@ -101,7 +101,7 @@ CodeRange FindCodes(WaveHandle handle, double start, double count) {
   if (codes.empty()) return {W_BAD_HANDLE, {}};
   const std::optional<PointRange> range = WholePoints(start, count, codes.size());
   if (!range) return {W_BAD_RANGE, {}};
-  return {W_OK, codes.subspan(range->first, range->count)};
+  return {W_SUCCESS, codes.subspan(range->first, range->count)};
 }
 
 } // namespace calder::wavelb

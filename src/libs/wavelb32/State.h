@@ -82,7 +82,7 @@ struct PointRange {
 
 // A buffer's codes in a range of points, or the status that says why not.
 struct CodeRange {
-  std::int32_t status = W_OK;
+  std::int32_t status = W_SUCCESS;
   std::span<std::int16_t> codes;
 };
 [[nodiscard]] CodeRange FindCodes(WaveHandle handle, double start, double count);

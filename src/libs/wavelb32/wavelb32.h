@@ -22,7 +22,7 @@ class DeviceContext;
 using WaveHandle = std::int32_t;
 
 // Statuses: 0 or one of these.
-inline constexpr std::int32_t W_OK = 0;
+inline constexpr std::int32_t W_SUCCESS = 0;
 inline constexpr std::int32_t W_BAD_HANDLE = -1;
 inline constexpr std::int32_t W_BAD_RANGE = -2;
 inline constexpr std::int32_t W_BAD_VALUE = -3;

@@ -23,14 +23,14 @@ Codes Counting(std::int16_t points) {
 TEST(Buffers, AFreedHandleStaysBadWhileItsSlotIsUsedAgain) {
   const WaveHandle old = W_AllocMemory(4);
   ASSERT_GT(old, 0);
-  EXPECT_EQ(W_FreeMemory(old), W_OK);
+  EXPECT_EQ(W_FreeMemory(old), W_SUCCESS);
   EXPECT_EQ(W_FreeMemory(old), W_BAD_HANDLE);
   for (int i = 0; i < 5000; ++i) {
     const WaveHandle next = W_AllocMemory(1);
     ASSERT_GT(next, 0);
     ASSERT_NE(next, old);
     ASSERT_TRUE(W_Lock(old).empty());
-    ASSERT_EQ(W_FreeMemory(next), W_OK);
+    ASSERT_EQ(W_FreeMemory(next), W_SUCCESS);
   }
 }
 
@@ -45,7 +45,7 @@ TEST(Buffers, AllocationsHaveLimitsAndKinds) {
   W_Lock32(values)[2] = 1 << 20;
   EXPECT_EQ(W_GetWaveData32(values, 2, 3), 1 << 20);
   EXPECT_EQ(W_GetWaveData(values, 2, 3), W_NO_DATA);
-  EXPECT_EQ(W_FreeMemory32(values), W_OK);
+  EXPECT_EQ(W_FreeMemory32(values), W_SUCCESS);
   for (const WaveHandle bad : {0, -1, values, std::numeric_limits<WaveHandle>::max()})
     EXPECT_EQ(W_FreeMemory32(bad), W_BAD_HANDLE) << bad;
 }
@@ -54,10 +54,10 @@ TEST(Buffers, ThousandsOfBuffersAtOnceEndInAFailureNotInACrash) {
   std::vector<WaveHandle> handles;
   for (WaveHandle handle = W_AllocMemory(1); handle != 0; handle = W_AllocMemory(1)) handles.push_back(handle);
   EXPECT_GE(handles.size(), 4000U);
-  for (const WaveHandle handle : handles) ASSERT_EQ(W_FreeMemory(handle), W_OK);
+  for (const WaveHandle handle : handles) ASSERT_EQ(W_FreeMemory(handle), W_SUCCESS);
   const WaveHandle again = W_AllocMemory(1);
   EXPECT_NE(again, 0);
-  EXPECT_EQ(W_FreeMemory(again), W_OK);
+  EXPECT_EQ(W_FreeMemory(again), W_SUCCESS);
 }
 
 // Which of ten points a range clears.
@@ -69,14 +69,14 @@ TEST(Buffers, RangesRoundUpToWholePoints) {
     const char* cleared;
   };
   const Row rows[] = {
-      {0, 10, W_OK, "xxxxxxxxxx"},
-      {2, 3, W_OK, "..xxx....."},
-      {1.2, 2.1, W_OK, "..xxx....."},
-      {0.4, 9.6, W_OK, ".xxxxxxxxx"},
-      {9.5, 0.5, W_OK, ".........."},
-      {10, 0, W_OK, ".........."},
-      {3, 0, W_OK, ".........."},
-      {-0.5, 2, W_OK, "xx........"},
+      {0, 10, W_SUCCESS, "xxxxxxxxxx"},
+      {2, 3, W_SUCCESS, "..xxx....."},
+      {1.2, 2.1, W_SUCCESS, "..xxx....."},
+      {0.4, 9.6, W_SUCCESS, ".xxxxxxxxx"},
+      {9.5, 0.5, W_SUCCESS, ".........."},
+      {10, 0, W_SUCCESS, ".........."},
+      {3, 0, W_SUCCESS, ".........."},
+      {-0.5, 2, W_SUCCESS, "xx........"},
       {-1, 2, W_BAD_RANGE, ".........."},
       {0, 11, W_BAD_RANGE, ".........."},
       {5, 6, W_BAD_RANGE, ".........."},
@@ -97,9 +97,9 @@ TEST(Buffers, RangesRoundUpToWholePoints) {
 
 TEST(Buffers, CopyingMovesOverlappingRangesToo) {
   const TestWave wave(Counting(6));
-  EXPECT_EQ(W_CopyMemory(wave.Handle(), wave.Handle(), 0, 2, 4), W_OK);
+  EXPECT_EQ(W_CopyMemory(wave.Handle(), wave.Handle(), 0, 2, 4), W_SUCCESS);
   EXPECT_EQ(wave.Copy(), (Codes{1, 2, 1, 2, 3, 4}));
-  EXPECT_EQ(W_CopyMemory(wave.Handle(), wave.Handle(), 2, 0, 4), W_OK);
+  EXPECT_EQ(W_CopyMemory(wave.Handle(), wave.Handle(), 2, 0, 4), W_SUCCESS);
   EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4, 3, 4}));
   EXPECT_EQ(W_CopyMemory(wave.Handle(), wave.Handle(), 3, 0, 4), W_BAD_RANGE);
   EXPECT_EQ(W_CopyMemory(wave.Handle(), 0, 0, 0, 1), W_BAD_HANDLE);
@@ -108,9 +108,9 @@ TEST(Buffers, CopyingMovesOverlappingRangesToo) {
 
 TEST(Buffers, DeletingClosesTheGapWithinThePointCount) {
   const TestWave wave(Counting(8));
-  EXPECT_EQ(W_DeleteWave(wave.Handle(), 1, 2, 6), W_OK);
+  EXPECT_EQ(W_DeleteWave(wave.Handle(), 1, 2, 6), W_SUCCESS);
   EXPECT_EQ(wave.Copy(), (Codes{1, 4, 5, 6, 0, 0, 7, 8}));
-  EXPECT_EQ(W_DeleteWave(wave.Handle(), 0, 6, 6), W_OK);
+  EXPECT_EQ(W_DeleteWave(wave.Handle(), 0, 6, 6), W_SUCCESS);
   EXPECT_EQ(wave.Copy(), (Codes{0, 0, 0, 0, 0, 0, 7, 8}));
   EXPECT_EQ(W_DeleteWave(wave.Handle(), 0, 7, 6), W_BAD_RANGE);
   EXPECT_EQ(W_DeleteWave(wave.Handle(), 0, 1, 9), W_BAD_RANGE);
@@ -140,8 +140,8 @@ TEST(Buffers, ReadingTheRightEndGivesTheLastPoint) {
 TEST(Buffers, ExtremesAreThoseOfTheRangeAtEveryLength) {
   constexpr std::int32_t points = 150;
   const TestWave wave(points);
-  ASSERT_EQ(W_InitRand(5), W_OK);
-  ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, points, 0, 65534), W_OK);
+  ASSERT_EQ(W_InitRand(5), W_SUCCESS);
+  ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, points, 0, 65534), W_SUCCESS);
   for (std::int32_t count = 1; count <= points; ++count) {
     const auto range = wave.Codes().last(static_cast<std::size_t>(count));
     EXPECT_EQ(W_GetMaxMin(wave.Handle(), points - count, count, 0), *std::ranges::min_element(range));

@@ -17,7 +17,7 @@ Calls Pattern(const TestWave& wave, double xStart, double xSpan, int width, int 
   RecordingContext context(width, height);
   EXPECT_EQ(
       W_DrawDigitalPattern(context, wave.Handle(), xStart, xSpan, bitCount, mask, a, b, width, height, 1, 2, 3, 4),
-      W_OK);
+      W_SUCCESS);
   return context.calls;
 }
 
@@ -56,7 +56,7 @@ TEST(DrawDigital, NothingIsDrawnBesideTheWaveform) {
 TEST(DrawDigital, OnPaperOnlyTheLanesOfTheMaskAreDrawn) {
   const TestWave wave(Codes(4, -1));
   RecordingContext context(4, height);
-  EXPECT_EQ(W_DrawDigital(context, wave.Handle(), 0, 4, 0x4001, 4, height), W_OK);
+  EXPECT_EQ(W_DrawDigital(context, wave.Handle(), 0, 4, 0x4001, 4, height), W_SUCCESS);
   EXPECT_EQ(context.calls, (Calls{"columns 0 9..9 9..9 9..9 9..9", "columns 0 93..93 93..93 93..93 93..93"}));
 }
 
@@ -67,7 +67,7 @@ TEST(Digital, BitsAreMirrored) {
 
 TEST(Digital, OneBitIsCopiedOntoAnother) {
   const TestWave wave(Codes{0x0001, 0x0004, 0x0005, -1, 0x0001});
-  EXPECT_EQ(W_CopyBitDigital(wave.Handle(), 1, 3, 0x0004, 0x8000), W_OK);
+  EXPECT_EQ(W_CopyBitDigital(wave.Handle(), 1, 3, 0x0004, 0x8000), W_SUCCESS);
   EXPECT_EQ(wave.Copy(), (Codes{0x0001, static_cast<std::int16_t>(0x8004), static_cast<std::int16_t>(0x8005), -1, 1}));
   for (const std::int32_t mask : {0, 3, 0x10000, -32768, -1})
     EXPECT_EQ(W_CopyBitDigital(wave.Handle(), 0, 5, mask, 1), W_BAD_VALUE) << mask;

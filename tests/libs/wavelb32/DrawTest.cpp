@@ -24,7 +24,7 @@ Calls Drawn(const TestWave& wave, const View& view, double scale = 1, std::int32
   RecordingContext context(view.width, view.height, scale);
   EXPECT_EQ(W_DrawWave2(context, wave.Handle(), view.xStart, view.yStart, view.xSpan, view.ySpan, view.width,
                         view.height, pointCount),
-            W_OK);
+            W_SUCCESS);
   return context.calls;
 }
 
@@ -83,8 +83,8 @@ TEST(DrawWave, BadArgumentsDrawNothing) {
 TEST(DrawWave, RandomViewsAgreeWithAPointByPointDrawing) {
   constexpr std::int32_t points = 3000;
   const TestWave wave(points);
-  ASSERT_EQ(W_InitRand(3), W_OK);
-  ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, points, 0, 65534), W_OK);
+  ASSERT_EQ(W_InitRand(3), W_SUCCESS);
+  ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, points, 0, 65534), W_SUCCESS);
   std::mt19937 random(1);
   const auto pick = [&](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
   for (int round = 0; round < 200; ++round) {
@@ -97,7 +97,7 @@ TEST(DrawWave, RandomViewsAgreeWithAPointByPointDrawing) {
     std::vector<std::uint32_t> pixels(static_cast<std::size_t>(v.width) * static_cast<std::size_t>(v.height), 0);
     PixelContext context(pixels, static_cast<std::size_t>(v.width), v.width, v.height);
     context.SetPen(0xFFFFFF);
-    ASSERT_EQ(W_DrawWave2(context, wave.Handle(), v.xStart, v.yStart, v.xSpan, v.ySpan, v.width, v.height), W_OK);
+    ASSERT_EQ(W_DrawWave2(context, wave.Handle(), v.xStart, v.yStart, v.xSpan, v.ySpan, v.width, v.height), W_SUCCESS);
     struct Column {
       int low = INT16_MAX;
       int high = INT16_MIN;
@@ -132,7 +132,7 @@ TEST(DrawWave, RandomViewsAgreeWithAPointByPointDrawing) {
 
 TEST(DrawGrid, HasTenColumnsEightRowsAndTheZeroLineOnTop) {
   RecordingContext context(100, 80);
-  EXPECT_EQ(W_DrawGrid(context, 100, 80), W_OK);
+  EXPECT_EQ(W_DrawGrid(context, 100, 80), W_SUCCESS);
   ASSERT_EQ(context.calls.size(), 7U + 9U + 3U);
   EXPECT_EQ(context.calls[1], "line 0 10 99 10");
   EXPECT_EQ(context.calls[8], "line 10 0 10 79");
@@ -151,7 +151,7 @@ TEST(DrawGrid, TheZeroLineIsDrawnOnlyInsideTheView) {
                       {0, 100, {}}};
   for (const Row& row : rows) {
     RecordingContext context(20, 100);
-    EXPECT_EQ(W_DrawGrid2(context, row.yStart, row.ySpan, 20, 100), W_OK);
+    EXPECT_EQ(W_DrawGrid2(context, row.yStart, row.ySpan, 20, 100), W_SUCCESS);
     EXPECT_EQ(context.calls, row.calls) << row.yStart;
   }
 }

@@ -31,7 +31,8 @@ TEST(Generate, SineIsTheLibrarySineRounded) {
                       {65536, 1, 65535, 0, -65534, 0.01, 1e-3}, {4096, 0, 4096, 0.25, 7, 4000, 123.4}};
   for (const Row& row : rows) {
     const TestWave wave(row.points);
-    ASSERT_EQ(W_MakeSin(wave.Handle(), row.start, row.count, row.offset, row.amplitude, row.period, row.phase), W_OK);
+    ASSERT_EQ(W_MakeSin(wave.Handle(), row.start, row.count, row.offset, row.amplitude, row.period, row.phase),
+              W_SUCCESS);
     int wrong = 0;
     for (int p = static_cast<int>(std::ceil(row.start)); p < row.start + row.count; ++p) {
       const double turn = row.period * (p - row.start) / row.count + row.phase / 360;
@@ -47,7 +48,7 @@ TEST(Generate, SineIsTheLibrarySineRounded) {
 
 Codes Made(std::int32_t points, auto make) {
   const TestWave wave(points);
-  EXPECT_EQ(make(wave.Handle()), W_OK);
+  EXPECT_EQ(make(wave.Handle()), W_SUCCESS);
   return wave.Copy();
 }
 
@@ -98,13 +99,13 @@ TEST(Generate, NoiseIsUniformRepeatableAndIndependentOfSplits) {
   constexpr std::int32_t points = 200000;
   const auto noise = [](std::int32_t seed, std::vector<double> parts) {
     return Made(points, [&](WaveHandle h) {
-      EXPECT_EQ(W_InitRand(seed), W_OK);
+      EXPECT_EQ(W_InitRand(seed), W_SUCCESS);
       double start = 0;
       for (const double part : parts) {
-        EXPECT_EQ(W_MakeNoise(h, start, part, 1000, 2000), W_OK);
+        EXPECT_EQ(W_MakeNoise(h, start, part, 1000, 2000), W_SUCCESS);
         start += part;
       }
-      return W_OK;
+      return W_SUCCESS;
     });
   };
   const Codes whole = noise(1, {points});
@@ -140,7 +141,7 @@ TEST(Generate, OnlyTheRangeIsTouchedAndBadValuesTouchNothing) {
   }
   EXPECT_EQ(W_MakeDC(wave.Handle(), 15, 6, 1), W_BAD_RANGE);
   EXPECT_EQ(wave.Copy(), Codes(20, 7));
-  EXPECT_EQ(W_MakeSquare(wave.Handle(), 4.5, 10, 100, 0, 1, 0, 50, 0), W_OK);
+  EXPECT_EQ(W_MakeSquare(wave.Handle(), 4.5, 10, 100, 0, 1, 0, 50, 0), W_SUCCESS);
   Codes expected(20, 7);
   std::fill_n(expected.begin() + 5, 10, std::int16_t{100});
   EXPECT_EQ(wave.Copy(), expected);

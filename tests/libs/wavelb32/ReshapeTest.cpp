@@ -36,7 +36,8 @@ TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
   };
   for (const Row& row : rows) {
     const TestWave wave(Codes{10, 20, 30, 40, 50, 60, 70, 80});
-    EXPECT_EQ(W_CompWaveX(wave.Handle(), row.sourceStart, row.sourceSpan, row.pointCount, row.start, row.span), W_OK);
+    EXPECT_EQ(W_CompWaveX(wave.Handle(), row.sourceStart, row.sourceSpan, row.pointCount, row.start, row.span),
+              W_SUCCESS);
     EXPECT_EQ(wave.Copy(), row.result) << row.what;
   }
 }
@@ -45,9 +46,9 @@ TEST(CompWaveX, SpreadsAShortFileOverTheWholeMemory) {
   constexpr std::int32_t memory = 524288;
   for (const std::int32_t points : {2, 3, 1000, memory - 1}) {
     const TestWave wave(memory);
-    ASSERT_EQ(W_MakeSin(wave.Handle(), 0, points, 0, 65534, 3, 40), W_OK);
+    ASSERT_EQ(W_MakeSin(wave.Handle(), 0, points, 0, 65534, 3, 40), W_SUCCESS);
     const Codes source = wave.Copy();
-    ASSERT_EQ(W_CompWaveX(wave.Handle(), 0, points - 1, memory, 0, memory), W_OK);
+    ASSERT_EQ(W_CompWaveX(wave.Handle(), 0, points - 1, memory, 0, memory), W_SUCCESS);
     int wrong = 0;
     for (std::int32_t i = 0; i < memory; ++i) {
       const double place = static_cast<double>(i) * (points - 1) / memory;
@@ -90,20 +91,21 @@ TEST(CompY, RescalesBetweenTheNewExtremes) {
   };
   for (const Row& row : rows) {
     const TestWave wave(row.before);
-    EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, row.maximum, row.minimum), W_OK);
+    EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, row.maximum, row.minimum), W_SUCCESS);
     EXPECT_EQ(wave.Copy(), row.after) << row.maximum << " " << row.minimum;
     const TestWave other(row.before);
-    EXPECT_EQ(W_CompYAmpOff(other.Handle(), 0, 4, row.maximum - row.minimum, (row.maximum + row.minimum) / 2), W_OK);
+    EXPECT_EQ(W_CompYAmpOff(other.Handle(), 0, 4, row.maximum - row.minimum, (row.maximum + row.minimum) / 2),
+              W_SUCCESS);
     EXPECT_EQ(other.Copy(), row.after) << row.maximum << " " << row.minimum;
   }
 }
 
 TEST(CompY, ReachesTheNewExtremesExactly) {
   const TestWave wave(2000);
-  ASSERT_EQ(W_InitRand(9), W_OK);
+  ASSERT_EQ(W_InitRand(9), W_SUCCESS);
   for (int round = 0; round < 200; ++round) {
-    ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, 2000, round * 3, 100 + round * 211), W_OK);
-    ASSERT_EQ(W_CompYMaxMin(wave.Handle(), 0, 2000, round * 97 + 0.5, round * -31 - 1.5), W_OK);
+    ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, 2000, round * 3, 100 + round * 211), W_SUCCESS);
+    ASSERT_EQ(W_CompYMaxMin(wave.Handle(), 0, 2000, round * 97 + 0.5, round * -31 - 1.5), W_SUCCESS);
     EXPECT_EQ(W_GetMaxMin(wave.Handle(), 0, 2000, 1), std::lrint(round * 97 + 0.5));
     EXPECT_EQ(W_GetMaxMin(wave.Handle(), 0, 2000, 0), std::lrint(round * -31 - 1.5));
   }
@@ -114,7 +116,7 @@ TEST(CompY, BadValuesChangeNothing) {
   EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, notANumber, 0), W_BAD_VALUE);
   EXPECT_EQ(W_CompYAmpOff(wave.Handle(), 0, 4, std::numeric_limits<double>::infinity(), 0), W_BAD_VALUE);
   EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 5, 10, 0), W_BAD_RANGE);
-  EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 2, 0, 10, 0), W_OK);
+  EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 2, 0, 10, 0), W_SUCCESS);
   EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4}));
 }
 
@@ -124,7 +126,7 @@ Codes Calculated(const Codes& a, const Codes& b, double yMin, double yMax, std::
   const TestWave result(static_cast<std::int32_t>(a.size()));
   EXPECT_EQ(W_CalcWave(source.Handle(), operand.Handle(), result.Handle(), 0, static_cast<double>(a.size()), yMin, yMax,
                        operation),
-            W_OK);
+            W_SUCCESS);
   return result.Copy();
 }
 
@@ -158,7 +160,7 @@ TEST(CalcWave, AnyCodeDividedByItselfOrNothingIsExactInOddUnits) {
 TEST(CalcWave, ReadsTheSourceFromTheStartAndMayWriteOverIt) {
   const TestWave source(Codes{9, 9, 9, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 17, 18});
   const TestWave operand(Codes(18, 100));
-  EXPECT_EQ(W_CalcWave(source.Handle(), operand.Handle(), source.Handle(), 3, 18, -32767, 32767, 0), W_OK);
+  EXPECT_EQ(W_CalcWave(source.Handle(), operand.Handle(), source.Handle(), 3, 18, -32767, 32767, 0), W_SUCCESS);
   Codes expected;
   for (std::int16_t i = 101; i <= 118; ++i) expected.push_back(i);
   expected.insert(expected.end(), {16, 17, 18});
