@@ -1,0 +1,178 @@
+#include "TestWave.h"
+#include "libs/spline32/spline32.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <numeric>
+#include <random>
+#include <utility>
+
+namespace calder {
+namespace {
+
+using Codes = std::vector<std::int16_t>;
+using Values = std::vector<double>;
+
+class Blocks {
+public:
+  explicit Blocks(std::int32_t entries = W_MAX_CONTROL_POINTS)
+      : positions_(W_AllocMemory32(entries)), values_(W_AllocMemory(entries)) {}
+  ~Blocks() {
+    static_cast<void>(W_FreeMemory32(positions_));
+    static_cast<void>(W_FreeMemory(values_));
+  }
+  Blocks(const Blocks&) = delete;
+  Blocks& operator=(const Blocks&) = delete;
+
+  // The number of control points, after their joins have been drawn and found to be the codes; -1 when not possible.
+  std::int32_t Convert(const TestWave& wave) {
+    const auto points = static_cast<std::int32_t>(wave.Codes().size());
+    std::int32_t count = points;
+    const std::int32_t status = ConvCPdata(wave.Handle(), positions_, values_, count);
+    if (status != W_SUCCESS) {
+      EXPECT_EQ(status, W_NOT_POSSIBLE);
+      EXPECT_EQ(count, 0);
+      return -1;
+    }
+    Values x;
+    Values y;
+    for (std::size_t i = 0; i < static_cast<std::size_t>(count); ++i) {
+      x.push_back(std::round(W_Lock32(positions_)[i] * static_cast<double>(points) / W_CONTROL_POINT_SCALE));
+      y.push_back(W_Lock(values_)[i]);
+    }
+    EXPECT_TRUE(std::ranges::adjacent_find(x, std::greater_equal{}) == x.end()) << "positions ascend";
+    EXPECT_EQ(Values({*std::ranges::min_element(x), *std::ranges::max_element(x)}), Values({0, points - 1.0}));
+    const TestWave drawn(points);
+    EXPECT_EQ(Spline_Hokan_Line(drawn.Handle(), 0, points, x.data(), y.data(), count, points, W_CODE_MAX), W_SUCCESS);
+    EXPECT_EQ(drawn.Copy(), wave.Copy());
+    return count;
+  }
+
+  WaveHandle positions_;
+  WaveHandle values_;
+};
+
+// By the definition: every pair of points, every point between.
+std::int32_t FewestByBruteForce(const Codes& codes) {
+  const auto n = static_cast<int>(codes.size());
+  std::vector<int> joins(1, 0);
+  joins.resize(codes.size(), n);
+  for (int i = 0; i < n; ++i) {
+    for (int j = i + 1; j < n; ++j) {
+      const int rise = codes[static_cast<std::size_t>(j)] - codes[static_cast<std::size_t>(i)];
+      bool isValid = true;
+      for (int k = i + 1; k < j && isValid; ++k) {
+        // The quotient of such small numbers is exact enough: halves are halves, all else is far from one.
+        const double value = codes[static_cast<std::size_t>(i)] + static_cast<double>(rise * (k - i)) / (j - i);
+        isValid = std::lrint(value) == codes[static_cast<std::size_t>(k)];
+      }
+      if (isValid)
+        joins[static_cast<std::size_t>(j)] =
+            std::min(joins[static_cast<std::size_t>(j)], joins[static_cast<std::size_t>(i)] + 1);
+    }
+  }
+  return joins.empty() ? 0 : joins.back() + 1;
+}
+
+TEST(ConvCPdata, FindsTheFewestControlPointsOfSmallWaveforms) {
+  std::mt19937 random(11);
+  const auto pick = [&](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
+  Blocks blocks;
+  for (int round = 0; round < 20000; ++round) {
+    Codes codes(static_cast<std::size_t>(pick(1, 40)));
+    const int kind = pick(0, 4);
+    double slope = pick(-30, 30) / 10.0;
+    double value = pick(-5, 5);
+    for (std::int16_t& code : codes) {
+      if (kind == 0) value = pick(-3, 3);
+      if (kind == 1) value += pick(0, 1);
+      if (kind == 2) value += pick(-1, 1);
+      if (kind >= 3) {
+        // Lines with corners, or a slow curve.
+        value += slope;
+        if (kind == 3 && pick(0, 7) == 0) slope = pick(-30, 30) / 10.0;
+        if (kind == 4) slope += pick(-2, 2) / 20.0;
+      }
+      code = static_cast<std::int16_t>(std::lrint(value));
+    }
+    const TestWave wave(codes);
+    ASSERT_EQ(blocks.Convert(wave), FewestByBruteForce(codes)) << "round " << round;
+  }
+}
+
+TEST(ConvCPdata, FindsTheFewestControlPointsOfCurves) {
+  Blocks blocks;
+  for (const int points : {200, 331, 450}) {
+    for (const double amplitude : {20.0, 300.0, 5000.0, 65534.0}) {
+      const TestWave wave(points);
+      ASSERT_EQ(W_MakeSin(wave.Handle(), 0, points, 0, amplitude, 1, points), W_SUCCESS);
+      EXPECT_EQ(blocks.Convert(wave), FewestByBruteForce(wave.Copy())) << points << " " << amplitude;
+    }
+  }
+}
+
+// A polyline of joins from random corners; how many control points it was made with.
+std::pair<Codes, std::int32_t> Polyline(std::int32_t points, std::int32_t corners, unsigned seed) {
+  std::mt19937 random(seed);
+  Values x{0};
+  Values y{0};
+  for (std::int32_t i = 1; i < corners; ++i) {
+    x.push_back(std::floor(static_cast<double>(points - 1) * i / (corners - 1)));
+    y.push_back(std::uniform_int_distribution(-32767, 32767)(random));
+  }
+  const TestWave wave(points);
+  EXPECT_EQ(Spline_Hokan_Line(wave.Handle(), 0, points, x.data(), y.data(), corners, points, W_CODE_MAX), W_SUCCESS);
+  return {wave.Copy(), corners};
+}
+
+TEST(ConvCPdata, GoesUpToTheFullBlockAndSaysWhenItIsTooSmall) {
+  Blocks blocks;
+  const auto [codes, corners] = Polyline(W_MAX_POINTS, W_MAX_CONTROL_POINTS, 1);
+  const std::int32_t count = blocks.Convert(TestWave(codes));
+  EXPECT_GT(count, 9900);
+  EXPECT_LE(count, corners);
+  EXPECT_EQ(blocks.Convert(TestWave(Polyline(W_MAX_POINTS, W_MAX_CONTROL_POINTS + 50, 2).first)), -1);
+
+  const auto [fewCodes, few] = Polyline(1000, 9, 3);
+  Blocks exact(few);
+  EXPECT_EQ(exact.Convert(TestWave(fewCodes)), few);
+  Blocks small(few - 1);
+  EXPECT_EQ(small.Convert(TestWave(fewCodes)), -1);
+}
+
+TEST(ConvCPdata, LongWaveforms) {
+  Blocks blocks;
+  for (const std::int32_t points : {2, 3, 1000, 524287, W_MAX_POINTS}) {
+    const TestWave wave(points);
+    EXPECT_EQ(blocks.Convert(wave), 2) << "constant";
+    ASSERT_EQ(W_MakeTriangle(wave.Handle(), 0, points, 0, 65534, 1, 180, 100), W_SUCCESS);
+    EXPECT_EQ(blocks.Convert(wave), 2) << "a ramp over " << points;
+  }
+  const TestWave wave(W_MAX_POINTS);
+  ASSERT_EQ(W_MakeSin(wave.Handle(), 0, W_MAX_POINTS, 0, 65534, 1, 0), W_SUCCESS);
+  EXPECT_GT(blocks.Convert(wave), 100);
+  ASSERT_EQ(W_MakeSquare(wave.Handle(), 0, W_MAX_POINTS, 0, 65534, 2, 0, 50, 0), W_SUCCESS);
+  EXPECT_EQ(blocks.Convert(wave), 8);
+  ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, W_MAX_POINTS, 0, 65534), W_SUCCESS);
+  EXPECT_EQ(blocks.Convert(wave), -1);
+  ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, W_MAX_POINTS, 0, 2), W_SUCCESS);
+  EXPECT_EQ(blocks.Convert(wave), -1);
+}
+
+TEST(ConvCPdata, BadArgumentsGiveNoPoints) {
+  const TestWave wave(Codes{1, 2, 3});
+  const Blocks blocks;
+  for (const std::int32_t points : {0, -1, 4, W_MAX_POINTS + 1}) {
+    std::int32_t count = points;
+    EXPECT_EQ(ConvCPdata(wave.Handle(), blocks.positions_, blocks.values_, count), W_BAD_RANGE);
+    EXPECT_EQ(count, 0);
+  }
+  std::int32_t count = 3;
+  EXPECT_EQ(ConvCPdata(wave.Handle(), blocks.values_, blocks.positions_, count), W_BAD_HANDLE);
+  EXPECT_EQ(count, 0);
+}
+
+} // namespace
+} // namespace calder
