@@ -31,12 +31,8 @@ TEST(Generate, SineIsTheLibrarySineRounded) {
                       {65536, 1, 65535, 0, -65534, 0.01, 1e-3}, {4096, 0, 4096, 0.25, 7, 4000, 123.4}};
   for (const Row& row : rows) {
     const TestWave wave(row.points);
-<<<<<<< HEAD
-    ASSERT_EQ(W_MakeSin(wave.Handle(), row.start, row.count, row.offset, row.amplitude, row.period, row.phase), W_SUCCESS);
-=======
     ASSERT_EQ(W_MakeSin(wave.Handle(), row.start, row.count, row.offset, row.amplitude, row.period, row.phase),
               W_SUCCESS);
->>>>>>> engine
     int wrong = 0;
     for (int p = static_cast<int>(std::ceil(row.start)); p < row.start + row.count; ++p) {
       const double turn = row.period * (p - row.start) / row.count + row.phase / 360;

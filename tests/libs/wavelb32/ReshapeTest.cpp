@@ -36,12 +36,8 @@ TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
   };
   for (const Row& row : rows) {
     const TestWave wave(Codes{10, 20, 30, 40, 50, 60, 70, 80});
-<<<<<<< HEAD
-    EXPECT_EQ(W_CompWaveX(wave.Handle(), row.sourceStart, row.sourceSpan, row.pointCount, row.start, row.span), W_SUCCESS);
-=======
     EXPECT_EQ(W_CompWaveX(wave.Handle(), row.sourceStart, row.sourceSpan, row.pointCount, row.start, row.span),
               W_SUCCESS);
->>>>>>> engine
     EXPECT_EQ(wave.Copy(), row.result) << row.what;
   }
 }
@@ -98,12 +94,8 @@ TEST(CompY, RescalesBetweenTheNewExtremes) {
     EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, row.maximum, row.minimum), W_SUCCESS);
     EXPECT_EQ(wave.Copy(), row.after) << row.maximum << " " << row.minimum;
     const TestWave other(row.before);
-<<<<<<< HEAD
-    EXPECT_EQ(W_CompYAmpOff(other.Handle(), 0, 4, row.maximum - row.minimum, (row.maximum + row.minimum) / 2), W_SUCCESS);
-=======
     EXPECT_EQ(W_CompYAmpOff(other.Handle(), 0, 4, row.maximum - row.minimum, (row.maximum + row.minimum) / 2),
               W_SUCCESS);
->>>>>>> engine
     EXPECT_EQ(other.Copy(), row.after) << row.maximum << " " << row.minimum;
   }
 }

@@ -1,0 +1,194 @@
+#include "EditorFixture.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace calder {
+namespace {
+
+struct EditorTest : EditorFixture {};
+
+TEST_F(EditorTest, StartsWithAnEmptyWaveformInUserUnits) {
+  Begin();
+  EXPECT_EQ(editor->Title(), "Orvo Calder for XG5530/31 <Untitled>");
+  EXPECT_EQ(program->settings.XUnit, 2);
+  EXPECT_EQ(program->settings.YUnit, 2);
+  EXPECT_EQ(program->settings.XUserMax, 1);
+  EXPECT_EQ(program->settings.YUserMin, -1);
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 524288}));
+  EXPECT_FALSE(editor->commands.CanUndo());
+  EXPECT_EQ(editor->commands.UndoCaption(), "&Undo");
+  EXPECT_EQ(program->registry.GetGpibBoard(), 3);
+  EXPECT_EQ(program->settings.ModelNo, 0);
+}
+
+TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
+  const struct {
+    const char* why;
+    const char* message;
+    void (*spoil)(fake::FakeDesktop&);
+  } rows[] = {
+      {"no USBTMC.ID", "Lost the file of USBTMC.ID", [](fake::FakeDesktop& d) { d.folders.read = {"/nonexistent"}; }},
+      {"the sibling runs", "The Marlow Software is running.",
+       [](fake::FakeDesktop& d) { d.windows.captions = {"x", "Orvo Marlow for XG5530/31 <a.seq>"}; }},
+      {"no models", "No System Setup file.\r\rSystem Exit.",
+       [](fake::FakeDesktop& d) { d.folders.read = {CALDER_SOURCE_DIR "/data"}; }},
+  };
+  for (const auto& row : rows) {
+    fake::FakeDesktop spoilt;
+    row.spoil(spoilt);
+    spoilt.boxes.Expect(row.message);
+    Program state(spoilt.Services());
+    Editor stopped(state);
+    EXPECT_FALSE(stopped.Start()) << row.why;
+  }
+}
+
+TEST_F(EditorTest, ASecondCopyIsNoSibling) {
+  desktop.windows.captions = {"Orvo Calder for XG5530/31 <Untitled>"};
+  desktop.copies.others = true;
+  Begin();
+}
+
+TEST_F(EditorTest, TheLastModelAddressAndMemorySizeComeBack) {
+  desktop.settings.Set("Sysinfo", "sys_no", "1");
+  desktop.settings.Set("Sysinfo", "Gpib_Address", "7");
+  desktop.settings.Set("Sysinfo", "memory_width_no", "1");
+  Begin();
+  EXPECT_EQ(program->settings.ModelNo, 1);
+  EXPECT_EQ(program->settings.ModelName, "XG5531");
+  EXPECT_EQ(program->settings.Address, 7);
+  EXPECT_EQ(program->settings.MemorySizeNo, 1);
+  EXPECT_EQ(std::to_string(program->settings.MemorySize), editor->setup.MemorySizes()[1]);
+  EXPECT_EQ(program->view.XEnd, program->settings.MemorySize);
+}
+
+TEST_F(EditorTest, NonsenseInTheStoreStartsWithTheFirstModel) {
+  desktop.settings.Set("Sysinfo", "sys_no", "9999");
+  desktop.settings.Set("Sysinfo", "memory_width_no", "500");
+  Begin();
+  EXPECT_EQ(program->settings.ModelNo, 0);
+  EXPECT_EQ(program->settings.MemorySizeNo, 500) << "kept although the list is shorter";
+  EXPECT_GT(program->settings.MemorySize, 0);
+}
+
+TEST_F(EditorTest, CutPasteDeleteAndUndoMoveExactlyTheRange) {
+  Begin();
+  Ramp();
+  program->buffers.CurrentScope() = {10.4, 109.6}; // points 11 to 110
+  editor->Cut();
+  EXPECT_EQ(Code(10), 10);
+  EXPECT_EQ(Code(11), 111);
+  EXPECT_EQ(Code(524288 - 100), 0);
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10.4, 109.6}));
+  program->buffers.CurrentScope() = {1000, 1010};
+  editor->Paste();
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100})) << "what was pasted is selected";
+  EXPECT_EQ(Code(1000), 11);
+  EXPECT_EQ(Code(1099), 110);
+  EXPECT_EQ(Code(1100), 1200);
+  editor->Undo();
+  EXPECT_EQ(Code(1000), 1100);
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1010}));
+  EXPECT_EQ(editor->commands.UndoCaption(), "&Redo");
+  editor->Undo();
+  EXPECT_EQ(Code(1000), 11);
+  editor->Delete();
+  EXPECT_EQ(Code(1000), 1200);
+}
+
+TEST_F(EditorTest, PastingAtTheEndIsCutThere) {
+  Begin();
+  Ramp();
+  program->buffers.CurrentScope() = {0, 100};
+  editor->Copy();
+  EXPECT_TRUE(editor->commands.CanUndo());
+  program->buffers.CurrentScope() = {524250, 524260};
+  editor->Paste();
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{524250, 524288}));
+  EXPECT_EQ(Code(524287), 37);
+}
+
+TEST_F(EditorTest, AClipboardThatFailsLosesNothing) {
+  Begin();
+  Ramp();
+  program->buffers.CurrentScope() = {0, 100};
+  desktop.clipboard.available = false;
+  desktop.boxes.Expect("ClipBoard");
+  editor->Cut();
+  EXPECT_EQ(Code(50), 50) << "what could not be copied is not cut away";
+  desktop.boxes.Expect("ClipBoard");
+  editor->Paste();
+  EXPECT_EQ(Code(50), 50);
+}
+
+struct TextBox final : TextSelection {
+  [[nodiscard]] std::string Selected() const override { return selected; }
+  void Replace(const std::string& text) override { selected = text; }
+  std::string selected;
+};
+
+TEST_F(EditorTest, WithAPatternBoxTheCommandsWorkOnItsText) {
+  Begin();
+  Ramp();
+  TextBox box;
+  editor->commands.SetTextFocus(&box);
+  box.selected = "10L5H";
+  editor->Cut();
+  EXPECT_EQ(box.selected, "");
+  editor->Copy();
+  editor->Paste();
+  EXPECT_EQ(box.selected, "10L5H") << "an empty selection is not copied";
+  editor->Delete();
+  EXPECT_EQ(box.selected, "");
+  EXPECT_FALSE(editor->commands.CanUndo());
+  EXPECT_EQ(desktop.clipboard.source, nullptr);
+  editor->commands.SetTextFocus(nullptr);
+}
+
+TEST_F(EditorTest, ClosingAsksAndRefusesWhileATransferRuns) {
+  Begin();
+  program->serialNumber = "SN42";
+  desktop.boxes.Expect("Exit Program.", BoxAnswer::No);
+  EXPECT_FALSE(editor->QueryUnload(Editor::CloseReason::User));
+  EXPECT_EQ(desktop.settings.Get("System", "SerialNum"), "SN42");
+  EXPECT_FALSE(desktop.settings.Get("Sysinfo", "sys_no").has_value());
+  program->registry.SetGpibBusy(true);
+  desktop.boxes.Expect("Interface Busy. Press");
+  EXPECT_FALSE(editor->QueryUnload(Editor::CloseReason::User));
+  program->registry.SetGpibBusy(false);
+  desktop.boxes.Expect("[CALDER] is Active!");
+  EXPECT_FALSE(editor->QueryUnload(Editor::CloseReason::SessionEnds));
+  desktop.boxes.Expect("Exit Program.", BoxAnswer::Yes);
+  EXPECT_TRUE(editor->QueryUnload(Editor::CloseReason::User));
+  EXPECT_EQ(desktop.settings.Get("Sysinfo", "sys_no"), "0");
+}
+
+TEST_F(EditorTest, NewStartsAnotherCopyAndTouchesNothingHere) {
+  Begin();
+  Ramp();
+  editor->FileNew();
+  EXPECT_EQ(desktop.copies.started, 1);
+  EXPECT_EQ(Code(77), 77);
+}
+
+TEST_F(EditorTest, AJapaneseSystemGetsJapaneseTexts) {
+  desktop.language.id = SystemLanguage::kJapanese;
+  Begin();
+  EXPECT_EQ(editor->commands.UndoCaption(), "元に戻す(&U)");
+  desktop.boxes.Expect("プログラムを終了します。よろしいですか？", BoxAnswer::No);
+  EXPECT_FALSE(editor->QueryUnload(Editor::CloseReason::User));
+}
+
+TEST_F(EditorTest, AFileOnTheCommandLineThatCannotBeOpenedIsToldAndLeavesAnEmptyEditor) {
+  Begin();
+  desktop.boxes.Expect("File Read error.");
+  editor->OpenCommandLine("/nonexistent/a.wdb");
+  EXPECT_EQ(editor->Title(), "Orvo Calder for XG5530/31 <Untitled>");
+  desktop.boxes.Expect("Invalid file extension.");
+  editor->OpenCommandLine("/nonexistent/a.dat");
+  EXPECT_EQ(Code(0), 0);
+}
+
+} // namespace
+} // namespace calder

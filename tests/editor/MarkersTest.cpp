@@ -1,0 +1,158 @@
+#include "editor/Markers.h"
+
+#include "EditorFixture.h"
+#include "platform/PixelContext.h"
+
+namespace calder {
+namespace {
+
+struct MarkersTest : EditorFixture {
+  void SetUp() override {
+    Begin();
+    SetPoints();
+    ASSERT_EQ(program->settings.MemorySize, 524288);
+  }
+  [[nodiscard]] Scope& TheScope() { return program->buffers.CurrentScope(); }
+  void Put(double start, double end, bool track = false) {
+    TheScope() = {start, end};
+    editor->markers.SetTrack(track);
+    editor->markers.FollowScope();
+  }
+};
+
+TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
+  enum Box { Start, End, Length };
+  const struct {
+    const char* why;
+    bool track;
+    Scope before;
+    Box box;
+    const char* text;
+    Scope after;
+  } rows[] = {
+      {"A behind B is refused", false, {100, 200}, Start, "300", {100, 200}},
+      {"A before B is taken", false, {100, 200}, Start, "150", {150, 200}},
+      {"outside the waveform is refused", false, {100, 200}, Start, "-1", {100, 200}},
+      {"beyond the end is refused, not taken for 0", false, {100, 200}, End, "600000", {100, 200}},
+      {"B before A is refused", false, {100, 200}, End, "50", {100, 200}},
+      {"prefixes work", false, {100, 200}, End, "1.5k", {100, 1500}},
+      {"a pair stops at the end", true, {0, 1000}, Start, "524000", {523288, 524288}},
+      {"a pair stops at the start", true, {1000, 2000}, End, "300", {0, 1000}},
+      {"a pair moves", true, {1000, 2000}, Start, "5000", {5000, 6000}},
+      {"B takes A along", true, {1000, 2000}, End, "5000", {4000, 5000}},
+      {"a length", false, {1000, 2000}, Length, "10", {1000, 1010}},
+      {"a length beyond the end", false, {524000, 524100}, Length, "1000", {524000, 524288}},
+      {"a length beyond everything", false, {24288, 24388}, Length, "9M", {24288, 524288}},
+      {"no number is 0", false, {1000, 2000}, Length, "abc", {1000, 1000}},
+  };
+  for (const auto& row : rows) {
+    Put(row.before.Start, row.before.End, row.track);
+    if (row.box == Start) editor->TypeStart(row.text);
+    if (row.box == End) editor->TypeEnd(row.text);
+    if (row.box == Length) editor->TypeScope(row.text);
+    EXPECT_EQ(TheScope().Start, row.after.Start) << row.why;
+    EXPECT_EQ(TheScope().End, row.after.End) << row.why;
+  }
+}
+
+// A picture of 1024 columns: 512 points a pixel.
+TEST_F(MarkersTest, TheGrabbedMarkerIsTheOneUnderThePointer) {
+  const struct {
+    const char* why;
+    Scope scope;
+    int x, y;
+    char marker; // A, B or - for none
+  } rows[] = {
+      {"B's column", {51200, 256000}, 500, 300, 'B'},
+      {"A's column", {51200, 256000}, 100, 300, 'A'},
+      {"beside it", {51200, 256000}, 101, 300, '-'},
+      {"right of B at the top", {51200, 256000}, 510, 9, 'B'},
+      {"right of B below the top", {51200, 256000}, 510, 10, '-'},
+      {"left of A at the top", {51200, 256000}, 90, 10, 'A'},
+      {"A's flag itself", {51200, 256000}, 105, 5, '-'},
+      {"one column in the middle: B", {256000, 256000}, 500, 300, 'B'},
+      {"one column at the right edge: A", {524288, 524288}, 1023, 300, 'A'},
+      {"the last column counts as the end", {0, 524288}, 1023, 300, 'B'},
+  };
+  for (const auto& row : rows) {
+    Put(row.scope.Start, row.scope.End);
+    editor->MouseMove(row.x, row.y, 1024, 400, 1, true);
+    editor->MousePress(true);
+    EXPECT_EQ(editor->markers.Grabbed(), row.marker != '-') << row.why;
+    // B can only be dragged right of A, A only left of B.
+    if (row.marker == 'A' || row.marker == 'B') {
+      const int target = row.marker == 'A' ? 10 : 1000;
+      editor->MouseMove(target, 300, 1024, 400, 1, true);
+      const double moved = row.marker == 'A' ? TheScope().Start : TheScope().End;
+      EXPECT_EQ(moved, target * 512.0) << row.why;
+    }
+    editor->MouseRelease();
+  }
+}
+
+TEST_F(MarkersTest, ADragStopsAtTheOtherMarkerAndTheEnds) {
+  Put(51200, 256000);
+  editor->MouseMove(100, 300, 1024, 400, 1, true);
+  editor->MousePress(true);
+  editor->MouseMove(700, 300, 1024, 400, 1, true);
+  EXPECT_EQ(TheScope(), (Scope{51200, 256000})) << "A does not pass B";
+  editor->MouseMove(-50, 300, 1024, 400, 1, true);
+  EXPECT_EQ(TheScope().Start, 0) << "a pointer outside the picture means its edge";
+  editor->MouseRelease();
+  Put(51200, 102400, true);
+  editor->MouseMove(200, 300, 1024, 400, 1, true);
+  editor->MousePress(true);
+  editor->MouseMove(50, 300, 1024, 400, 1, true);
+  EXPECT_EQ(TheScope(), (Scope{51200, 102400})) << "B does not pass A";
+  editor->MouseMove(1020, 300, 1024, 400, 1, true);
+  EXPECT_EQ(TheScope(), (Scope{1020 * 512.0 - 51200, 1020 * 512.0})) << "together";
+}
+
+struct Canvas {
+  Canvas() : pixels(static_cast<std::size_t>(width) * height, 0xFF101010) {}
+  [[nodiscard]] bool Inverted(int x, int y) const {
+    return pixels[static_cast<std::size_t>(y) * width + static_cast<std::size_t>(x)] == 0xFFEFEFEF;
+  }
+  [[nodiscard]] int CountInverted() const {
+    return static_cast<int>(std::count(pixels.begin(), pixels.end(), 0xFFEFEFEFU));
+  }
+  static constexpr int width = 1024;
+  static constexpr int height = 100;
+  std::vector<std::uint32_t> pixels;
+  PixelContext context{pixels, width, width, height};
+};
+
+TEST_F(MarkersTest, MovingErasesWhereTheMarkersWere) {
+  Canvas canvas;
+  Put(51200, 256000);
+  editor->markers.Draw_Marker(canvas.context);
+  EXPECT_TRUE(canvas.Inverted(100, 99));
+  EXPECT_TRUE(canvas.Inverted(110, 10)) << "A's flag is to its right";
+  EXPECT_FALSE(canvas.Inverted(99, 5));
+  EXPECT_TRUE(canvas.Inverted(490, 0)) << "B's flag is to its left";
+  EXPECT_FALSE(canvas.Inverted(501, 5));
+  const int lit = canvas.CountInverted();
+  EXPECT_EQ(lit, 2 * (100 + 10 * 11));
+  Put(102400, 512000);
+  editor->markers.Move_Marker(canvas.context);
+  EXPECT_EQ(canvas.CountInverted(), lit);
+  EXPECT_FALSE(canvas.Inverted(100, 99));
+  EXPECT_TRUE(canvas.Inverted(200, 99));
+}
+
+TEST_F(MarkersTest, EdgesAndCoincidingMarkersAreDrawnOnce) {
+  Canvas canvas;
+  Put(524288, 524288);
+  editor->markers.Draw_Marker(canvas.context);
+  EXPECT_TRUE(canvas.Inverted(1023, 50)) << "at the last column";
+  EXPECT_TRUE(canvas.Inverted(1013, 5));
+  Canvas zoomed;
+  Put(0, 524288);
+  editor->ZoomX(3);
+  editor->Hrizontal_Scroll(4096);
+  editor->markers.Draw_Marker(zoomed.context);
+  EXPECT_EQ(zoomed.CountInverted(), 0) << "outside the view";
+}
+
+} // namespace
+} // namespace calder

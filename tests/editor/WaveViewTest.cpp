@@ -1,0 +1,118 @@
+#include "editor/WaveView.h"
+
+#include "FakeDesktop.h"
+
+namespace calder {
+namespace {
+
+struct WaveViewTest : testing::Test {
+  fake::FakeDesktop desktop;
+  Program program{desktop.Services()};
+  WaveView view{program};
+
+  void SetUp() override { Size(524288); }
+  void Size(std::int32_t points) {
+    program.settings.MemorySize = points;
+    view.Init();
+  }
+};
+
+TEST_F(WaveViewTest, XZoomShowsItsPartFromTheLeftEdge) {
+  const struct {
+    int index;
+    int page;
+    int maximum;
+    int end;
+  } rows[] = {{1, 16384, 16384, 262144}, {2, 8192, 24576, 131072}, {7, 256, 32512, 4096}};
+  for (const auto& row : rows) {
+    view.ZoomX(row.index);
+    EXPECT_EQ(view.HScroll().largeChange, row.page);
+    EXPECT_EQ(view.HScroll().maximum, row.maximum);
+    EXPECT_EQ(program.view.XStart, 0);
+    EXPECT_EQ(program.view.XEnd, row.end);
+  }
+  EXPECT_TRUE(view.Hrizontal_Scroll(32512));
+  EXPECT_EQ(program.view.XEnd, 524288);
+  EXPECT_FALSE(view.Hrizontal_Scroll(32512)) << "nothing moved";
+  view.ZoomX(1);
+  EXPECT_EQ(program.view.XEnd, 524288) << "the bar stays inside its limits";
+  view.ZoomX(0);
+  EXPECT_FALSE(view.HScroll().enabled);
+  EXPECT_EQ(program.view.XStart, 0);
+  EXPECT_EQ(program.view.XEnd, 524288);
+  view.ZoomX(99);
+  EXPECT_EQ(view.XZoomIndex(), 0);
+}
+
+TEST_F(WaveViewTest, YZoomCentresOnZeroFirstAndKeepsTheMiddleLater) {
+  view.ZoomY(1);
+  EXPECT_EQ(view.VScroll().value, 8192);
+  EXPECT_EQ(program.view.YStart, 16384);
+  EXPECT_EQ(program.view.YEnd, 49151);
+  view.Vertical_Scroll(view.VScroll().maximum);
+  const int middle = (program.view.YStart + program.view.YEnd) / 2;
+  view.ZoomY(3);
+  EXPECT_NEAR((program.view.YStart + program.view.YEnd) / 2, middle, 2);
+  view.ZoomY(0);
+  EXPECT_EQ(program.view.YStart, 0);
+  EXPECT_EQ(program.view.YEnd, 65534);
+}
+
+TEST_F(WaveViewTest, SmallMemoriesHaveARangeAtEveryZoom) {
+  for (const std::int32_t size : {1, 2, 5, 100, 1000, 32768, 32769, 50001}) {
+    Size(size);
+    for (int zoom = 0; zoom < WaveView::kXZooms; ++zoom) {
+      view.ZoomX(zoom);
+      for (const int value : {0, view.HScroll().maximum / 2, view.HScroll().maximum}) {
+        view.Hrizontal_Scroll(value);
+        EXPECT_LT(program.view.XStart, program.view.XEnd) << size << " at zoom " << zoom;
+      }
+    }
+  }
+  Size(32768);
+  EXPECT_EQ(program.view.ScrollStep, 1);
+  Size(524288);
+  EXPECT_EQ(program.view.ScrollStep, 16);
+}
+
+TEST_F(WaveViewTest, ZoomingAtThePointerKeepsThePointUnderIt) {
+  for (const double fraction : {0.0, 0.3, 0.5, 1.0}) {
+    view.ZoomX(0);
+    for (int zoom = 1; zoom < WaveView::kXZooms; ++zoom) {
+      const double before = program.view.XStart + fraction * (program.view.XEnd - program.view.XStart);
+      view.ZoomXAt(zoom, fraction);
+      const double after = program.view.XStart + fraction * (program.view.XEnd - program.view.XStart);
+      EXPECT_NEAR(after, before, program.view.ScrollStep) << fraction << " at zoom " << zoom;
+    }
+  }
+  view.ZoomY(0);
+  view.ZoomYAt(2, 0.25);
+  EXPECT_NEAR(program.view.YStart + 0.25 * (program.view.YEnd - program.view.YStart), 0.25 * 65534, 4);
+}
+
+TEST_F(WaveViewTest, PixelsAndPositionsMatch) {
+  view.ZoomX(2);
+  view.Hrizontal_Scroll(8192);
+  EXPECT_EQ(view.PointToPixelX(131072, 1000), 0);
+  EXPECT_EQ(view.PointToPixelX(262144, 1000), 1000);
+  EXPECT_DOUBLE_EQ(view.PixelXToPoint(500, 1000), 196608);
+  view.ZoomY(0);
+  EXPECT_EQ(view.CodeToPixelY(32767, 800), 0);
+  EXPECT_EQ(view.CodeToPixelY(0, 800), 400);
+  EXPECT_EQ(view.CodeToPixelY(-32767, 800), 800);
+  EXPECT_NEAR(view.PixelYToCode(view.CodeToPixelYExact(-1234, 777), 777), -1234, 1e-6);
+}
+
+TEST_F(WaveViewTest, LabelsShowTheRangeWithItsUnit) {
+  program.settings.XUnit = 0;
+  program.settings.YUnit = 0;
+  EXPECT_EQ(view.StartLabel(), "0.000000Word");
+  EXPECT_EQ(view.EndLabel(), "524288.0Word");
+  view.ZoomY(1);
+  EXPECT_EQ(view.MaxLabel(), "16383.00");
+  EXPECT_EQ(view.MinLabel(), "-16384.0");
+  EXPECT_EQ(view.OffsetLabel(), "0.000000") << "a centre of -1 is shown as 0";
+}
+
+} // namespace
+} // namespace calder
