@@ -2,7 +2,7 @@
 add_library(calder_flags INTERFACE)
 target_compile_options(calder_flags INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast -Wcast-qual -Wnon-virtual-dtor
-  -Woverloaded-virtual -Wnull-dereference -Wimplicit-fallthrough)
+  -Woverloaded-virtual -Wimplicit-fallthrough)
 # GCC 12 sees overlaps in string concatenations that are none.
 target_compile_options(calder_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict>)
 if(PROJECT_IS_TOP_LEVEL)
@@ -15,8 +15,6 @@ if(CALDER_SANITIZE)
     -fsanitize=${CALDER_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(calder_flags INTERFACE -fsanitize=${CALDER_SANITIZE})
   target_compile_definitions(calder_flags INTERFACE CALDER_SANITIZED)
-  # GCC's instrumentation sees null dereferences in the standard library.
-  target_compile_options(calder_flags INTERFACE -Wno-null-dereference)
 endif()
 if(CALDER_COVERAGE)
   target_compile_options(calder_flags INTERFACE --coverage)

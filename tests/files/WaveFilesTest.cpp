@@ -1,0 +1,166 @@
+#include "editor/EditorFixture.h"
+#include "files/WaveFiles.h"
+#include "libs/file32/TempFolder.h"
+
+namespace calder {
+namespace {
+
+struct WaveFilesTest : EditorFixture {
+  void SetUp() override {
+    Begin();
+    Ramp();
+  }
+  [[nodiscard]] std::vector<std::int16_t> Points() {
+    const auto points = W_Lock(program->buffers.Current());
+    return {points.begin(), points.begin() + program->settings.MemorySize};
+  }
+  void SetMemory(std::int32_t points) {
+    const auto& sizes = editor->setup.MemorySizes();
+    const auto found = std::find(sizes.begin(), sizes.end(), std::to_string(points));
+    ASSERT_NE(found, sizes.end()) << points;
+    editor->setup.ChooseMemorySize(static_cast<int>(found - sizes.begin()));
+    editor->setup.Accept();
+  }
+  TempFolder folder;
+};
+
+TEST_F(WaveFilesTest, AWdbFileBringsTheWaveformAndEverySettingBack) {
+  SystemInfo& settings = program->settings;
+  settings.Amplitude = 1.25;
+  settings.Offset = -0.5;
+  settings.Output = 2;
+  settings.Polarity = 4;
+  settings.MemoryName = "BURST 1";
+  settings.XUserName = "deg";
+  settings.XUnit = 2;
+  settings.YUserMax = 3;
+  settings.DefaultArbCommand = "PRE,SEND";
+  const std::vector<std::int16_t> points = Points();
+  ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "a.wdb"));
+  const SystemInfo saved = settings;
+  editor->setup.ChooseModel(1);
+  settings.Amplitude = 2;
+  settings.MemoryName.clear();
+  program->interfaceKind = kNiGpib;
+  W_ClearMemory(program->buffers.Current(), 0, W_MAX_POINTS);
+  program->buffers.Save_Undo();
+  ASSERT_TRUE(editor->waveFiles.Read_WaveFile(folder / "a.wdb"));
+  EXPECT_EQ(Points(), points);
+  EXPECT_EQ(settings, saved);
+  EXPECT_EQ(program->interfaceKind, kUsbTmc);
+  EXPECT_EQ(editor->setup.ModelChoice(), 0);
+  EXPECT_TRUE(program->buffers.UndoDisabled());
+  EXPECT_EQ(program->names.CurrentWaveFile, folder / "a.wdb");
+  EXPECT_EQ(program->names.LastListFile, folder / "a");
+}
+
+TEST_F(WaveFilesTest, AWdbFileCarriesTheControlPointsOfASimpleWaveform) {
+  W_MakeTriangle(program->buffers.Current(), 0, 524288, 0, 60000, 3, 0, 50);
+  ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "a.wdb"));
+  EXPECT_EQ(program->settings.TransferFormat, 1);
+  const auto count = static_cast<std::size_t>(program->settings.ControlPointCount);
+  EXPECT_EQ(std::filesystem::file_size(folder / "a.wdb"), 352 + 1048576 + 6 * count);
+  W_MakeNoise(program->buffers.Current(), 0, 524288, 0, 60000);
+  ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "a.wdb"));
+  EXPECT_EQ(program->settings.TransferFormat, 0);
+  EXPECT_EQ(std::filesystem::file_size(folder / "a.wdb"), 352U + 1048576);
+}
+
+TEST_F(WaveFilesTest, OpeningAWdbFileOfAnotherSizeChangesTheMemoryAndTheView) {
+  SetMemory(65536);
+  ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "small.wdb"));
+  SetMemory(524288);
+  editor->ZoomX(3);
+  program->buffers.CurrentScope() = {100000, 200000};
+  desktop.dialogs.Answer(folder / "small.wdb");
+  editor->FileOpen();
+  EXPECT_EQ(program->settings.MemorySize, 65536);
+  EXPECT_EQ(program->view.XEnd, 65536);
+  EXPECT_EQ(program->view.ScrollStep, 2);
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{65536, 65536}));
+}
+
+TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
+  ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "good.wdb"));
+  const std::string good = GetFile(folder / "good.wdb");
+  std::string foreign = good;
+  foreign.replace(2, 16, "ZZ0000          ");
+  std::string noMemory = good;
+  noMemory.replace(90, 4, std::string(4, '\0'));
+  std::string nanAmplitude = good;
+  nanAmplitude.replace(222, 8, std::string(8, '\xFF'));
+  const struct {
+    const char* name;
+    std::string content;
+    const char* message;
+  } rows[] = {
+      {"empty.wdb", "", "File Read error."},
+      {"short.wdb", good.substr(0, 300), "File Read error."},
+      {"truncated.wdb", good.substr(0, good.size() - 1), "File Read error."},
+      {"foreign.wdb", foreign, "Read in is interrupted"},
+      {"nomemory.wdb", noMemory, "File Read error."},
+      {"nan.wdb", nanAmplitude, "File Read error."},
+      {"text.txt", "12\r\nabc\r\n", "Line 2"},
+      {"empty.txt", "", "File Read error."},
+      {"a.b.wdb", good, "Invalid file extension."},
+  };
+  const std::vector<std::int16_t> points = Points();
+  const SystemInfo settings = program->settings;
+  for (const auto& row : rows) {
+    PutFile(folder / row.name, row.content);
+    desktop.boxes.Expect(row.message);
+    EXPECT_FALSE(editor->waveFiles.Read_WaveFile(folder / row.name)) << row.name;
+    EXPECT_EQ(Points(), points) << row.name;
+    EXPECT_EQ(program->settings, settings) << row.name;
+    EXPECT_EQ(program->names.CurrentWaveFile, folder / "good.wdb") << row.name;
+  }
+}
+
+TEST_F(WaveFilesTest, TextIsSpreadOverTheWholeMemoryAndCanBeUndone) {
+  PutFile(folder / "two.txt", "-32767\r\n32767\r\n");
+  ASSERT_TRUE(editor->waveFiles.Read_WaveFile(folder / "two.txt"));
+  EXPECT_EQ(Code(0), -32767);
+  EXPECT_EQ(Code(262144), 0);
+  EXPECT_NEAR(Code(524287), 32767, 1);
+  EXPECT_TRUE(editor->commands.CanUndo());
+  editor->Undo();
+  EXPECT_EQ(Code(77), 77);
+  PutFile(folder / "one.txt", "5\n");
+  ASSERT_TRUE(editor->waveFiles.Read_WaveFile(folder / "one.txt"));
+  EXPECT_EQ(Code(0), 5);
+  EXPECT_EQ(Code(524287), 5);
+}
+
+TEST_F(WaveFilesTest, RealTextIsNormalised) {
+  std::string text;
+  for (int i = 0; i < 524288 / 4; ++i) text += "4\r\n-1\r\n1\r\n0.5\r\n";
+  PutFile(folder / "real.txt", text);
+  desktop.dialogs.Answer(folder / "real.txt", 3);
+  editor->FileOpen();
+  EXPECT_EQ(Code(0), 32767);
+  EXPECT_EQ(Code(1), -8192);
+  EXPECT_EQ(Code(2), 8192);
+  EXPECT_EQ(Code(524287), 4096);
+  PutFile(folder / "zeros.txt", "0\r\n0\r\n");
+  desktop.boxes.Expect("File Read error.");
+  EXPECT_FALSE(editor->waveFiles.Read_RealText(folder / "zeros.txt"));
+  EXPECT_EQ(Code(0), 32767);
+}
+
+TEST_F(WaveFilesTest, SavingAppliesTheChosenMemorySizeAndAFailureKeepsTheNames) {
+  SetMemory(65536);
+  const auto& sizes = editor->setup.MemorySizes();
+  const auto large = std::find(sizes.begin(), sizes.end(), "524288");
+  editor->setup.ChooseMemorySize(static_cast<int>(large - sizes.begin()));
+  EXPECT_EQ(program->settings.MemorySize, 65536) << "choosing is not applying";
+  ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "a.txt"));
+  EXPECT_EQ(program->settings.MemorySize, 524288);
+  EXPECT_EQ(Code(65535), 65535 % 30000);
+  EXPECT_EQ(Code(65536), 0) << "grown points are clear";
+  desktop.boxes.Expect("File Write error.");
+  EXPECT_FALSE(editor->waveFiles.Write_WaveFile("/nonexistent/b.txt"));
+  EXPECT_EQ(program->names.CurrentWaveFile, folder / "a.txt");
+}
+
+} // namespace
+} // namespace calder

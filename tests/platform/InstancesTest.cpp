@@ -1,0 +1,58 @@
+#include "platform/posix/PosixInstances.h"
+
+#include "libs/file32/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+
+namespace calder {
+namespace {
+
+TEST(Instances, ACopyThatCrashedDoesNotCount) {
+  const TempFolder folder;
+  const std::string lock = folder / "sub/instances";
+  std::array<int, 2> ready{};
+  ASSERT_EQ(pipe(ready.data()), 0);
+  const pid_t child = fork();
+  ASSERT_GE(child, 0);
+  if (child == 0) {
+    const PosixInstances mine(lock, "/bin/true");
+    const char alone = mine.OthersRunning() ? 'o' : 'a';
+    if (write(ready[1], &alone, 1) != 1) _exit(1);
+    pause();
+    _exit(0);
+  }
+  char alone = 0;
+  ASSERT_EQ(read(ready[0], &alone, 1), 1);
+  EXPECT_EQ(alone, 'a');
+  EXPECT_TRUE(PosixInstances(lock, "/bin/true").OthersRunning());
+  kill(child, SIGKILL);
+  ASSERT_EQ(waitpid(child, nullptr, 0), child);
+  const PosixInstances first(lock, "/bin/true");
+  EXPECT_FALSE(first.OthersRunning());
+  EXPECT_TRUE(PosixInstances(lock, "/bin/true").OthersRunning());
+  close(ready[0]);
+  close(ready[1]);
+}
+
+TEST(Instances, ANewCopyStartsInTheProgramsFolderAndLetsGoOfTheLock) {
+  const TempFolder folder;
+  const std::string program = folder / "a program";
+  PutFile(program, "#!/bin/sh\npwd > started.tmp\nmv started.tmp started\n");
+  ASSERT_EQ(chmod(program.c_str(), 0755), 0);
+  PosixInstances copies(folder / "instances", program);
+  ASSERT_TRUE(copies.StartCopy());
+  for (int i = 0; i < 2000 && !std::filesystem::exists(folder / "started"); ++i) usleep(1000);
+  EXPECT_EQ(GetFile(folder / "started"), folder.Path().string() + "\n");
+  PosixInstances missing(folder / "other", folder / "no program");
+  EXPECT_FALSE(missing.StartCopy());
+}
+
+} // namespace
+} // namespace calder
