@@ -37,7 +37,8 @@ CALDER_VECTOR void MakeLines(const std::int16_t* codes, std::size_t count, std::
         (number < 10 ? 1U : 0U) + (number < 100 ? 1U : 0U) + (number < 1000 ? 1U : 0U) + (number < 10000 ? 1U : 0U);
     const std::uint32_t length = 5 - zeros + negative;
     std::uint64_t line = ((first | std::uint64_t{four} << 8) + (EACH_BYTE * '0' & 0xFFFFFFFFFF)) >> (8 * zeros);
-    line = line << (8 * negative) | std::uint64_t{negative * '-'};
+    const std::uint32_t sign = negative * '-';
+    line = line << (8 * negative) | sign;
     lines.text[i] = line | end << (8 * length);
     lines.length[i] = static_cast<std::uint8_t>(length + endLength);
   }
