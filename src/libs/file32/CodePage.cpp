@@ -52,8 +52,8 @@ public:
 private:
   // iconv_open tells failure by an invalid pointer.
   [[nodiscard]] bool Valid() const {
-    return handle_ != reinterpret_cast<iconv_t>(-1);
-  } // NOLINT(performance-no-int-to-ptr)
+    return handle_ != reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
+  }
 
   iconv_t handle_;
 };

@@ -30,8 +30,9 @@ bool IsDigit(char c) {
 bool ContinuesNumber(std::string_view tail) {
   const auto digits = static_cast<std::size_t>(std::find_if_not(tail.begin(), tail.end(), IsDigit) - tail.begin());
   if (digits == 0) return false;
-  if (digits == tail.size() || tail[digits] == 'e' || tail[digits] == 'E') return true;
-  return digits == 3 && (tail[digits] == '.' || tail[digits] == ',');
+  const std::string_view rest = Trimmed(tail.substr(digits));
+  if (rest.empty() || rest.front() == 'e' || rest.front() == 'E') return true;
+  return digits == 3 && (rest.front() == '.' || rest.front() == ',');
 }
 
 // The character between the columns of the text. Spreadsheets put tabs there; a comma is one only when nothing else is.
@@ -43,7 +44,7 @@ char ColumnSeparator(std::string_view text) {
 // The number in the first column of a line that is not blank.
 bool ParseFirstColumn(std::string_view line, char separator, double& value) {
   const std::size_t length = std::min(line.find(separator), line.size());
-  if (separator == ',' && length < line.size() && ContinuesNumber(Trimmed(line.substr(length + 1)))) return false;
+  if (separator == ',' && length < line.size() && ContinuesNumber(line.substr(length + 1))) return false;
   return ParseReal(Trimmed(line.substr(0, length)), value);
 }
 

@@ -23,8 +23,8 @@ using WriteGate = std::function<bool(WriteStep)>;
 [[nodiscard]] std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<const std::byte>> pieces,
                                        const WriteGate& gate = {});
 
-// The whole file into `content`, whose memory is reused; after a failure `content` holds anything. Only regular files are
-// read, and none of more than 256 MiB.
+// The whole file into `content`, whose memory is reused; after a failure `content` holds anything. Only regular files
+// are read, and none of more than 256 MiB.
 [[nodiscard]] std::int32_t ReadWholeFile(const std::string& path, std::vector<char>& content);
 // The same for the first `most` bytes of a file of any size; fewer when it is shorter.
 [[nodiscard]] std::int32_t ReadFileStart(const std::string& path, std::size_t most, std::vector<char>& content);

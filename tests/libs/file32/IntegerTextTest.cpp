@@ -112,26 +112,59 @@ TEST(IntegerText, StopsAtTheMostPoints) {
   EXPECT_EQ(Parse("1\n", 0), "");
 }
 
-// Whatever bytes follow a number, the quick road over whole words and the slow one over lines agree.
-TEST(IntegerText, BothRoadsAgree) {
-  const std::string_view kAlphabet = "-+0123456789\r\n .e";
-  std::uint32_t random = 1;
-  for (int round = 0; round < 200'000; ++round) {
+// Whatever stands between plain lines, reading in blocks and reading line by line agree.
+TEST(IntegerText, BlocksAndSingleLinesAgree) {
+  const std::string_view kAlphabet = "--+0123456789012345678901234567890123456789\r\n\r\n\r\n .e";
+  const auto repeated = [](std::string_view line, int times) {
     std::string text;
+    for (int i = 0; i < times; ++i) text += line;
+    return text;
+  };
+  const std::string before = repeated("-123\r\n", 5);
+  const std::string after = "\n" + repeated("7\r\n", 40);
+  std::uint32_t random = 1;
+  int accepted = 0;
+  for (int round = 0; round < 50'000; ++round) {
+    std::string text = before;
     for (int i = 0; i < 12; ++i) {
       random = random * 1664525 + 1013904223;
       text += kAlphabet[(random >> 16) % kAlphabet.size()];
     }
-    text += "\n7";
-    std::string expected = Parse(text);
-    // A blank before each line keeps it from the quick road.
-    std::string slow;
+    text += after;
+    const std::string found = Parse(text);
+    // A blank before each line keeps it from the blocks.
+    std::string single;
     for (std::size_t i = 0; i < text.size(); ++i) {
       const bool lineStart = i == 0 || text[i - 1] == '\n' || (text[i - 1] == '\r' && text[i] != '\n');
-      if (lineStart) slow += ' ';
-      slow += text[i];
+      if (lineStart) single += ' ';
+      single += text[i];
     }
-    ASSERT_EQ(Parse(slow), expected) << testing::PrintToString(text);
+    ASSERT_EQ(found, Parse(single)) << testing::PrintToString(text);
+    accepted += found.find(':') == std::string::npos ? 1 : 0;
+  }
+  EXPECT_GT(accepted, 1000);
+}
+
+TEST(IntegerText, FaultsInsideBlocksHaveTheirLine) {
+  std::string text;
+  for (int i = 0; i < 3000; ++i) text += std::to_string(i * 7 % 30000) + "\r\n";
+  const auto withLine = [&text](int line, const std::string& content) {
+    std::size_t at = 0;
+    for (int i = 1; i < line; ++i) at = text.find('\n', at) + 1;
+    return text.substr(0, at) + content + text.substr(text.find('\r', at));
+  };
+  for (const int line : {1, 2, 9, 511, 512, 513, 1024, 2000, 2990, 2999, 3000}) {
+    const std::string number = std::to_string(line);
+    EXPECT_EQ(Parse(withLine(line, "32768"), 3000), number + ": outside -32768 to 32767");
+    EXPECT_EQ(Parse(withLine(line, "-32769"), 3000), number + ": outside -32768 to 32767");
+    EXPECT_EQ(Parse(withLine(line, "-"), 3000), number + ": not a number");
+    EXPECT_EQ(Parse(withLine(line, "1-2"), 3000), number + ": not a number");
+    EXPECT_EQ(Parse(withLine(line, "1\t2"), 3000), number + ": not a number");
+    EXPECT_EQ(Parse(withLine(line, "123456"), 3000), number + ": outside -32768 to 32767");
+    EXPECT_EQ(Parse(withLine(line, "1234567890123"), 3000), number + ": outside -32768 to 32767");
+    for (const std::string odd : {"", " 00123 ", "\r\n\r\n5\r\n", "1e2"}) {
+      EXPECT_EQ(Parse(withLine(line, odd), 4000).find(':'), std::string::npos) << line << odd;
+    }
   }
 }
 

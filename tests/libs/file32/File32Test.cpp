@@ -1,0 +1,174 @@
+#include "libs/file32/file32.h"
+
+#include "libs/file32/TempFolder.h"
+#include "libs/file32/WaveBuffer.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+
+namespace calder {
+namespace {
+
+// A settings block that announces `entries` control points, or no table.
+std::vector<std::byte> Block(std::optional<std::int32_t> entries) {
+  std::vector<std::byte> block(WDB_SETTINGS_BYTES);
+  for (std::size_t i = 0; i < block.size(); ++i) block[i] = static_cast<std::byte>(i);
+  block[342] = static_cast<std::byte>(entries ? 1 : 0);
+  block[343] = std::byte{0};
+  for (std::size_t i = 0; i < 4; ++i) {
+    block[344 + i] = static_cast<std::byte>((static_cast<std::uint32_t>(entries.value_or(0)) >> (8 * i)) & 0xFF);
+  }
+  return block;
+}
+
+class File32Test : public testing::Test {
+protected:
+  const TempFolder folder;
+  File32 file;
+};
+
+TEST_F(File32Test, WdbHasBlockCodesAndTableInTheirPlaces) {
+  std::vector<std::int16_t> codes = Noise(W_MAX_POINTS);
+  codes[0] = 0x1234;
+  codes[1] = -2;
+  codes.back() = -32767;
+  const WaveBuffer source(codes);
+  const std::string table = "abcdefghijkl";
+  ASSERT_EQ(file.Save4410File(folder / "a.wdb", Block(2), source.handle, Bytes(table)), 0);
+
+  const std::string bytes = GetFile(folder / "a.wdb");
+  ASSERT_EQ(bytes.size(), 352U + 1048576U + 12U);
+  EXPECT_TRUE(std::ranges::equal(Bytes(bytes.substr(0, 352)), Block(2)));
+  EXPECT_EQ(bytes.substr(352, 4), "\x34\x12\xFE\xFF");
+  EXPECT_EQ(bytes.substr(1048926, 2), "\x01\x80");
+  EXPECT_EQ(bytes.substr(1048928), table);
+
+  const WaveBuffer target(W_MAX_POINTS);
+  std::vector<std::byte> block(652, std::byte{0x20});
+  ASSERT_EQ(file.Read4410File(folder / "a.wdb", block, target.handle), 0);
+  EXPECT_EQ(target.Codes(), codes);
+  EXPECT_TRUE(std::ranges::equal(std::span(block).first(352), Block(2)));
+  EXPECT_EQ(block[352], std::byte{0x20});
+}
+
+TEST_F(File32Test, WdbOfAShorterBufferIsFilledWithZeros) {
+  const WaveBuffer source(std::vector<std::int16_t>{5, -6, 7});
+  ASSERT_EQ(file.Save4410File(folder / "a.wdb", Block(std::nullopt), source.handle), 0);
+  EXPECT_EQ(std::filesystem::file_size(folder / "a.wdb"), WDB_TABLE_OFFSET);
+  const WaveBuffer target(Noise(W_MAX_POINTS + 2));
+  std::vector<std::byte> block(WDB_SETTINGS_BYTES);
+  ASSERT_EQ(file.Read4410File(folder / "a.wdb", block, target.handle), 0);
+  std::vector<std::int16_t> expected(W_MAX_POINTS + 2);
+  expected[0] = 5;
+  expected[1] = -6;
+  expected[2] = 7;
+  EXPECT_EQ(target.Codes(), expected);
+}
+
+TEST_F(File32Test, UnsoundWdbChangesNothing) {
+  const WaveBuffer target(Noise(W_MAX_POINTS));
+  const auto before = target.Codes();
+  const struct {
+    std::optional<std::int32_t> entries;
+    std::size_t bytes;
+    bool sound;
+  } kRows[] = {
+      {std::nullopt, 0, false},
+      {std::nullopt, 351, false},
+      {std::nullopt, 352, false},
+      {std::nullopt, WDB_TABLE_OFFSET - 1, false},
+      {2, WDB_TABLE_OFFSET + 11, false},
+      {10000, WDB_TABLE_OFFSET + 59999, false},
+      {10001, WDB_TABLE_OFFSET + 60006, false}, // more than a waveform can have
+      {-1, WDB_TABLE_OFFSET + 60000, false},
+      {INT32_MAX, WDB_TABLE_OFFSET + 60000, false},
+      {0, WDB_TABLE_OFFSET, true},
+      {2, WDB_TABLE_OFFSET + 12, true},
+      {10000, WDB_TABLE_OFFSET + 60000, true},
+      {std::nullopt, WDB_TABLE_OFFSET, true},
+      {std::nullopt, WDB_TABLE_OFFSET + 99, true}, // something behind it
+  };
+  for (const auto& row : kRows) {
+    std::string bytes;
+    for (const std::byte byte : Block(row.entries)) bytes += static_cast<char>(byte);
+    bytes.resize(row.bytes, 'w');
+    PutFile(folder / "a.wdb", bytes);
+    std::vector<std::byte> block(WDB_SETTINGS_BYTES, std::byte{0x55});
+    const WaveBuffer copy(before);
+    const std::int32_t status = file.Read4410File(folder / "a.wdb", block, row.sound ? copy.handle : target.handle);
+    EXPECT_EQ(status, row.sound ? 0 : FILE_READ_FAILED) << row.bytes;
+    EXPECT_EQ(target.Codes() == before, true) << row.bytes;
+    EXPECT_EQ(block[300] == std::byte{0x55}, !row.sound) << row.bytes;
+  }
+}
+
+TEST_F(File32Test, WdbRefusesWhatItCouldNotReadBack) {
+  const WaveBuffer source(4);
+  PutFile(folder / "a.wdb", "old");
+  const std::string table(12, 't');
+  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(3), source.handle, Bytes(table)), FILE_WRITE_FAILED);
+  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(std::nullopt), source.handle, Bytes(table)), FILE_WRITE_FAILED);
+  EXPECT_EQ(file.Save4410File(folder / "a.wdb", std::vector<std::byte>(351), source.handle), FILE_WRITE_FAILED);
+  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(2), source.handle + 1, Bytes(table)), FILE_WRITE_FAILED);
+  EXPECT_EQ(GetFile(folder / "a.wdb"), "old");
+}
+
+TEST_F(File32Test, IntegerTextGoesOutAndComesBack) {
+  const WaveBuffer source(Noise(W_MAX_POINTS));
+  ASSERT_EQ(file.SaveWaveData(folder / "a.txt", source.handle, 0, W_MAX_POINTS), 0);
+  const WaveBuffer target(W_MAX_POINTS);
+  std::int32_t read = -1;
+  ASSERT_EQ(file.LoadWaveData(folder / "a.txt", target.handle, 0, W_MAX_POINTS, read), 0);
+  EXPECT_EQ(read, W_MAX_POINTS);
+  EXPECT_EQ(target.Codes(), source.Codes());
+
+  const WaveBuffer small(std::vector<std::int16_t>{1, -2, 30, -400, 5000});
+  ASSERT_EQ(file.SaveWaveData(folder / "b.txt", small.handle, 1, 3), 0);
+  EXPECT_EQ(GetFile(folder / "b.txt"), "-2\r\n30\r\n-400\r\n");
+  ASSERT_EQ(file.LoadWaveData(folder / "b.txt", small.handle, 3, 2, read), 0);
+  EXPECT_EQ(read, 2);
+  EXPECT_EQ(small.Text(), "1 -2 30 -2 30");
+}
+
+TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
+  const WaveBuffer buffer(std::vector<std::int16_t>{1, 2, 3, 4});
+  std::int32_t read = 77;
+  PutFile(folder / "a.txt", "10\r\n20\r\n3.5\r\n");
+  EXPECT_EQ(file.LoadWaveData(folder / "a.txt", buffer.handle, 0, 4, read), FILE_READ_FAILED);
+  EXPECT_EQ(file.LastFault().line, 3);
+  EXPECT_EQ(file.LastFault().reason, "not a whole number");
+  EXPECT_EQ(file.LoadWaveData(folder / "missing.txt", buffer.handle, 0, 4, read), FILE_READ_FAILED);
+  EXPECT_EQ(file.LastFault().line, 0);
+  EXPECT_EQ(file.LastFault().reason, "the file cannot be read");
+
+  PutFile(folder / "good.txt", "10\r\n");
+  for (const auto [first, most] : {std::array{-1, 2}, {0, 5}, {4, 1}, {INT32_MAX, INT32_MAX}, {0, -1}, {0, 0}}) {
+    EXPECT_EQ(file.LoadWaveData(folder / "good.txt", buffer.handle, first, most, read), FILE_READ_FAILED) << first;
+    EXPECT_EQ(file.SaveWaveData(folder / "new.txt", buffer.handle, first, most), FILE_WRITE_FAILED) << first;
+  }
+  EXPECT_EQ(file.LoadWaveData(folder / "good.txt", buffer.handle + 1, 0, 4, read), FILE_READ_FAILED);
+  EXPECT_EQ(buffer.Text(), "1 2 3 4");
+  EXPECT_EQ(read, 77);
+  EXPECT_FALSE(std::filesystem::exists(folder / "new.txt"));
+}
+
+TEST_F(File32Test, RealTextGivesCodes) {
+  std::vector<std::int16_t> codes = {9, 9};
+  PutFile(folder / "a.txt", "4\r\n-1\r\n1\r\n");
+  ASSERT_EQ(file.LoadRealData(folder / "a.txt", 3, codes), 0);
+  EXPECT_THAT(codes, testing::ElementsAre(32767, -8192, 8192));
+  ASSERT_EQ(file.LoadRealData(folder / "a.txt", 1, codes), 0);
+  EXPECT_THAT(codes, testing::ElementsAre(32767));
+
+  PutFile(folder / "zero.txt", "0\r\n0\r\n");
+  EXPECT_EQ(file.LoadRealData(folder / "zero.txt", 3, codes), FILE_READ_FAILED);
+  EXPECT_NE(file.LastFault().reason, "");
+  EXPECT_EQ(file.LoadRealData(folder / "a.txt", 0, codes), FILE_READ_FAILED);
+  EXPECT_THAT(codes, testing::ElementsAre(32767));
+}
+
+} // namespace
+} // namespace calder
