@@ -32,3 +32,15 @@ target_precompile_headers(calder_ui PRIVATE <QtWidgets> <string> <vector>)
 
 add_executable(calder main.cpp)
 target_link_libraries(calder PRIVATE calder_ui $<BUILD_INTERFACE:calder_flags>)
+
+# Beside the program stand the files that it only reads, as an installed one finds them.
+foreach(read IN ITEMS models data/USBTMC.ID)
+  get_filename_component(name ${read} NAME)
+  file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${read} ${CMAKE_CURRENT_BINARY_DIR}/${name} SYMBOLIC)
+endforeach()
+if(PROJECT_IS_TOP_LEVEL)
+  include(GNUInstallDirs)
+  install(TARGETS calder RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+  install(DIRECTORY ${PROJECT_SOURCE_DIR}/models DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
+  install(FILES ${PROJECT_SOURCE_DIR}/data/USBTMC.ID DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
+endif()

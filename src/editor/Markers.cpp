@@ -12,6 +12,9 @@ namespace {
 constexpr int kFlag = 10;                 // the flag's width and height in logical pixels
 constexpr Color kMarkerColor = 0x5555FF; // inverting pens ignore it; a recorder sees it
 
+// One logical pixel.
+int LineWidth(double scale) { return std::max(1, static_cast<int>(std::lround(scale))); }
+
 } // namespace
 
 void Markers::FollowScope() { length_ = program_.buffers.CurrentScope().Length(); }
@@ -90,8 +93,9 @@ bool Markers::TypeScope(const std::string& text) {
   return true;
 }
 
-bool Markers::OnColumn(int x, int markerPixel, int width) const {
-  return x == markerPixel || (markerPixel == width && x == width - 1);
+bool Markers::OnColumn(int x, int markerPixel, int width, double scale) const {
+  const int reach = LineWidth(scale) - 1;
+  return std::abs(x - markerPixel) <= reach || (markerPixel == width && x >= width - 1 - reach);
 }
 
 bool Markers::Hover(int x, int y, int width, double scale) {
@@ -100,11 +104,11 @@ bool Markers::Hover(int x, int y, int width, double scale) {
   const int b = view_.PointToPixelX(scope.End, width);
   const int flag = static_cast<int>(std::lround(kFlag * scale));
   hovering_ = true;
-  if (OnColumn(x, b, width)) {
-    remembered_ = OnColumn(x, a, width) && x >= width - 2 ? Which::A : Which::B;
+  if (OnColumn(x, b, width, scale)) {
+    remembered_ = OnColumn(x, a, width, scale) && x >= width - 2 ? Which::A : Which::B;
   } else if (y < flag && x >= b && x <= b + flag) {
     remembered_ = Which::B;
-  } else if (OnColumn(x, a, width)) {
+  } else if (OnColumn(x, a, width, scale)) {
     remembered_ = Which::A;
   } else if (y <= flag && x >= a - flag && x <= a) {
     remembered_ = Which::A;
@@ -145,6 +149,7 @@ void Markers::DrawAt(DeviceContext& picture, const Pixels& pixels) {
   const DrawMode saved = picture.GetDrawMode();
   const int bottom = picture.Height() - 1;
   const int flag = static_cast<int>(std::lround(kFlag * picture.Scale()));
+  const int line = LineWidth(picture.Scale());
   const auto column = [&](int x, int lastRow) {
     if (x < 0 || x >= picture.Width()) return;
     picture.Line(x, 0, x, lastRow);
@@ -154,11 +159,11 @@ void Markers::DrawAt(DeviceContext& picture, const Pixels& pixels) {
   picture.SetDrawMode(DrawMode::Invert);
   picture.SetPen(kMarkerColor);
   if (pixels.a != kNotDrawn) {
-    column(pixels.a, bottom);
-    for (int i = 1; i <= flag; ++i) column(pixels.a + i, flag);
+    for (int i = 0; i < line; ++i) column(pixels.a + i, bottom);
+    for (int i = 0; i < flag; ++i) column(pixels.a + line + i, flag);
   }
   if (pixels.b != kNotDrawn) {
-    if (pixels.b != pixels.a) column(pixels.b, bottom);
+    for (int i = 0; i < line && pixels.b != pixels.a; ++i) column(pixels.b + i, bottom);
     for (int i = 1; i <= flag; ++i) column(pixels.b - i, flag);
   }
   picture.SetDrawMode(saved);

@@ -67,7 +67,7 @@ private:
   };
 
   [[nodiscard]] int DrawnPixel(double point, int width) const;
-  [[nodiscard]] bool OnColumn(int x, int markerPixel, int width) const;
+  [[nodiscard]] bool OnColumn(int x, int markerPixel, int width, double scale) const;
   void DrawAt(DeviceContext& picture, const Pixels& pixels);
   void MoveStartTo(double point);
   void MoveEndTo(double point);

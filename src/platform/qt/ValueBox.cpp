@@ -65,6 +65,7 @@ void ValueBox::focusOutEvent(QFocusEvent* event) {
 
 void ValueBox::Commit() {
   if (text() == shown_) return;
+  setModified(false); // whoever takes the text may show another one at once
   Q_EMIT Left(text());
   // A refused text leaves what was shown.
   setText(shown_);
