@@ -139,7 +139,7 @@ std::int32_t File32::SetClipBoard(Clipboard& clipboard, WaveHandle buffer, std::
 
 std::int32_t File32::GetClipBoard(Clipboard& clipboard, WaveHandle buffer, std::int32_t start, std::int32_t count,
                                   std::int32_t bufferPoints, std::int32_t& placed) {
-  if (count < 0 || bufferPoints < start) return CLIP_ERROR;
+  if (start < 0 || count < 0 || bufferPoints < start) return CLIP_ERROR;
   const std::optional<std::span<std::int16_t>> room = PointsOf(buffer, start, bufferPoints - start);
   if (!room) return CLIP_ERROR;
   if (!clipboard.Available()) return CLIP_OPEN_FAILED;
