@@ -8,7 +8,9 @@
 #include <QTimer>
 
 // Resources in a static library are linked only when somebody asks for them.
-static void InitIcons() { Q_INIT_RESOURCE(icons); }
+static void InitIcons() {
+  Q_INIT_RESOURCE(icons);
+}
 
 namespace calder {
 

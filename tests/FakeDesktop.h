@@ -30,7 +30,9 @@ struct ShownBox {
 
 class Boxes final : public MessageBoxes {
 public:
-  ~Boxes() override { EXPECT_TRUE(expected.empty()) << "a message that was expected never came: " << expected.front().first; }
+  ~Boxes() override {
+    EXPECT_TRUE(expected.empty()) << "a message that was expected never came: " << expected.front().first;
+  }
 
   // The next box must contain that text; it is answered so.
   void Expect(const std::string& part, BoxAnswer answer = BoxAnswer::Ok) { expected.emplace_back(part, answer); }

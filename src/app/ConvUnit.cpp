@@ -40,7 +40,9 @@ double SnapToWhole(double point) {
   return std::fabs(point - whole) <= kWholeTolerance * std::fabs(whole) ? whole : point;
 }
 
-double Finite(double value) { return std::isfinite(value) ? value : 0; }
+double Finite(double value) {
+  return std::isfinite(value) ? value : 0;
+}
 
 } // namespace
 
@@ -83,7 +85,9 @@ double ConvUnit::CodeToY(double code) const {
   return CodeToYIn(code, settings_.YUnit);
 }
 
-double ConvUnit::CodeToYUnclamped(double code) const { return CodeToYIn(code, settings_.YUnit); }
+double ConvUnit::CodeToYUnclamped(double code) const {
+  return CodeToYIn(code, settings_.YUnit);
+}
 
 double ConvUnit::YToCode(double y) const {
   if (settings_.YUnit == 1 && settings_.Amplitude == 0) return kNoVolts;
@@ -95,8 +99,7 @@ double ConvUnit::YToCodeUnclamped(double y) const {
   switch (settings_.YUnit) {
   case 1: return settings_.Amplitude == 0 ? kNoVolts : (y - EffectiveOffset()) / settings_.Amplitude * kCodeSpan;
   case 2:
-    return (y - (settings_.YUserMin + settings_.YUserMax) / 2) / (settings_.YUserMax - settings_.YUserMin) *
-           kCodeSpan;
+    return (y - (settings_.YUserMin + settings_.YUserMax) / 2) / (settings_.YUserMax - settings_.YUserMin) * kCodeSpan;
   default: return y;
   }
 }
@@ -133,7 +136,9 @@ bool ConvUnit::CheckX(double& x, int unit) const {
   }
 }
 
-bool ConvUnit::CheckXCurrent(double& x) const { return CheckX(x, settings_.XUnit); }
+bool ConvUnit::CheckXCurrent(double& x) const {
+  return CheckX(x, settings_.XUnit);
+}
 
 void ConvUnit::ClampY(double& y, int unit) const {
   if (unit == 0) {
@@ -151,7 +156,9 @@ bool ConvUnit::CheckY(double& y, int unit) const {
   }
 }
 
-bool ConvUnit::CheckYCurrent(double& y) const { return CheckY(y, settings_.YUnit); }
+bool ConvUnit::CheckYCurrent(double& y) const {
+  return CheckY(y, settings_.YUnit);
+}
 
 std::string ConvUnit::XUnitName() const {
   switch (settings_.XUnit) {
@@ -179,10 +186,18 @@ std::string ConvUnit::PointToXTextWide(double point) const {
   return settings_.XUnit == 0 ? FormatFixed(x, 11) : FormatEng(x, 10);
 }
 
-std::string ConvUnit::YText(double y) const { return settings_.YUnit == 0 ? FormatFixed(y, 8) : FormatEng(y, 7); }
+std::string ConvUnit::YText(double y) const {
+  return settings_.YUnit == 0 ? FormatFixed(y, 8) : FormatEng(y, 7);
+}
 
-std::string ConvUnit::CodeToYText(double code) const { return YText(CodeToY(code)); }
-std::string ConvUnit::CodeToYTextUnclamped(double code) const { return YText(CodeToYUnclamped(code)); }
-std::string ConvUnit::CodeSpanToYText(double codes) const { return YText(CodeSpanToY(codes)); }
+std::string ConvUnit::CodeToYText(double code) const {
+  return YText(CodeToY(code));
+}
+std::string ConvUnit::CodeToYTextUnclamped(double code) const {
+  return YText(CodeToYUnclamped(code));
+}
+std::string ConvUnit::CodeSpanToYText(double codes) const {
+  return YText(CodeSpanToY(codes));
+}
 
 } // namespace calder

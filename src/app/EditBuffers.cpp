@@ -23,7 +23,9 @@ void EditBuffers::Free() {
   block32_ = 0;
 }
 
-void EditBuffers::ResetScopes() { scope_.fill({0, static_cast<double>(settings_.MemorySize)}); }
+void EditBuffers::ResetScopes() {
+  scope_.fill({0, static_cast<double>(settings_.MemorySize)});
+}
 
 void EditBuffers::Save_Undo() {
   W_CopyMemory(Current(), UndoCopy(), 0, 0, settings_.MemorySize);

@@ -26,9 +26,9 @@ Decimal ToDecimal(double value) {
   value = std::clamp(value, std::numeric_limits<double>::lowest(), std::numeric_limits<double>::max());
   if (value == 0) return decimal;
   std::array<char, 40> text{};
-  const auto end =
-      std::to_chars(text.data(), text.data() + text.size(), std::fabs(value), std::chars_format::scientific, kDigits - 1)
-          .ptr;
+  const auto end = std::to_chars(text.data(), text.data() + text.size(), std::fabs(value),
+                                 std::chars_format::scientific, kDigits - 1)
+                       .ptr;
   // d.ddddddddddddddE+xx
   decimal.negative = value < 0;
   decimal.digits.push_back(text[0]);
@@ -109,7 +109,8 @@ bool OutOfPrefixRange(const Decimal& decimal) {
   if (decimal.point > 12) return true; // from 1e12
   if (decimal.point > -17) return false;
   // up to 1e-18 itself
-  return decimal.point < -17 || (decimal.digits[0] == '1' && decimal.digits.find_first_not_of('0', 1) == std::string::npos);
+  return decimal.point < -17 ||
+         (decimal.digits[0] == '1' && decimal.digits.find_first_not_of('0', 1) == std::string::npos);
 }
 
 // Splits off the power of a thousand: the mantissa stays with 1 to 3 integer digits.
@@ -146,7 +147,9 @@ std::string ByMask(Decimal decimal, std::string_view mask) {
 
 } // namespace
 
-std::string FormatFixed(double value, int width) { return Fixed(ToDecimal(value), width); }
+std::string FormatFixed(double value, int width) {
+  return Fixed(ToDecimal(value), width);
+}
 
 std::string FormatEng(double value, int width) {
   Decimal decimal = ToDecimal(value);
@@ -172,7 +175,9 @@ std::string FormatEngMask(double value, std::string_view mask) {
   return Trim(text + kPrefixes[static_cast<std::size_t>(k + kBlankPrefix)]);
 }
 
-std::string FormatMask(double value, std::string_view mask) { return ByMask(ToDecimal(value), mask); }
+std::string FormatMask(double value, std::string_view mask) {
+  return ByMask(ToDecimal(value), mask);
+}
 
 std::string NumberText(double value) {
   if (std::isnan(value)) value = 0;

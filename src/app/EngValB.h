@@ -21,8 +21,8 @@ namespace calder {
 // with ".###" gives "12.346k", 5 gives "5".
 [[nodiscard]] std::string FormatEngMask(double value, std::string_view mask);
 
-// A number by such a mask without a prefix: 1.2341 with "0.###" gives "1.234". Rounded to the mask's decimals, halves to
-// even.
+// A number by such a mask without a prefix: 1.2341 with "0.###" gives "1.234". Rounded to the mask's decimals, halves
+// to even.
 [[nodiscard]] std::string FormatMask(double value, std::string_view mask);
 
 // General form with up to 15 digits and no trailing zeros: "0.25", "1E-05".

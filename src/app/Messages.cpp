@@ -26,7 +26,9 @@ std::string ErrMsg::MessageText(int number) const {
   return std::string(Pick(row->japanese, row->english)) + '\r';
 }
 
-void ErrMsg::ErrorBox(int number) const { ErrorBoxText(MessageText(number)); }
+void ErrMsg::ErrorBox(int number) const {
+  ErrorBoxText(MessageText(number));
+}
 
 void ErrMsg::ErrorBoxText(const std::string& text) const {
   boxes_.Show("Error Message", text, BoxButtons::Ok, BoxIcon::None);

@@ -50,7 +50,7 @@ public:
   explicit Program(const Desktop& desktopServices)
       : desktop(desktopServices), registry(desktop.settings, desktop.instances),
         language(desktop.language.DefaultLangID() == SystemLanguage::kJapanese ? Language::Japanese
-                                                                                : Language::English),
+                                                                               : Language::English),
         messages(desktop.messageBoxes, language) {}
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;

@@ -14,7 +14,9 @@ constexpr const char* kSystem = "System";
 constexpr const char* kForms = "FormProperty";
 constexpr std::int32_t kVisibleTwips = 1000;
 
-std::string BoolText(bool value) { return value ? "True" : "False"; }
+std::string BoolText(bool value) {
+  return value ? "True" : "False";
+}
 
 bool IsTrue(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(),
@@ -69,9 +71,13 @@ clsRegistry::~clsRegistry() {
   if (count < 1) SavePositions();
 }
 
-std::string clsRegistry::BusSection() const { return "GPIB" + std::to_string(gpibId_); }
+std::string clsRegistry::BusSection() const {
+  return "GPIB" + std::to_string(gpibId_);
+}
 
-bool clsRegistry::GetGpibBusy() const { return IsTrue(Get(store_, BusSection(), "Busy", "False")); }
+bool clsRegistry::GetGpibBusy() const {
+  return IsTrue(Get(store_, BusSection(), "Busy", "False"));
+}
 
 void clsRegistry::SetGpibBusy(bool busy) {
   store_.Set(BusSection(), "Busy", BoolText(busy));
@@ -89,7 +95,9 @@ std::int32_t clsRegistry::GetFormTop(const std::string& form) {
   return slot.top;
 }
 
-void clsRegistry::SetFormTop(const std::string& form, std::int32_t top) { Slot(form).top = top; }
+void clsRegistry::SetFormTop(const std::string& form, std::int32_t top) {
+  Slot(form).top = top;
+}
 
 std::int32_t clsRegistry::GetFormLeft(const std::string& form) {
   FormSlot& slot = Slot(form);
@@ -97,9 +105,13 @@ std::int32_t clsRegistry::GetFormLeft(const std::string& form) {
   return slot.left;
 }
 
-void clsRegistry::SetFormLeft(const std::string& form, std::int32_t left) { Slot(form).left = left; }
+void clsRegistry::SetFormLeft(const std::string& form, std::int32_t left) {
+  Slot(form).left = left;
+}
 
-std::int32_t clsRegistry::GetWinCount() const { return ToInteger<std::int32_t>(Get(store_, kSystem, "WinCount", "0")); }
+std::int32_t clsRegistry::GetWinCount() const {
+  return ToInteger<std::int32_t>(Get(store_, kSystem, "WinCount", "0"));
+}
 
 std::int16_t clsRegistry::GetGpibAddress() const {
   return ToInteger<std::int16_t>(Get(store_, BusSection(), "Address", "-1"));
@@ -121,11 +133,17 @@ std::int16_t clsRegistry::GetGpibBoard() const {
   return ToInteger<std::int16_t>(Get(store_, kSystem, "GpibBoard", "3"));
 }
 
-void clsRegistry::SetGpibBoard(std::int16_t kind) { store_.Set(kSystem, "GpibBoard", std::to_string(kind)); }
+void clsRegistry::SetGpibBoard(std::int16_t kind) {
+  store_.Set(kSystem, "GpibBoard", std::to_string(kind));
+}
 
-std::string clsRegistry::GetSerialNum() const { return Get(store_, kSystem, "SerialNum", ""); }
+std::string clsRegistry::GetSerialNum() const {
+  return Get(store_, kSystem, "SerialNum", "");
+}
 
-void clsRegistry::SetSerialNum(const std::string& text) { store_.Set(kSystem, "SerialNum", text); }
+void clsRegistry::SetSerialNum(const std::string& text) {
+  store_.Set(kSystem, "SerialNum", text);
+}
 
 void clsRegistry::LoadPositions() {
   std::size_t next = 0;

@@ -6,7 +6,9 @@ namespace calder {
 namespace {
 
 // Whole points: rounded up to the next integer.
-std::int32_t WholeUp(double points) { return static_cast<std::int32_t>(std::ceil(points)); }
+std::int32_t WholeUp(double points) {
+  return static_cast<std::int32_t>(std::ceil(points));
+}
 
 } // namespace
 

@@ -71,7 +71,9 @@ bool Editor::QueryUnload(CloseReason reason) {
   return true;
 }
 
-std::string Editor::Title() const { return std::string(kTitle) + " <" + program.names.CurrentWaveFile + ">"; }
+std::string Editor::Title() const {
+  return std::string(kTitle) + " <" + program.names.CurrentWaveFile + ">";
+}
 
 void Editor::Redraw() {
   port_->ShowState();
@@ -136,9 +138,13 @@ void Editor::FileOpen() {
   AfterOpen();
 }
 
-void Editor::FileSave() { fileCommands.SaveCurrent(); }
+void Editor::FileSave() {
+  fileCommands.SaveCurrent();
+}
 
-void Editor::FileSaveAs(bool asText) { fileCommands.Save_File(Kind_Wave, asText); }
+void Editor::FileSaveAs(bool asText) {
+  fileCommands.Save_File(Kind_Wave, asText);
+}
 
 void Editor::FileDropped(const std::string& path) {
   fileCommands.OpenWave(path);

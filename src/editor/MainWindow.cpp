@@ -20,7 +20,9 @@ constexpr int kDefaultHeight = 700;
 constexpr int kValueCharacters = 10;
 constexpr int kAllInView = 1 << 24;
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
+QString Text(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 // Only what differs is touched, so that a control keeps its cursor and its selection.
 void Show(QLabel* label, const std::string& text) {
@@ -70,7 +72,9 @@ MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<U
   ui_->Txt_Start_X->setFocus();
 }
 
-MainWindow::~MainWindow() { editor_.SetPort(nullptr); }
+MainWindow::~MainWindow() {
+  editor_.SetPort(nullptr);
+}
 
 void MainWindow::FillZoomLists() {
   for (QComboBox* box : {ui_->Comb_XZoom_0, ui_->Comb_XZoom_1}) {
@@ -126,7 +130,8 @@ void MainWindow::ConnectView() {
 
 void MainWindow::ConnectReadouts() {
   const auto typed = [this](ValueBox* box, auto handler) {
-    connect(box, &ValueBox::Left, this, [this, handler](const QString& text) { (editor_.*handler)(text.toStdString()); });
+    connect(box, &ValueBox::Left, this,
+            [this, handler](const QString& text) { (editor_.*handler)(text.toStdString()); });
   };
   typed(ui_->Txt_Start_X, &Editor::TypeStart);
   typed(ui_->Txt_End_X, &Editor::TypeEnd);
@@ -254,7 +259,9 @@ bool MainWindow::MayClose(Editor::CloseReason reason) {
   return editor_.QueryUnload(reason);
 }
 
-bool MainWindow::SessionMayEnd() { return MayClose(Editor::CloseReason::SessionEnds); }
+bool MainWindow::SessionMayEnd() {
+  return MayClose(Editor::CloseReason::SessionEnds);
+}
 
 void MainWindow::closeEvent(QCloseEvent* event) {
   if (MayClose(Editor::CloseReason::User)) {

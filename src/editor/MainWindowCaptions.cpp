@@ -25,8 +25,8 @@ struct ActionCaption {
 };
 
 constexpr Caption kMenus[] = {
-    {"Menu_File", "ﾌｧｲﾙ(&F)", "&File"},   {"Menu_Edit", "編集(&E)", "&Edit"},   {"Menu_Tools", "ﾂｰﾙ(&T)", "&Tools"},
-    {"Menu_Set", "設定(&S)", "&Setup"},   {"Menu_MHelp", "ﾍﾙﾌﾟ(&H)", "&Help"},
+    {"Menu_File", "ﾌｧｲﾙ(&F)", "&File"}, {"Menu_Edit", "編集(&E)", "&Edit"},  {"Menu_Tools", "ﾂｰﾙ(&T)", "&Tools"},
+    {"Menu_Set", "設定(&S)", "&Setup"}, {"Menu_MHelp", "ﾍﾙﾌﾟ(&H)", "&Help"},
 };
 
 constexpr ActionCaption kActions[] = {
@@ -54,13 +54,20 @@ constexpr ActionCaption kActions[] = {
 };
 
 constexpr Caption kLabels[] = {
-    {"Label_Mouse_Point_0", "ﾏｳｽ位置", "Mouse"}, {"Label_Mouse_Point_1", "ﾏｳｽ位置", "Mouse"},
-    {"Label_Zoom_0", "ｽﾞｰﾑ", "Zoom"},            {"Label_Zoom_1", "ｽﾞｰﾑ", "Zoom"},
-    {"Label_Zoom_X_0", "横(&H)", "&Horiz"},      {"Label_Zoom_X_1", "横(&H)", "&Horiz"},
-    {"Label_Zoom_Y", "縦(&V)", "&Vert"},         {"Label_Scope_AB", "dX(&-)", "dX(&-)"},
-    {"Label_MarkA_X", "ﾏｰｶ&A(X)", "Mrk&A(X)"},   {"Label_MarkA_Y", "   A(Y)", "   A(Y)"},
-    {"Label_MarkB_X", "ﾏｰｶ&B(X)", "Mrk&B(X)"},   {"Label_MarkB_Y", "   B(Y)", "   B(Y)"},
-    {"Label_D_Max", "MSB", "MSB"},               {"Label_D_Min", "LSB", "LSB"},
+    {"Label_Mouse_Point_0", "ﾏｳｽ位置", "Mouse"},
+    {"Label_Mouse_Point_1", "ﾏｳｽ位置", "Mouse"},
+    {"Label_Zoom_0", "ｽﾞｰﾑ", "Zoom"},
+    {"Label_Zoom_1", "ｽﾞｰﾑ", "Zoom"},
+    {"Label_Zoom_X_0", "横(&H)", "&Horiz"},
+    {"Label_Zoom_X_1", "横(&H)", "&Horiz"},
+    {"Label_Zoom_Y", "縦(&V)", "&Vert"},
+    {"Label_Scope_AB", "dX(&-)", "dX(&-)"},
+    {"Label_MarkA_X", "ﾏｰｶ&A(X)", "Mrk&A(X)"},
+    {"Label_MarkA_Y", "   A(Y)", "   A(Y)"},
+    {"Label_MarkB_X", "ﾏｰｶ&B(X)", "Mrk&B(X)"},
+    {"Label_MarkB_Y", "   B(Y)", "   B(Y)"},
+    {"Label_D_Max", "MSB", "MSB"},
+    {"Label_D_Min", "LSB", "LSB"},
 };
 
 constexpr Caption kButtons[] = {
@@ -93,18 +100,23 @@ struct ToolOfMenu {
 };
 
 constexpr ToolOfMenu kTools[] = {
-    {"Tool_Open", "Menu_FileOpen"}, {"Tool_Save", "Menu_FileSave"},     {"Tool_Undo", "Menu_Undo"},
-    {"Tool_Cut", "Menu_Cut"},       {"Tool_Copy", "Menu_Copy"},         {"Tool_Paste", "Menu_Paste"},
+    {"Tool_Open", "Menu_FileOpen"}, {"Tool_Save", "Menu_FileSave"}, {"Tool_Undo", "Menu_Undo"},
+    {"Tool_Cut", "Menu_Cut"},       {"Tool_Copy", "Menu_Copy"},     {"Tool_Paste", "Menu_Paste"},
     {"Tool_Delete", "Menu_Delete"}, {"Tool_Grid", "Menu_Grid"},
 };
 
 // What assistive technology calls a box that has no caption of its own.
 constexpr Caption kBoxNames[] = {
-    {"Txt_Cur_X_0", "マウス位置 X", "Mouse position X"}, {"Txt_Cur_X_1", "マウス位置 X", "Mouse position X"},
-    {"Txt_Cur_Y", "マウス位置 Y", "Mouse position Y"},   {"Txt_Start_Y", "マーカ A Y", "Marker A Y"},
-    {"Txt_End_Y", "マーカ B Y", "Marker B Y"},           {"Txt_Start_X", "マーカ A X", "Marker A X"},
-    {"Txt_End_X", "マーカ B X", "Marker B X"},           {"Txt_Scope", "マーカ間隔", "Distance of the markers"},
-    {"Pict_Wave", "波形", "Waveform"},                   {"Pict_Digital", "ディジタルパターン", "Digital pattern"},
+    {"Txt_Cur_X_0", "マウス位置 X", "Mouse position X"},
+    {"Txt_Cur_X_1", "マウス位置 X", "Mouse position X"},
+    {"Txt_Cur_Y", "マウス位置 Y", "Mouse position Y"},
+    {"Txt_Start_Y", "マーカ A Y", "Marker A Y"},
+    {"Txt_End_Y", "マーカ B Y", "Marker B Y"},
+    {"Txt_Start_X", "マーカ A X", "Marker A X"},
+    {"Txt_End_X", "マーカ B X", "Marker B X"},
+    {"Txt_Scope", "マーカ間隔", "Distance of the markers"},
+    {"Pict_Wave", "波形", "Waveform"},
+    {"Pict_Digital", "ディジタルパターン", "Digital pattern"},
 };
 
 QIcon IconNamed(const char* name) {
@@ -148,7 +160,8 @@ void SetMainWindowCaptions(QMainWindow& window, const ErrMsg& language) {
     if (auto* label = window.findChild<QLabel*>(QLatin1String(caption.control))) label->setText(pick(caption));
   }
   for (const Caption& caption : kButtons) {
-    if (auto* button = window.findChild<QAbstractButton*>(QLatin1String(caption.control))) button->setText(pick(caption));
+    if (auto* button = window.findChild<QAbstractButton*>(QLatin1String(caption.control)))
+      button->setText(pick(caption));
   }
   for (const IconButton& caption : kIconButtons) {
     auto* button = window.findChild<QToolButton*>(QLatin1String(caption.control));

@@ -9,19 +9,29 @@
 namespace calder {
 namespace {
 
-constexpr int kFlag = 10;                 // the flag's width and height in logical pixels
+constexpr int kFlag = 10;                // the flag's width and height in logical pixels
 constexpr Color kMarkerColor = 0x5555FF; // inverting pens ignore it; a recorder sees it
 
 // One logical pixel.
-int LineWidth(double scale) { return std::max(1, static_cast<int>(std::lround(scale))); }
+int LineWidth(double scale) {
+  return std::max(1, static_cast<int>(std::lround(scale)));
+}
 
 } // namespace
 
-void Markers::FollowScope() { length_ = program_.buffers.CurrentScope().Length(); }
+void Markers::FollowScope() {
+  length_ = program_.buffers.CurrentScope().Length();
+}
 
-std::string Markers::StartXText() const { return program_.units.PointToXText(program_.buffers.CurrentScope().Start); }
-std::string Markers::EndXText() const { return program_.units.PointToXText(program_.buffers.CurrentScope().End); }
-std::string Markers::ScopeText() const { return program_.units.PointToXText(program_.buffers.CurrentScope().Length()); }
+std::string Markers::StartXText() const {
+  return program_.units.PointToXText(program_.buffers.CurrentScope().Start);
+}
+std::string Markers::EndXText() const {
+  return program_.units.PointToXText(program_.buffers.CurrentScope().End);
+}
+std::string Markers::ScopeText() const {
+  return program_.units.PointToXText(program_.buffers.CurrentScope().Length());
+}
 
 std::string Markers::StartYText() const {
   const EditBuffers& buffers = program_.buffers;

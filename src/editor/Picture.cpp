@@ -2,8 +2,8 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <QWheelEvent>
 
 #include <cmath>
@@ -72,7 +72,9 @@ void Picture::showEvent(QShowEvent* event) {
   FitImage();
 }
 
-void Picture::mouseMoveEvent(QMouseEvent* event) { Q_EMIT Moved(ToPixel(event->position())); }
+void Picture::mouseMoveEvent(QMouseEvent* event) {
+  Q_EMIT Moved(ToPixel(event->position()));
+}
 
 void Picture::mousePressEvent(QMouseEvent* event) {
   setFocus(Qt::MouseFocusReason);

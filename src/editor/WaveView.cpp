@@ -8,7 +8,9 @@ namespace {
 
 constexpr int kDeepest = 32767; // the vertical bar moves in steps of two codes
 
-int Round(double value) { return static_cast<int>(std::nearbyint(value)); }
+int Round(double value) {
+  return static_cast<int>(std::nearbyint(value));
+}
 
 } // namespace
 
@@ -150,7 +152,9 @@ double WaveView::PointToPixelXExact(double point, int width) const {
   return (point - view.XStart) * width / (view.XEnd - view.XStart);
 }
 
-int WaveView::PointToPixelX(double point, int width) const { return Round(PointToPixelXExact(point, width)); }
+int WaveView::PointToPixelX(double point, int width) const {
+  return Round(PointToPixelXExact(point, width));
+}
 
 double WaveView::PixelXToPoint(double x, int width) const {
   const ViewState& view = program_.view;

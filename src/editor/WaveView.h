@@ -1,4 +1,5 @@
-// The view of the waveform: the shown range, zoom and scroll, the mapping between positions and pixels, the range labels.
+// The view of the waveform: the shown range, zoom and scroll, the mapping between positions and pixels, the range
+// labels.
 //
 // 1. XStart..XEnd are points, YStart..YEnd depths (32767 - code); both ranges are never empty.
 // 2. The waveform view and the digital view share one horizontal scroll bar state and one X zoom.

@@ -54,22 +54,22 @@ bool FileCommands::OpenWave(const std::string& path) {
 
 void FileCommands::OpenList() {
   const DialogName name = Set_DialogFile(program_.names.LastListFile, "wfn", Get_DefaultFolder());
-  const auto answer = program_.desktop.fileDialogs.Open(
-      {"",
-       program_.messages.Pick("ﾃｷｽﾄ独自形式(*.wfn)|*.wfn|全てのﾌｧｲﾙ(*.*)|*.*",
-                              "Expression files(*.wfn)|*.wfn|All files(*.*)|*.*"),
-       1, name.fileName, name.defaultExt});
+  const auto answer =
+      program_.desktop.fileDialogs.Open({"",
+                                         program_.messages.Pick("ﾃｷｽﾄ独自形式(*.wfn)|*.wfn|全てのﾌｧｲﾙ(*.*)|*.*",
+                                                                "Expression files(*.wfn)|*.wfn|All files(*.*)|*.*"),
+                                         1, name.fileName, name.defaultExt});
   if (!answer || !Is_FileExt(answer->path, "wfn") || !handlers_.readList) return;
   handlers_.readList(answer->path);
 }
 
 void FileCommands::OpenTable() {
   const DialogName name = Set_DialogFile(program_.names.LastTableFile, "prn", Get_DefaultFolder());
-  const auto answer = program_.desktop.fileDialogs.Open(
-      {"",
-       program_.messages.Pick("ﾃｷｽﾄﾌｧｲﾙ(*.prn)|*.prn|全てのﾌｧｲﾙ(*.*)|*.*",
-                              "Text files(*.prn)|*.prn|All files(*.*)|*.*"),
-       1, name.fileName, name.defaultExt});
+  const auto answer =
+      program_.desktop.fileDialogs.Open({"",
+                                         program_.messages.Pick("ﾃｷｽﾄﾌｧｲﾙ(*.prn)|*.prn|全てのﾌｧｲﾙ(*.*)|*.*",
+                                                                "Text files(*.prn)|*.prn|All files(*.*)|*.*"),
+                                         1, name.fileName, name.defaultExt});
   if (!answer || answer->path.empty()) return;
   if (!Is_FileExt(answer->path, "csv") && !Is_FileExt(answer->path, "tsv") && !Is_FileExt(answer->path, "prn")) {
     program_.messages.ErrorBox(kMsgBadExtension);
@@ -95,11 +95,11 @@ void FileCommands::OpenPwf() {
 
 void FileCommands::OpenSystem() {
   const DialogName name = Set_DialogFile(program_.names.LastSystemFile, "ocb", Get_DefaultFolder());
-  const auto answer = program_.desktop.fileDialogs.Open(
-      {"",
-       program_.messages.Pick("ｼｽﾃﾑﾌｧｲﾙ(*.ocb)|*.ocb|全てのﾌｧｲﾙ(*.*)|*.*",
-                              "System files(*.ocb)|*.ocb|All files(*.*)|*.*"),
-       1, name.fileName, name.defaultExt});
+  const auto answer =
+      program_.desktop.fileDialogs.Open({"",
+                                         program_.messages.Pick("ｼｽﾃﾑﾌｧｲﾙ(*.ocb)|*.ocb|全てのﾌｧｲﾙ(*.*)|*.*",
+                                                                "System files(*.ocb)|*.ocb|All files(*.*)|*.*"),
+                                         1, name.fileName, name.defaultExt});
   if (!answer || !Is_FileExt(answer->path, "ocb") || !handlers_.readSystem) return;
   if (handlers_.readSystem(answer->path) == kMsgReadFailed) {
     TellFailure(answer->path, kMsgReadFailed);
@@ -147,9 +147,8 @@ void FileCommands::SaveList() {
 void FileCommands::SaveTable() {
   const DialogName name = Set_DialogFile(program_.names.LastTableFile, "prn", Get_DefaultFolder());
   const auto answer = program_.desktop.fileDialogs.Save(
-      {"",
-       program_.messages.Pick("ﾃｷｽﾄﾌｧｲﾙ（ｽﾍﾟｰｽ区切り）(*.prn)|*.prn", "Text files(Space delimited)(*.prn)|*.prn"), 1,
-       name.fileName, name.defaultExt});
+      {"", program_.messages.Pick("ﾃｷｽﾄﾌｧｲﾙ（ｽﾍﾟｰｽ区切り）(*.prn)|*.prn", "Text files(Space delimited)(*.prn)|*.prn"),
+       1, name.fileName, name.defaultExt});
   if (!answer) return;
   if (!Is_FileExt(answer->path, "csv") && !Is_FileExt(answer->path, "tsv") && !Is_FileExt(answer->path, "prn")) {
     program_.messages.ErrorBox(kMsgBadFileName);
@@ -195,8 +194,7 @@ void FileCommands::SaveSystem() {
 }
 
 void FileCommands::SaveWave(bool asText) {
-  const DialogName name =
-      WaveSaveName(program_.names.CurrentWaveFile, asText ? "txt" : "wdb", Get_DefaultFolder());
+  const DialogName name = WaveSaveName(program_.names.CurrentWaveFile, asText ? "txt" : "wdb", Get_DefaultFolder());
   const char* filter = asText ? program_.messages.Pick("ﾃｷｽﾄ形式(*.txt)|*.txt", "Text files(*.txt)|*.txt")
                               : program_.messages.Pick("ﾊﾞｲﾅﾘ独自形式(*.wdb)|*.wdb", "Binary files(*.wdb)|*.wdb");
   const auto answer = program_.desktop.fileDialogs.Save({"", filter, 1, name.fileName, name.defaultExt});

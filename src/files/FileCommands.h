@@ -32,7 +32,7 @@ struct FormatHandlers {
   std::function<std::int32_t(const std::string&)> writePwf;
   std::function<std::int32_t(const std::string&)> readSystem;
   std::function<std::int32_t(const std::string&)> writeSystem;
-  std::function<void()> systemRead; // the setup dialog follows the record
+  std::function<void()> systemRead;     // the setup dialog follows the record
   std::function<std::int32_t()> import; // 0 when data came in
 };
 
@@ -50,7 +50,8 @@ public:
   // Save: the current file, or the dialog when there is none.
   void SaveCurrent();
 
-  // Opens a waveform file without a dialog (a command line, a dropped file). False: it was not opened; the user was told.
+  // Opens a waveform file without a dialog (a command line, a dropped file). False: it was not opened; the user was
+  // told.
   bool OpenWave(const std::string& path);
 
   [[nodiscard]] std::string Get_DefaultFolder() const { return program_.desktop.folders.documents; }

@@ -13,9 +13,13 @@ bool HasShortExtension(std::string_view name) {
   return name.size() >= kExtensionLength && name[name.size() - kExtensionLength] == '.';
 }
 
-std::string UntitledIn(std::string_view folder) { return std::string(folder) + '/' + kUntitled; }
+std::string UntitledIn(std::string_view folder) {
+  return std::string(folder) + '/' + kUntitled;
+}
 
-char Lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
 
 } // namespace
 

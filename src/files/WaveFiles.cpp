@@ -30,7 +30,8 @@ bool Sound(const SystemInfo& record) {
                            record.Amplitude, record.AmplitudeMin, record.AmplitudeMax, record.Offset,
                            record.OffsetMin, record.OffsetMax,    record.XUserMin,     record.XUserMax,
                            record.YUserMin,  record.YUserMax};
-  if (!std::all_of(std::begin(values), std::end(values), [](double value) { return std::isfinite(value); })) return false;
+  if (!std::all_of(std::begin(values), std::end(values), [](double value) { return std::isfinite(value); }))
+    return false;
   return record.MemorySize >= 1 && record.MemorySize <= W_MAX_POINTS && record.Frequency > 0 && record.Period > 0 &&
          record.XUserMin < record.XUserMax && record.YUserMin < record.YUserMax && record.XUnit >= 0 &&
          record.XUnit <= 2 && record.YUnit >= 0 && record.YUnit <= 2;

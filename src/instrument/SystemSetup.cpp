@@ -39,7 +39,8 @@ std::int32_t SystemSetup::ShownMemorySize() const {
 }
 
 void SystemSetup::LoadModels() {
-  models_ = ReadList(program_.models.SysGetDeviceCnt(), [&](std::int32_t i) { return program_.models.SysGetDeviceName(i); });
+  models_ =
+      ReadList(program_.models.SysGetDeviceCnt(), [&](std::int32_t i) { return program_.models.SysGetDeviceName(i); });
 }
 
 void SystemSetup::RefillLists() {
@@ -67,8 +68,8 @@ void SystemSetup::ChooseModel(int model) {
   settings.ModelNo = static_cast<std::int16_t>(model);
   const std::int32_t channelCount = program_.models.SysGetChannelCnt(model);
   if (channelCount > 0) {
-    program_.models.SysChangeChannel(model, std::min<std::int32_t>(std::max<std::int16_t>(channel, 0), channelCount - 1),
-                                     settings);
+    program_.models.SysChangeChannel(
+        model, std::min<std::int32_t>(std::max<std::int16_t>(channel, 0), channelCount - 1), settings);
   }
   const std::int32_t rangeCount = program_.models.SysGetRangeCnt(model, settings.Channel);
   if (rangeCount > 0) {
@@ -161,7 +162,9 @@ void SystemSetup::RebuildInterfaces() {
   if ((usable & SYS_INTERFACE_KI_GPIB) != 0) interfaces_.push_back({kKiGpib, "KI GPIB"});
 }
 
-void SystemSetup::RebuildTransferFormats() { transferFormatChoice_ = ControlPointsAvailable() ? 1 : 0; }
+void SystemSetup::RebuildTransferFormats() {
+  transferFormatChoice_ = ControlPointsAvailable() ? 1 : 0;
+}
 
 int SystemSetup::SizeIndexOf(std::int32_t points) const {
   for (std::size_t i = 0; i < memorySizes_.size(); ++i) {

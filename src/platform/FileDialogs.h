@@ -7,11 +7,11 @@
 namespace calder {
 
 struct FileDialogRequest {
-  std::string title;         // empty: the desktop's own
-  std::string filter;        // entries "text|pattern" joined by "|"
-  int filterIndex = 1;       // 1-based entry selected at first; 0 counts as 1
-  std::string fileName;      // initial name, with or without a folder
-  std::string defaultExt;    // added to a typed name without an extension; without a dot
+  std::string title;      // empty: the desktop's own
+  std::string filter;     // entries "text|pattern" joined by "|"
+  int filterIndex = 1;    // 1-based entry selected at first; 0 counts as 1
+  std::string fileName;   // initial name, with or without a folder
+  std::string defaultExt; // added to a typed name without an extension; without a dot
 };
 
 struct FileDialogAnswer {

@@ -13,9 +13,8 @@ TEST(Messages, TextsEndWithACarriageReturnInEitherLanguage) {
   EXPECT_EQ(japanese.MessageText(10), "メモリを獲得できませんでした。\r");
   EXPECT_EQ(english.MessageText(220), "Interface SRQ stuck in ON position\r");
   EXPECT_EQ(japanese.MessageText(220), "SRQが出続けています。\r");
-  EXPECT_EQ(japanese.MessageText(13),
-            "シーケンス編集作成ソフトウエアが起動中です。\r\n"
-            "シーケンス編集作成ソフトウエアを終了してから再度起動してください。\r");
+  EXPECT_EQ(japanese.MessageText(13), "シーケンス編集作成ソフトウエアが起動中です。\r\n"
+                                      "シーケンス編集作成ソフトウエアを終了してから再度起動してください。\r");
   EXPECT_EQ(english.MessageText(112), english.MessageText(113));
   EXPECT_EQ(english.MessageText(108), english.MessageText(100));
   for (const int empty : {15, 99, 209, 250}) EXPECT_EQ(english.MessageText(empty), "\r") << empty;

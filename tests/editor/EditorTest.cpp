@@ -30,7 +30,9 @@ TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
   } rows[] = {
       {"no USBTMC.ID", "Lost the file of USBTMC.ID", [](fake::FakeDesktop& d) { d.folders.read = {"/nonexistent"}; }},
       {"the sibling runs", "The Marlow Software is running.",
-       [](fake::FakeDesktop& d) { d.windows.captions = {"x", "Orvo Marlow for XG5530/31 <a.seq>"}; }},
+       [](fake::FakeDesktop& d) {
+         d.windows.captions = {"x", "Orvo Marlow for XG5530/31 <a.seq>"};
+       }},
       {"no models", "No System Setup file.\r\rSystem Exit.",
        [](fake::FakeDesktop& d) { d.folders.read = {CALDER_SOURCE_DIR "/data"}; }},
   };

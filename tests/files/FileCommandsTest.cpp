@@ -1,5 +1,5 @@
-#include "editor/EditorFixture.h"
 #include "files/FileCommands.h"
+#include "editor/EditorFixture.h"
 #include "libs/file32/TempFolder.h"
 
 namespace calder {
@@ -27,7 +27,9 @@ TEST_F(FileCommandsTest, EveryKindIsDispatchedByItsExtension) {
   std::string called;
   std::int32_t result = 0;
   FormatHandlers handlers;
-  const auto plain = [&](const char* name) { return [&called, name](const std::string& path) { called = name + path; }; };
+  const auto plain = [&](const char* name) {
+    return [&called, name](const std::string& path) { called = name + path; };
+  };
   const auto status = [&](const char* name) {
     return [&called, &result, name](const std::string& path) {
       called = name + path;
@@ -73,8 +75,10 @@ TEST_F(FileCommandsTest, EveryKindIsDispatchedByItsExtension) {
     result = row.result;
     desktop.dialogs.Answer(row.path);
     if (row.message != nullptr) desktop.boxes.Expect(row.message);
-    if (row.open) Files().Open_File(row.kind);
-    else Files().Save_File(row.kind, false);
+    if (row.open)
+      Files().Open_File(row.kind);
+    else
+      Files().Save_File(row.kind, false);
     EXPECT_EQ(called, row.called) << row.kind << row.path;
   }
   EXPECT_EQ(program->names.LastListFile, "/a.WFN") << "only saving remembers a list";

@@ -11,8 +11,8 @@ TEST(FileNames, TheExtensionIsEverythingBehindTheFirstDot) {
     const char* extension;
     bool equal;
   } rows[] = {
-      {"DATA.WDB", "wdb", true},        {"/a.b/data.wdb", "wdb", true},   {"C:\\x.y\\data.Txt", "txt", true},
-      {"a.b.wdb", "wdb", false},        {"a.b.wdb", "b.wdb", true},       {"noextension", "wdb", false},
+      {"DATA.WDB", "wdb", true},          {"/a.b/data.wdb", "wdb", true}, {"C:\\x.y\\data.Txt", "txt", true},
+      {"a.b.wdb", "wdb", false},          {"a.b.wdb", "b.wdb", true},     {"noextension", "wdb", false},
       {"/folder.wdb/name", "wdb", false}, {"a.wdbx", "wdb", false},       {"a.", "", true},
   };
   for (const auto& row : rows) EXPECT_EQ(Is_FileExt(row.path, row.extension), row.equal) << row.path;

@@ -1,5 +1,5 @@
-#include "editor/EditorFixture.h"
 #include "files/WaveFiles.h"
+#include "editor/EditorFixture.h"
 #include "libs/file32/TempFolder.h"
 
 namespace calder {

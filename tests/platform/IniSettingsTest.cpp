@@ -26,7 +26,8 @@ TEST(IniText, ValuesSurviveWhatTheyHold) {
 
 TEST(IniText, ReadsWhatPeopleWrite) {
   IniText ini;
-  ini.Parse("stray = 1\n; comment\n[System]\r\n  DebugMode=True  \nnonsense\n# x\n[Other]\na = \"b\"\n[System]\nlate = 2");
+  ini.Parse(
+      "stray = 1\n; comment\n[System]\r\n  DebugMode=True  \nnonsense\n# x\n[Other]\na = \"b\"\n[System]\nlate = 2");
   EXPECT_EQ(*ini.Find("System", "DebugMode"), "True");
   EXPECT_EQ(*ini.Find("System", "late"), "2");
   EXPECT_EQ(*ini.Find("Other", "a"), "b");

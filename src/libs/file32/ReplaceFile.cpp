@@ -110,7 +110,7 @@ private:
 } // namespace
 
 std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<const std::byte>> pieces,
-                         const WriteGate& gate) {
+                         const WriteGate& gate, Durability durability) {
   const auto open = [&gate](WriteStep step) { return !gate || gate(step); };
 
   Target target;
@@ -130,9 +130,11 @@ std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<cons
     if (!open(WriteStep::Write) || !temporary.Write(piece)) return FILE_WRITE_FAILED;
   }
   if (exists && !temporary.TakePermissions(old)) return FILE_WRITE_FAILED;
-  if (!open(WriteStep::Flush) || !temporary.Flush()) return FILE_WRITE_FAILED;
+  const bool flushed = durability == Durability::Flushed;
+  if (flushed && (!open(WriteStep::Flush) || !temporary.Flush())) return FILE_WRITE_FAILED;
   if (!open(WriteStep::Rename) || !temporary.Become(target.name)) return FILE_WRITE_FAILED;
 
+  if (!flushed) return 0;
   // The new name itself reaches the disk with the folder. The file is replaced already, so a folder that cannot be
   // flushed (some file systems refuse it) is no failure of the save.
   const Descriptor readable(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));

@@ -20,8 +20,12 @@ using WriteGate = std::function<bool(WriteStep)>;
 // Replaces the file at `path` by `pieces` one after the other, in one step or not at all. Keeps the old file's
 // permissions and, where the user may give files away, its owner; follows a symbolic link to the file that it names.
 // Refused: a folder, a device, a pipe, a write-protected file. Other hard links to the old file keep the old content.
+//
+// Flushed: the new file survives a loss of power from then on. Renamed: other programs see the old or the new file,
+// never a mixture, but after a loss of power it may be either (or empty); for what is cheap to lose and written often.
+enum class Durability { Flushed, Renamed };
 [[nodiscard]] std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<const std::byte>> pieces,
-                                       const WriteGate& gate = {});
+                                       const WriteGate& gate = {}, Durability durability = Durability::Flushed);
 
 // The whole file into `content`, whose memory is reused; after a failure `content` holds anything. Only regular files
 // are read, and none of more than 256 MiB.

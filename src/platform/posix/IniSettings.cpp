@@ -76,7 +76,7 @@ bool IniSettings::Update(const std::string& section, const std::string& key, con
   ini.Set(section, key, std::move(value));
   const std::string text = ini.Write();
   const std::array pieces{std::as_bytes(std::span(text))};
-  return ReplaceFile(path_, pieces) == 0;
+  return ReplaceFile(path_, pieces, {}, Durability::Renamed) == 0;
 }
 
 std::vector<std::pair<std::string, std::string>> IniSettings::All(const std::string& section) const {

@@ -1,8 +1,8 @@
 // The settings store as an INI file in the user's configuration folder.
 //
-// Several copies of the program read and write the same file. Every call reads the file anew; a write holds an exclusive
-// lock on a lock file beside it while it reads, changes and replaces the file in one step, so that no copy sees a torn
-// file and none loses what another one wrote. Keys keep the order in which they were first written.
+// Several copies of the program read and write the same file. Every call reads the file anew; a write holds an
+// exclusive lock on a lock file beside it while it reads, changes and replaces the file in one step, so that no copy
+// sees a torn file and none loses what another one wrote. Keys keep the order in which they were first written.
 #pragma once
 
 #include "platform/SettingsStore.h"

@@ -1,8 +1,8 @@
 // The text of an INI file: sections in brackets, one key = "value" a line. Sections and keys keep their order.
 //
-// Values stand between quotes, with \n, \r, \" and \\ for what would break the line; a value written by hand without quotes
-// is taken as it stands, without the blanks around it. Lines that begin with ; or #, and lines that mean nothing, are
-// dropped when the text is written again. Names hold no line breaks, "]" or "=".
+// Values stand between quotes, with \n, \r, \" and \\ for what would break the line; a value written by hand without
+// quotes is taken as it stands, without the blanks around it. Lines that begin with ; or #, and lines that mean
+// nothing, are dropped when the text is written again. Names hold no line breaks, "]" or "=".
 #pragma once
 
 #include <string>

@@ -58,7 +58,8 @@ bool PosixInstances::StartCopy() {
   posix_spawn_file_actions_destroy(&actions);
   if (result != 0) return false;
   int status = 0;
-  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {}
+  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  }
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 

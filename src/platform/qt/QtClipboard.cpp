@@ -31,9 +31,8 @@ protected:
     if (wanted == "text/plain") wanted = "text/plain;charset=utf-8";
     const std::span<const std::byte> bytes = source_->Data(wanted);
     // The offer outlives the request, so the bytes need no copy of their own.
-    const QByteArray data =
-        QByteArray::fromRawData(static_cast<const char*>(static_cast<const void*>(bytes.data())),
-                                static_cast<qsizetype>(bytes.size()));
+    const QByteArray data = QByteArray::fromRawData(static_cast<const char*>(static_cast<const void*>(bytes.data())),
+                                                    static_cast<qsizetype>(bytes.size()));
     if (type.id() == QMetaType::QString) return QString::fromUtf8(data);
     return data;
   }
@@ -51,7 +50,9 @@ bool QtClipboard::Offer(std::shared_ptr<ClipboardSource> source) {
   return true;
 }
 
-bool QtClipboard::Available() const { return QGuiApplication::clipboard() != nullptr; }
+bool QtClipboard::Available() const {
+  return QGuiApplication::clipboard() != nullptr;
+}
 
 bool QtClipboard::Has(const std::string& mime) const {
   const QClipboard* clipboard = QGuiApplication::clipboard();

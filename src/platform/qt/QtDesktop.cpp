@@ -39,7 +39,9 @@ ProgramFolders Folders() {
 
 } // namespace
 
-double QtClock::SecondsOfDay() const { return QTime::currentTime().msecsSinceStartOfDay() / 1000.0; }
+double QtClock::SecondsOfDay() const {
+  return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+}
 
 void QtClock::Wait(double seconds, bool processEvents) {
   QElapsedTimer timer;
@@ -48,7 +50,8 @@ void QtClock::Wait(double seconds, bool processEvents) {
   while (true) {
     const qint64 left = milliseconds - timer.elapsed();
     if (left <= 0) return;
-    if (processEvents) QCoreApplication::processEvents(QEventLoop::AllEvents, static_cast<int>(std::min<qint64>(left, 50)));
+    if (processEvents)
+      QCoreApplication::processEvents(QEventLoop::AllEvents, static_cast<int>(std::min<qint64>(left, 50)));
     QThread::msleep(static_cast<unsigned long>(std::clamp<qint64>(milliseconds - timer.elapsed(), 0, 5)));
   }
 }

@@ -28,8 +28,12 @@ QStringList Filters(const std::string& filter) {
 
 } // namespace
 
-std::optional<FileDialogAnswer> QtFileDialogs::Open(const FileDialogRequest& request) { return Run(request, false); }
-std::optional<FileDialogAnswer> QtFileDialogs::Save(const FileDialogRequest& request) { return Run(request, true); }
+std::optional<FileDialogAnswer> QtFileDialogs::Open(const FileDialogRequest& request) {
+  return Run(request, false);
+}
+std::optional<FileDialogAnswer> QtFileDialogs::Save(const FileDialogRequest& request) {
+  return Run(request, true);
+}
 
 std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& request, bool save) {
   QFileDialog dialog(QApplication::activeWindow());
@@ -41,7 +45,8 @@ std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& requ
   if (!request.title.empty()) dialog.setWindowTitle(QString::fromStdString(request.title));
   const QStringList filters = Filters(request.filter);
   dialog.setNameFilters(filters);
-  const qsizetype wanted = std::clamp<qsizetype>(request.filterIndex - 1, 0, std::max<qsizetype>(0, filters.size() - 1));
+  const qsizetype wanted =
+      std::clamp<qsizetype>(request.filterIndex - 1, 0, std::max<qsizetype>(0, filters.size() - 1));
   if (!filters.isEmpty()) dialog.selectNameFilter(filters[wanted]);
   dialog.setDefaultSuffix(QString::fromStdString(request.defaultExt));
   QFileInfo initial(QString::fromStdString(request.fileName));

@@ -5,7 +5,9 @@
 
 namespace calder {
 
-ValueBox::ValueBox(QWidget* parent) : QLineEdit(parent) { SetCharacters(10); }
+ValueBox::ValueBox(QWidget* parent) : QLineEdit(parent) {
+  SetCharacters(10);
+}
 
 void ValueBox::ShowText(const QString& text) {
   shown_ = text;

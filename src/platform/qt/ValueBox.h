@@ -1,6 +1,6 @@
 // A text box for one value. Its text is taken when the box is left or on Tab or Enter, and only when it was changed, so
-// that a value shown with fewer digits than it has does not move by itself. Escape gives the shown text back. The menu's
-// editing keys go to the menu, not to the box, unless the box asks for them.
+// that a value shown with fewer digits than it has does not move by itself. Escape gives the shown text back. The
+// menu's editing keys go to the menu, not to the box, unless the box asks for them.
 #pragma once
 
 #include <QLineEdit>

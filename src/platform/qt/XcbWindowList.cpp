@@ -47,8 +47,8 @@ std::vector<xcb_window_t> ListedWindows(xcb_ewmh_connection_t* ewmh, int screen)
     return windows;
   }
   // No window manager: the root's own children.
-  const std::unique_ptr<xcb_query_tree_reply_t, Freed> tree(xcb_query_tree_reply(
-      ewmh->connection, xcb_query_tree(ewmh->connection, ewmh->screens[screen]->root), nullptr));
+  const std::unique_ptr<xcb_query_tree_reply_t, Freed> tree(
+      xcb_query_tree_reply(ewmh->connection, xcb_query_tree(ewmh->connection, ewmh->screens[screen]->root), nullptr));
   if (tree != nullptr) {
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
     windows.assign(children, children + xcb_query_tree_children_length(tree.get()));

@@ -1,0 +1,283 @@
+// The real window off-screen, driven by keys and mouse.
+#include "Application.h"
+#include "FakeDesktop.h"
+#include "editor/MainWindow.h"
+#include "editor/Picture.h"
+#include "libs/file32/TempFolder.h"
+#include "platform/qt/QtClipboard.h"
+#include "platform/qt/ValueBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QComboBox>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMimeData>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QToolButton>
+#include <QWheelEvent>
+#include <QDropEvent>
+
+namespace calder {
+namespace {
+
+class MainWindowTest : public testing::Test {
+protected:
+  void Start(const std::string& file = {}) {
+    Desktop services = {desktop.boxes,  desktop.dialogs, desktop.settings, desktop.clock,  clipboard,
+                        desktop.windows, desktop.copies,  desktop.language, desktop.folders};
+    application = std::make_unique<Application>(services);
+    ASSERT_TRUE(application->Start(file));
+    window = &application->Window();
+    window->resize(1000, 640);
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
+    QApplication::setActiveWindow(window);
+    QCoreApplication::processEvents();
+  }
+
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* widget = window->findChild<Widget*>(QLatin1String(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
+  void Type(const char* name, const char* text, Qt::Key end = Qt::Key_Return) {
+    auto* box = Find<ValueBox>(name);
+    box->setFocus();
+    QCoreApplication::processEvents();
+    QTest::keyClicks(box, QLatin1String(text));
+    QTest::keyClick(box, end);
+    QCoreApplication::processEvents();
+  }
+  std::string Focus() { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName().toStdString() : ""; }
+  void Wheel(Picture* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+    QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(picture, &event);
+  }
+  Program& State() { return application->TheEditor().program; }
+  void Ramp() {
+    const auto points = W_Lock(State().buffers.Current());
+    for (std::size_t i = 0; i < points.size(); ++i) points[i] = static_cast<std::int16_t>(i % 30000);
+    window->Draw_Wave();
+  }
+
+  fake::FakeDesktop desktop;
+  QtClipboard clipboard;
+  std::unique_ptr<Application> application;
+  MainWindow* window = nullptr;
+};
+
+TEST_F(MainWindowTest, EveryNamedControlIsThereAndCaptioned) {
+  Start();
+  EXPECT_EQ(window->windowTitle(), "Orvo Calder for XG5530/31 <Untitled>");
+  for (const char* name : {"Menu_FileNew", "Menu_FileOpen", "Menu_FileSave", "Menu_FileSaveAs", "Menu_FileSaveAs2",
+                           "Menu_Exit", "Menu_Undo", "Menu_Cut", "Menu_Copy", "Menu_Paste", "Menu_Delete", "Menu_Grid"}) {
+    EXPECT_FALSE(Find<QAction>(name)->text().isEmpty()) << name;
+  }
+  EXPECT_EQ(Find<QAction>("Menu_FileSaveAs2")->text(), "Save As(&TXT)...");
+  EXPECT_EQ(Find<QAction>("Menu_FileSaveAs2")->shortcut(), QKeySequence("Ctrl+T"));
+  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->count(), 8);
+  EXPECT_EQ(Find<QComboBox>("Comb_YZoom")->itemText(8), "1:256");
+  EXPECT_FALSE(Find<QAction>("Menu_Undo")->isEnabled());
+  EXPECT_TRUE(Find<QAction>("Menu_Grid")->isChecked());
+  EXPECT_EQ(Shown("Txt_Start_X"), "0.000000");
+  EXPECT_EQ(Shown("Txt_End_X"), "1.000000");
+  EXPECT_EQ(Find<QLabel>("Label_W_Min")->text(), "-1.00000");
+}
+
+TEST_F(MainWindowTest, TypedMarkersMoveAndTheFocusGoesOn) {
+  Start();
+  Type("Txt_Start_X", "0.25", Qt::Key_Tab);
+  EXPECT_EQ(Focus(), "Txt_End_X");
+  EXPECT_EQ(Shown("Txt_Start_X"), "250.000m");
+  Type("Txt_End_X", "750m");
+  EXPECT_EQ(Focus(), "Comb_XZoom_0");
+  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{131072, 393216}));
+  EXPECT_EQ(Shown("Txt_End_X"), "750.000m");
+  EXPECT_EQ(Shown("Txt_Scope"), "500.000m");
+  Type("Txt_Start_X", "0.9");
+  EXPECT_EQ(Shown("Txt_Start_X"), "250.000m") << "a refused text leaves what was there";
+  Type("Txt_Scope", "0.125");
+  EXPECT_EQ(Focus(), "Txt_Start_X");
+  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{131072, 196608}));
+}
+
+TEST_F(MainWindowTest, LookingAtAValueDoesNotMoveIt) {
+  Start();
+  State().buffers.CurrentScope() = {12345, 400000}; // 0.02354621887..., shown with seven digits
+  window->ShowState();
+  Type("Txt_Start_X", "", Qt::Key_Tab);
+  Type("Txt_End_X", "", Qt::Key_Tab);
+  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{12345, 400000}));
+  auto* box = Find<ValueBox>("Txt_Start_X");
+  box->setFocus();
+  QTest::keyClicks(box, "77");
+  QTest::keyClick(box, Qt::Key_Escape);
+  box->clearFocus();
+  EXPECT_EQ(State().buffers.CurrentScope().Start, 12345);
+}
+
+TEST_F(MainWindowTest, ShortcutsWorkOnTheWaveformWhateverBoxHasTheFocus) {
+  Start();
+  Ramp();
+  Type("Txt_End_X", "0.5");
+  auto* box = Find<ValueBox>("Txt_Start_X");
+  box->setFocus();
+  box->selectAll();
+  QTest::keyClick(box, Qt::Key_X, Qt::ControlModifier);
+  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 0, 524288), 262144 % 30000);
+  EXPECT_TRUE(Find<QAction>("Menu_Undo")->isEnabled());
+  EXPECT_EQ(QApplication::clipboard()->text().left(8), "0\n1\n2\n3\n") << QApplication::clipboard()->text().left(8).toStdString();
+  QTest::keyClick(box, Qt::Key_U, Qt::ControlModifier);
+  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 5, 524288), 5);
+  EXPECT_EQ(Find<QAction>("Menu_Undo")->text(), "&Redo");
+}
+
+TEST_F(MainWindowTest, AColumnOfNumbersPastesAsAWaveform) {
+  Start();
+  QApplication::clipboard()->setText("10\n-20\n30\n");
+  Find<QAction>("Menu_Paste")->trigger();
+  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 1, 524288), -20);
+  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{0, 3}));
+  QApplication::clipboard()->setText("no numbers");
+  desktop.boxes.Expect("ClipBoard Read error.");
+  Find<QAction>("Menu_Paste")->trigger();
+}
+
+TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
+  Start();
+  auto* bar = Find<QScrollBar>("HScroll_0");
+  EXPECT_FALSE(bar->isEnabled());
+  Find<QComboBox>("Comb_XZoom_0")->setCurrentIndex(1);
+  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_1")->currentIndex(), 1);
+  EXPECT_TRUE(bar->isEnabled());
+  EXPECT_EQ(bar->maximum(), 16384);
+  bar->setValue(16384);
+  EXPECT_EQ(State().view.XStart, 262144);
+  EXPECT_EQ(Find<QScrollBar>("HScroll_1")->value(), 16384);
+  EXPECT_EQ(Find<QLabel>("Label_End_0")->text(), "1.000000");
+  Find<QComboBox>("Comb_XZoom_0")->setCurrentIndex(0);
+  auto* picture = Find<Picture>("Pict_Wave");
+  Wheel(picture, QPointF(picture->width() * 0.75, 50), 3);
+  EXPECT_EQ(State().view.XZoom, 8);
+  const double under = State().view.XStart + 0.75 * (State().view.XEnd - State().view.XStart);
+  EXPECT_NEAR(under, 0.75 * 524288, 2000);
+  Wheel(picture, QPointF(10, 50), -1, Qt::ShiftModifier);
+  EXPECT_NEAR(State().view.XStart, 0.75 * 524288 - 0.75 * 65536 + 6553, 1500);
+  Wheel(picture, QPointF(10, 50), 1, Qt::ControlModifier);
+  EXPECT_EQ(State().view.YZoom, 2);
+  Wheel(picture, QPointF(10, 50), -20);
+  EXPECT_EQ(State().view.XZoom, 1);
+}
+
+TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
+  Start();
+  Type("Txt_End_X", "0.5");
+  auto* picture = Find<Picture>("Pict_Wave");
+  const int column = application->TheEditor().view.PointToPixelX(262144, picture->PixelWidth());
+  QTest::mouseMove(picture, QPoint(column, 100));
+  EXPECT_EQ(picture->cursor().shape(), Qt::SizeHorCursor);
+  QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, QPoint(column, 100));
+  QTest::mouseMove(picture, QPoint(column + 40, 100));
+  QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, QPoint(column + 40, 100));
+  const double expected = application->TheEditor().view.PixelXToPoint(column + 40, picture->PixelWidth());
+  EXPECT_NEAR(State().buffers.CurrentScope().End, expected, 1);
+  // A press with a key held grabs nothing.
+  QTest::mousePress(picture, Qt::LeftButton, Qt::ShiftModifier, QPoint(column + 40, 100));
+  QTest::mouseMove(picture, QPoint(column, 100));
+  EXPECT_NEAR(State().buffers.CurrentScope().End, expected, 1);
+  QTest::mouseRelease(picture, Qt::LeftButton, Qt::ShiftModifier, QPoint(column, 100));
+}
+
+TEST_F(MainWindowTest, DrawingAgainGivesTheSamePixelsAsMovingMarkers) {
+  Start();
+  Ramp();
+  auto* picture = Find<Picture>("Pict_Wave");
+  State().buffers.CurrentScope() = {100000, 300000};
+  window->Draw_Wave();
+  State().buffers.CurrentScope() = {150000, 400000};
+  window->MoveMarkers();
+  const QImage moved = picture->Image().copy();
+  window->Draw_Wave();
+  EXPECT_EQ(moved, picture->Image());
+}
+
+TEST_F(MainWindowTest, TheDigitalViewTakesTheOthersPlace) {
+  Start();
+  Find<QToolButton>("Opt_DspSel_1")->click();
+  EXPECT_FALSE(Find<QWidget>("Frm_Wave")->isVisible());
+  EXPECT_TRUE(Find<QWidget>("Frm_Digital")->isVisible());
+  Find<QComboBox>("Comb_XZoom_1")->setCurrentIndex(3);
+  EXPECT_EQ(State().view.XZoom, 8);
+  Find<QToolButton>("Opt_DspSel_0")->click();
+  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->currentIndex(), 3);
+  EXPECT_TRUE(Find<QWidget>("Frm_Wave")->isVisible());
+}
+
+TEST_F(MainWindowTest, ADroppedFileOpens) {
+  const TempFolder folder;
+  PutFile(folder / "five.txt", "5\r\n");
+  Start();
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder / "five.txt"))});
+  QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(window, &drop);
+  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 9, 524288), 5);
+  EXPECT_NE(window->windowTitle().indexOf("five.txt"), -1);
+}
+
+TEST_F(MainWindowTest, ClosingStoresThePositionUnlessItIsRefused) {
+  Start();
+  window->move(30, 40);
+  QCoreApplication::processEvents();
+  desktop.boxes.Expect("Exit Program.", BoxAnswer::No);
+  EXPECT_FALSE(window->close());
+  EXPECT_TRUE(window->isVisible());
+  desktop.boxes.Expect("Exit Program.", BoxAnswer::Yes);
+  EXPECT_TRUE(window->close());
+  application.reset();
+  EXPECT_EQ(desktop.settings.Get("FormProperty", "MainWindow"), "600,450,0,0");
+}
+
+// Every text fits its control at the smallest size, in both languages.
+TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize) {
+  for (const int language : {SystemLanguage::kEnglish, SystemLanguage::kJapanese}) {
+    desktop.language.id = language;
+    Start();
+    window->resize(window->minimumSize());
+    QCoreApplication::processEvents();
+    EXPECT_EQ(window->size(), QSize(614, 416));
+    for (const QLabel* label : window->findChildren<QLabel*>()) {
+      if (!label->isVisible()) continue;
+      EXPECT_GE(label->width(), label->sizeHint().width()) << label->objectName().toStdString();
+      EXPECT_GE(label->height(), label->sizeHint().height()) << label->objectName().toStdString();
+    }
+    for (const QRadioButton* button : window->findChildren<QRadioButton*>()) {
+      EXPECT_GE(button->width(), button->sizeHint().width()) << button->objectName().toStdString();
+    }
+    for (const ValueBox* box : window->findChildren<ValueBox*>()) {
+      EXPECT_GE(box->width(), box->fontMetrics().horizontalAdvance("-999.999m") + 8) << box->objectName().toStdString();
+    }
+    EXPECT_GT(Find<Picture>("Pict_Wave")->height(), 120);
+    application.reset();
+  }
+}
+
+} // namespace
+} // namespace calder
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleTest(&argc, argv);
+  const QApplication application(argc, argv);
+  return RUN_ALL_TESTS();
+}
