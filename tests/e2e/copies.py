@@ -1,0 +1,134 @@
+#!/usr/bin/env python3
+"""Two copies of the built program on one desktop: what they share, and whom they refuse. Usage: copies.py PROGRAM."""
+import os
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "scripts"))
+from virtual_desktop import Desktop, StepFailed, check  # noqa: E402
+
+PROGRAM = os.path.abspath(sys.argv[1])
+
+
+def store(desktop):
+    """The settings store as {section: {key: value}}."""
+    sections, section = {}, None
+    with open(os.path.join(desktop.home, ".config", "calder", "Calder.ini"), encoding="utf-8") as file:
+        for line in file:
+            line = line.strip()
+            if line.startswith("["):
+                section = sections.setdefault(line[1:-1], {})
+            elif " = " in line:
+                key, value = line.split(" = ", 1)
+                section[key] = value.strip('"')
+    return sections
+
+
+def windows(desktop, pattern):
+    return desktop.run("xdotool", "search", "--onlyvisible", "--name", pattern, check_status=False).split()
+
+
+def start(desktop):
+    """Starts one more copy and waits for its window."""
+    before = set(windows(desktop, "Orvo Calder"))
+    program = subprocess.Popen([PROGRAM], env=desktop.env, cwd=desktop.home, stderr=subprocess.DEVNULL)
+    end = time.time() + 15
+    while time.time() < end:
+        new = set(windows(desktop, "Orvo Calder")) - before
+        if new:
+            time.sleep(0.3)
+            return program, new.pop()
+        time.sleep(0.05)
+    raise StepFailed("a copy showed no window; status %s, windows %s, before %s" % (program.poll(), windows(desktop, "."), before))
+
+
+def close(desktop, program, window):
+    desktop.run("xdotool", "windowactivate", "--sync", window)
+    desktop.key("alt+F4")
+    desktop.wait_title("^Caution Message$")
+    desktop.key("Return")
+    check(program.wait(timeout=10) == 0, "a copy ended with %s" % program.returncode)
+
+
+def copies_count_themselves(desktop):
+    first, first_window = start(desktop)
+    second, second_window = start(desktop)
+    check(store(desktop)["System"]["WinCount"] == "2", "two copies count %s" % store(desktop)["System"])
+    check(store(desktop)["System"]["WinHandle"] == "2", "the second copy has number %s" % store(desktop)["System"])
+    close(desktop, first, first_window)
+    check(store(desktop)["System"]["WinCount"] == "1", "one copy left counts %s" % store(desktop)["System"])
+    check("FormProperty" not in store(desktop), "a copy that is not the last wrote positions")
+    close(desktop, second, second_window)
+    check(store(desktop)["System"]["WinCount"] == "0", "no copy left counts %s" % store(desktop)["System"])
+    check("MainWindow" in store(desktop)["FormProperty"], "the last copy wrote no positions")
+
+
+def a_crash_is_forgotten(desktop):
+    program, _ = start(desktop)
+    program.send_signal(signal.SIGKILL)
+    program.wait()
+    check(store(desktop)["System"]["WinCount"] == "1", "a copy that was killed counted itself out")
+    program, window = start(desktop)
+    check(store(desktop)["System"]["WinCount"] == "1", "the copy that was killed still counts")
+    close(desktop, program, window)
+
+
+def new_starts_a_copy(desktop):
+    program, window = start(desktop)
+    desktop.run("xdotool", "windowactivate", "--sync", window)
+    desktop.key("ctrl+n")
+    end = time.time() + 15
+    while time.time() < end and len(windows(desktop, "Orvo Calder")) < 2:
+        time.sleep(0.05)
+    found = windows(desktop, "Orvo Calder")
+    check(len(found) == 2, "New started no copy")
+    other = next(w for w in found if w != window)
+    close(desktop, program, window)
+    check(windows(desktop, "Orvo Calder") == [other], "the new copy did not outlive the first")
+    desktop.run("xdotool", "windowactivate", "--sync", other)
+    desktop.key("alt+F4")
+    desktop.wait_title("^Caution Message$")
+    desktop.key("Return")
+    end = time.time() + 10
+    while time.time() < end and windows(desktop, "Orvo Calder"):
+        time.sleep(0.05)
+    check(not windows(desktop, "Orvo Calder"), "the new copy did not close")
+
+
+def the_sibling_is_refused(desktop):
+    sibling = subprocess.Popen(["xev", "-name", "Orvo Marlow for XG5530/31 <a.seq>"],
+                               env=desktop.env, stdout=subprocess.DEVNULL)
+    try:
+        end = time.time() + 10
+        while time.time() < end and not windows(desktop, "Orvo Marlow"):
+            time.sleep(0.05)
+        program = subprocess.Popen([PROGRAM], env=desktop.env, cwd=desktop.home, stderr=subprocess.DEVNULL)
+        desktop.wait_title("^Error Message$")
+        desktop.key("Return")
+        check(program.wait(timeout=10) != 0, "the program started beside its sibling")
+    finally:
+        sibling.kill()
+        sibling.wait()
+
+
+def main():
+    with tempfile.TemporaryDirectory() as pictures:
+        desktop = Desktop(pictures)
+        try:
+            for step in (copies_count_themselves, a_crash_is_forgotten, new_starts_a_copy, the_sibling_is_refused):
+                step(desktop)
+                print("ok    " + step.__name__.replace("_", " "), flush=True)
+        except (StepFailed, subprocess.SubprocessError, OSError, KeyError) as fault:
+            print("FAIL  %s: %r" % (step.__name__, fault), flush=True)
+            return 1
+        finally:
+            subprocess.run(["pkill", "-KILL", "-f", "^" + PROGRAM + "$"], check=False)
+            desktop.close()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
