@@ -97,8 +97,8 @@ void GapHulls::NarrowByBlock(Wedge& wedge, std::int32_t origin, const Level& lev
   wedge.Narrow(low, high);
 }
 
-void GapHulls::Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std::int32_t end) const {
-  // From the origin outwards, in the largest whole blocks that fit.
+std::int32_t GapHulls::Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std::int32_t end) const {
+  // In the largest whole blocks that fit.
   const bool isRight = first > origin;
   while (first < end && !wedge.IsEmpty()) {
     const std::int32_t border = isRight ? first : end;
@@ -115,6 +115,7 @@ void GapHulls::Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std
     NarrowByBlock(wedge, origin, *fit, (isRight ? border : border - fit->blockSize) / fit->blockSize);
     isRight ? first += fit->blockSize : end -= fit->blockSize;
   }
+  return isRight ? first - 1 : end;
 }
 
 } // namespace calder::wavelb

@@ -18,9 +18,9 @@ public:
   [[nodiscard]] bool IsBuilt() const { return !levels_.empty(); }
   void Clear() { levels_.clear(); }
 
-  // Narrows the wedge of the code at origin by the gaps first to end - 1, which lie all to one side of it. May stop as
-  // soon as the wedge is empty.
-  void Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std::int32_t end) const;
+  // Narrows the wedge of the code at origin by the gaps first to end - 1, which lie all to one side of it, from the
+  // origin outwards, until the wedge is empty. Returns the outermost point whose gap was taken in.
+  std::int32_t Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std::int32_t end) const;
 
 private:
   static constexpr std::int32_t fanOut = 8;

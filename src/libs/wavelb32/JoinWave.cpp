@@ -19,6 +19,7 @@ void JoinWave::SetCodes(std::span<const std::int16_t> codes) {
   codes_ = codes;
   hulls_.Clear();
   reaches_.clear();
+  starts_.clear();
 }
 
 std::int32_t JoinWave::FarthestFrom(std::int32_t start) {
@@ -44,9 +45,17 @@ std::int32_t JoinWave::Farthest(std::int32_t joins) const {
   return index < farthest_.size() ? farthest_[index] : Last();
 }
 
-void JoinWave::FindReaches() {
+void JoinWave::TakeReachesFromBounds() {
+  reaches_.clear();
+  for (std::size_t joins = 1; joins < farthest_.size(); ++joins)
+    reaches_.push_back({farthest_[joins - 1], farthest_[joins]});
+  reaches_.push_back({Last(), Last()});
+}
+
+void JoinWave::RefineBounds() {
   // Denser where lines are shorter; each gap is looked at a handful of times.
   constexpr std::int32_t density = 4;
+  reaches_.clear();
   for (std::int32_t start = 0; start < Last();) {
     const std::int32_t to = FarthestFrom(start);
     reaches_.push_back({start, to});
@@ -69,6 +78,8 @@ void JoinWave::Start() {
   next_[0] = 1;
   layer_.assign(1, 0);
   meeting_ = -1;
+  progress_ = 0;
+  starts_.resize(points, 0);
 }
 
 void JoinWave::SetReached(std::int32_t point, std::int32_t from) {
@@ -89,17 +100,24 @@ std::int32_t JoinWave::NextUnreached(std::int32_t point) {
   return end;
 }
 
-void JoinWave::Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std::int32_t end) {
+std::int32_t JoinWave::Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std::int32_t end) {
   if (end - first > shortRun) {
     if (!hulls_.IsBuilt()) hulls_.Build(codes_);
-    hulls_.Narrow(wedge, origin, first, end);
-    return;
+    return hulls_.Narrow(wedge, origin, first, end);
   }
+  std::int32_t outermost = origin;
   if (first > origin) {
-    for (std::int32_t p = first; p < end && !wedge.IsEmpty(); ++p) wedge.Narrow(p - origin, GapOf(CodeAt(p)));
+    for (std::int32_t p = first; p < end && !wedge.IsEmpty(); ++p) {
+      wedge.Narrow(p - origin, GapOf(CodeAt(p)));
+      outermost = p;
+    }
   } else {
-    for (std::int32_t p = end - 1; p >= first && !wedge.IsEmpty(); --p) wedge.Narrow(origin - p, GapOf(CodeAt(p)));
+    for (std::int32_t p = end - 1; p >= first && !wedge.IsEmpty(); --p) {
+      wedge.Narrow(origin - p, GapOf(CodeAt(p)));
+      outermost = p;
+    }
   }
+  return outermost;
 }
 
 void JoinWave::Push(std::int32_t start, std::int32_t nearest, std::int32_t farthest) {
@@ -119,24 +137,42 @@ void JoinWave::Push(std::int32_t start, std::int32_t nearest, std::int32_t farth
   }
 }
 
-void JoinWave::Pull(std::int32_t point, std::int32_t nearestStart) {
+void JoinWave::Pull(std::int32_t point, std::size_t layerEnd) {
+  std::int32_t& nearestStart = starts_[static_cast<std::size_t>(point)];
   Wedge wedge(CodeAt(point));
   std::int32_t done = point; // the gaps from here to the point are in the wedge
-  for (auto start = std::ranges::lower_bound(layer_, point); start != layer_.begin();) {
-    --start;
-    if (*start < nearestStart) return;
-    Narrow(wedge, point, *start + 1, done);
-    if (wedge.IsEmpty()) return;
-    if (wedge.Admits(point - *start, CodeAt(*start))) {
-      SetReached(point, *start);
+  for (std::size_t i = layerEnd; i-- > 0;) {
+    const std::int32_t start = layer_[i];
+    if (start < nearestStart) return;
+    const std::int32_t outermost = Narrow(wedge, point, start + 1, done);
+    if (wedge.IsEmpty()) {
+      nearestStart = std::max(nearestStart, outermost);
       return;
     }
-    done = *start + 1;
+    if (wedge.Admits(point - start, CodeAt(start))) {
+      SetReached(point, start);
+      return;
+    }
+    done = start + 1;
+  }
+}
+
+void JoinWave::PullAll(std::int32_t nearest, std::int32_t farthest) {
+  auto reach = reaches_.begin();
+  std::size_t layerEnd = 0;
+  for (std::int32_t point = NextUnreached(nearest); point <= farthest && meeting_ < 0;
+       point = NextUnreached(point + 1)) {
+    // From the last start whose reach was too short, and from those before it, nothing comes so far.
+    while (reach->to < point) ++reach;
+    std::int32_t& nearestStart = starts_[static_cast<std::size_t>(point)];
+    if (reach != reaches_.begin()) nearestStart = std::max(nearestStart, std::prev(reach)->from + 1);
+    while (layerEnd < layer_.size() && layer_[layerEnd] < point) ++layerEnd;
+    if (layerEnd > 0 && layer_[layerEnd - 1] >= nearestStart) Pull(point, layerEnd);
   }
 }
 
 void JoinWave::Step(std::int32_t nearest, std::int32_t farthest, const JoinWave& other) {
-  if (reaches_.empty()) FindReaches();
+  if (reaches_.empty()) TakeReachesFromBounds();
   other_ = &other;
   found_.clear();
   nearest = std::max(nearest, layer_.front() + 1);
@@ -151,16 +187,11 @@ void JoinWave::Step(std::int32_t nearest, std::int32_t farthest, const JoinWave&
       Push(*start, nearest, std::min(farthest, reach->to));
     }
   } else {
-    auto reach = reaches_.begin();
-    for (std::int32_t point = NextUnreached(nearest); point <= farthest && meeting_ < 0;
-         point = NextUnreached(point + 1)) {
-      while (reach->to < point) ++reach;
-      // From the last start whose reach was too short, and from those before it, nothing comes so far.
-      Pull(point, reach == reaches_.begin() ? 0 : std::prev(reach)->from + 1);
-    }
+    PullAll(nearest, farthest);
   }
   layer_.swap(found_);
   std::ranges::sort(layer_);
+  if (!layer_.empty()) progress_ = std::max(progress_, layer_.back());
   other_ = nullptr;
 }
 

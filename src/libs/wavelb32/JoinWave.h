@@ -23,12 +23,22 @@ public:
   [[nodiscard]] std::int32_t LeastJoins(std::int32_t maximum);
   [[nodiscard]] std::int32_t Farthest(std::int32_t joins) const;
 
+  // Whether SetCodes and LeastJoins were last called for these very codes.
+  [[nodiscard]] bool IsFor(std::span<const std::int16_t> codes) const {
+    return codes.data() == codes_.data() && codes.size() == codes_.size() && farthest_.back() == Last();
+  }
+
+  // Spends time on closer bounds, which pays when the search is wide.
+  void RefineBounds();
+
   // Begins anew at the first point.
   void Start();
   // One join more: from the points of the last step to the points from nearest to farthest that no step has reached.
   // Stops at the first of them that the wave from the other end has reached too (other runs over the reversed codes).
   void Step(std::int32_t nearest, std::int32_t farthest, const JoinWave& other);
 
+  // How much of the stretch lies behind the wave, in points.
+  [[nodiscard]] std::int32_t Progress() const { return progress_; }
   // The points of the last step, ascending.
   [[nodiscard]] std::span<const std::int32_t> Layer() const { return layer_; }
   // The point at which the waves have met, counted from this end; -1 when they have not.
@@ -48,12 +58,14 @@ private:
   static constexpr std::int32_t notReached = -1;
 
   [[nodiscard]] std::int32_t FarthestFrom(std::int32_t start);
-  void FindReaches();
+  void TakeReachesFromBounds();
   [[nodiscard]] std::int32_t ReachOf(std::int32_t start) const;
   void Push(std::int32_t start, std::int32_t nearest, std::int32_t farthest);
-  void Pull(std::int32_t point, std::int32_t nearestStart);
-  // Narrows by the gaps first to end - 1, all to one side of the origin.
-  void Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std::int32_t end);
+  void PullAll(std::int32_t nearest, std::int32_t farthest);
+  // From the points of the layer before layerEnd, the last one first.
+  void Pull(std::int32_t point, std::size_t layerEnd);
+  // As GapHulls::Narrow.
+  std::int32_t Narrow(Wedge& wedge, std::int32_t origin, std::int32_t first, std::int32_t end);
   void SetReached(std::int32_t point, std::int32_t from);
   // The first point at or behind `point` that is not reached; the number of points when there is none.
   [[nodiscard]] std::int32_t NextUnreached(std::int32_t point);
@@ -63,14 +75,16 @@ private:
   std::span<const std::int16_t> codes_;
   LineStabber stabber_;
   GapHulls hulls_;
-  std::vector<std::int32_t> farthest_; // by joins
+  std::vector<std::int32_t> farthest_{-1}; // by joins
   std::vector<Reach> reaches_;
-  std::vector<std::int32_t> from_; // by point
-  std::vector<std::int32_t> next_; // by point: a point at or behind it, all before which are reached
+  std::vector<std::int32_t> from_;   // by point
+  std::vector<std::int32_t> next_;   // by point: a point at or behind it, all before which are reached
+  std::vector<std::int32_t> starts_; // by point: no valid join to it starts before that, as far as is known
   std::vector<std::int32_t> layer_;
   std::vector<std::int32_t> found_; // what the current step has reached
   const JoinWave* other_ = nullptr; // during a step
   std::int32_t meeting_ = -1;
+  std::int32_t progress_ = 0;
 };
 
 } // namespace calder::wavelb

@@ -37,15 +37,26 @@ bool StretchSolver::Solve(std::span<const std::int16_t> codes, std::int32_t leas
                           std::vector<std::int32_t>& between) {
   between.clear();
   reversed_.assign(codes.rbegin(), codes.rend());
-  fromStart_.SetCodes(codes);
+  if (!fromStart_.IsFor(codes) && LeastJoins(codes, maximum) > maximum) return false;
   fromEnd_.SetCodes(reversed_);
-  if (fromStart_.LeastJoins(maximum) > maximum || fromEnd_.LeastJoins(maximum) > maximum) return false;
-  std::int32_t slack = 0;
+  if (fromEnd_.LeastJoins(maximum) > maximum) return false;
+  // Where few joins are needed the bounds cut off little, and a limit that is too low is a search for nothing.
+  constexpr std::int32_t fewJoins = 4;
+  std::int32_t slack = leastJoins <= fewJoins ? 4 * fewJoins : 0;
+  bool isRefined = false;
   for (;;) {
+    if (slack > 0 && !isRefined) {
+      fromStart_.RefineBounds();
+      fromEnd_.RefineBounds();
+      isRefined = true;
+    }
     const std::int32_t joins = std::min(leastJoins + slack, maximum);
     if (SolveWithin(joins, between)) return true;
     if (joins == maximum) return false;
-    slack = slack == 0 ? 1 : 2 * slack;
+    // The part of the way on which the slack was used up tells how much the whole way may need.
+    const double way = static_cast<double>(fromStart_.Progress()) + fromEnd_.Progress();
+    const double needed = slack * std::min(static_cast<double>(codes.size()) / std::max(way, 1.0), 1e3) * 1.125;
+    slack = std::max({1, 2 * slack, static_cast<std::int32_t>(needed)});
   }
 }
 
