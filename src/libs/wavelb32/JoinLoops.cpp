@@ -23,19 +23,19 @@ CALDER_VECTOR void MarkLoop(const std::int16_t* codes, std::uint8_t* marks, std:
   }
 }
 
-// All numbers here are whole and below 2^38, so doubles hold them exactly.
-CALDER_VECTOR double WorstLoop(const std::int16_t* codes, std::int32_t first, std::int32_t end, double rise,
-                               double run) {
-  double worst = -1;
+// How many codes of first to end - 1 the line misses. All numbers here are whole and below 2^38, so doubles hold them
+// exactly.
+CALDER_VECTOR std::int64_t CountMisses(const std::int16_t* codes, std::int32_t first, std::int32_t end, double rise,
+                                       double run) {
+  std::int64_t misses = 0;
   const double start = codes[0];
   for (std::int32_t i = first; i < end; ++i) {
     const std::int32_t code = codes[i];
     const double odd = code & 1;
     const double error = std::abs(i * rise - (code - start) * run);
-    const double excess = 2 * error - (run - odd);
-    worst = excess > worst ? excess : worst;
+    misses += 2 * error > run - odd ? 1 : 0;
   }
-  return worst;
+  return misses;
 }
 
 } // namespace
@@ -49,7 +49,7 @@ bool RoundsToCodes(std::span<const std::int16_t> codes) {
   const auto last = static_cast<std::int32_t>(codes.size()) - 1;
   const double rise = codes.back() - codes.front();
   for (std::int32_t first = 0; first < last; first += chunk) {
-    if (WorstLoop(codes.data(), first, std::min(first + chunk, last), rise, last) > 0) return false;
+    if (CountMisses(codes.data(), first, std::min(first + chunk, last), rise, last) > 0) return false;
   }
   return true;
 }

@@ -147,12 +147,17 @@ TEST(ConvCPdata, LongWaveforms) {
   for (const std::int32_t points : {2, 3, 1000, 524287, W_MAX_POINTS}) {
     const TestWave wave(points);
     EXPECT_EQ(blocks.Convert(wave), 2) << "constant";
-    ASSERT_EQ(W_MakeTriangle(wave.Handle(), 0, points, 0, 65534, 1, 180, 100), W_SUCCESS);
+    for (std::int32_t i = 0; i < points; ++i)
+      wave.Codes()[static_cast<std::size_t>(i)] =
+          static_cast<std::int16_t>(std::lrint(65534.0 * i / (points - 1)) - W_CODE_MAX);
     EXPECT_EQ(blocks.Convert(wave), 2) << "a ramp over " << points;
   }
   const TestWave wave(W_MAX_POINTS);
   ASSERT_EQ(W_MakeSin(wave.Handle(), 0, W_MAX_POINTS, 0, 65534, 1, 0), W_SUCCESS);
   EXPECT_GT(blocks.Convert(wave), 100);
+  // Ramps whose ends lie between codes: one line passes, but not one from code to code.
+  ASSERT_EQ(W_MakeTriangle(wave.Handle(), 0, W_MAX_POINTS, 0, 65534, 1, 180, 100), W_SUCCESS);
+  EXPECT_EQ(blocks.Convert(wave), 6);
   ASSERT_EQ(W_MakeSquare(wave.Handle(), 0, W_MAX_POINTS, 0, 65534, 2, 0, 50, 0), W_SUCCESS);
   EXPECT_EQ(blocks.Convert(wave), 8);
   ASSERT_EQ(W_MakeNoise(wave.Handle(), 0, W_MAX_POINTS, 0, 65534), W_SUCCESS);

@@ -1,0 +1,17 @@
+// What the waveform library is measured against: the bare minimum of each work, written by hand for this processor.
+#pragma once
+
+#include <cstdint>
+#include <span>
+
+namespace calder {
+
+// Reads all codes.
+[[nodiscard]] std::int16_t PeerMinimum(std::span<const std::int16_t> codes);
+// One period of a full-scale sine with a vector library, rounded and narrowed by hand. False where it cannot run.
+[[nodiscard]] bool PeerSine(std::span<std::int16_t> codes);
+
+// The loop itself, where it was built.
+void SleefSine(std::span<std::int16_t> codes);
+
+} // namespace calder

@@ -1,0 +1,188 @@
+// What the waveform library costs with the largest waveform on a large picture, each figure beside a peer that does the
+// bare minimum in the same run, and beside the limit of their ratio. Ends with 1 when a limit is passed.
+#include "FigureTable.h"
+#include "WavePeers.h"
+#include "libs/spline32/spline32.h"
+#include "libs/wavelb32/Reduce.h"
+#include "libs/wavelb32/wavelb32.h"
+#include "platform/PixelContext.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <random>
+
+namespace calder {
+namespace {
+
+constexpr std::int32_t points = W_MAX_POINTS;
+constexpr double all = points;
+constexpr int width = 1920;
+constexpr int height = 800;
+constexpr double frame = 16000; // microseconds
+constexpr int rounds = 60;
+
+void Require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "failed: %s\n", what);
+  std::exit(2);
+}
+void Require(std::int32_t status) {
+  Require(status == W_SUCCESS, "a call of the library");
+}
+
+volatile int sink = 0;
+
+void ReductionAndCopy(FigureTable& table, WaveHandle wave, WaveHandle other) {
+  Require(W_MakeNoise(wave, 0, all, 0, 65534));
+  const std::span<const std::int16_t> codes = W_Lock(wave);
+  std::vector<std::int32_t> edges;
+  for (int c = 0; c <= width; ++c) edges.push_back(static_cast<std::int32_t>(std::ceil(c * all / width)));
+  std::vector<std::int16_t> lows(width);
+  std::vector<std::int16_t> highs(width);
+  table.Row(
+      "524288 codes to 1920 columns / reading them", 2, rounds,
+      [&] { wavelb::ReduceColumns(codes, edges, lows, highs); }, [&] { sink = PeerMinimum(codes); });
+  std::vector<std::int16_t> plain(codes.begin(), codes.end());
+  table.Row(
+      "W_CopyMemory of 524288 points / memcpy", 1.2, rounds, [&] { Require(W_CopyMemory(wave, other, 0, 0, all)); },
+      [&] {
+        std::memcpy(plain.data(), codes.data(), codes.size_bytes());
+        sink = plain.back();
+      });
+}
+
+class Picture {
+public:
+  Picture() : context(pixels, width, width, height) {}
+  void DrawWave(WaveHandle wave) {
+    context.SetPen(0x5555FF);
+    Require(W_DrawWave2(context, wave, 0, 0, all, W_CODE_SPAN, width, height));
+  }
+  // Ground, grid, zero line, waveform, two markers.
+  void DrawFrame(WaveHandle wave) {
+    context.Clear(0x102030);
+    context.SetPen(0xD0D0D0);
+    for (int i = 1; i < 8; ++i) context.Line(0, height * i / 8, width - 1, height * i / 8);
+    for (int i = 1; i < 10; ++i) context.Line(width * i / 10, 0, width * i / 10, height - 1);
+    context.SetPen(0xFFFFFF);
+    Require(W_DrawGrid2(context, 0, W_CODE_SPAN, width, height));
+    DrawWave(wave);
+    context.SetDrawMode(DrawMode::Invert);
+    context.Line(width / 3, 0, width / 3, height - 1);
+    context.Line(width / 2, 0, width / 2, height - 1);
+    context.SetDrawMode(DrawMode::CopyPen);
+  }
+
+  std::vector<std::uint32_t> pixels = std::vector<std::uint32_t>(static_cast<std::size_t>(width) * height, 0xFF000000);
+  PixelContext context;
+};
+
+void Drawing(FigureTable& table, WaveHandle wave, WaveHandle noise) {
+  Picture picture;
+  std::vector<std::uint32_t> image(picture.pixels.size(), 0);
+  struct Kind {
+    const char* drawn;
+    const char* framed;
+    double sine;
+    double noise;
+  };
+  const Kind kinds[] = {{"W_DrawWave2, sine / filling the image", "a whole frame, sine / copying the image", 65534, 0},
+                        {"W_DrawWave2, sine with noise / filling the image",
+                         "a whole frame, sine with noise / copying the image", 50000, 8000},
+                        {"W_DrawWave2, full-scale noise / filling the image",
+                         "a whole frame, full-scale noise / copying the image", 0, 65534}};
+  for (const Kind& kind : kinds) {
+    Require(W_MakeSin(wave, 0, all, 0, kind.sine, 3, 0));
+    Require(W_MakeNoise(noise, 0, all, 0, kind.noise));
+    Require(W_CalcWave(wave, noise, wave, 0, all, -W_CODE_MAX, W_CODE_MAX, 0));
+    std::uint32_t color = 0;
+    table.Row(
+        kind.drawn, 2.5, rounds, [&] { picture.DrawWave(wave); },
+        [&] { std::fill(image.begin(), image.end(), ++color); });
+    table.Row(
+        kind.framed, 1.3, rounds, [&] { picture.DrawFrame(wave); },
+        [&] {
+          std::memcpy(image.data(), picture.pixels.data(), image.size() * sizeof(image[0]));
+          sink = static_cast<int>(image.back());
+        });
+  }
+}
+
+void Generation(FigureTable& table, WaveHandle wave) {
+  std::vector<std::int16_t> codes(points);
+  if (PeerSine(codes))
+    table.Row(
+        "W_MakeSin of 524288 points / hand-written vectors", 1.5, rounds,
+        [&] { Require(W_MakeSin(wave, 0, all, 0, 65534, 1, 0)); }, [&] { Require(PeerSine(codes), "peer"); });
+  table.TimeRow("W_MakeSin", frame, rounds, [&] { Require(W_MakeSin(wave, 0, all, 5, 65534, 12.3, 45)); });
+  table.TimeRow("W_MakeTriangle", frame, rounds,
+                [&] { Require(W_MakeTriangle(wave, 0, all, 5, 65534, 12.3, 45, 30)); });
+  table.TimeRow("W_MakeSquare, sharp", frame, rounds,
+                [&] { Require(W_MakeSquare(wave, 0, all, 5, 65534, 12.3, 45, 30, 0)); });
+  table.TimeRow("W_MakeSquare, sloped", frame, rounds,
+                [&] { Require(W_MakeSquare(wave, 0, all, 5, 65534, 12.3, 45, 30, 10)); });
+  table.TimeRow("W_MakeNoise", frame, rounds, [&] { Require(W_MakeNoise(wave, 0, all, 5, 60000)); });
+  table.TimeRow("W_CompWaveX", frame, rounds, [&] { Require(W_CompWaveX(wave, 0, 300000, points, 0, all)); });
+  table.TimeRow("W_CompYMaxMin", frame, rounds, [&] { Require(W_CompYMaxMin(wave, 0, all, 30000, -31000)); });
+  table.TimeRow("W_CalcWave, division", frame, rounds,
+                [&] { Require(W_CalcWave(wave, wave, wave, 0, all, -5, 5, 3)); });
+}
+
+void DigitalView(FigureTable& table, WaveHandle wave) {
+  Picture picture;
+  Require(W_MakeNoise(wave, 0, all, 0, 65534));
+  table.TimeRow("W_DrawDigitalPattern", frame, rounds, [&] {
+    Require(W_DrawDigitalPattern(picture.context, wave, 0, all, 16, 0xFF, 1000, 300000, width, height, 1, 2, 3, 4));
+  });
+}
+
+void ControlPoints(FigureTable& table, WaveHandle wave) {
+  const WaveHandle positions = W_AllocMemory32(W_MAX_CONTROL_POINTS);
+  const WaveHandle values = W_AllocMemory(W_MAX_CONTROL_POINTS);
+  const auto convert = [&](std::int32_t expected) {
+    std::int32_t count = points;
+    Require(ConvCPdata(wave, positions, values, count) == expected, "ConvCPdata");
+  };
+  constexpr double fiveMillisecondsAMillion = 5000 * (all / 1e6);
+  std::mt19937 random(1);
+  std::vector<double> x;
+  std::vector<double> y;
+  for (std::int32_t i = 0; i < W_MAX_CONTROL_POINTS; ++i) {
+    x.push_back(std::floor((all - 1) * i / (W_MAX_CONTROL_POINTS - 1)));
+    y.push_back(std::uniform_int_distribution(-W_CODE_MAX, W_CODE_MAX)(random));
+  }
+  Require(Spline_Hokan_Line(wave, 0, all, x.data(), y.data(), W_MAX_CONTROL_POINTS, points, W_CODE_MAX));
+  table.TimeRow("ConvCPdata, 10000 segments", fiveMillisecondsAMillion, rounds, [&] { convert(W_SUCCESS); });
+  Require(W_ClearMemory(wave, 0, all));
+  table.TimeRow("ConvCPdata, constant", fiveMillisecondsAMillion, rounds, [&] { convert(W_SUCCESS); });
+  const double ends[][2] = {{0, all - 1}, {-W_CODE_MAX, W_CODE_MAX}};
+  Require(Spline_Hokan_Line(wave, 0, all, ends[0], ends[1], 2, points, W_CODE_MAX));
+  table.TimeRow("ConvCPdata, ramp", fiveMillisecondsAMillion, rounds, [&] { convert(W_SUCCESS); });
+  Require(W_MakeNoise(wave, 0, all, 0, 65534));
+  table.TimeRow("ConvCPdata, noise (not possible)", fiveMillisecondsAMillion, rounds, [&] { convert(W_NOT_POSSIBLE); });
+  Require(W_FreeMemory32(positions));
+  Require(W_FreeMemory(values));
+}
+
+int Run() {
+  const WaveHandle wave = W_AllocMemory(points);
+  const WaveHandle other = W_AllocMemory(points);
+  Require(wave != 0 && other != 0, "memory");
+  FigureTable table;
+  ReductionAndCopy(table, wave, other);
+  Drawing(table, wave, other);
+  DigitalView(table, wave);
+  Generation(table, wave);
+  ControlPoints(table, wave);
+  Require(W_FreeMemory(wave));
+  Require(W_FreeMemory(other));
+  return table.IsOver() ? 1 : 0;
+}
+
+} // namespace
+} // namespace calder
+
+int main() {
+  return calder::Run();
+}
