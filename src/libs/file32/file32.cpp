@@ -67,6 +67,20 @@ std::int32_t File32::Read4410File(const std::string& path, std::span<std::byte> 
   return ReadWdb(path, settingsBlock, codes, impl_->bytes);
 }
 
+std::int32_t File32::SaveSystemFile(const std::string& path, std::span<const std::byte> settingsBlock) {
+  if (settingsBlock.size() < WDB_SETTINGS_BYTES) return FILE_WRITE_FAILED;
+  const std::array pieces = {settingsBlock.first(WDB_SETTINGS_BYTES)};
+  return ReplaceFile(path, pieces);
+}
+
+std::int32_t File32::ReadSystemFile(const std::string& path, std::span<std::byte> settingsBlock) {
+  if (settingsBlock.size() < WDB_SETTINGS_BYTES) return FILE_READ_FAILED;
+  std::vector<char>& bytes = impl_->bytes;
+  if (ReadFileStart(path, WDB_SETTINGS_BYTES, bytes) != 0 || bytes.size() < WDB_SETTINGS_BYTES) return FILE_READ_FAILED;
+  std::ranges::copy(std::as_bytes(std::span(bytes)), settingsBlock.begin());
+  return 0;
+}
+
 std::int32_t File32::SaveWaveData(const std::string& path, WaveHandle buffer, std::int32_t first, std::int32_t count) {
   const std::optional<std::span<std::int16_t>> points = PointsOf(buffer, first, count);
   if (!points || points->empty()) return FILE_WRITE_FAILED;

@@ -1,5 +1,5 @@
-// The file library: the waveform area of .wdb files, text files of codes and of real numbers, and the clipboard's form
-// of a waveform. docs/file-formats.md has the layouts.
+// The file library: .wdb files, system files, text files of codes and of real numbers, and the clipboard's form of a
+// waveform. docs/file-formats.md has the layouts.
 //
 // Every call returns 0 on success. Failures of files are FILE_READ_FAILED and FILE_WRITE_FAILED, of the clipboard
 // CLIP_...: the numbers of the messages that tell them. A failed read leaves the buffer as it was. A write goes to a
@@ -39,12 +39,19 @@ public:
   File32& operator=(const File32&) = delete;
 
   // A .wdb file: the settings block, the waveform area (524288 codes of the buffer, little-endian 16-bit; points that
-  // the buffer lacks are 0) and the control-point table (6 bytes an entry, may be empty).
+  // the buffer lacks are 0) and the control-point table (6 bytes an entry, may be empty), which has to be as long as
+  // the settings block says.
   [[nodiscard]] std::int32_t Save4410File(const std::string& path, std::span<const std::byte> settingsBlock,
                                           WaveHandle buffer, std::span<const std::byte> controlPointTable = {});
   // settingsBlock: at least WDB_SETTINGS_BYTES. The block and the buffer are filled only when the whole file is sound.
+  // Points of the buffer beyond the file's become 0.
   [[nodiscard]] std::int32_t Read4410File(const std::string& path, std::span<std::byte> settingsBlock,
                                           WaveHandle buffer);
+
+  // A system file: the settings block alone. A file that is longer than the block is sound; a shorter one is not, and
+  // leaves `settingsBlock` as it was.
+  [[nodiscard]] std::int32_t SaveSystemFile(const std::string& path, std::span<const std::byte> settingsBlock);
+  [[nodiscard]] std::int32_t ReadSystemFile(const std::string& path, std::span<std::byte> settingsBlock);
 
   // One code a line, CR LF.
   [[nodiscard]] std::int32_t SaveWaveData(const std::string& path, WaveHandle buffer, std::int32_t first,
@@ -58,11 +65,13 @@ public:
   // Why the last text file was refused.
   [[nodiscard]] const TextFault& LastFault() const;
 
-  // The clipboard. start and count in whole points.
+  // The clipboard. start and count in whole points; a range outside the buffer is CLIP_ERROR. Copying nothing leaves
+  // the clipboard as it is.
   [[nodiscard]] std::int32_t SetClipBoard(Clipboard& clipboard, WaveHandle buffer, std::int32_t start,
                                           std::int32_t count);
   // Places the clipboard's waveform into the buffer from start on, at its own length, cut at bufferPoints; points
-  // behind it stay as they are. `placed` is how many points were placed.
+  // behind it stay as they are, and so does everything after a failure. `placed` is how many points were placed: 0 when
+  // start is bufferPoints. `count`, the selected range, changes nothing.
   [[nodiscard]] std::int32_t GetClipBoard(Clipboard& clipboard, WaveHandle buffer, std::int32_t start,
                                           std::int32_t count, std::int32_t bufferPoints, std::int32_t& placed);
 

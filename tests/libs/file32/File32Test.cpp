@@ -116,6 +116,24 @@ TEST_F(File32Test, WdbRefusesWhatItCouldNotReadBack) {
   EXPECT_EQ(GetFile(folder / "a.wdb"), "old");
 }
 
+TEST_F(File32Test, SystemFileCarriesTheBlock) {
+  const std::vector<std::byte> saved = Block(7);
+  ASSERT_EQ(file.SaveSystemFile(folder / "a.ocb", saved), 0);
+  EXPECT_EQ(std::filesystem::file_size(folder / "a.ocb"), 352U);
+  std::vector<std::byte> block(WDB_SETTINGS_BYTES);
+  ASSERT_EQ(file.ReadSystemFile(folder / "a.ocb", block), 0);
+  EXPECT_EQ(block, saved);
+
+  PutFile(folder / "long.ocb", GetFile(folder / "a.ocb") + "more");
+  PutFile(folder / "short.ocb", GetFile(folder / "a.ocb").substr(1));
+  block[0] = std::byte{99};
+  EXPECT_EQ(file.ReadSystemFile(folder / "short.ocb", block), FILE_READ_FAILED);
+  EXPECT_EQ(file.ReadSystemFile(folder / "missing.ocb", block), FILE_READ_FAILED);
+  EXPECT_EQ(block[0], std::byte{99});
+  EXPECT_EQ(file.ReadSystemFile(folder / "long.ocb", block), 0);
+  EXPECT_EQ(block, saved);
+}
+
 TEST_F(File32Test, IntegerTextGoesOutAndComesBack) {
   const WaveBuffer source(Noise(W_MAX_POINTS));
   ASSERT_EQ(file.SaveWaveData(folder / "a.txt", source.handle, 0, W_MAX_POINTS), 0);
