@@ -15,6 +15,7 @@ public:
     if (!writable) return false;
     foreign_.clear();
     source_ = std::move(source);
+    if (keepsAll) kept.push_back(source_);
     return true;
   }
   [[nodiscard]] bool Available() const override { return available; }
@@ -52,6 +53,8 @@ public:
 
   bool available = true;
   bool writable = true;
+  bool keepsAll = false; // as a clipboard manager does
+  std::vector<std::shared_ptr<ClipboardSource>> kept;
 
 private:
   std::shared_ptr<ClipboardSource> source_;
