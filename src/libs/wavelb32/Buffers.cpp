@@ -7,7 +7,6 @@
 namespace calder {
 
 using wavelb::PointKind;
-using wavelb::PointRange;
 using wavelb::TheState;
 
 namespace {

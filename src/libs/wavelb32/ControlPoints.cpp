@@ -19,9 +19,10 @@ std::int32_t ConvCPdata(WaveHandle handle, WaveHandle positions32, WaveHandle va
   const std::size_t limit = std::min({static_cast<std::size_t>(W_MAX_CONTROL_POINTS), positions.size(), values.size()});
   const auto found = wavelb::JoinSearch(codes).Find(limit);
   if (!found) return W_NOT_POSSIBLE;
+  const std::int64_t points = pointCount;
   for (std::size_t i = 0; i < found->size(); ++i) {
     const std::int64_t position = (*found)[i];
-    positions[i] = static_cast<std::int32_t>((position * W_CONTROL_POINT_SCALE * 2 + pointCount) / (2 * pointCount));
+    positions[i] = static_cast<std::int32_t>((2 * position * W_CONTROL_POINT_SCALE + points) / (2 * points));
     values[i] = codes[static_cast<std::size_t>(position)];
   }
   count = static_cast<std::int32_t>(found->size());
