@@ -108,6 +108,7 @@ const TomlNode& OwnOrShared(const TableReader& channel, std::string_view key, co
 template <typename Item>
 std::int16_t ReadPosition(const TomlNode& node, const std::vector<Item>& items, FaultSink& faults) {
   std::vector<std::string_view> names;
+  names.reserve(items.size());
   for (const Item& item : items) names.emplace_back(item.Name);
   return ReadChoice(node, names, faults);
 }

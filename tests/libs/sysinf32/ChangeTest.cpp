@@ -154,8 +154,10 @@ TEST_F(Change, RangeBringsAmplitudeAndOffsetInsideTheOutputLimits) {
   for (std::int32_t channel = 0; channel < 2; ++channel) {
     for (std::int32_t range = 0; range < database_.SysGetRangeCnt(0, channel); ++range) {
       for (std::int16_t polarity = 0; polarity < 6; ++polarity) {
-        for (double amplitude = -1; amplitude < 24; amplitude += 0.7) {
-          for (double offset = -12; offset < 12; offset += 0.7) {
+        for (int a = -1; a < 34; ++a) {
+          for (int o = -17; o < 18; ++o) {
+            const double amplitude = 0.7 * a;
+            const double offset = 0.7 * o;
             SystemInfo after = record_;
             after.Polarity = polarity;
             after.Amplitude = amplitude;

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <fstream>
 #include <set>
 
@@ -37,7 +39,6 @@ void ExpectSound(const SystemInfo& record) {
 }
 
 TEST_F(ModelFiles, EveryModelStaysSoundInEveryChannelAndRange) {
-  ASSERT_GE(database_.SysGetDeviceCnt(), 2);
   std::set<std::string> names;
   for (std::int32_t model = 0; model < database_.SysGetDeviceCnt(); ++model) {
     SCOPED_TRACE(database_.SysGetDeviceName(model));
@@ -63,7 +64,34 @@ TEST_F(ModelFiles, EveryModelStaysSoundInEveryChannelAndRange) {
   }
 }
 
-TEST_F(ModelFiles, TheFirstTwoModelsAreWhatTheFixedCommandsAreFor) {
+// The value of a key in one of a model's tables; empty when the table lacks it.
+std::string Command(const ModelDatabase& database, std::int32_t model, std::int32_t table, const std::string& key) {
+  CommandTable rows;
+  EXPECT_GE(database.SysGetGPIBInfo(model, table, rows), 0);
+  const auto found = std::find(rows.Key.begin(), rows.Key.end(), key);
+  return found == rows.Key.end() ? "" : rows.Value[static_cast<std::size_t>(found - rows.Key.begin())];
+}
+
+TEST_F(ModelFiles, CommandsSuitTheModelThatTheyStandIn) {
+  for (std::int32_t model = 0; model < database_.SysGetDeviceCnt(); ++model) {
+    const std::string name = database_.SysGetDeviceName(model);
+    SCOPED_TRACE(name);
+    EXPECT_TRUE(Command(database_, model, 0, "model").ends_with(", " + name));
+    // The range goes out with the polarity, whose fixed commands know outputs 1 and 2.
+    constexpr std::int32_t kFixedCommands = 10;
+    const bool sendsRange = !Command(database_, model, 2, "amprng").empty();
+    EXPECT_EQ(sendsRange, model != kFixedCommands && database_.SysGetRangeCnt(model, 0) > 1);
+    EXPECT_TRUE(!sendsRange || database_.SysGetChannelCnt(model) <= 2);
+    SystemInfo record;
+    ASSERT_EQ(database_.SysGetInitDeviceInfo(model, record), 0);
+    EXPECT_EQ(record.ChannelSelectable != 0, database_.SysGetChannelCnt(model) > 1);
+    EXPECT_EQ(record.OffsetSwitch != 0 && model != kFixedCommands, !Command(database_, model, 2, "ofson").empty());
+    EXPECT_EQ(record.MemoryNameSelectable != 0, !record.MemoryName.empty());
+  }
+}
+
+TEST_F(ModelFiles, EveryRuleByModelNumberHasItsModel) {
+  EXPECT_GE(database_.SysGetDeviceCnt(), 25);
   for (std::int32_t model = 0; model < 2; ++model) {
     EXPECT_EQ(database_.SysGetDeviceName(model), model == 0 ? "XG5530" : "XG5531");
     EXPECT_EQ(database_.SysGetChannelCnt(model), model + 1);
@@ -71,6 +99,29 @@ TEST_F(ModelFiles, TheFirstTwoModelsAreWhatTheFixedCommandsAreFor) {
               SYS_INTERFACE_USBTMC | SYS_INTERFACE_NI_GPIB | SYS_INTERFACE_KI_GPIB);
     EXPECT_EQ(database_.SysGetMemorySizeName(model, 0), "524288");
   }
+  constexpr std::array kModes = {"AC-INT", "AC-ADD", "ACDC-INT", "ACDC-EXT"};
+  ASSERT_EQ(database_.SysGetChannelCnt(10), 4);
+  for (std::int32_t mode = 0; mode < 4; ++mode) {
+    EXPECT_EQ(database_.SysGetChannelName(10, mode), kModes[static_cast<std::size_t>(mode)]);
+    ASSERT_EQ(database_.SysGetRangeCnt(10, mode), 2);
+    EXPECT_EQ(database_.SysGetRangeName(10, mode, 0), "100 V");
+    EXPECT_EQ(database_.SysGetRangeName(10, mode, 1), "200 V");
+  }
+}
+
+TEST_F(ModelFiles, TheUsbIdentifiersAreThoseOfTheModelsWithUsb) {
+  std::set<std::string> expected;
+  for (std::int32_t model = 0; model < database_.SysGetDeviceCnt(); ++model)
+    if ((database_.SysGetInterfaceInfo(model) & SYS_INTERFACE_USBTMC) != 0)
+      expected.insert(database_.SysGetDeviceName(model));
+  std::ifstream file(CALDER_SOURCE_DIR "/data/USBTMC.ID");
+  std::set<std::string> listed;
+  for (std::string line; std::getline(file, line);) {
+    const std::string name = line.substr(0, line.find(','));
+    EXPECT_EQ(line, name + ",USB0::0x1209::0x" + name.substr(2) + "::");
+    listed.insert(name);
+  }
+  EXPECT_EQ(listed, expected);
 }
 
 } // namespace
