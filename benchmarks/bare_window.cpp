@@ -1,11 +1,11 @@
-// A window program that does nothing else: prints the milliseconds from its start to its first painted picture.
+// The least that a window program does: a menu, a label and a black picture; ends when it has shown them.
 #include <QApplication>
+#include <QLabel>
 #include <QMainWindow>
+#include <QMenuBar>
 #include <QPainter>
 #include <QTimer>
-
-#include <cstdio>
-#include <cstdlib>
+#include <QVBoxLayout>
 
 namespace {
 
@@ -22,7 +22,12 @@ protected:
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QMainWindow window;
-  window.setCentralWidget(new Bare);
+  window.menuBar()->addMenu(QStringLiteral("&File"))->addAction(QStringLiteral("&Exit"));
+  auto* panel = new QWidget;
+  auto* layout = new QVBoxLayout(panel);
+  layout->addWidget(new Bare, 1);
+  layout->addWidget(new QLabel(QStringLiteral("A bare window")));
+  window.setCentralWidget(panel);
   window.resize(1120, 700);
   window.show();
   return QApplication::exec();

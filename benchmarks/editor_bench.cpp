@@ -67,10 +67,10 @@ void FrameRows(FigureTable& table, Editor& editor) {
   Fill(points, 0.1);
   const auto plot = MakePlotPeer(points, 1920, 800);
   table.Row(
-      "frame / replot of a plotting library (limit 1/20)", 0.05, 8,
+      "waveform / replot of a plotting library (limit 1/20)", 0.05, 40,
       [&] {
         PixelContext context = picture.Context();
-        editor.painter.Draw_Wave(context);
+        W_DrawWave2(context, editor.program.buffers.Current(), 0, 0, 524288, 65534, 1920, 800);
       },
       plot);
 #endif
