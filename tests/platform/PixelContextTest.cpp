@@ -14,7 +14,8 @@ namespace {
 class Surface {
 public:
   Surface(int width, int height)
-      : width_(width), height_(height), pixels_(static_cast<std::size_t>((width + 2) * height), 0xFF000000),
+      : width_(width), height_(height),
+        pixels_((static_cast<std::size_t>(width) + 2) * static_cast<std::size_t>(height), 0xFF000000),
         context(pixels_, static_cast<std::size_t>(width) + 2, width, height) {
     context.SetPen(0xFFFFFF);
   }
