@@ -14,11 +14,14 @@ namespace {
 class Surface {
 public:
   Surface(int width, int height)
-      : width_(width), height_(height), pixels_(static_cast<std::size_t>((width + 2) * height), 0xFF000000),
+      : width_(width), height_(height),
+        pixels_((static_cast<std::size_t>(width) + 2) * static_cast<std::size_t>(height), 0xFF000000),
         context(pixels_, static_cast<std::size_t>(width) + 2, width, height) {
     context.SetPen(0xFFFFFF);
   }
-  [[nodiscard]] std::uint32_t At(int x, int y) const { return pixels_[static_cast<std::size_t>(y * (width_ + 2) + x)]; }
+  [[nodiscard]] std::uint32_t At(int x, int y) const {
+    return pixels_[static_cast<std::size_t>(y) * (static_cast<std::size_t>(width_) + 2) + static_cast<std::size_t>(x)];
+  }
   [[nodiscard]] std::vector<std::string> Text() const {
     std::vector<std::string> rows;
     for (int y = 0; y < height_; ++y) {

@@ -105,7 +105,7 @@ private:
 };
 
 TEST_F(AnyArguments, DoNoHarm) {
-  std::vector<std::uint32_t> pixels(200 * 100);
+  std::vector<std::uint32_t> pixels(20000);
   PixelContext context(pixels, 200, 200, 100);
   int succeeded = 0;
   for (int round = 0; round < 100000; ++round) {

@@ -123,7 +123,8 @@ TEST(DrawWave, RandomViewsAgreeWithAPointByPointDrawing) {
       if (32767 - column.low - v.yStart == v.ySpan) bottom = v.height - 1;
       for (int y = 0; y < v.height; ++y) {
         const bool expected = column.low <= column.high && top <= y && y <= bottom;
-        const bool found = pixels[static_cast<std::size_t>(y * v.width + x)] != 0;
+        const bool found =
+            pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(v.width) + static_cast<std::size_t>(x)] != 0;
         ASSERT_EQ(found, expected) << "round " << round << " at " << x << "," << y;
       }
     }
