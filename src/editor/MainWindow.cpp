@@ -47,11 +47,11 @@ void Show(QScrollBar* bar, const ScrollBarState& state) {
 MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<Ui::MainWindow>()) {
   ui_->setupUi(this);
   setWindowIcon(QIcon(QStringLiteral(":/icons/calder.svg")));
+  HideUnbuilt();
   editor_.program.formSetup = true;
   SetMainWindowCaptions(*this, editor_.program.messages);
   FillZoomLists();
   editor_.program.formSetup = false;
-  HideUnbuilt();
   for (ValueBox* box : findChildren<ValueBox*>()) box->SetCharacters(kValueCharacters);
   ConnectMenus();
   ConnectView();
@@ -86,8 +86,11 @@ void MainWindow::FillZoomLists() {
 // Entries whose windows or formats do not exist yet are not offered.
 void MainWindow::HideUnbuilt() {
   for (QAction* action : {ui_->Menu_FileImport, ui_->Menu_Print, ui_->Menu_System}) action->setVisible(false);
-  ui_->Menu_Tools->menuAction()->setVisible(false);
-  ui_->Menu_MHelp->menuAction()->setVisible(false);
+  for (QMenu* menu : {ui_->Menu_Tools, ui_->Menu_MHelp}) {
+    menu->menuAction()->setVisible(false);
+    for (QAction* action : menu->actions()) action->setVisible(false);
+  }
+  for (QWidget* tool : ui_->Panel_Dlg->findChildren<QWidget*>()) tool->hide();
   ui_->Panel_Dlg->setVisible(false);
 }
 

@@ -27,7 +27,7 @@ void WavePainter::Draw_Wave(DeviceContext& picture) {
   picture.SetDrawMode(DrawMode::CopyPen);
   picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(picture.Scale() + 0.5)));
   W_DrawWave2(picture, program_.buffers.Current(), view.XStart, view.YStart, view.XEnd - view.XStart,
-              view.YEnd - view.YStart, picture.Width(), picture.Height());
+              view.YEnd - view.YStart, picture.Width(), picture.Height(), program_.settings.MemorySize);
   if (toolLayer_ && program_.selectedTool == kToolSpline) toolLayer_(picture);
   markers_.Draw_Marker(picture);
   overlay_ = false;

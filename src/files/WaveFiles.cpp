@@ -117,7 +117,7 @@ void WaveFiles::TakeWork(std::int32_t points) {
     W_CompWaveX(buffers.Work(), 0, points - 1, size, 0, size);
   }
   W_CopyMemory(buffers.Work(), buffers.Current(), 0, 0, size);
-  setup_.RefreshControlPoints();
+  setup_.ForgetControlPoints();
 }
 
 WaveFiles::ModelCheck WaveFiles::Check_WdbModel(const std::string& path) const {
