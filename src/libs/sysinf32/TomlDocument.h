@@ -26,7 +26,8 @@ struct TomlNode {
   [[nodiscard]] const TomlNode* Find(std::string_view name) const;
 };
 
-// Longest text and longest line, in bytes, that are read. With the limit on nested values they bound the depth of the tree.
+// Longest text and longest line, in bytes, that are read. With the limit on nested values they bound the depth of the
+// tree.
 inline constexpr std::size_t kTomlMaxBytes = 65536;
 inline constexpr std::size_t kTomlMaxLine = 1000;
 

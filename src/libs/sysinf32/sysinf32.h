@@ -1,6 +1,10 @@
 // The model database: every instrument model's names, sizes, limits, start-up settings and command definitions, read
 // from one TOML file a model. docs/models.md describes the files.
 //
+// The limits of an output: Offset plus and minus half of Amplitude (plus and minus Amplitude for a one-sided Polarity)
+// stay inside OffsetMin to OffsetMax. SysChangeChannel and SysChangeRange bring frequency, amplitude and then offset
+// inside; SysChangeFrequency, SysChangeAmplitude and SysChangeOffset refuse a value outside of its own limits.
+//
 // Indices are 0-based positions in the lists. Calls with an index outside its list return a negative result, 0 counts
 // or empty names, and leave their outputs alone. Change calls return 0 when the change was made and
 // SYS_REFUSED (the record is unchanged) when the model does not allow the value.
@@ -57,14 +61,15 @@ public:
   [[nodiscard]] std::string SysGetDeviceName(std::int32_t model) const;
   // The model's defaults: everything about the model and its instrument settings. What is the user's own (Address when
   // it lies inside the new model's range, XUnit to YUserMax, user unit names, MemorySize with its number when the model
-  // has that size) is kept.
+  // has that size) is kept, and so is what belongs to the waveform (TransferFormat, ControlPointCount).
   std::int32_t SysGetDeviceInfo(std::int32_t model, SystemInfo& record) const;
-  // The model's start-up settings: the whole record.
+  // The model's start-up settings: the whole record, with user units on both axes and no control points. Both calls
+  // give the address range of the bus when the model has one, else of USB.
   std::int32_t SysGetInitDeviceInfo(std::int32_t model, SystemInfo& record) const;
 
   [[nodiscard]] std::int32_t SysGetInterfaceInfo(std::int32_t model) const;
-  // interfaceIndex: the interface kind (0 NI GPIB, 1 KI GPIB, 2 USB488, 3 USBTMC, 4 simulated). Sets AddressMin and
-  // AddressMax; an Address outside them becomes AddressMin.
+  // interfaceIndex: the interface kind (0 NI GPIB, 1 KI GPIB, 2 USB488, 3 USBTMC, 4 simulated), each of which
+  // every model has, offered or not. Sets AddressMin and AddressMax; an Address outside them becomes AddressMin.
   std::int16_t SysChangeInterface(std::int32_t model, std::int32_t interfaceIndex, SystemInfo& record) const;
 
   [[nodiscard]] std::int32_t SysGetMemorySizeCnt(std::int32_t model) const;

@@ -1,5 +1,6 @@
 // The model files of the program, every model with every channel and range.
 
+#include "libs/sysinf32/ModelParser.h"
 #include "libs/sysinf32/OutputLimits.h"
 #include "libs/sysinf32/sysinf32.h"
 
@@ -9,6 +10,7 @@
 #include <array>
 #include <fstream>
 #include <set>
+#include <sstream>
 
 namespace calder {
 namespace {
@@ -107,6 +109,20 @@ TEST_F(ModelFiles, EveryRuleByModelNumberHasItsModel) {
     EXPECT_EQ(database_.SysGetRangeName(10, mode, 0), "100 V");
     EXPECT_EQ(database_.SysGetRangeName(10, mode, 1), "200 V");
   }
+}
+
+TEST(ModelPage, TheWholeFileThatItShowsIsAModel) {
+  std::ifstream file(CALDER_SOURCE_DIR "/docs/models.md");
+  std::stringstream text;
+  text << file.rdbuf();
+  const std::string page = text.str();
+  const std::string fence = "```toml\n";
+  const std::size_t begin = page.find(fence) + fence.size();
+  Model model;
+  const std::optional<ModelFault> fault =
+      ParseModel(page.substr(begin, page.find("```", begin) - begin), "docs/models.md", model);
+  EXPECT_FALSE(fault) << fault->line << ": " << fault->text;
+  EXPECT_EQ(model.Name, "VJ6140");
 }
 
 TEST_F(ModelFiles, TheUsbIdentifiersAreThoseOfTheModelsWithUsb) {
