@@ -13,6 +13,11 @@ constexpr int kDigits = 15;
 constexpr std::string_view kPrefixes = "afpnum kMGT"; // thousands to the power -6 to +4
 constexpr int kBlankPrefix = 6;
 
+constexpr std::size_t PrefixIndex(int thousands) {
+  const int index = thousands + kBlankPrefix;
+  return static_cast<std::size_t>(index);
+}
+
 // A value as its 15 decimal digits: 0.d1d2d3... * 10^point.
 struct Decimal {
   bool negative = false;
@@ -157,7 +162,7 @@ std::string FormatEng(double value, int width) {
   if (OutOfPrefixRange(decimal)) return Scientific(decimal);
   const int k = TakeThousands(decimal);
   std::string text = Fixed(decimal, width + 1);
-  const char prefix = kPrefixes[static_cast<std::size_t>(k + kBlankPrefix)];
+  const char prefix = kPrefixes[PrefixIndex(k)];
   if (prefix != ' ' && !text.empty()) text.pop_back();
   return Trim(text + prefix);
 }
@@ -172,7 +177,7 @@ std::string FormatEngMask(double value, std::string_view mask) {
   const int k = TakeThousands(decimal);
   std::string text = ByMask(decimal, mask);
   if (!text.empty() && text.back() == '.') text.pop_back();
-  return Trim(text + kPrefixes[static_cast<std::size_t>(k + kBlankPrefix)]);
+  return Trim(text + kPrefixes[PrefixIndex(k)]);
 }
 
 std::string FormatMask(double value, std::string_view mask) {

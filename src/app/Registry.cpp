@@ -48,7 +48,7 @@ clsRegistry::clsRegistry(SettingsStore& store, const Instances& instances) : sto
     return std::to_string(ToInteger<std::int32_t>(old.value_or("0")) + 1);
   };
   store_.Update(kSystem, "WinHandle", [&](const std::optional<std::string>& old) {
-    const std::string text = countUp(old);
+    std::string text = countUp(old);
     winH_ = ToInteger<std::int16_t>(text);
     return text;
   });

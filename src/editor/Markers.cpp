@@ -113,18 +113,13 @@ bool Markers::Hover(int x, int y, int width, double scale) {
   const int a = view_.PointToPixelX(scope.Start, width);
   const int b = view_.PointToPixelX(scope.End, width);
   const int flag = static_cast<int>(std::lround(kFlag * scale));
-  hovering_ = true;
-  if (OnColumn(x, b, width, scale)) {
-    remembered_ = OnColumn(x, a, width, scale) && x >= width - 2 ? Which::A : Which::B;
-  } else if (y < flag && x >= b && x <= b + flag) {
-    remembered_ = Which::B;
-  } else if (OnColumn(x, a, width, scale)) {
-    remembered_ = Which::A;
-  } else if (y <= flag && x >= a - flag && x <= a) {
-    remembered_ = Which::A;
-  } else {
-    hovering_ = false;
-  }
+  const bool onA = OnColumn(x, a, width, scale);
+  const bool onB = OnColumn(x, b, width, scale);
+  // B wins, but where both stand at the right edge only A can be moved.
+  const bool isB = onB || (y < flag && x >= b && x <= b + flag);
+  const bool isA = onA || (y <= flag && x >= a - flag && x <= a);
+  remembered_ = isB && !(onA && onB && x >= width - 2) ? Which::B : Which::A;
+  hovering_ = isA || isB;
   return hovering_;
 }
 

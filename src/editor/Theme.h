@@ -23,7 +23,7 @@ inline constexpr Color kBitScope = 0x14392B;
   for (int shift = 0; shift <= 16; shift += 8) {
     const double ground = (kGround >> shift) & 0xFF;
     const double ink = (color >> shift) & 0xFF;
-    mixed |= static_cast<Color>(ground + (ink - ground) * strength + 0.5) << shift;
+    mixed |= static_cast<Color>(ground + (ink - ground) * strength) << shift;
   }
   return mixed;
 }

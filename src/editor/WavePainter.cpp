@@ -1,6 +1,7 @@
 #include "editor/WavePainter.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace calder {
 
@@ -25,7 +26,7 @@ void WavePainter::Draw_Wave(DeviceContext& picture) {
   }
   const ViewState& view = program_.view;
   picture.SetDrawMode(DrawMode::CopyPen);
-  picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(picture.Scale() + 0.5)));
+  picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
   W_DrawWave2(picture, program_.buffers.Current(), view.XStart, view.YStart, view.XEnd - view.XStart,
               view.YEnd - view.YStart, picture.Width(), picture.Height(), program_.settings.MemorySize);
   if (toolLayer_ && program_.selectedTool == kToolSpline) toolLayer_(picture);

@@ -18,6 +18,7 @@ std::string TrimBlanks(std::string text) {
 template <typename NameOf>
 std::vector<std::string> ReadList(std::int32_t count, NameOf nameOf) {
   std::vector<std::string> list;
+  list.reserve(static_cast<std::size_t>(std::max(count, 0)));
   for (std::int32_t i = 0; i < count; ++i) list.push_back(TrimBlanks(nameOf(i)));
   return list;
 }
