@@ -15,6 +15,8 @@ if(CALDER_SANITIZE)
     -fsanitize=${CALDER_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   target_link_options(calder_flags INTERFACE -fsanitize=${CALDER_SANITIZE})
   target_compile_definitions(calder_flags INTERFACE CALDER_SANITIZED)
+  # The instrumentation hides from GCC that values are set.
+  target_compile_options(calder_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-maybe-uninitialized>)
 endif()
 if(CALDER_COVERAGE)
   target_compile_options(calder_flags INTERFACE --coverage)
