@@ -2,6 +2,7 @@
 
 #include "editor/MainWindow.h"
 #include "platform/qt/Theme.h"
+#include "tools/create/CreateDialog.h"
 
 #include <QApplication>
 #include <QSessionManager>
@@ -21,10 +22,19 @@ Application::Application(const Desktop& desktop) : program_(std::make_unique<Pro
 
 Application::~Application() = default;
 
+void Application::AddTools() {
+  createPages_ = std::make_unique<CreatePages>(*program_, editor_->setup, editor_->fileCommands);
+  window_->AddTool(kToolCreate, [this] {
+    CreateDialog dialog(*program_, *createPages_, [this] { editor_->ToolChanged(); }, window_.get());
+    dialog.OpenFromMainWindow();
+  });
+}
+
 bool Application::Start(const std::string& file) {
   editor_ = std::make_unique<Editor>(*program_);
   if (!editor_->Start()) return false;
   window_ = std::make_unique<MainWindow>(*editor_);
+  AddTools();
   QObject::connect(
       qApp, &QGuiApplication::commitDataRequest, window_.get(),
       [this](QSessionManager& session) {

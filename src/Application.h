@@ -8,6 +8,7 @@
 
 namespace calder {
 
+class CreatePages;
 class Editor;
 class MainWindow;
 class Program;
@@ -27,8 +28,11 @@ public:
   [[nodiscard]] Editor& TheEditor() { return *editor_; }
 
 private:
+  void AddTools();
+
   std::unique_ptr<Program> program_;
   std::unique_ptr<Editor> editor_;
+  std::unique_ptr<CreatePages> createPages_;
   std::unique_ptr<MainWindow> window_;
 };
 

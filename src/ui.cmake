@@ -21,6 +21,12 @@ add_library(calder_ui STATIC
   platform/qt/ValueBox.cpp
   platform/qt/ValueBox.h
   platform/qt/XcbWindowList.cpp
+  tools/create/CreateCaptions.cpp
+  tools/create/CreateDialog.cpp
+  tools/create/CreateDialog.h
+  tools/create/CreateDialog.ui
+  tools/create/ExpressionBox.cpp
+  tools/create/ExpressionBox.h
 )
 add_library(calder::ui ALIAS calder_ui)
 set_target_properties(calder_ui PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)

@@ -81,6 +81,9 @@ public:
   void MousePress(bool leftAlone);
   void MouseRelease();
 
+  // A tool changed the waveform, the range or the units: readouts and picture follow.
+  void ToolChanged() { AfterEdit(); }
+
   // What the window shows.
   [[nodiscard]] ViewKind ShownView() const { return shownView_; }
   [[nodiscard]] const std::string& MouseXText() const { return mouseX_; }

@@ -94,6 +94,34 @@ void MainWindow::HideUnbuilt() {
   ui_->Panel_Dlg->setVisible(false);
 }
 
+void MainWindow::AddTool(ToolNo tool, std::function<void()> open) {
+  QAction* const entries[] = {ui_->Menu_Create, ui_->Menu_Compress, ui_->Menu_Spline, ui_->Menu_Compute, ui_->Menu_Pwf};
+  QToolButton* const buttons[] = {ui_->Opt_DlgSel_0, ui_->Opt_DlgSel_1, ui_->Opt_DlgSel_2, ui_->Opt_DlgSel_3,
+                                  ui_->Opt_DlgSel_4};
+  QAction* entry = entries[tool];
+  QToolButton* button = buttons[tool];
+  entry->setVisible(true);
+  button->show();
+  ui_->Line_Dlg->show();
+  ui_->Panel_Dlg->show();
+  ui_->Menu_Tools->menuAction()->setVisible(true);
+  SetMainWindowCaptions(*this, editor_.program.messages);
+  // The menu entry presses the button.
+  connect(entry, &QAction::triggered, button, &QToolButton::click);
+  connect(button, &QToolButton::clicked, this, [this, tool, button, open = std::move(open)] {
+    button->setChecked(true);
+    OpenTool(tool, open);
+    button->setChecked(false);
+  });
+}
+
+void MainWindow::OpenTool(ToolNo tool, const std::function<void()>& open) {
+  editor_.program.selectedTool = tool;
+  open();
+  editor_.program.selectedTool = kToolNone;
+  editor_.ToolChanged();
+}
+
 void MainWindow::ConnectMenus() {
   const auto on = [this](QAction* action, auto handler) { connect(action, &QAction::triggered, this, handler); };
   on(ui_->Menu_FileNew, [this] { editor_.FileNew(); });

@@ -5,6 +5,7 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -22,6 +23,10 @@ public:
   // The editor must outlive the window. REQUIRES: editor.Start() succeeded.
   explicit MainWindow(Editor& editor);
   ~MainWindow() override;
+
+  // A tool of the Tools menu and of the tool buttons: opening it returns when it is closed. Tools that nobody adds are
+  // not offered.
+  void AddTool(ToolNo tool, std::function<void()> open);
 
   // The desktop session wants to end. False: it must not.
   [[nodiscard]] bool SessionMayEnd();
@@ -42,6 +47,7 @@ protected:
 private:
   void FillZoomLists();
   void HideUnbuilt();
+  void OpenTool(ToolNo tool, const std::function<void()>& open);
   void ConnectMenus();
   void ConnectView();
   void ConnectReadouts();

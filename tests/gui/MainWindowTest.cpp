@@ -1,7 +1,7 @@
 // The real window off-screen, driven by keys and mouse.
+#include "editor/MainWindow.h"
 #include "Application.h"
 #include "FakeDesktop.h"
-#include "editor/MainWindow.h"
 #include "editor/Picture.h"
 #include "libs/file32/TempFolder.h"
 #include "platform/qt/QtClipboard.h"
@@ -12,6 +12,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
+#include <QDropEvent>
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
@@ -21,7 +22,6 @@
 #include <QTest>
 #include <QToolButton>
 #include <QWheelEvent>
-#include <QDropEvent>
 
 namespace calder {
 namespace {
@@ -29,7 +29,7 @@ namespace {
 class MainWindowTest : public testing::Test {
 protected:
   void Start(const std::string& file = {}) {
-    Desktop services = {desktop.boxes,  desktop.dialogs, desktop.settings, desktop.clock,  clipboard,
+    Desktop services = {desktop.boxes,   desktop.dialogs, desktop.settings, desktop.clock,  clipboard,
                         desktop.windows, desktop.copies,  desktop.language, desktop.folders};
     application = std::make_unique<Application>(services);
     ASSERT_TRUE(application->Start(file));
@@ -55,9 +55,12 @@ protected:
     QTest::keyClick(box, end);
     QCoreApplication::processEvents();
   }
-  std::string Focus() { return QApplication::focusWidget() ? QApplication::focusWidget()->objectName().toStdString() : ""; }
+  std::string Focus() {
+    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName().toStdString() : "";
+  }
   void Wheel(Picture* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {
-    QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase, false);
+    QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase,
+                      false);
     QApplication::sendEvent(picture, &event);
   }
   Program& State() { return application->TheEditor().program; }
@@ -76,8 +79,9 @@ protected:
 TEST_F(MainWindowTest, EveryNamedControlIsThereAndCaptioned) {
   Start();
   EXPECT_EQ(window->windowTitle(), "Orvo Calder for XG5530/31 <Untitled>");
-  for (const char* name : {"Menu_FileNew", "Menu_FileOpen", "Menu_FileSave", "Menu_FileSaveAs", "Menu_FileSaveAs2",
-                           "Menu_Exit", "Menu_Undo", "Menu_Cut", "Menu_Copy", "Menu_Paste", "Menu_Delete", "Menu_Grid"}) {
+  for (const char* name :
+       {"Menu_FileNew", "Menu_FileOpen", "Menu_FileSave", "Menu_FileSaveAs", "Menu_FileSaveAs2", "Menu_Exit",
+        "Menu_Undo", "Menu_Cut", "Menu_Copy", "Menu_Paste", "Menu_Delete", "Menu_Grid"}) {
     EXPECT_FALSE(Find<QAction>(name)->text().isEmpty()) << name;
   }
   EXPECT_EQ(Find<QAction>("Menu_FileSaveAs2")->text(), "Save As(&TXT)...");
@@ -114,6 +118,9 @@ TEST_F(MainWindowTest, LookingAtAValueDoesNotMoveIt) {
   window->ShowState();
   Type("Txt_Start_X", "", Qt::Key_Tab);
   Type("Txt_End_X", "", Qt::Key_Tab);
+  EXPECT_EQ(Focus(), "Comb_XZoom_0");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(Focus(), "Comb_YZoom");
   EXPECT_EQ(State().buffers.CurrentScope(), (Scope{12345, 400000}));
   auto* box = Find<ValueBox>("Txt_Start_X");
   box->setFocus();
@@ -133,7 +140,8 @@ TEST_F(MainWindowTest, ShortcutsWorkOnTheWaveformWhateverBoxHasTheFocus) {
   QTest::keyClick(box, Qt::Key_X, Qt::ControlModifier);
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 0, 524288), 262144 % 30000);
   EXPECT_TRUE(Find<QAction>("Menu_Undo")->isEnabled());
-  EXPECT_EQ(QApplication::clipboard()->text().left(8), "0\n1\n2\n3\n") << QApplication::clipboard()->text().left(8).toStdString();
+  EXPECT_EQ(QApplication::clipboard()->text().left(8), "0\n1\n2\n3\n")
+      << QApplication::clipboard()->text().left(8).toStdString();
   QTest::keyClick(box, Qt::Key_U, Qt::ControlModifier);
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 5, 524288), 5);
   EXPECT_EQ(Find<QAction>("Menu_Undo")->text(), "&Redo");
@@ -274,10 +282,3 @@ TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize) {
 
 } // namespace
 } // namespace calder
-
-int main(int argc, char** argv) {
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  testing::InitGoogleTest(&argc, argv);
-  const QApplication application(argc, argv);
-  return RUN_ALL_TESTS();
-}

@@ -1,6 +1,7 @@
 #include "platform/qt/ValueBox.h"
 
 #include <QKeyEvent>
+#include <QMetaMethod>
 #include <QTimer>
 
 namespace calder {
@@ -63,6 +64,15 @@ void ValueBox::focusInEvent(QFocusEvent* event) {
 void ValueBox::focusOutEvent(QFocusEvent* event) {
   QLineEdit::focusOutEvent(event);
   if (event->reason() != Qt::PopupFocusReason) Commit();
+}
+
+// Tab is as Enter where somebody decides where the focus goes; else it follows the tab order.
+bool ValueBox::focusNextPrevChild(bool next) {
+  if (!next || !isSignalConnected(QMetaMethod::fromSignal(&ValueBox::MoveOn)))
+    return QLineEdit::focusNextPrevChild(next);
+  Commit();
+  Q_EMIT MoveOn(false);
+  return true;
 }
 
 void ValueBox::Commit() {

@@ -1,0 +1,307 @@
+#include "tools/create/CreateDialog.h"
+
+#include "editor/Picture.h"
+#include "libs/eval32/eval32.h"
+#include "platform/qt/ValueBox.h"
+#include "tools/create/CreateCaptions.h"
+#include "tools/create/ExpressionBox.h"
+#include "ui_CreateDialog.h"
+
+#include <QButtonGroup>
+#include <QMenu>
+#include <QMenuBar>
+
+namespace calder {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int kWideCharacters = 13;
+constexpr int kPageCharacters = 4;
+constexpr int kMaxConstants = 944;
+constexpr int kMaxExpression = 1024;
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+// A place in UTF-8 bytes as one in the toolkit's characters.
+int CharacterAt(const QString& text, std::size_t byte) {
+  return static_cast<int>(QString::fromUtf8(text.toUtf8().left(static_cast<qsizetype>(byte))).size());
+}
+
+} // namespace
+
+CreateDialog::CreateDialog(Program& program, CreatePages& pages, std::function<void()> mainRangeChanged,
+                           QWidget* parent)
+    : QDialog(parent), program_(program), pages_(pages), mainRangeChanged_(std::move(mainRangeChanged)),
+      ui_(std::make_unique<Ui::CreateDialog>()) {
+  ui_->setupUi(this);
+  setWindowModality(Qt::ApplicationModal);
+  boxes_ = {ui_->Text_0, ui_->Text_1, ui_->Text_2, ui_->Text_3, ui_->Text_4, ui_->Text_5, ui_->Text_6, ui_->Text_7};
+  labels_ = {ui_->Label_Param_0, ui_->Label_Param_1, ui_->Label_Param_2, ui_->Label_Param_3,
+             ui_->Label_Param_4, ui_->Label_Param_5, ui_->Label_Param_6, ui_->Label_Param_7};
+  units_ = {ui_->Label_ParamUnit_0, ui_->Label_ParamUnit_1, ui_->Label_ParamUnit_2, ui_->Label_ParamUnit_3,
+            ui_->Label_ParamUnit_4, ui_->Label_ParamUnit_5, ui_->Label_ParamUnit_6, ui_->Label_ParamUnit_7};
+  program_.formSetup = true;
+  MakeMenus();
+  SetCreateCaptions(*this, program_.messages);
+  FillLists();
+  program_.formSetup = false;
+  for (ValueBox* box : findChildren<ValueBox*>()) box->SetCharacters(kWideCharacters);
+  ui_->Txt_Page->SetCharacters(kPageCharacters);
+  ui_->Txt_Const->SetMaxLength(kMaxConstants);
+  ui_->Txt_Expr->SetMaxLength(kMaxExpression);
+  ui_->Frame_Expr->setMinimumWidth(360);
+  ConnectBoxes();
+  ConnectPages();
+  ConnectExpression();
+  ConnectPreview();
+  pages_.SetPort(this);
+  clsRegistry& registry = program_.registry;
+  const int left = registry.GetFormLeft(kFormName) / kTwipsPerPixel;
+  const int top = registry.GetFormTop(kFormName) / kTwipsPerPixel;
+  if (left != 0 || top != 0) move(left, top);
+  resize(940, 600);
+}
+
+CreateDialog::~CreateDialog() { pages_.SetPort(nullptr); }
+
+void CreateDialog::OpenFromMainWindow() {
+  pages_.PrepareCreate();
+  boxes_[kBoxOffset]->setFocus();
+  exec();
+}
+
+void CreateDialog::MakeMenus() {
+  auto* bar = new QMenuBar(this);
+  bar->setObjectName(QStringLiteral("MenuBar_Create"));
+  const ErrMsg& language = program_.messages;
+  QMenu* file = bar->addMenu(QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")));
+  file->setObjectName(QStringLiteral("Menu_File"));
+  file->addActions({ui_->Menu_FileOpen, ui_->Menu_FileSave});
+  QMenu* edit = bar->addMenu(QString::fromUtf8(language.Pick("編集(&E)", "&Edit")));
+  edit->setObjectName(QStringLiteral("Menu_Edit"));
+  edit->addActions({ui_->Menu_Clear, ui_->Menu_AllClear});
+  fileMenu_ = file->menuAction();
+  layout()->setMenuBar(bar);
+  connect(ui_->Menu_FileOpen, &QAction::triggered, this, [this] { pages_.Menu_FileOpen_Click(); });
+  connect(ui_->Menu_FileSave, &QAction::triggered, this, [this] { pages_.Menu_FileSave_Click(); });
+  connect(ui_->Menu_Clear, &QAction::triggered, this, [this] { pages_.Menu_Clear_Click(); });
+  connect(ui_->Menu_AllClear, &QAction::triggered, this, [this] { pages_.Menu_AllClear_Click(); });
+}
+
+void CreateDialog::FillLists() {
+  const struct {
+    const char* japanese;
+    const char* english;
+  } functions[] = {{"正弦波", "Sin"},   {"三角波", "Triangle"}, {"方形波", "Square"},
+                   {"ノイズ", "Noise"}, {"DC", "DC Volts"},     {"波形関数", "Expression"}};
+  for (const auto& function : functions) {
+    ui_->Comb_Wave->addItem(QString::fromUtf8(program_.messages.Pick(function.japanese, function.english)));
+  }
+  const bool english = program_.language == Language::English;
+  for (const EvalEntry& entry : EvalEntries()) {
+    const std::string_view help = english ? entry.english : entry.japanese;
+    const QString name = QString::fromUtf8(entry.name.data(), static_cast<qsizetype>(entry.name.size()));
+    const QString arguments = QString::fromUtf8(entry.arguments.data(), static_cast<qsizetype>(entry.arguments.size()));
+    const QString text = QString::fromUtf8(help.data(), static_cast<qsizetype>(help.size()));
+    auto* item = new QListWidgetItem(name + arguments + QStringLiteral("   ") + text, ui_->List_Functions);
+    item->setToolTip(text);
+    // What is inserted: a function with empty parentheses, a constant as it is.
+    item->setData(Qt::UserRole, arguments.isEmpty() ? name : name + QStringLiteral("()"));
+  }
+  ui_->List_Functions->hide();
+}
+
+void CreateDialog::ConnectBoxes() {
+  for (int i = 0; i < kPageBoxes; ++i) {
+    ValueBox* box = boxes_[static_cast<std::size_t>(i)];
+    connect(box, &ValueBox::Left, this, [this, i](const QString& text) { pages_.Text_LostFocus(i, text.toStdString()); });
+    connect(box, &ValueBox::MoveOn, this, [this, i] { MoveOnFrom(i); });
+  }
+  const auto area = [this](CreatePages::AreaEnd end, const QString& start, const QString& finish) {
+    pages_.Text_X_LostFocus(end, start.toStdString(), finish.toStdString());
+  };
+  connect(ui_->Text_X_0, &ValueBox::Left, this, [this, area](const QString& text) {
+    area(CreatePages::AreaEnd::Start, text, ui_->Text_X_1->text());
+  });
+  connect(ui_->Text_X_1, &ValueBox::Left, this, [this, area](const QString& text) {
+    area(CreatePages::AreaEnd::End, ui_->Text_X_0->text(), text);
+  });
+  connect(ui_->Text_X_0, &ValueBox::MoveOn, this, [this] { ui_->Text_X_1->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Text_X_1, &ValueBox::MoveOn, this, [this] { ui_->Comb_Wave->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Comb_Wave, &QComboBox::currentIndexChanged, this, [this](int function) {
+    if (!program_.formSetup) pages_.Comb_Wave_Click(function);
+  });
+}
+
+void CreateDialog::ConnectPages() {
+  QToolButton* const buttons[] = {ui_->Cmd_Page_0, ui_->Cmd_Page_1, ui_->Cmd_Page_2, ui_->Cmd_Page_3};
+  for (int i = 0; i < 4; ++i) {
+    connect(buttons[i], &QToolButton::clicked, this, [this, i] {
+      CommitFocus();
+      pages_.Cmd_Page_Click(static_cast<CreatePages::PageButton>(i));
+    });
+  }
+  connect(ui_->Txt_Page, &ValueBox::Left, this,
+          [this](const QString& text) { pages_.Txt_Page_LostFocus(text.toStdString()); });
+  connect(ui_->Txt_Page, &ValueBox::MoveOn, this, [this] { ui_->Cmd_Page_2->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Opt_effect_0, &QRadioButton::toggled, this, [this](bool on) {
+    if (!program_.formSetup) pages_.Opt_effect_Click(on);
+  });
+  const auto press = [this](QPushButton* button, void (CreatePages::*click)()) {
+    connect(button, &QPushButton::clicked, this, [this, click] {
+      CommitFocus();
+      (pages_.*click)();
+    });
+  };
+  press(ui_->Btn_Comp, &CreatePages::Btn_Comp_Click);
+  press(ui_->Btn_OK, &CreatePages::Btn_OK_Click);
+  press(ui_->Btn_Confirm, &CreatePages::Btn_Confirm_Click);
+  connect(ui_->Btn_Cancel, &QPushButton::clicked, this, [this] { pages_.Btn_Cancel_Click(); });
+}
+
+void CreateDialog::ConnectExpression() {
+  connect(ui_->Txt_Const, &ExpressionBox::Left, this,
+          [this] { pages_.Txt_Const_LostFocus(ui_->Txt_Const->Text().toStdString()); });
+  connect(ui_->Txt_Expr, &ExpressionBox::Left, this,
+          [this] { pages_.Txt_Expr_LostFocus(ui_->Txt_Expr->Text().toStdString()); });
+  for (ExpressionBox* box : {ui_->Txt_Const, ui_->Txt_Expr}) {
+    connect(box, &ExpressionBox::textChanged, this, &CreateDialog::TextTyped);
+  }
+  connect(ui_->Btn_Functions, &QToolButton::toggled, ui_->List_Functions, &QWidget::setVisible);
+  connect(ui_->List_Functions, &QListWidget::itemActivated, this, [this](const QListWidgetItem* item) {
+    ui_->Txt_Expr->Insert(item->data(Qt::UserRole).toString());
+    ui_->Txt_Expr->setFocus();
+  });
+}
+
+void CreateDialog::ConnectPreview() {
+  Picture* picture = ui_->PictWave;
+  const auto logical = [picture](QPoint pixel) { return QPointF(pixel) / picture->Scale(); };
+  connect(picture, &Picture::Resized, this, [this] { ShowPreview(); });
+  connect(picture, &Picture::Pressed, this,
+          [this, picture, logical](QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
+            const QPointF at = logical(pixel);
+            pages_.PictWave_MouseDown(button == Qt::LeftButton && (modifiers & Qt::ShiftModifier) == 0, at.x(), at.y(),
+                                      picture->width(), picture->height());
+          });
+  connect(picture, &Picture::Moved, this, [this, picture, logical](QPoint pixel) {
+    const QPointF at = logical(pixel);
+    pages_.PictWave_MouseMove(at.x(), at.y());
+    switch (pages_.DragModeAt(at.x(), at.y(), picture->width(), picture->height())) {
+    case PreviewDrag::Mode::Size: picture->setCursor(Qt::SizeAllCursor); break;
+    case PreviewDrag::Mode::Shift: picture->setCursor(Qt::OpenHandCursor); break;
+    case PreviewDrag::Mode::Shape: picture->setCursor(Qt::SizeHorCursor); break;
+    case PreviewDrag::Mode::None: picture->setCursor(Qt::ArrowCursor); break;
+    }
+  });
+  connect(picture, &Picture::Released, this, [this](QPoint, Qt::MouseButton) { pages_.PictWave_MouseUp(); });
+}
+
+// A box that has the focus is left before anything else happens, also when a key presses a button.
+void CreateDialog::CommitFocus() {
+  QWidget* focused = focusWidget();
+  if (focused == nullptr) return;
+  focused->clearFocus();
+}
+
+void CreateDialog::MoveOnFrom(int box) {
+  if (const std::optional<int> next = pages_.NextBox(box)) {
+    boxes_[static_cast<std::size_t>(*next)]->setFocus(Qt::TabFocusReason);
+  } else if (pages_.FromMainWindow()) {
+    ui_->Cmd_Page_0->setFocus(Qt::TabFocusReason);
+  } else {
+    ui_->Btn_OK->setFocus(Qt::TabFocusReason);
+  }
+}
+
+void CreateDialog::TextTyped() {
+  if (program_.formSetup) return;
+  const std::string constants = ui_->Txt_Const->Text().toStdString();
+  const std::string expression = ui_->Txt_Expr->Text().toStdString();
+  MarkFault(pages_.LivePreview(constants, expression), false);
+}
+
+void CreateDialog::MarkFault(const ExpressionFault& fault, bool goThere) {
+  ui_->Txt_Const->MarkFault(-1);
+  ui_->Txt_Expr->MarkFault(-1);
+  if (fault.message == 0) {
+    ui_->Label_Fault->clear();
+    return;
+  }
+  QString line = Text(program_.messages.MessageText(fault.message)).trimmed();
+  if (!fault.reason.empty()) line += QStringLiteral("  ") + Text(fault.reason);
+  ui_->Label_Fault->setText(line);
+  if (!fault.place) return;
+  ExpressionBox* box = fault.place->box == TextBox::Constants ? ui_->Txt_Const : ui_->Txt_Expr;
+  const int position = CharacterAt(box->Text(), fault.place->position);
+  box->MarkFault(position);
+  if (goThere) box->GoTo(position);
+}
+
+void CreateDialog::ShowPage() {
+  const bool own = pages_.FromMainWindow();
+  ui_->Panel_Page->setVisible(own);
+  fileMenu_->setEnabled(own);
+  for (ValueBox* box : {ui_->Text_X_0, ui_->Text_X_1}) box->setEnabled(own);
+  ui_->Txt_Page->ShowText(Text(pages_.PageText()));
+  ui_->Text_X_0->ShowText(Text(pages_.StartText()));
+  ui_->Text_X_1->ShowText(Text(pages_.EndText()));
+  ui_->Comb_Wave->setCurrentIndex(pages_.Page().Function);
+  (pages_.Page().Valid ? ui_->Opt_effect_0 : ui_->Opt_effect_1)->setChecked(true);
+  const bool expression = pages_.ExpressionShown();
+  // What goes is hidden first, so that the form never has to hold both.
+  (expression ? ui_->Frame_Std : ui_->Frame_Expr)->hide();
+  (expression ? ui_->Frame_Expr : ui_->Frame_Std)->show();
+  for (int i = 0; i < kPageBoxes; ++i) {
+    const auto index = static_cast<std::size_t>(i);
+    const bool shown = pages_.ParameterShown(i);
+    boxes_[index]->setVisible(shown);
+    labels_[index]->setVisible(shown);
+    units_[index]->setVisible(shown);
+    boxes_[index]->setEnabled(pages_.ParameterEnabled(i));
+    if (shown) boxes_[index]->ShowText(Text(pages_.ParameterText(i)));
+  }
+  for (const int box : {kBoxOffset, kBoxAmplitude}) {
+    units_[static_cast<std::size_t>(box)]->setText(Text(program_.units.YUnitName()));
+  }
+  units_[kBoxSize]->setText(Text(program_.units.XUnitName()));
+  ui_->Txt_Const->ShowText(Text(pages_.Page().Constants));
+  ui_->Txt_Expr->ShowText(Text(pages_.Page().Expression));
+  ui_->Label_Fault->clear();
+  ui_->Label_Max->setText(Text(pages_.MaxLabel()));
+  ui_->Label_Offs->setText(Text(pages_.OffsetLabel()));
+  ui_->Label_Min->setText(Text(pages_.MinLabel()));
+}
+
+void CreateDialog::ShowPreview() {
+  PixelContext context = ui_->PictWave->Context();
+  pages_.Draw_Wave_Create(context);
+  ui_->PictWave->Show();
+}
+
+void CreateDialog::SetBusy(bool busy) {
+  if (busy) {
+    setCursor(Qt::WaitCursor);
+  } else {
+    unsetCursor();
+  }
+}
+
+void CreateDialog::ShowFault(const ExpressionFault& fault) { MarkFault(fault, true); }
+
+void CreateDialog::StorePosition() {
+  if (isMinimized() || isMaximized() || isFullScreen()) return;
+  program_.registry.SetFormTop(kFormName, pos().y() * kTwipsPerPixel);
+  program_.registry.SetFormLeft(kFormName, pos().x() * kTwipsPerPixel);
+}
+
+// Every way of closing ends here: the OKs, Cancel, Escape, the window's own button.
+void CreateDialog::done(int result) {
+  if (closing_) return;
+  closing_ = true;
+  StorePosition();
+  pages_.Form_QueryUnload();
+  QDialog::done(result);
+}
+
+} // namespace calder

@@ -1,0 +1,71 @@
+// The Create dialog's form over CreatePages: lays the controls out, forwards what the user does, shows what it says.
+#pragma once
+
+#include "tools/create/CreatePages.h"
+
+#include <QDialog>
+
+#include <array>
+#include <memory>
+
+class QLabel;
+
+namespace Ui {
+class CreateDialog;
+}
+
+namespace calder {
+
+class Picture;
+class ValueBox;
+
+class CreateDialog final : public QDialog, private CreatePort {
+  Q_OBJECT
+
+public:
+  // Pages must outlive the form. mainRangeChanged: the main window's markers and readouts follow its range.
+  CreateDialog(Program& program, CreatePages& pages, std::function<void()> mainRangeChanged, QWidget* parent);
+  ~CreateDialog() override;
+
+  // Prepares the pages for the main window, shows the form and returns when it is closed.
+  void OpenFromMainWindow();
+
+  static constexpr const char* kFormName = "CreateDialog";
+
+protected:
+  void done(int result) override;
+
+private:
+  // CreatePort
+  void ShowPage() override;
+  void ShowPreview() override;
+  void ShowMainRange() override { mainRangeChanged_(); }
+  void ShowOperand() override {}
+  void SetBusy(bool busy) override;
+  void ShowFault(const ExpressionFault& fault) override;
+  void Close() override { done(Accepted); }
+
+  void MakeMenus();
+  void FillLists();
+  void ConnectBoxes();
+  void ConnectPages();
+  void ConnectExpression();
+  void ConnectPreview();
+  void CommitFocus();
+  void MoveOnFrom(int box);
+  void TextTyped();
+  void MarkFault(const ExpressionFault& fault, bool goThere);
+  void StorePosition();
+
+  Program& program_;
+  CreatePages& pages_;
+  std::function<void()> mainRangeChanged_;
+  std::unique_ptr<Ui::CreateDialog> ui_;
+  std::array<ValueBox*, kPageBoxes> boxes_{};
+  std::array<QLabel*, kPageBoxes> labels_{};
+  std::array<QLabel*, kPageBoxes> units_{};
+  QAction* fileMenu_ = nullptr;
+  bool closing_ = false;
+};
+
+} // namespace calder

@@ -1,0 +1,182 @@
+// The Create dialog's real form off-screen.
+#include "editor/EditorFixture.h"
+#include "editor/Picture.h"
+#include "platform/qt/Theme.h"
+#include "platform/qt/ValueBox.h"
+#include "tools/create/CreateDialog.h"
+#include "tools/create/ExpressionBox.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QToolButton>
+
+namespace calder {
+namespace {
+
+class CreateDialogTest : public EditorFixture {
+protected:
+  void SetUp() override { Open(); }
+  void Open() {
+    Begin();
+    ApplyTheme(*qApp, program->language == Language::English);
+    pages = std::make_unique<CreatePages>(*program, editor->setup, editor->fileCommands, [] { return 0.5; });
+    dialog = std::make_unique<CreateDialog>(*program, *pages, [this] { ++rangeChanges; }, nullptr);
+    pages->PrepareCreate();
+    dialog->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
+    QApplication::setActiveWindow(dialog.get());
+  }
+  void TearDown() override {
+    dialog.reset();
+    pages.reset();
+  }
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* widget = dialog->findChild<Widget*>(QLatin1String(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  void Type(const char* name, const char* text) {
+    auto* box = Find<ValueBox>(name);
+    box->setFocus();
+    QCoreApplication::processEvents();
+    box->selectAll();
+    QTest::keyClicks(box, QLatin1String(text));
+    QTest::keyClick(box, Qt::Key_Return);
+  }
+  std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
+  void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
+
+  int rangeChanges = 0;
+  std::unique_ptr<CreatePages> pages;
+  std::unique_ptr<CreateDialog> dialog;
+};
+
+TEST_F(CreateDialogTest, ASquareIsTypedPreviewedAndWritten) {
+  Find<QComboBox>("Comb_Wave")->setCurrentIndex(2);
+  EXPECT_TRUE(Find<ValueBox>("Text_6")->isVisible());
+  EXPECT_FALSE(Find<ValueBox>("Text_5")->isVisible());
+  const QImage before = Find<Picture>("PictWave")->Image().copy();
+  Type("Text_3", "4");
+  Type("Text_6", "25");
+  EXPECT_NE(before, Find<Picture>("PictWave")->Image());
+  Type("Text_6", "101");
+  EXPECT_EQ(Shown("Text_6"), "25") << "out of range: the stored value again";
+  Click("Btn_OK");
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_EQ(Code(1000), 32767);
+  EXPECT_EQ(Code(524288 / 4 - 1000), -32767);
+  editor->Undo();
+  EXPECT_EQ(Code(1000), 0);
+}
+
+TEST_F(CreateDialogTest, AnExpressionShowsItsFaultWhileItIsTyped) {
+  Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
+  auto* box = Find<ExpressionBox>("Txt_Expr");
+  box->setFocus();
+  QTest::keyClicks(box, "sin(2*pi*x");
+  EXPECT_FALSE(Find<QLabel>("Label_Fault")->text().isEmpty());
+  QTest::keyClicks(box, ")*k");
+  EXPECT_FALSE(Find<QLabel>("Label_Fault")->text().isEmpty()) << "k is not known";
+  auto* constants = Find<ExpressionBox>("Txt_Const");
+  constants->setFocus();
+  QTest::keyClicks(constants, "k=0.5");
+  EXPECT_EQ(Find<QLabel>("Label_Fault")->text(), "");
+  Click("Btn_Comp");
+  Click("Btn_OK");
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_NEAR(Code(131072), 16384, 1);
+  EXPECT_NEAR(Code(393216), -16384, 1);
+}
+
+TEST_F(CreateDialogTest, ABadExpressionKeepsTheDialogOpenWithTheCursorAtTheFault) {
+  Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
+  auto* box = Find<ExpressionBox>("Txt_Expr");
+  box->setFocus();
+  QTest::keyClicks(box, "1+foo(x)");
+  desktop.boxes.Expect("Syntax error in equation.");
+  Click("Btn_OK");
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(box->textCursor().position(), 2);
+  EXPECT_EQ(Code(5), 0);
+}
+
+TEST_F(CreateDialogTest, ChosenFunctionsAreInserted) {
+  Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
+  Find<QToolButton>("Btn_Functions")->click();
+  auto* list = Find<QListWidget>("List_Functions");
+  EXPECT_TRUE(list->isVisible());
+  ASSERT_GT(list->count(), 30);
+  const auto found = list->findItems("sqrt", Qt::MatchStartsWith);
+  ASSERT_FALSE(found.isEmpty());
+  Q_EMIT list->itemActivated(found.front());
+  auto* box = Find<ExpressionBox>("Txt_Expr");
+  EXPECT_EQ(box->Text(), "sqrt()");
+  EXPECT_EQ(box->textCursor().position(), 5);
+}
+
+TEST_F(CreateDialogTest, PagesAreWalkedAndAllWritten) {
+  Type("Text_X_1", "0.5");
+  Click("Cmd_Page_2");
+  EXPECT_EQ(Shown("Txt_Page"), "2");
+  Find<QComboBox>("Comb_Wave")->setCurrentIndex(4);
+  Type("Text_X_1", "1");
+  Type("Text_X_0", "0.5");
+  Type("Text_0", "0.25");
+  EXPECT_TRUE(Find<QRadioButton>("Opt_effect_0")->isChecked());
+  Type("Txt_Page", "1");
+  EXPECT_EQ(Find<QComboBox>("Comb_Wave")->currentIndex(), 0);
+  Click("Btn_Confirm");
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_NEAR(Code(65536), 32767, 1) << "page 1: a sine over the first half";
+  EXPECT_NEAR(Code(400000), 8192, 1) << "page 2: direct current over the second";
+}
+
+TEST_F(CreateDialogTest, DraggingThePreviewChangesTheBoxes) {
+  auto* picture = Find<Picture>("PictWave");
+  const QPoint top(picture->width() / 2, 10);
+  QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, top);
+  QTest::mouseMove(picture, top + QPoint(-50, 0));
+  QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, top + QPoint(-50, 0));
+  EXPECT_EQ(Shown("Text_3"), "2");
+}
+
+TEST_F(CreateDialogTest, CancelLeavesTheWaveformAlone) {
+  Type("Text_3", "4");
+  Click("Btn_Cancel");
+  EXPECT_FALSE(dialog->isVisible());
+  EXPECT_EQ(Code(1000), 0);
+  EXPECT_FALSE(editor->commands.CanUndo());
+}
+
+TEST_F(CreateDialogTest, NothingIsClippedInEitherLanguage) {
+  for (const int language : {SystemLanguage::kEnglish, SystemLanguage::kJapanese}) {
+    TearDown();
+    editor.reset();
+    program.reset();
+    desktop.language.id = language;
+    Open();
+    for (const int function : {2, 5}) {
+      Find<QComboBox>("Comb_Wave")->setCurrentIndex(function);
+      QCoreApplication::processEvents();
+      dialog->resize(dialog->minimumSizeHint());
+      QCoreApplication::processEvents();
+      for (const QLabel* label : dialog->findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->wordWrap()) continue;
+        EXPECT_GE(label->width(), label->sizeHint().width()) << label->objectName().toStdString();
+      }
+      for (const QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
+        if (!button->isVisible()) continue;
+        EXPECT_GE(button->width(), button->sizeHint().width()) << button->objectName().toStdString();
+      }
+    }
+  }
+}
+
+} // namespace
+} // namespace calder
