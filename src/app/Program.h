@@ -6,6 +6,7 @@
 #include "app/ConvUnit.h"
 #include "app/EditBuffers.h"
 #include "app/Messages.h"
+#include "app/PageTable.h"
 #include "app/Registry.h"
 #include "app/UsbIds.h"
 #include "app/ViewState.h"
@@ -67,6 +68,7 @@ public:
   std::array<CommandTable, 4> commandTables;
   std::array<std::int32_t, 4> commandRows{};
   File32 fileLibrary;
+  PageTable pages;
   std::vector<UsbId> usbIds;
   std::int16_t interfaceKind = kUsbTmc;
   std::string serialNumber;
