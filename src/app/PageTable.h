@@ -50,6 +50,7 @@ struct CreatePage {
   std::string Constants;    // UTF-8 as PageText makes it
   std::string Expression;
 
+  [[nodiscard]] bool IsVisited() const { return Visited != 0 || Valid != 0; }
   void SetArea(double start, double end) {
     StartX = start;
     EndX = end;

@@ -63,8 +63,9 @@ TEST(PreparedTextTest, PlacesLeadBackToWhatTheUserWrote) {
   const ConvUnit units(settings);
   const std::string constants = "a=1;q=7";
   const std::string expression = " 3*x+rnd(y)-z ";
-  for (const std::int16_t xUnit : {0, 1, 2}) {
-    for (const std::int16_t yUnit : {0, 1, 2}) {
+  using Unit = std::int16_t;
+  for (const Unit xUnit : {Unit{0}, Unit{1}, Unit{2}}) {
+    for (const Unit yUnit : {Unit{0}, Unit{1}, Unit{2}}) {
       settings.XUnit = xUnit;
       settings.YUnit = yUnit;
       const PreparedText prepared(constants, expression, units, settings);
