@@ -22,6 +22,7 @@ enum MessageNo : int {
   kMsgModelFileValue = 12,
   kMsgSiblingRunning = 13,
   kMsgUnknownModel = 14,
+  kMsgBadConstants = 18,
   kMsgReadFailed = 71,
   kMsgWriteFailed = 72,
   kMsgExitQuestion = 98,

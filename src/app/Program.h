@@ -6,9 +6,11 @@
 #include "app/ConvUnit.h"
 #include "app/EditBuffers.h"
 #include "app/Messages.h"
+#include "app/PageTable.h"
 #include "app/Registry.h"
 #include "app/UsbIds.h"
 #include "app/ViewState.h"
+#include "libs/eval32/eval32.h"
 #include "libs/file32/file32.h"
 #include "libs/sysinf32/sysinf32.h"
 #include "platform/Desktop.h"
@@ -67,6 +69,8 @@ public:
   std::array<CommandTable, 4> commandTables;
   std::array<std::int32_t, 4> commandRows{};
   File32 fileLibrary;
+  PageTable pages;
+  Evaluator evaluator;
   std::vector<UsbId> usbIds;
   std::int16_t interfaceKind = kUsbTmc;
   std::string serialNumber;

@@ -41,6 +41,8 @@ public:
   FileCommands(Program& program, WaveFiles& waveFiles) : program_(program), waveFiles_(waveFiles) {}
 
   void SetHandlers(FormatHandlers handlers) { handlers_ = std::move(handlers); }
+  // For a unit that takes the handlers of its own kind.
+  [[nodiscard]] FormatHandlers& Handlers() { return handlers_; }
   // The current file's name changed, so the title has to.
   void SetTitleChanged(std::function<void()> titleChanged) { titleChanged_ = std::move(titleChanged); }
 

@@ -1,0 +1,385 @@
+// The loops, written once for vectors of any width. Each processor's file includes this with its own vectors L, and is
+// compiled for that processor: nothing here may be shared between those files, so nothing of the standard library is
+// called, and every name depends on L.
+//
+// L::V is a vector type with the compiler's own operators, or double; Floor, Fma and the like are L's functions.
+#pragma once
+
+#include "libs/eval32/Kernels.h"
+
+namespace calder::eval {
+
+template <class L>
+struct Loops {
+  using V = typename L::V;
+  static V Set(double value) { return L::Set(value); }
+
+  // ---- operations on one vector ----
+  struct OpAdd {
+    static V Of(V a, V b) { return a + b; }
+  };
+  struct OpSub {
+    static V Of(V a, V b) { return a - b; }
+  };
+  struct OpRSub {
+    static V Of(V a, V b) { return b - a; }
+  };
+  struct OpMul {
+    static V Of(V a, V b) { return a * b; }
+  };
+  struct OpDiv {
+    static V Of(V a, V b) { return a / b; }
+  };
+  struct OpMin {
+    static V Of(V a, V b) { return b < a ? b : a; }
+  };
+  struct OpMax {
+    static V Of(V a, V b) { return a < b ? b : a; }
+  };
+  struct OpPow {
+    static V Of(V a, V b) { return L::Pow(a, b); }
+  };
+  struct OpAtan2 {
+    static V Of(V a, V b) { return L::Atan2(a, b); }
+  };
+  struct OpHypot {
+    static V Of(V a, V b) { return L::Hypot(a, b); }
+  };
+  struct OpLess {
+    static V Of(V a, V b) { return a < b ? Set(1) : Set(0); }
+  };
+  struct OpLessEqual {
+    static V Of(V a, V b) { return a <= b ? Set(1) : Set(0); }
+  };
+  struct OpEqual {
+    static V Of(V a, V b) { return a == b ? Set(1) : Set(0); }
+  };
+  struct OpNotEqual {
+    static V Of(V a, V b) { return a != b ? Set(1) : Set(0); }
+  };
+  struct OpAnd {
+    static V Of(V a, V b) { return a != Set(0) ? (b != Set(0) ? Set(1) : Set(0)) : Set(0); }
+  };
+  struct OpOr {
+    static V Of(V a, V b) { return a != Set(0) ? Set(1) : (b != Set(0) ? Set(1) : Set(0)); }
+  };
+  // a - b floor(a / b) without an error: the quotient, rounded, may be one off, and the remainder of either is exact.
+  // Where the quotient has no binary places left the remainder has no meaning, and is 0.
+  struct OpMod {
+    static V Of(V a, V b) {
+      const V quotient = a / b;
+      V rest = L::Fma(-L::Floor(quotient), b, a);
+      rest = (b > Set(0) ? rest < Set(0) : rest > Set(0)) ? rest + b : rest;
+      rest = (b > Set(0) ? rest >= b : rest <= b) ? rest - b : rest;
+      return L::Abs(quotient) >= Set(0x1p53) ? a * Set(0) : rest;
+    }
+  };
+
+  struct OpAbs {
+    static V Of(V a) { return L::Abs(a); }
+  };
+  struct OpFloor {
+    static V Of(V a) { return L::Floor(a); }
+  };
+  struct OpCeil {
+    static V Of(V a) { return L::Ceil(a); }
+  };
+  struct OpTrunc {
+    static V Of(V a) { return L::Trunc(a); }
+  };
+  struct OpRound {
+    static V Of(V a) {
+      const V whole = L::Trunc(a);
+      const V up = a < Set(0) ? whole - Set(1) : whole + Set(1);
+      return L::Abs(a - whole) >= Set(0.5) ? up : whole;
+    }
+  };
+  struct OpFrac {
+    static V Of(V a) { return a - L::Trunc(a); }
+  };
+  struct OpSign {
+    static V Of(V a) { return a > Set(0) ? Set(1) : (a < Set(0) ? Set(-1) : a * Set(0)); }
+  };
+  struct OpNot {
+    static V Of(V a) { return a == Set(0) ? Set(1) : Set(0); }
+  };
+  struct OpSqrt {
+    static V Of(V a) { return L::Sqrt(a); }
+  };
+  struct OpSin {
+    static V Of(V a) { return L::Sin(a); }
+  };
+  struct OpCos {
+    static V Of(V a) { return L::Cos(a); }
+  };
+  struct OpTan {
+    static V Of(V a) { return L::Tan(a); }
+  };
+  struct OpAsin {
+    static V Of(V a) { return L::Asin(a); }
+  };
+  struct OpAcos {
+    static V Of(V a) { return L::Acos(a); }
+  };
+  struct OpAtan {
+    static V Of(V a) { return L::Atan(a); }
+  };
+  struct OpSinh {
+    static V Of(V a) { return L::Sinh(a); }
+  };
+  struct OpCosh {
+    static V Of(V a) { return L::Cosh(a); }
+  };
+  struct OpTanh {
+    static V Of(V a) { return L::Tanh(a); }
+  };
+  struct OpAsinh {
+    static V Of(V a) { return L::Asinh(a); }
+  };
+  struct OpAcosh {
+    static V Of(V a) { return L::Acosh(a); }
+  };
+  struct OpAtanh {
+    static V Of(V a) { return L::Atanh(a); }
+  };
+  struct OpExp {
+    static V Of(V a) { return L::Exp(a); }
+  };
+  struct OpExp2 {
+    static V Of(V a) { return L::Exp2(a); }
+  };
+  struct OpExp10 {
+    static V Of(V a) { return L::Exp10(a); }
+  };
+  struct OpLog {
+    static V Of(V a) { return L::Log(a); }
+  };
+  struct OpLog2 {
+    static V Of(V a) { return L::Log2(a); }
+  };
+  struct OpLog10 {
+    static V Of(V a) { return L::Log10(a); }
+  };
+  struct OpCbrt {
+    static V Of(V a) { return L::Cbrt(a); }
+  };
+
+  // Steps that need no immediate operand.
+  struct StepAbs {
+    static V Of(V a, V) { return L::Abs(a); }
+  };
+  struct StepFloor {
+    static V Of(V a, V) { return L::Floor(a); }
+  };
+
+  // ---- loops ----
+  template <class F>
+  static void Unary(const Operands& o) {
+    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(L::Load(o.a + i)));
+  }
+  template <class F>
+  static void UnaryMulK(const Operands& o) {
+    const V k = Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(L::Load(o.a + i) * k));
+  }
+  template <class F>
+  static void Binary(const Operands& o) {
+    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(L::Load(o.a + i), L::Load(o.b + i)));
+  }
+  template <class F>
+  static void BinaryK(const Operands& o) {
+    const V k = Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(L::Load(o.a + i), k));
+  }
+  template <class F>
+  static void KBinary(const Operands& o) {
+    const V k = Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(k, L::Load(o.a + i)));
+  }
+  template <class F, class G>
+  static void Steps(const Operands& o) {
+    const V k = Set(o.k);
+    const V m = Set(o.m);
+    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, G::Of(F::Of(L::Load(o.a + i), k), m));
+  }
+  template <class J, class G>
+  static void JoinStep(const Operands& o) {
+    const V k = Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += L::width)
+      L::Store(o.out + i, G::Of(J::Of(L::Load(o.a + i), L::Load(o.b + i)), k));
+  }
+  template <class J>
+  static void MulKJoin(const Operands& o) {
+    const V k = Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += L::width)
+      L::Store(o.out + i, J::Of(L::Load(o.a + i) * k, L::Load(o.b + i)));
+  }
+  template <class J>
+  static void JoinMulK(const Operands& o) {
+    const V k = Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += L::width)
+      L::Store(o.out + i, J::Of(L::Load(o.a + i), L::Load(o.b + i) * k));
+  }
+  static void Select(const Operands& o) {
+    for (std::size_t i = 0; i < o.points; i += L::width) {
+      const V yes = L::Load(o.b + i);
+      const V no = L::Load(o.c + i);
+      L::Store(o.out + i, L::Load(o.a + i) != Set(0) ? yes : no);
+    }
+  }
+  static void Polynomial(const Operands& o) {
+    const V k = Set(o.k);
+    const V m = Set(o.m);
+    for (std::size_t i = 0; i < o.points; i += L::width) {
+      const V a = L::Load(o.a + i) * k + m;
+      V sum = Set(o.coefficients[0]);
+      for (std::size_t power = 0; power < o.key; ++power) sum = L::Fma(sum, a, Set(o.coefficients[power + 1]));
+      L::Store(o.out + i, sum);
+    }
+  }
+  static void Points(const Operands& o) {
+    const V last = Set(o.m);
+    V index = L::Ramp() + Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += L::width) {
+      L::Store(o.out + i, last < index ? last : index);
+      index = index + Set(static_cast<double>(L::width));
+    }
+  }
+  // SplitMix64's finish (G. Steele, D. Lea, C. Flood, "Fast splittable pseudorandom number generators", 2014) over the
+  // bits of the value and the key; the top 52 bits make a number from 0 to below 1.
+  static void Random(const Operands& o) {
+    for (std::size_t i = 0; i < o.points; ++i) {
+      std::uint64_t bits = __builtin_bit_cast(std::uint64_t, o.a[i] + 0.0) + o.key; // + 0.0: -0 is 0
+      bits = (bits ^ (bits >> 30)) * 0xBF58476D1CE4E5B9U;
+      bits = (bits ^ (bits >> 27)) * 0x94D049BB133111EBU;
+      bits = (bits ^ (bits >> 31)) >> 12 | 0x3FF0000000000000U;
+      o.out[i] = __builtin_bit_cast(double, bits) - 1;
+    }
+  }
+  static V Limit(V value) {
+    const V low = value < Set(-32767) ? Set(-32767) : value;
+    return low > Set(32767) ? Set(32767) : low;
+  }
+  static void Pack(const Operands& o, std::int16_t* codes) {
+    const V k = Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += groupPoints) {
+      V values[groupPoints / L::width];
+      for (std::size_t j = 0; j < groupPoints / L::width; ++j) values[j] = Limit(L::Load(o.a + i + j * L::width) * k);
+      L::StoreCodes(codes + i, values);
+    }
+  }
+  template <class J>
+  static void PackJoin(const Operands& o, std::int16_t* codes) {
+    const V k = Set(o.k);
+    for (std::size_t i = 0; i < o.points; i += groupPoints) {
+      V values[groupPoints / L::width];
+      for (std::size_t j = 0; j < groupPoints / L::width; ++j)
+        values[j] = Limit(J::Of(L::Load(o.a + i + j * L::width), L::Load(o.b + i + j * L::width)) * k);
+      L::StoreCodes(codes + i, values);
+    }
+  }
+  static bool IsZero(const Operands& o) {
+    V found = Set(0);
+    for (std::size_t i = 0; i < o.points; i += L::width) {
+      const V isZero = L::Load(o.a + i) == Set(0) ? Set(1) : Set(0);
+      found = found + (o.b == nullptr ? isZero : L::Load(o.b + i) != Set(0) ? isZero : Set(0));
+    }
+    return L::IsAnyNotZero(found);
+  }
+
+  // ---- the table ----
+  static constexpr int At(Op op) { return static_cast<int>(op); }
+  template <class F>
+  static constexpr void AddUnary(KernelTable& t, Op op) {
+    t.unary[At(op)] = &Unary<F>;
+    t.unaryMulK[At(op)] = &UnaryMulK<F>;
+  }
+  template <class F>
+  static constexpr void AddBinary(KernelTable& t, Op op) {
+    t.binary[At(op)] = &Binary<F>;
+    t.binaryK[At(op)] = &BinaryK<F>;
+    t.kBinary[At(op)] = &KBinary<F>;
+  }
+  template <class F, class... G>
+  static constexpr void AddSteps(KernelTable& t, Step step) {
+    t.step[static_cast<int>(step)] = &BinaryK<F>;
+    int at = 0;
+    ((t.steps[static_cast<int>(step)][at++] = &Steps<F, G>), ...);
+  }
+  template <class J, class... G>
+  static constexpr void AddJoin(KernelTable& t, Join join) {
+    int at = 0;
+    ((t.joinStep[static_cast<int>(join)][at++] = &JoinStep<J, G>), ...);
+    t.mulKJoin[static_cast<int>(join)] = &MulKJoin<J>;
+    t.joinMulK[static_cast<int>(join)] = &JoinMulK<J>;
+    t.packJoin[static_cast<int>(join)] = &PackJoin<J>;
+  }
+  // In the order of Step.
+  template <class... F>
+  static constexpr void AddAllSteps(KernelTable& t) {
+    int at = 0;
+    (AddSteps<F, F...>(t, static_cast<Step>(at++)), ...);
+    AddJoin<OpAdd, F...>(t, Join::Add);
+    AddJoin<OpSub, F...>(t, Join::Sub);
+    AddJoin<OpMul, F...>(t, Join::Mul);
+    AddJoin<OpMin, F...>(t, Join::Min);
+    AddJoin<OpMax, F...>(t, Join::Max);
+  }
+  static constexpr KernelTable Table() {
+    KernelTable t;
+    AddUnary<OpAbs>(t, Op::Abs);
+    AddUnary<OpFloor>(t, Op::Floor);
+    AddUnary<OpCeil>(t, Op::Ceil);
+    AddUnary<OpTrunc>(t, Op::Trunc);
+    AddUnary<OpRound>(t, Op::Round);
+    AddUnary<OpFrac>(t, Op::Frac);
+    AddUnary<OpSign>(t, Op::Sign);
+    AddUnary<OpNot>(t, Op::Not);
+    AddUnary<OpSqrt>(t, Op::Sqrt);
+    AddUnary<OpSin>(t, Op::Sin);
+    AddUnary<OpCos>(t, Op::Cos);
+    AddUnary<OpTan>(t, Op::Tan);
+    AddUnary<OpAsin>(t, Op::Asin);
+    AddUnary<OpAcos>(t, Op::Acos);
+    AddUnary<OpAtan>(t, Op::Atan);
+    AddUnary<OpSinh>(t, Op::Sinh);
+    AddUnary<OpCosh>(t, Op::Cosh);
+    AddUnary<OpTanh>(t, Op::Tanh);
+    AddUnary<OpAsinh>(t, Op::Asinh);
+    AddUnary<OpAcosh>(t, Op::Acosh);
+    AddUnary<OpAtanh>(t, Op::Atanh);
+    AddUnary<OpExp>(t, Op::Exp);
+    AddUnary<OpExp2>(t, Op::Exp2);
+    AddUnary<OpExp10>(t, Op::Exp10);
+    AddUnary<OpLog>(t, Op::Log);
+    AddUnary<OpLog2>(t, Op::Log2);
+    AddUnary<OpLog10>(t, Op::Log10);
+    AddUnary<OpCbrt>(t, Op::Cbrt);
+    t.unary[At(Op::Random)] = &Random;
+    AddBinary<OpAdd>(t, Op::Add);
+    AddBinary<OpSub>(t, Op::Sub);
+    AddBinary<OpMul>(t, Op::Mul);
+    AddBinary<OpDiv>(t, Op::Div);
+    AddBinary<OpMod>(t, Op::Mod);
+    AddBinary<OpMin>(t, Op::Min);
+    AddBinary<OpMax>(t, Op::Max);
+    AddBinary<OpPow>(t, Op::Pow);
+    AddBinary<OpAtan2>(t, Op::Atan2);
+    AddBinary<OpHypot>(t, Op::Hypot);
+    AddBinary<OpLess>(t, Op::Less);
+    AddBinary<OpLessEqual>(t, Op::LessEqual);
+    AddBinary<OpEqual>(t, Op::Equal);
+    AddBinary<OpNotEqual>(t, Op::NotEqual);
+    AddBinary<OpAnd>(t, Op::And);
+    AddBinary<OpOr>(t, Op::Or);
+    AddAllSteps<OpAdd, OpMul, OpRSub, OpDiv, OpMin, OpMax, StepAbs, StepFloor>(t);
+    t.select = &Select;
+    t.polynomial = &Polynomial;
+    t.points = &Points;
+    t.pack = &Pack;
+    t.isZero = &IsZero;
+    return t;
+  }
+};
+
+} // namespace calder::eval

@@ -1,0 +1,324 @@
+#include "libs/eval32/Parser.h"
+
+#include <algorithm>
+#include <numbers>
+#include <utility>
+
+namespace calder::eval {
+
+namespace {
+
+// Parentheses, signs in front of signs, powers of powers: each takes a level of the stack.
+constexpr int depthLimit = 2000; // two of them a parenthesis
+constexpr std::size_t nodeLimit = 8192;
+
+// From weak to strong. Signs and ^ bind stronger.
+enum Precedence : int { conditional = 1, logicalOr, logicalAnd, equality, relation, sum, product };
+
+int PrecedenceOf(Symbol symbol) {
+  switch (symbol) {
+  case Symbol::Question: return conditional;
+  case Symbol::Or: return logicalOr;
+  case Symbol::And: return logicalAnd;
+  case Symbol::Equal:
+  case Symbol::NotEqual: return equality;
+  case Symbol::Less:
+  case Symbol::LessEqual:
+  case Symbol::Greater:
+  case Symbol::GreaterEqual: return relation;
+  case Symbol::Plus:
+  case Symbol::Minus: return sum;
+  case Symbol::Times:
+  case Symbol::Divide:
+  case Symbol::Percent: return product;
+  default: return 0;
+  }
+}
+
+std::string Quoted(const Token& token) {
+  return token.symbol == Symbol::End ? "the end of the text" : "\"" + std::string(token.text.substr(0, 20)) + "\"";
+}
+
+void MakeLower(std::string_view text, std::string& lower) {
+  lower.assign(text);
+  for (char& c : lower)
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+}
+
+class Deeper {
+public:
+  explicit Deeper(int& depth) : depth_(depth) { ++depth_; }
+  ~Deeper() { --depth_; }
+  Deeper(const Deeper&) = delete;
+  Deeper& operator=(const Deeper&) = delete;
+
+private:
+  int& depth_;
+};
+
+} // namespace
+
+NodeId Parser::Fail(std::int16_t code, std::size_t position, std::string_view reason) {
+  if (fault_.code == EVAL_SUCCESS) fault_ = {isInBlock_ ? EVAL_BAD_CONSTANTS : code, position, std::string(reason)};
+  return noNode;
+}
+
+NodeId Parser::FailAtToken(std::string_view expected) {
+  if (Is(Symbol::BadNumber)) return Fail(EVAL_BAD_NUMBER, token_.position, Quoted(token_) + " is no number");
+  return Fail(EVAL_SYNTAX, token_.position, std::string(expected) + " expected before " + Quoted(token_));
+}
+
+NodeId Parser::Parse(Constants& constants) {
+  constants_ = &constants;
+  Next();
+  if (Is(Symbol::OpenBlock)) {
+    isInBlock_ = true;
+    if (!ParseBlock()) return noNode;
+    isInBlock_ = false;
+    Remember(constants);
+    Next();
+  }
+  const NodeId result = Expression(conditional);
+  if (result == noNode) return noNode;
+  if (Is(Symbol::Close)) return Fail(EVAL_UNBALANCED, token_.position, "\")\" without \"(\"");
+  if (!Is(Symbol::End)) return FailAtToken("an operator");
+  return result;
+}
+
+void Parser::Remember(Constants& constants) {
+  for (NamedValue& own : own_) {
+    const auto known = std::ranges::find(constants, own.name, &NamedValue::name);
+    if (known != constants.end())
+      known->value = own.value;
+    else
+      constants.push_back(std::move(own));
+  }
+  own_.clear();
+}
+
+// Ends on the "]".
+bool Parser::ParseBlock() {
+  const std::size_t start = token_.position;
+  Next();
+  for (;;) {
+    while (Is(Symbol::Semicolon)) Next();
+    if (Is(Symbol::CloseBlock)) return true;
+    if (Is(Symbol::End)) {
+      Fail(EVAL_BAD_CONSTANTS, start, "\"[\" without \"]\"");
+      return false;
+    }
+    if (!ParseDefinition()) return false;
+    if (!Is(Symbol::Semicolon) && !Is(Symbol::CloseBlock) && !Is(Symbol::End)) {
+      FailAtToken("\";\" or \"]\"");
+      return false;
+    }
+  }
+}
+
+bool Parser::ParseDefinition() {
+  const Token name = token_;
+  if (!Is(Symbol::Name)) {
+    FailAtToken("the name of a constant");
+    return false;
+  }
+  MakeLower(name.text, lowerName_);
+  NamedValue definition{lowerName_, 0};
+  if (definition.name == "x") {
+    Fail(EVAL_BAD_CONSTANTS, name.position, "x is the variable and no constant");
+    return false;
+  }
+  Next();
+  if (!Is(Symbol::Equal) || token_.text != "=") {
+    FailAtToken("\"=\"");
+    return false;
+  }
+  Next();
+  const std::size_t start = token_.position;
+  const NodeId value = Expression(conditional);
+  if (value == noNode) return false;
+  if (!graph_.IsConstant(value)) {
+    Fail(EVAL_BAD_CONSTANTS, start, "a constant cannot depend on x");
+    return false;
+  }
+  definition.value = graph_.At(value).value;
+  own_.push_back(std::move(definition));
+  return true;
+}
+
+NodeId Parser::Expression(int lowest) {
+  const Deeper deeper(depth_);
+  if (depth_ > depthLimit || graph_.Nodes().size() > nodeLimit)
+    return Fail(EVAL_TOO_COMPLEX, token_.position, "nested too deeply, or too many operations");
+  NodeId left = Prefix();
+  int compared = 0;
+  while (left != noNode) {
+    const Symbol symbol = token_.symbol;
+    const int precedence = PrecedenceOf(symbol);
+    if (precedence < lowest) break;
+    const std::size_t position = token_.position;
+    if (precedence == compared) return Fail(EVAL_SYNTAX, position, "join comparisons with &&");
+    compared = precedence == equality || precedence == relation ? precedence : 0;
+    Next();
+    left = precedence == conditional ? Conditional(left) : Operation(left, symbol, position);
+  }
+  return left;
+}
+
+NodeId Parser::Conditional(NodeId condition) {
+  const NodeId outer = graph_.Guard();
+  graph_.SetGuard(graph_.GuardAnd(condition, true));
+  const NodeId yes = Expression(conditional);
+  graph_.SetGuard(outer);
+  if (yes == noNode) return noNode;
+  if (!Is(Symbol::Colon)) return FailAtToken("\":\"");
+  Next();
+  graph_.SetGuard(graph_.GuardAnd(condition, false));
+  const NodeId no = Expression(conditional);
+  graph_.SetGuard(outer);
+  return no == noNode ? noNode : graph_.Select(condition, yes, no);
+}
+
+NodeId Parser::Divided(Op op, NodeId left, NodeId right, std::size_t position) {
+  if (!graph_.CheckDivisor(right, position)) return Fail(EVAL_DIVIDE_BY_ZERO, position, "division by zero");
+  return graph_.Binary(op, left, right);
+}
+
+NodeId Parser::Operation(NodeId left, Symbol symbol, std::size_t position) {
+  // What stands behind && and || counts only where it is looked at.
+  const NodeId outer = graph_.Guard();
+  if (symbol == Symbol::And || symbol == Symbol::Or) graph_.SetGuard(graph_.GuardAnd(left, symbol == Symbol::And));
+  const NodeId right = Expression(PrecedenceOf(symbol) + 1);
+  graph_.SetGuard(outer);
+  if (right == noNode) return noNode;
+  switch (symbol) {
+  case Symbol::Or: return graph_.Binary(Op::Or, left, right);
+  case Symbol::And: return graph_.Binary(Op::And, left, right);
+  case Symbol::Equal: return graph_.Binary(Op::Equal, left, right);
+  case Symbol::NotEqual: return graph_.Binary(Op::NotEqual, left, right);
+  case Symbol::Less: return graph_.Binary(Op::Less, left, right);
+  case Symbol::LessEqual: return graph_.Binary(Op::LessEqual, left, right);
+  case Symbol::Greater: return graph_.Binary(Op::Less, right, left);
+  case Symbol::GreaterEqual: return graph_.Binary(Op::LessEqual, right, left);
+  case Symbol::Plus: return graph_.Binary(Op::Add, left, right);
+  case Symbol::Minus: return graph_.Binary(Op::Sub, left, right);
+  case Symbol::Times: return graph_.Binary(Op::Mul, left, right);
+  case Symbol::Divide: return Divided(Op::Div, left, right, position);
+  default: return Divided(Op::Mod, left, right, position);
+  }
+}
+
+NodeId Parser::Prefix() {
+  const Deeper deeper(depth_);
+  if (depth_ > depthLimit) return Fail(EVAL_TOO_COMPLEX, token_.position, "nested too deeply");
+  bool isNegative = false;
+  for (; Is(Symbol::Plus) || Is(Symbol::Minus); Next()) isNegative ^= Is(Symbol::Minus);
+  NodeId value = noNode;
+  if (Is(Symbol::Not)) {
+    Next();
+    const NodeId operand = Prefix();
+    if (operand == noNode) return noNode;
+    value = graph_.Unary(Op::Not, operand);
+  } else {
+    value = Power();
+  }
+  return value != noNode && isNegative ? graph_.Negated(value) : value;
+}
+
+NodeId Parser::Power() {
+  const NodeId base = Primary();
+  if (base == noNode || !Is(Symbol::Caret)) return base;
+  Next();
+  const NodeId exponent = Prefix(); // whose own Power makes it right associative
+  return exponent == noNode ? noNode : graph_.Binary(Op::Pow, base, exponent);
+}
+
+NodeId Parser::Primary() {
+  if (Is(Symbol::Number)) {
+    const double value = token_.value;
+    Next();
+    return graph_.Constant(value);
+  }
+  if (Is(Symbol::Name)) return Name();
+  if (!Is(Symbol::Open)) return FailAtToken("a value");
+  const std::size_t open = token_.position;
+  Next();
+  const NodeId inside = Expression(conditional);
+  if (inside == noNode) return noNode;
+  if (Is(Symbol::End) || Is(Symbol::CloseBlock)) return Fail(EVAL_UNBALANCED, open, "\"(\" without \")\"");
+  if (!Is(Symbol::Close)) return FailAtToken("\")\"");
+  Next();
+  return inside;
+}
+
+NodeId Parser::Name() {
+  const Token name = token_;
+  MakeLower(name.text, lowerName_);
+  const Function* function = FindFunction(lowerName_);
+  if (function != nullptr && lexer_.Ahead() == '(') return CallOf(*function, name.position);
+  for (const Constants* constants : {&own_, constants_}) {
+    for (auto at = constants->rbegin(); at != constants->rend(); ++at) {
+      if (at->name != lowerName_) continue;
+      Next();
+      return graph_.Constant(at->value);
+    }
+  }
+  if (function != nullptr)
+    return Fail(EVAL_NO_PARENTHESIS, name.position, "\"(\" expected behind the function " + lowerName_);
+  Next();
+  if (lowerName_ == "x") return graph_.Point();
+  if (lowerName_ == "pi") return graph_.Constant(std::numbers::pi);
+  if (lowerName_ == "e") return graph_.Constant(std::numbers::e);
+  return Fail(EVAL_UNKNOWN_NAME, name.position, "unknown name " + Quoted(name));
+}
+
+NodeId Parser::CallOf(const Function& function, std::size_t position) {
+  Next();
+  const std::uint32_t randomCount = randomCount_;
+  if (function.name == "rnd") ++randomCount_;
+  const NodeId outer = graph_.Guard();
+  std::vector<NodeId> arguments;
+  const bool isRead = ParseArguments(function, arguments);
+  graph_.SetGuard(outer);
+  if (!isRead) return noNode;
+  if (arguments.size() < function.minimumArguments || arguments.size() > function.maximumArguments)
+    return Fail(EVAL_ARGUMENT_COUNT, position, "the number of arguments of " + std::string(function.name));
+  Call call{graph_, arguments, position, randomCount, seed_};
+  const NodeId result = function.build(call, function.op);
+  return call.isDividingByZero ? Fail(EVAL_DIVIDE_BY_ZERO, position, "division by zero") : result;
+}
+
+// Begins on the "(" and ends behind the ")".
+bool Parser::ParseArguments(const Function& function, std::vector<NodeId>& arguments) {
+  const std::size_t open = token_.position;
+  Next();
+  if (Is(Symbol::Close)) {
+    Next();
+    return true;
+  }
+  const NodeId outer = graph_.Guard();
+  const bool isIf = function.name == "if";
+  for (;;) {
+    // The choices of if count only where they are taken.
+    graph_.SetGuard(outer);
+    if (isIf && (arguments.size() == 1 || arguments.size() == 2))
+      graph_.SetGuard(graph_.GuardAnd(arguments[0], arguments.size() == 1));
+    const NodeId argument = Expression(conditional);
+    if (argument == noNode) return false;
+    arguments.push_back(argument);
+    if (Is(Symbol::Comma)) {
+      Next();
+      continue;
+    }
+    if (Is(Symbol::Close)) {
+      Next();
+      return true;
+    }
+    if (Is(Symbol::End) || Is(Symbol::CloseBlock))
+      Fail(EVAL_UNBALANCED, open, "\"(\" without \")\"");
+    else
+      FailAtToken("\",\" or \")\"");
+    return false;
+  }
+}
+
+} // namespace calder::eval

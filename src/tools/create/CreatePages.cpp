@@ -1,0 +1,174 @@
+#include "tools/create/CreatePages.h"
+
+#include "editor/Theme.h"
+#include "files/FileCommands.h"
+#include "instrument/SystemSetup.h"
+#include "platform/Clock.h"
+#include "platform/DeviceContext.h"
+#include "tools/create/CreateGuards.h"
+
+#include <algorithm>
+#include <cmath>
+#include <random>
+
+namespace calder {
+namespace {
+
+constexpr double kSeeds = 100;
+
+} // namespace
+
+CreatePages::CreatePages(Program& program, SystemSetup& setup, FileCommands& files, RandomSource random)
+    : program_(program), setup_(setup), files_(files), random_(std::move(random)), listFile_(program),
+      generator_(program) {
+  if (!random_) {
+    random_ = [this] {
+      std::minstd_rand engine(static_cast<std::uint32_t>(program_.desktop.clock.SecondsOfDay() * 1000));
+      engine.discard(1); // neighbouring seeds give neighbouring first numbers
+      return std::generate_canonical<double, 24>(engine);
+    };
+  }
+  FormatHandlers& handlers = files_.Handlers();
+  handlers.readList = [this](const std::string& path) { listRead_ = listFile_.Read_List(path) == 0; };
+  handlers.writeList = [this](const std::string& path) { listFile_.Write_List(path); };
+}
+
+// ---- opening and closing ----
+
+void CreatePages::PrepareCreate() {
+  fromMainWindow_ = true;
+  generator_.SetTarget(program_.buffers.Create(), PageGenerator::Placement::OwnArea);
+  KeepAreasInside();
+  currentPage_ = program_.pages.FirstValid();
+  if (currentPage_ == 0) {
+    currentPage_ = PageTable::kFirst;
+    const Scope& scope = program_.buffers.CurrentScope();
+    ThePage().SetArea(scope.Start, scope.End);
+    ThePage().Valid = kPageTrue;
+  }
+  Open();
+}
+
+void CreatePages::PrepareCreate(const OperateTarget& target) {
+  fromMainWindow_ = false;
+  generator_.SetTarget(target.buffer, PageGenerator::Placement::AtZero);
+  currentPage_ = 0;
+  ThePage().SetArea(target.range.Start, target.range.End);
+  ThePage().Valid = kPageTrue;
+  Open();
+}
+
+void CreatePages::Open() {
+  drag_.Release();
+  Change_Parameter();
+  Make_Wave(currentPage_);
+  ShowPageArea();
+  Form_Load();
+  port_->ShowPreview();
+}
+
+void CreatePages::Form_Load() {
+  cancelled_ = true;
+  pageModified_ = true;
+  generator_.InitRandom(static_cast<std::int32_t>(std::nearbyint(random_() * kSeeds)));
+}
+
+// The memory may have become smaller since the pages were made.
+void CreatePages::KeepAreasInside() {
+  const double size = program_.settings.MemorySize;
+  for (int i = 0; i < PageTable::kPages; ++i) {
+    CreatePage& page = program_.pages[i];
+    if (page.EndX > size) page.SetArea(std::min(page.StartX, size), size);
+  }
+}
+
+void CreatePages::Form_QueryUnload() {
+  drag_.Release();
+  if (!cancelled_) return;
+  program_.evaluator.ClearConstant();
+  if (!fromMainWindow_) W_ClearMemory(generator_.GenBuffer(), 0, Page().EndX - Page().StartX);
+}
+
+void CreatePages::CloseAfterOk() {
+  cancelled_ = false;
+  program_.evaluator.ClearConstant();
+  port_->Close();
+}
+
+// ---- what the procedures do ----
+
+void CreatePages::Draw_Wave_Create(DeviceContext& picture) const {
+  if (program_.formSetup) return;
+  const int width = picture.Width();
+  const int height = picture.Height();
+  const DrawMode saved = picture.GetDrawMode();
+  picture.FillRectangle(0, 0, width, height, theme::kGround);
+  W_DrawGrid(picture, width, height);
+  picture.SetDrawMode(DrawMode::CopyPen);
+  picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(picture.Scale() + 0.5)));
+  const CreatePage& page = Page();
+  const double start = generator_.StartOf(page);
+  // The last point of the area holds up to its end; what the buffer has behind it is no part of the page.
+  const double points =
+      std::min(std::ceil(start) + std::ceil(page.Size), static_cast<double>(W_Lock(generator_.GenBuffer()).size()));
+  if (points >= 1) {
+    W_DrawWave2(picture, generator_.GenBuffer(), start, 0, page.Size, W_CODE_SPAN, width, height,
+                static_cast<std::int32_t>(points));
+  }
+  picture.SetDrawMode(saved);
+}
+
+void CreatePages::Change_Parameter() {
+  const FlagFor setup(program_.formSetup);
+  port_->ShowPage();
+}
+
+void CreatePages::Check_Visit() {
+  CreatePage& page = ThePage();
+  if (page.IsVisited()) return;
+  page.Visited = kPageTrue;
+  page.Valid = kPageTrue;
+  Change_Parameter();
+}
+
+int CreatePages::Make_Wave(int page) {
+  const BusyFor busy(*port_);
+  lastFault_ = generator_.Make_Wave(program_.pages[page]);
+  return lastFault_.message;
+}
+
+void CreatePages::ShowPageArea() {
+  program_.buffers.CurrentScope() = {Page().StartX, Page().EndX};
+  port_->ShowMainRange();
+}
+
+// Computes the page on show and shows it.
+void CreatePages::Refresh() {
+  Make_Wave(currentPage_);
+  port_->ShowPreview();
+}
+
+void CreatePages::PageChanged() {
+  Check_Visit();
+  Refresh();
+  setup_.ForgetControlPoints();
+}
+
+void CreatePages::Tell(const ExpressionFault& fault) {
+  program_.messages.ErrorBox(fault.message);
+  port_->ShowFault(fault);
+}
+
+// ---- the preview ----
+
+void CreatePages::PictWave_MouseDown(bool leftAlone, double x, double y, double width, double height) {
+  if (leftAlone) drag_.Press(Page(), x, y, width, height);
+}
+
+void CreatePages::PictWave_MouseMove(double x, double y) {
+  if (!drag_.Move(ThePage(), x, y)) return;
+  Change_Parameter();
+  PageChanged();
+}
+
+} // namespace calder

@@ -1,0 +1,195 @@
+// The Create dialog's Compute, its ways out, its clears and its files.
+#include "files/FileCommands.h"
+#include "instrument/SystemSetup.h"
+#include "tools/create/CreateGuards.h"
+#include "tools/create/CreatePages.h"
+
+#include <algorithm>
+
+namespace calder {
+namespace {
+
+std::string Lower(std::string text) {
+  for (char& c : text) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  }
+  return text;
+}
+
+std::string TrimBlanks(std::string text) {
+  text.erase(text.find_last_not_of(' ') + 1);
+  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
+  return text;
+}
+
+} // namespace
+
+bool CreatePages::CheckConstants() {
+  CreatePage& page = ThePage();
+  page.Constants = Lower(page.Constants);
+  const ExpressionFault fault = generator_.CheckConstants(page);
+  if (fault.message == 0) return true;
+  Tell(fault);
+  return false;
+}
+
+void CreatePages::Btn_Comp_Click() {
+  if (!ExpressionShown() || !CheckConstants()) return;
+  CreatePage& page = ThePage();
+  if (TrimBlanks(page.Expression).empty()) return;
+  page.Expression = TrimBlanks(page.Expression);
+  Change_Parameter();
+  ExpressionFault fault;
+  {
+    const BusyFor busy(*port_);
+    fault = generator_.Evaluate(page);
+  }
+  if (fault.message != 0) {
+    Tell(fault);
+    return;
+  }
+  Check_Visit();
+  port_->ShowPreview();
+  pageModified_ = false;
+  setup_.ForgetControlPoints();
+}
+
+void CreatePages::ClearAll() const {
+  if (fromMainWindow_)
+    W_ClearMemory(generator_.GenBuffer(), 0, program_.settings.MemorySize);
+  else
+    W_ClearMemory(generator_.GenBuffer(), 0, Page().EndX - Page().StartX);
+}
+
+ExpressionFault CreatePages::Regenerate() {
+  if (!pageModified_) return {};
+  ClearAll();
+  const FlagFor expressions(generator_.ExprEnabled);
+  Make_Wave(currentPage_);
+  return lastFault_;
+}
+
+void CreatePages::CopyArea(const CreatePage& page) const {
+  W_CopyMemory(generator_.GenBuffer(), program_.buffers.Current(), page.StartX, page.StartX, page.EndX - page.StartX);
+}
+
+void CreatePages::Btn_OK_Click() {
+  if (fromMainWindow_) Check_Visit();
+  const bool wanted = !fromMainWindow_ || Page().Valid != 0;
+  // Computed before the undo step, which an expression with a fault must not cost.
+  const ExpressionFault fault = wanted ? Regenerate() : ExpressionFault{};
+  if (fault.message != 0) {
+    port_->ShowPreview();
+    Tell(fault);
+    return;
+  }
+  if (fromMainWindow_) {
+    program_.buffers.Save_Undo();
+    if (wanted) {
+      CopyArea(Page());
+      setup_.ForgetControlPoints();
+    }
+  } else {
+    port_->ShowOperand();
+  }
+  CloseAfterOk();
+}
+
+void CreatePages::Btn_Confirm_Click() {
+  if (!fromMainWindow_) { // there is one page only
+    Btn_OK_Click();
+    return;
+  }
+  if (program_.pages.CountValid() == 0) {
+    CloseAfterOk();
+    return;
+  }
+  int failedPage = 0;
+  ExpressionFault failure;
+  program_.buffers.Save_Undo();
+  ClearAll();
+  program_.evaluator.ClearConstant();
+  {
+    const FlagFor expressions(generator_.ExprEnabled);
+    const BusyFor busy(*port_);
+    for (int page = PageTable::kFirst; page <= PageTable::kLast; ++page) {
+      if (program_.pages[page].Valid == 0) continue;
+      const ExpressionFault fault = generator_.Make_Wave(program_.pages[page]);
+      if (fault.message != 0 && failedPage == 0) {
+        failedPage = page;
+        failure = fault;
+      }
+      CopyArea(program_.pages[page]);
+    }
+  }
+  setup_.ForgetControlPoints();
+  if (failedPage == 0) {
+    pageModified_ = false;
+    CloseAfterOk();
+    return;
+  }
+  program_.evaluator.ClearConstant();
+  pageModified_ = true; // other pages may have written into this one's area of the buffer
+  GoToPage(failedPage);
+  Refresh();
+  Tell(failure);
+}
+
+void CreatePages::Btn_Cancel_Click() {
+  cancelled_ = true;
+  program_.evaluator.ClearConstant();
+  port_->Close();
+}
+
+void CreatePages::Menu_Clear_Click() {
+  CreatePage& page = ThePage();
+  generator_.ClearArea(page);
+  CreatePage cleared;
+  cleared.PageNo = page.PageNo;
+  cleared.Visited = page.Visited;
+  cleared.Valid = page.Valid;
+  cleared.Function = page.Function;
+  cleared.SetArea(page.StartX, page.EndX);
+  page = cleared;
+  pageModified_ = true;
+  Change_Parameter();
+  Refresh();
+}
+
+void CreatePages::AllClear() {
+  ClearAll();
+  const CreatePage shown = Page();
+  for (int page = 0; page <= PageTable::kLast + 1; ++page) program_.pages[page] = CreatePage{};
+  if (fromMainWindow_) {
+    currentPage_ = PageTable::kFirst;
+  } else { // the Operate dialog's page has no other area than its range
+    ThePage().SetArea(shown.StartX, shown.EndX);
+    ThePage().Valid = kPageTrue;
+  }
+  drag_.Release();
+  pageModified_ = true;
+  Change_Parameter();
+  Refresh();
+}
+
+void CreatePages::Menu_FileOpen_Click() {
+  if (!fromMainWindow_) return;
+  listRead_ = false;
+  files_.Open_File(Kind_List);
+  if (listRead_) {
+    // A list shows its first page unless it has the one on show.
+    const int first = program_.pages.FirstValid();
+    if (Page().Valid == 0 && first != 0) currentPage_ = first;
+    drag_.Release();
+    pageModified_ = true;
+    ShowPageArea();
+  }
+  Change_Parameter();
+  Refresh();
+}
+
+void CreatePages::Menu_FileSave_Click() {
+  if (fromMainWindow_) files_.Save_File(Kind_List, false);
+}
+
+} // namespace calder

@@ -1,0 +1,194 @@
+#include "libs/eval32/eval32.h"
+#include "libs/wavelb32/TestWave.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <random>
+
+namespace calder {
+namespace {
+
+struct Row {
+  std::string_view text;
+  std::int16_t code;
+  std::size_t position;
+};
+
+TEST(Fault, EachHasItsNumberAndItsPlace) {
+  constexpr Row rows[] = {{"", 100, 0},
+                          {"   ", 100, 3},
+                          {"1+", 100, 2},
+                          {"*2", 100, 0},
+                          {"2x", 100, 1},
+                          {"2 (3)", 100, 2},
+                          {"(1)(2)", 100, 3},
+                          {"pi(3)", 100, 2},
+                          {"x(3)", 100, 1},
+                          {"1,2", 100, 1},
+                          {"(1,2)", 100, 2},
+                          {"sin(1,)", 100, 6},
+                          {"sin(,1)", 100, 4},
+                          {"1?2", 100, 3},
+                          {"1:2", 100, 1},
+                          {"a=1", 108, 0},
+                          {"0<x<5", 100, 3},
+                          {"1==1!=0", 100, 4},
+                          {"1&2", 100, 1},
+                          {"1+#", 100, 2},
+                          {"2**3", 100, 2},
+                          {"1 [a=1]", 100, 2},
+                          {"[a=1]", 100, 5},
+                          {"2e", 109, 0},
+                          {"3*1e+", 109, 2},
+                          {"1.2.3", 109, 0},
+                          {"$", 109, 0},
+                          {"2+$g", 109, 2},
+                          {"1.e5.", 109, 0},
+                          {"sin", 101, 0},
+                          {"1+cos*2", 101, 2},
+                          {"sin 3", 101, 0},
+                          {"(1+2", 102, 0},
+                          {"1+2)", 102, 3},
+                          {"sin(1", 102, 3},
+                          {"max(1,(2)", 102, 3},
+                          {"((1)", 102, 0},
+                          {"sin(1,2)", 103, 0},
+                          {"1+atan2(1)", 103, 2},
+                          {"sin()", 103, 0},
+                          {"if(1,2)", 103, 0},
+                          {"rnd(x,1,2)", 103, 0},
+                          {"1/0", 104, 1},
+                          {"3%(1-1)", 104, 1},
+                          {"2+mod(1,0)", 104, 2},
+                          {"2/(x-3)", 104, 1},
+                          {"abs(1)/x+1/(x-3)", 104, 10},
+                          {"foo", 108, 0},
+                          {"1+bar(2)", 108, 2},
+                          {"x2", 108, 0},
+                          {"[a=1", -1, 0},
+                          {"[a]1", -1, 2},
+                          {"[a=]1", -1, 3},
+                          {"[=1]1", -1, 1},
+                          {"[1=1]1", -1, 1},
+                          {"[a=1 b=2]1", -1, 5},
+                          {"[a==1]1", -1, 2},
+                          {"[a=x]1", -1, 3},
+                          {"[a=rnd()]1", -1, 3},
+                          {"[x=1]1", -1, 1},
+                          {"[a=1/0]1", -1, 4},
+                          {"[a=b;b=1]1", -1, 3},
+                          {"[a=sin]1", -1, 3},
+                          {"[a=(1]1", -1, 3},
+                          {"[a=1e]1", -1, 3},
+                          {"[[a=1]]1", -1, 1}};
+  Evaluator evaluator;
+  for (const Row& row : rows) {
+    double result = 77;
+    EXPECT_EQ(evaluator.EvalOneL(row.text, 3, result), row.code) << row.text;
+    EXPECT_EQ(evaluator.LastFault().code, row.code) << row.text;
+    EXPECT_EQ(evaluator.LastFault().position, row.position) << row.text << ": " << evaluator.LastFault().reason;
+    EXPECT_FALSE(evaluator.LastFault().reason.empty()) << row.text;
+    EXPECT_EQ(result, 77) << row.text;
+  }
+  double result = 0;
+  EXPECT_EQ(evaluator.EvalOneL("1", 3, result), 0);
+  EXPECT_EQ(evaluator.LastFault().code, 0) << "a call that went well has no fault";
+}
+
+TEST(Fault, ADivisionThatIsNotTakenIsNoFault) {
+  struct Case {
+    std::string_view text;
+    double value;
+    std::int32_t x;
+  };
+  constexpr Case cases[] = {{"if(x==0,1,sin(x)/x)", 1, 0},
+                            {"x!=0&&1/x>3", 0, 0},
+                            {"x==0||1/x>3", 1, 0},
+                            {"x?10/x:-1", -1, 0},
+                            {"x?10/x:-1", 2, 5},
+                            {"if(0,1/0,2)", 2, 0},
+                            {"if(x>5,1/0,2)", 2, 5},
+                            {"x>0?x>1?1/(x-1):2:3", 2, 1},
+                            {"if(x,if(x-1,1/x/(x-1),4),5)", 5, 0},
+                            {"1?2:1/0", 2, 0}};
+  Evaluator evaluator;
+  for (const Case& c : cases) {
+    double result = 0;
+    EXPECT_EQ(evaluator.EvalOneL(c.text, c.x, result), 0) << c.text;
+    EXPECT_EQ(result, c.value) << c.text;
+  }
+  double result = 0;
+  EXPECT_EQ(evaluator.EvalOneL("if(x>5,1/0,2)", 6, result), EVAL_DIVIDE_BY_ZERO);
+  EXPECT_EQ(evaluator.EvalOneL("if(x>5,2,1/(x-3))", 3, result), EVAL_DIVIDE_BY_ZERO);
+}
+
+TEST(Fault, TheBufferIsLeftAlone) {
+  const TestWave wave(std::vector<std::int16_t>(5000, 7));
+  const std::vector<std::int16_t> before = wave.Copy();
+  Evaluator evaluator;
+  const double bad[] = {-1, 5001, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
+                        1e300};
+  for (const double value : bad) {
+    EXPECT_EQ(evaluator.EvalArray1(value, 1, wave.Handle(), "1"), EVAL_BUFFER) << value;
+    EXPECT_EQ(evaluator.EvalArray1(0, value, wave.Handle(), "1"), EVAL_BUFFER) << value;
+  }
+  EXPECT_EQ(evaluator.EvalArray1(0, 1, wave.Handle() + 1, "1"), EVAL_BUFFER);
+  EXPECT_EQ(evaluator.EvalArray1(0, 5000, wave.Handle(), "1/(x-4999)"), EVAL_DIVIDE_BY_ZERO);
+  EXPECT_EQ(evaluator.EvalArray1(0, 5000, wave.Handle(), "x+"), EVAL_SYNTAX);
+  EXPECT_EQ(evaluator.EvalArray1(0, 0, wave.Handle(), "1/x"), 0);
+  EXPECT_EQ(wave.Copy(), before);
+  EXPECT_EQ(evaluator.EvalArray1(0, 4999, wave.Handle(), "1/(x-4999)"), 0)
+      << "the point behind the range is not looked at";
+  EXPECT_EQ(wave.Codes()[4999], 7);
+}
+
+std::string Repeated(std::string_view part, int times) {
+  std::string text;
+  for (int i = 0; i < times; ++i) text += part;
+  return text;
+}
+
+TEST(Fault, HugeTextsEndWithADefinedCode) {
+  Evaluator evaluator;
+  double result = 0;
+  EXPECT_EQ(evaluator.EvalOneL(Repeated("(", 900) + "x" + Repeated(")", 900), 5, result), 0);
+  EXPECT_EQ(result, 5);
+  EXPECT_EQ(evaluator.EvalOneL(Repeated("-", 1967) + "x", 5, result), 0);
+  EXPECT_EQ(result, -5);
+  EXPECT_EQ(evaluator.EvalOneL("x" + Repeated("+x", 2000), 5, result), 0) << "long but not deep";
+  EXPECT_EQ(result, 10005);
+  const std::string deep[] = {Repeated("(", 100000),    Repeated("!", 100000),
+                              Repeated("sin(", 100000), Repeated("2^", 100000),
+                              Repeated("1?", 100000),   Repeated("1?2:", 100000),
+                              Repeated("x+(", 100000),  Repeated("1||", 1) + Repeated("(", 5000)};
+  for (const std::string& text : deep) EXPECT_EQ(evaluator.EvalOneL(text, 5, result), EVAL_TOO_COMPLEX);
+  std::string many;
+  for (int i = 1; i < 20000; ++i) many += "sin(x+" + std::to_string(i) + ")+";
+  EXPECT_EQ(evaluator.EvalOneL(many + "1", 5, result), EVAL_TOO_COMPLEX);
+}
+
+TEST(Fault, AnyTextEndsWithADefinedCode) {
+  constexpr std::string_view words[] = {
+      "x",    "1",    "2.5",  "1e", "$f", "+",  "-",  "*",  "/",  "%", "^",    "(",   ")",
+      ",",    "?",    ":",    "<",  "<=", "==", "!=", "&&", "||", "!", "sin(", "if(", "rnd(",
+      "mod(", "tri(", "max(", "[",  "]",  "a=", ";",  "a",  "pi", " ", "\x80", "\0"};
+  std::mt19937 random(3);
+  const auto pick = [&](std::size_t limit) { return std::uniform_int_distribution<std::size_t>(0, limit - 1)(random); };
+  Evaluator evaluator;
+  const TestWave wave(100);
+  int good = 0;
+  for (int i = 0; i < 30000; ++i) {
+    std::string text;
+    for (std::size_t n = 1 + pick(12); n-- > 0;) text += words[pick(std::size(words))];
+    const std::int16_t code = evaluator.EvalArray1(0, 100, wave.Handle(), text);
+    ASSERT_TRUE(code == 0 || code == -1 || (code >= 100 && code <= 109)) << text;
+    ASSERT_LE(evaluator.LastFault().position, text.size()) << text;
+    good += code == 0;
+  }
+  EXPECT_GT(good, 100);
+}
+
+} // namespace
+} // namespace calder

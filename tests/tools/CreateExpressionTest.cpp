@@ -1,0 +1,164 @@
+// Expression pages: when they are computed, what a fault costs, where it is.
+#include "tools/CreateFixture.h"
+
+namespace calder {
+namespace {
+
+struct CreateExpressionTest : CreateFixture {};
+
+TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
+  Ramp();
+  OpenExpression(100, 200, "  X*10 ", "");
+  EXPECT_EQ(Generated(150), 0);
+  create->Btn_Comp_Click();
+  EXPECT_EQ(Generated(150), 1500);
+  EXPECT_EQ(Page(1).Expression, "X*10") << "stored back trimmed";
+  EXPECT_FALSE(create->PageModified());
+  EXPECT_FALSE(create->ExprEnabled());
+  create->Text_X_LostFocus(CreatePages::AreaEnd::End, create->StartText(), "300");
+  EXPECT_EQ(Generated(150), 0);
+  create->Btn_OK_Click();
+  EXPECT_EQ(Code(299), 2990);
+  EXPECT_EQ(Code(300), 300);
+  EXPECT_FALSE(create->ExprEnabled());
+}
+
+TEST_F(CreateExpressionTest, UnitsAreThoseOnShow) {
+  program->settings.XUnit = 1;
+  program->settings.Period = 0.002;
+  program->settings.Frequency = 500;
+  program->settings.YUnit = 1;
+  program->settings.Amplitude = 4;
+  program->settings.Offset = 1;
+  OpenExpression(0, 1000, "x*1000+1", "");
+  create->Btn_Comp_Click();
+  EXPECT_EQ(Generated(0), 0) << "1 V is the offset, code 0";
+  EXPECT_EQ(Generated(500), 16384) << "1 ms: 2 V, a quarter of the span above it (16383.5)";
+}
+
+TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndCostsNothing) {
+  const struct {
+    const char* why;
+    const char* constants;
+    const char* expression;
+    const char* message;
+    TextBox box;
+    std::size_t position;
+  } rows[] = {
+      {"an unknown name", "", "1+foo", "Syntax error in equation", TextBox::Expression, 2},
+      {"an unknown name behind a random value", "", "rnd()*foo", "Syntax error in equation", TextBox::Expression, 6},
+      {"a stray parenthesis", "", "(x", "Unbalance of parenthesis", TextBox::Expression, 0},
+      {"constants", "a=1;b=*", "a", "Constant format error", TextBox::Constants, 6},
+  };
+  for (const auto& row : rows) {
+    Ramp();
+    program->buffers.Reset_Undo();
+    OpenExpression(100, 200, row.expression, row.constants);
+    createPort->closes = 0;
+    createPort->fault.reset();
+    desktop.boxes.Expect(row.message);
+    create->Btn_OK_Click();
+    EXPECT_EQ(Code(150), 150) << row.why;
+    EXPECT_FALSE(editor->commands.CanUndo()) << row.why;
+    EXPECT_EQ(createPort->closes, 0) << row.why;
+    EXPECT_TRUE(create->Cancelled()) << row.why;
+    ASSERT_TRUE(createPort->fault && createPort->fault->place) << row.why;
+    EXPECT_EQ(createPort->fault->place->box, row.box) << row.why;
+    EXPECT_EQ(createPort->fault->place->position, row.position) << row.why;
+    desktop.boxes.Expect(row.message);
+    create->Btn_Comp_Click();
+    EXPECT_TRUE(create->PageModified()) << row.why;
+  }
+}
+
+TEST_F(CreateExpressionTest, ConstantsAreCheckedAtBothEndsAndKeptInSmallLetters) {
+  OpenExpression(100.5, 201.5, "a", "A=3 ;");
+  create->Btn_Comp_Click();
+  EXPECT_EQ(Page(1).Constants, "a=3 ;");
+  EXPECT_EQ(Generated(150), 3);
+  // Nothing to compute: no message, nothing changes.
+  create->Txt_Expr_LostFocus("   ");
+  create->Btn_Comp_Click();
+  EXPECT_EQ(Generated(150), 3);
+  create->Txt_Const_LostFocus("a==3");
+  desktop.boxes.Expect("Constant format error");
+  EXPECT_FALSE(create->CheckConstants());
+}
+
+TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
+  Ramp();
+  OpenExpression(0, 100, "7");
+  for (const int page : {2, 3, 4}) {
+    Page(page) = Page(1);
+    Page(page).SetArea(page * 100, page * 100 + 100);
+  }
+  Page(2).Expression = "bad(";
+  Page(3).Expression = "(((";
+  desktop.boxes.Expect("Syntax error in equation");
+  create->Btn_Confirm_Click();
+  EXPECT_EQ(create->CurrentPage(), 2);
+  EXPECT_EQ(createPort->closes, 0);
+  EXPECT_EQ(Code(50), 7);
+  EXPECT_EQ(Code(450), 7);
+  EXPECT_EQ(Code(250), 0) << "the failed page's area is copied as it was left";
+  ASSERT_TRUE(createPort->fault && createPort->fault->place);
+  EXPECT_EQ(createPort->fault->place->position, 0U);
+  // Mended, the same button finishes.
+  Page(2).Expression = "8";
+  Page(3).Expression = "9";
+  create->Btn_Confirm_Click();
+  EXPECT_EQ(createPort->closes, 1);
+  EXPECT_EQ(Code(250), 8);
+  EXPECT_EQ(Code(350), 9);
+}
+
+TEST_F(CreateExpressionTest, ConstantsEndWithTheDialog) {
+  OpenExpression(0, 100, "a", "a=5");
+  create->Btn_Comp_Click();
+  create->Btn_OK_Click();
+  create->Form_QueryUnload();
+  OpenExpression(0, 100, "a");
+  desktop.boxes.Expect("Syntax error in equation");
+  create->Btn_OK_Click();
+}
+
+TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
+  Ramp();
+  OpenExpression(100, 200, "1");
+  create->Btn_Comp_Click();
+  Page(1).Valid = Page(1).Visited = 0;
+  const CreatePage before = Page(1);
+  const int previews = createPort->previews;
+  EXPECT_EQ(create->LivePreview("b=4", "b*100").message, 0);
+  EXPECT_EQ(Generated(150), 400);
+  EXPECT_EQ(createPort->previews, previews + 1);
+  const ExpressionFault fault = create->LivePreview("b=4", "b*100+");
+  EXPECT_EQ(fault.message, 100);
+  EXPECT_TRUE(fault.place);
+  EXPECT_EQ(Generated(150), 400) << "what could be computed last stays";
+  EXPECT_EQ(create->LivePreview("", "b*100").message, 108) << "constants typed before are not known";
+  EXPECT_EQ(create->LivePreview("", "").message, 0);
+  EXPECT_EQ(Generated(150), 0);
+  EXPECT_EQ(Page(1), before);
+  create->LivePreview("", "55");
+  create->Btn_OK_Click();
+  EXPECT_EQ(Code(150), 1) << "the stored text, not what the preview showed last";
+}
+
+TEST_F(CreateExpressionTest, AnEditedTextIsComputedAgain) {
+  OpenExpression(100, 200, "1");
+  create->Btn_Comp_Click();
+  create->Txt_Expr_LostFocus("2\r\n+ 0");
+  EXPECT_EQ(Page(1).Expression, "2  + 0") << "line breaks are blanks";
+  create->Btn_OK_Click();
+  EXPECT_EQ(Code(150), 2);
+  create->Txt_Expr_LostFocus(std::string(2000, '1'));
+  EXPECT_EQ(Page(1).Expression.size(), 1024U);
+  std::string wide;
+  for (int i = 0; i < 1000; ++i) wide += "é";
+  create->Txt_Const_LostFocus(wide);
+  EXPECT_EQ(Page(1).Constants.size(), 2 * 944U) << "whole characters";
+}
+
+} // namespace
+} // namespace calder

@@ -1,0 +1,386 @@
+#include "tools/CreateFixture.h"
+#include "RecordingContext.h"
+#include "libs/file32/TempFolder.h"
+
+#include <cmath>
+
+namespace calder {
+namespace {
+
+struct CreatePagesTest : CreateFixture {};
+using End = CreatePages::AreaEnd;
+using Button = CreatePages::PageButton;
+
+TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
+  create->PrepareCreate();
+  EXPECT_EQ(create->CurrentPage(), 1);
+  EXPECT_EQ(Page(1).StartX, 100);
+  EXPECT_EQ(Page(1).Size, 100);
+  EXPECT_TRUE(Page(1).Valid);
+  EXPECT_FALSE(Page(1).Visited);
+  EXPECT_TRUE(create->PageModified());
+  EXPECT_TRUE(create->Cancelled());
+  EXPECT_EQ(create->StartText(), "100.0000000");
+  EXPECT_EQ(Generated(125), 32767) << "a sine over the range";
+  EXPECT_EQ(Generated(225), 0);
+  // Another page, whose area passes the end of a memory that has become smaller.
+  Page(1).Valid = 0;
+  Page(7).Valid = kPageTrue;
+  Page(7).SetArea(900, 5000);
+  create->PrepareCreate();
+  EXPECT_EQ(create->CurrentPage(), 7);
+  EXPECT_EQ(Page(7).EndX, kSize);
+  EXPECT_EQ(Page(7).Size, 100);
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{900, 1000}));
+}
+
+TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOtherwise) {
+  const struct {
+    const char* why;
+    int box;
+    const char* typed;
+    double stored;
+    const char* shown;
+  } rows[] = {
+      {"offset", kBoxOffset, "-100", -100, "-100.000"},
+      {"lowest code", kBoxOffset, "-32768", -32768, "-32767.0"},
+      {"offset beyond the scale", kBoxOffset, "32768", 0, "0.000000"},
+      {"amplitude of any size, prefixes work", kBoxAmplitude, "100k", 100000, "100000.0"},
+      {"period", kBoxPeriod, "2.5", 2.5, "2.5"},
+      {"no period", kBoxPeriod, "0", 0, "0"},
+      {"negative period", kBoxPeriod, "-1", 1, "1"},
+      {"a full turn", kBoxPhase, "360", 360, "360"},
+      {"a full turn back", kBoxPhase, "-360", -360, "-360"},
+      {"more than a turn", kBoxPhase, "360.5", 0, "0"},
+      {"symmetry", kBoxSymmetry, "100", 100, "100"},
+      {"symmetry beyond", kBoxSymmetry, "100.1", 50, "50"},
+      {"duty below", kBoxDuty, "-0.1", 50, "50"},
+      {"transition, small numbers in exponent form", kBoxTransition, "10u", 1e-5, "1E-05"},
+      {"size up to the end", kBoxSize, "900", 900, "900.0000"},
+      {"size that would pass the end", kBoxSize, "901", 100, "100.0000"},
+      {"negative size", kBoxSize, "-1", 100, "100.0000"},
+  };
+  for (const auto& row : rows) {
+    program->pages = PageTable{};
+    program->buffers.CurrentScope() = {100, 200};
+    create->PrepareCreate();
+    const double before = BoxField(create->Page(), row.box);
+    createPort->previews = 0;
+    program->settings.TransferFormat = 1;
+    create->Text_LostFocus(row.box, row.typed);
+    EXPECT_DOUBLE_EQ(BoxField(create->Page(), row.box), row.stored) << row.why;
+    EXPECT_EQ(create->ParameterText(row.box), row.shown) << row.why;
+    const bool changed = before != row.stored;
+    EXPECT_EQ(createPort->previews > 0, changed) << row.why;
+    EXPECT_EQ(program->settings.TransferFormat == 0, changed) << row.why;
+    EXPECT_EQ(create->Page().EndX, 100 + create->Page().Size) << row.why;
+    EXPECT_EQ(program->buffers.CurrentScope().End, create->Page().EndX) << row.why;
+  }
+}
+
+TEST_F(CreatePagesTest, LeavingABoxUntouchedChangesNothing) {
+  program->settings.XUnit = program->settings.YUnit = 2;
+  create->PrepareCreate();
+  Page(1).Offset = 12345;
+  Page(1).SetArea(100, 433);
+  const CreatePage before = Page(1);
+  for (int box = 0; box < kPageBoxes; ++box) create->Text_LostFocus(box, create->ParameterText(box));
+  create->Text_X_LostFocus(End::Start, create->StartText(), create->EndText());
+  create->Text_X_LostFocus(End::End, create->StartText(), create->EndText());
+  EXPECT_EQ(Page(1), before);
+}
+
+TEST_F(CreatePagesTest, TypedAreasPushTheOtherEndOrAreRefused) {
+  const struct {
+    const char* why;
+    End edited;
+    const char* start;
+    const char* end;
+    Scope after;
+  } rows[] = {
+      {"start", End::Start, "150", "200.0000000", {150, 200}},
+      {"start behind the end", End::Start, "300", "200.0000000", {300, 300}},
+      {"end", End::End, "100.0000000", "1k", {100, 1000}},
+      {"end before the start", End::End, "100.0000000", "50", {50, 50}},
+      {"end beyond the memory, not taken for 0", End::End, "100.0000000", "1000.5", {100, 200}},
+      {"start below 0", End::Start, "-1", "200.0000000", {100, 200}},
+      {"the same in other digits", End::Start, "1e2", "200.0000000", {100, 200}},
+  };
+  for (const auto& row : rows) {
+    program->pages = PageTable{};
+    program->buffers.CurrentScope() = {100, 200};
+    create->PrepareCreate();
+    Page(1).Valid = 0;
+    create->Text_X_LostFocus(row.edited, row.start, row.end);
+    EXPECT_EQ(program->buffers.CurrentScope(), row.after) << row.why;
+    EXPECT_EQ((Scope{Page(1).StartX, Page(1).EndX}), row.after) << row.why;
+    EXPECT_EQ(Page(1).Size, row.after.Length()) << row.why;
+    EXPECT_EQ(Page(1).Visited != 0, !(row.after == Scope{100, 200})) << row.why;
+  }
+}
+
+TEST_F(CreatePagesTest, FunctionsShowTheirBoxesAndEnterGoesThroughThem) {
+  create->PrepareCreate();
+  const char* const shown[] = {"01234", "012345", "0123467", "012", "01", ""};
+  for (int function = 0; function < kPageFunctions; ++function) {
+    create->Comb_Wave_Click(function);
+    std::string boxes;
+    for (std::optional<int> box = create->NextBox(-1); box; box = create->NextBox(*box)) boxes += std::to_string(*box);
+    EXPECT_EQ(boxes, shown[function]);
+  }
+  program->formSetup = true;
+  create->Comb_Wave_Click(0);
+  program->formSetup = false;
+  EXPECT_EQ(Page(1).Function, kFunctionExpression) << "a list that is being filled chooses nothing";
+}
+
+TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
+  create->PrepareCreate();
+  Page(1).Function = kFunctionSquare;
+  Page(9).Valid = Page(50).Valid = kPageTrue;
+  create->Cmd_Page_Click(Button::Previous);
+  EXPECT_EQ(create->CurrentPage(), 1);
+  create->Cmd_Page_Click(Button::Next);
+  EXPECT_EQ(create->CurrentPage(), 2);
+  EXPECT_EQ(Page(2).Function, kFunctionSquare) << "an untouched page takes over the function";
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 0}));
+  create->Cmd_Page_Click(Button::Last);
+  EXPECT_EQ(create->CurrentPage(), 50);
+  EXPECT_EQ(Page(50).Function, kFunctionSine) << "a valid one keeps its own";
+  create->Cmd_Page_Click(Button::First);
+  EXPECT_EQ(create->CurrentPage(), 1);
+  const struct {
+    const char* typed;
+    int page;
+  } rows[] = {{"7", 7}, {"", 1}, {"999", 200}, {"-4", 1}, {"12", 12}, {"abc", 1}, {"1e30", 200}};
+  for (const auto& row : rows) {
+    create->Txt_Page_LostFocus(row.typed);
+    EXPECT_EQ(create->CurrentPage(), row.page) << row.typed;
+    EXPECT_EQ(create->PageText(), std::to_string(row.page));
+  }
+  create->Cmd_Page_Click(Button::Next);
+  EXPECT_EQ(create->CurrentPage(), 200);
+  for (int page = 1; page <= 200; ++page) Page(page).Valid = 0;
+  create->Cmd_Page_Click(Button::First);
+  EXPECT_EQ(create->CurrentPage(), 1);
+  create->Cmd_Page_Click(Button::Last);
+  EXPECT_EQ(create->CurrentPage(), 200);
+  EXPECT_EQ(Page(200).Function, kFunctionSine) << "taken over from page 1 only when untouched";
+}
+
+TEST_F(CreatePagesTest, DraggingChangesWhatTheRegionSays) {
+  struct Row {
+    const char* why;
+    int function;
+    double x, y, toX, toY; // a picture of 400 by 200
+    double CreatePage::*field;
+    double before, after;
+  };
+  const double code = 65534 / 200.0 / 4;
+  const Row rows[] = {
+      {"top: period", 0, 200, 50, 150, 50, &CreatePage::Period, 1, 2},
+      {"bottom: amplitude", 0, 200, 150, 200, 140, &CreatePage::Amplitude, 1000, 1000 + 10 * code},
+      {"a period below 0.1 is refused", 0, 0, 0, 46, 0, &CreatePage::Period, 1, 1},
+      {"middle: phase", 0, 300, 100, 310, 100, &CreatePage::Phase, 0, -2.25},
+      {"the phase wraps", 0, 8, 100, 0, 100, &CreatePage::Phase, 359.5, 1.3},
+      {"and the other way", 0, 0, 100, 8, 100, &CreatePage::Phase, -359.5, -1.3},
+      {"middle: offset", 4, 300, 100, 300, 120, &CreatePage::Offset, 0, -20 * code},
+      {"right half of a triangle: symmetry", 1, 300, 100, 310, 100, &CreatePage::Symmetry, 50, 52.25},
+      {"which stops", 1, 300, 100, 0, 100, &CreatePage::Symmetry, 50, 0},
+      {"left half: phase", 1, 200, 100, 210, 100, &CreatePage::Phase, 0, -2.25},
+      {"right half of a square: duty", 2, 300, 100, 310, 100, &CreatePage::Duty, 99, 100},
+      {"and transition", 2, 300, 100, 310, 100, &CreatePage::Transition, 0, 2.25},
+      {"an expression cannot be dragged", 5, 200, 50, 150, 50, &CreatePage::Period, 1, 1},
+  };
+  for (const Row& row : rows) {
+    program->pages = PageTable{};
+    create->PrepareCreate();
+    Page(1).Function = static_cast<std::int16_t>(row.function);
+    Page(1).*row.field = row.before;
+    create->PictWave_MouseDown(true, row.x, row.y, 400, 200);
+    create->PictWave_MouseMove(row.toX, row.toY);
+    create->PictWave_MouseUp();
+    create->PictWave_MouseMove(0, 0);
+    EXPECT_NEAR(Page(1).*row.field, row.after, 1e-9) << row.why;
+  }
+  create->PictWave_MouseDown(false, 10, 10, 400, 200);
+  create->PictWave_MouseMove(20, 20);
+  EXPECT_EQ(Page(1).Period, 1) << "another button drags nothing";
+}
+
+TEST_F(CreatePagesTest, ARefusedPeriodWaitsForThePointer) {
+  create->PrepareCreate();
+  create->PictWave_MouseDown(true, 100, 10, 400, 200);
+  create->PictWave_MouseMove(144, 10);
+  EXPECT_NEAR(Page(1).Period, 0.12, 1e-12);
+  create->PictWave_MouseMove(200, 20); // refused, the amplitude follows
+  EXPECT_NEAR(Page(1).Period, 0.12, 1e-12);
+  EXPECT_LT(Page(1).Amplitude, 65534);
+  create->PictWave_MouseMove(140, 20);
+  EXPECT_NEAR(Page(1).Period, 0.2, 1e-12) << "counted from where it was taken last";
+}
+
+TEST_F(CreatePagesTest, PageOkCopiesTheAreaAlone) {
+  Ramp();
+  create->PrepareCreate();
+  create->Comb_Wave_Click(kFunctionDc);
+  create->Text_LostFocus(kBoxOffset, "1234");
+  EXPECT_EQ(Code(150), 150) << "nothing before OK";
+  create->Btn_OK_Click();
+  EXPECT_EQ(Code(99), 99);
+  EXPECT_EQ(Code(100), 1234);
+  EXPECT_EQ(Code(199), 1234);
+  EXPECT_EQ(Code(200), 200);
+  EXPECT_FALSE(create->Cancelled());
+  EXPECT_EQ(createPort->closes, 1);
+  editor->Undo();
+  EXPECT_EQ(Code(150), 150);
+}
+
+TEST_F(CreatePagesTest, APageWithoutEffectIsNotCopied) {
+  Ramp();
+  create->PrepareCreate();
+  create->Text_LostFocus(kBoxOffset, "1");
+  create->Opt_effect_Click(false);
+  create->Btn_OK_Click();
+  EXPECT_EQ(Code(150), 150);
+  EXPECT_EQ(createPort->closes, 1);
+}
+
+TEST_F(CreatePagesTest, AllPageOkOverlaysThePagesInOrder) {
+  Ramp();
+  for (int page = 1; page <= 3; ++page) {
+    Page(page).Function = kFunctionDc;
+    Page(page).Offset = page * 1000;
+    Page(page).Valid = page == 2 ? std::int16_t{0} : kPageTrue;
+    Page(page).SetArea(page * 100, page * 100 + 250);
+  }
+  create->PrepareCreate();
+  create->Btn_Confirm_Click();
+  EXPECT_EQ(Code(299), 1000);
+  EXPECT_EQ(Code(300), 3000) << "a later page covers an earlier one";
+  EXPECT_EQ(Code(549), 3000);
+  EXPECT_EQ(Code(550), 550);
+  EXPECT_EQ(createPort->closes, 1);
+}
+
+TEST_F(CreatePagesTest, AllPageOkWithoutPagesClosesAndLeavesTheWaveform) {
+  Ramp();
+  create->PrepareCreate();
+  create->Opt_effect_Click(false);
+  create->Btn_Confirm_Click();
+  EXPECT_EQ(Code(150), 150);
+  EXPECT_EQ(createPort->closes, 1);
+  EXPECT_FALSE(editor->commands.CanUndo());
+}
+
+TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndClearsAnOperand) {
+  Ramp();
+  create->PrepareCreate();
+  create->Btn_Cancel_Click();
+  create->Form_QueryUnload();
+  EXPECT_TRUE(create->Cancelled());
+  EXPECT_EQ(Code(150), 150);
+
+  const WaveHandle operand = W_AllocMemory(100);
+  create->PrepareCreate({operand, {100, 200}});
+  EXPECT_FALSE(create->FromMainWindow());
+  EXPECT_FALSE(create->ParameterEnabled(kBoxSize));
+  EXPECT_EQ(create->CurrentPage(), 0);
+  EXPECT_EQ(W_GetWaveData(operand, 25, 100), 32767) << "from point 0 of the operand's buffer";
+  create->Form_QueryUnload();
+  EXPECT_EQ(W_GetWaveData(operand, 25, 100), 0);
+
+  create->PrepareCreate({operand, {100, 200}});
+  create->Menu_AllClear_Click();
+  EXPECT_EQ(create->Page().Size, 100) << "the range stays the page's area";
+  create->Comb_Wave_Click(kFunctionDc);
+  create->Text_LostFocus(kBoxOffset, "7");
+  create->Btn_Confirm_Click(); // the same as Page OK
+  create->Form_QueryUnload();
+  EXPECT_EQ(createPort->operands, 1);
+  EXPECT_EQ(W_GetWaveData(operand, 99, 100), 7);
+  EXPECT_EQ(Code(150), 150);
+  W_FreeMemory(operand);
+}
+
+TEST_F(CreatePagesTest, ClearsKeepWhatTheyShould) {
+  create->PrepareCreate();
+  create->Comb_Wave_Click(kFunctionSquare);
+  create->Text_LostFocus(kBoxDuty, "20");
+  Page(1).Expression = "x";
+  Page(5).Valid = kPageTrue;
+  create->Menu_Clear_Click();
+  EXPECT_EQ(Page(1).Duty, 50);
+  EXPECT_EQ(Page(1).Expression, "");
+  EXPECT_EQ(Page(1).Function, kFunctionSquare);
+  EXPECT_EQ(Page(1).EndX, 200);
+  EXPECT_TRUE(Page(1).Valid);
+  create->GoToPage(5);
+  create->Menu_AllClear_Click();
+  EXPECT_EQ(create->CurrentPage(), 1);
+  EXPECT_EQ(Page(1), CreatePage{});
+  EXPECT_EQ(Page(5), CreatePage{});
+  EXPECT_EQ(Generated(150), 0);
+}
+
+TEST_F(CreatePagesTest, TheSameSeedGivesTheSameNoise) {
+  const auto noise = [this] {
+    program->pages = PageTable{};
+    program->buffers.CurrentScope() = {100, 200};
+    create->PrepareCreate();
+    create->Comb_Wave_Click(kFunctionNoise);
+    std::vector<std::int32_t> codes;
+    for (int point = 100; point < 200; ++point) codes.push_back(Generated(point));
+    return codes;
+  };
+  const auto first = noise();
+  EXPECT_EQ(noise(), first);
+  random = 0.51;
+  EXPECT_NE(noise(), first);
+}
+
+TEST_F(CreatePagesTest, ThePreviewShowsTheAreaAndNothingWhileTheFormIsFilled) {
+  create->PrepareCreate();
+  RecordingContext picture(100, 80);
+  create->Draw_Wave_Create(picture);
+  ASSERT_FALSE(picture.calls.empty());
+  EXPECT_EQ(picture.calls.front().substr(0, 4), "fill");
+  std::size_t drawn = 0;
+  for (const std::string& call : picture.calls) drawn += call.starts_with("columns") || call.starts_with("polyline");
+  EXPECT_GE(drawn, 1U);
+  Page(1).SetArea(100, 100);
+  picture.calls.clear();
+  create->Draw_Wave_Create(picture);
+  for (const std::string& call : picture.calls) EXPECT_FALSE(call.starts_with("columns")) << "an empty area is empty";
+  program->formSetup = true;
+  picture.calls.clear();
+  create->Draw_Wave_Create(picture);
+  program->formSetup = false;
+  EXPECT_TRUE(picture.calls.empty());
+}
+
+TEST_F(CreatePagesTest, AListFromTheFileMenuShowsItsFirstPage) {
+  const TempFolder folder;
+  const std::string path = folder / "list.wfn";
+  create->PrepareCreate();
+  Page(1).Valid = 0;
+  Page(20).Valid = kPageTrue;
+  Page(20).SetArea(10, 60);
+  Page(20).Offset = 5;
+  desktop.dialogs.Answer(path);
+  create->Menu_FileSave_Click();
+  EXPECT_EQ(program->names.LastListFile, path);
+  create->Menu_AllClear_Click();
+  desktop.dialogs.Cancel();
+  create->Menu_FileOpen_Click();
+  EXPECT_EQ(create->CurrentPage(), 1) << "nothing was read";
+  desktop.dialogs.Answer(path);
+  create->Menu_FileOpen_Click();
+  EXPECT_EQ(create->CurrentPage(), 20);
+  EXPECT_EQ(create->ParameterText(kBoxOffset), "5.000000");
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10, 60}));
+}
+
+} // namespace
+} // namespace calder
