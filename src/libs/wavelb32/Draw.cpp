@@ -14,8 +14,8 @@ using wavelb::VerticalView;
 
 namespace {
 
-constexpr Color gridColor = 0xD0D0D0;
-constexpr Color zeroColor = 0xFFFFFF;
+constexpr Color gridColor = 0x2A2F35;
+constexpr Color zeroColor = 0x757A7F;
 constexpr int gridColumns = 10;
 constexpr int gridRows = 8;
 // From this distance on, in logical pixels, each point is marked by a dot of this size.
