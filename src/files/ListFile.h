@@ -1,14 +1,10 @@
-// Expression lists, .wfn: the Create dialog's pages as text. docs/file-formats.md has the layout.
-//
-// A list is written in the units of the moment and says their ranges, so that it means the same when it is read in
-// others.
+// Expression lists, .wfn: the Create dialog's pages as a file. docs/file-formats.md has the layout.
 #pragma once
 
 #include "app/Program.h"
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 namespace calder {
 
@@ -23,15 +19,7 @@ public:
   // told. A file that is damaged further on gives the pages before the damage.
   std::int32_t Read_List(const std::string& path);
 
-  // The text of the file, UTF-8.
-  [[nodiscard]] std::string Compose() const;
-  // The pages of a text in the code page of the language. False: there are none to be read, `pages` is as it was.
-  [[nodiscard]] bool Parse(std::string_view text, PageTable& pages) const;
-
 private:
-  [[nodiscard]] std::string ComposeHead() const;
-  [[nodiscard]] std::string ComposePage(int number, CreatePage page) const;
-
   Program& program_;
 };
 
