@@ -30,7 +30,7 @@ void Runner::Workspace::Prepare(const Program& program) {
 }
 
 Operands Runner::Workspace::OperandsOf(const Pass& pass, std::size_t points) const {
-  return {Row(pass.out), Row(pass.a), Row(pass.b), Row(pass.c), pass.k, pass.m, pass.coefficients, pass.key, points};
+  return {Row(pass.out), Row(pass.a), Row(pass.b), Row(pass.c), pass.k, pass.m, nullptr, pass.key, points};
 }
 
 Runner::Runner(const KernelTable& kernels, int maximumThreads, std::size_t chunkPoints)
@@ -62,9 +62,17 @@ void Runner::RunPasses(const Program& program, const Workspace& workspace, doubl
 }
 
 void Runner::RunBlock(Work& work, const Workspace& workspace, std::size_t start, std::size_t count) const {
-  RunPasses(work.program, workspace, work.first + static_cast<double>(start), count, work.failed);
   const std::size_t groups = (count + groupPoints - 1) / groupPoints * groupPoints;
-  const Operands last = workspace.OperandsOf(work.program.last, groups);
+  const double first = work.first + static_cast<double>(start);
+  Operands last;
+  if (work.program.isPolynomial) {
+    last.coefficients = work.program.coefficients.data();
+    last.k = first;
+    last.points = groups;
+  } else {
+    RunPasses(work.program, workspace, first, count, work.failed);
+    last = workspace.OperandsOf(work.program.last, groups);
+  }
   if (groups == count) {
     work.program.pack(last, work.codes.data() + start);
     return;
