@@ -18,7 +18,7 @@ void Runner::RowDelete::operator()(double* rows) const {
   ::operator delete(rows, alignment);
 }
 
-void Runner::Workspace::Prepare(const Program& program) {
+void Runner::Workspace::Prepare(const Program& program, std::size_t points) {
   const std::size_t needed = std::max<std::size_t>(1, program.rowCount) * rowStride;
   if (needed > size) {
     rows.reset();
@@ -26,7 +26,7 @@ void Runner::Workspace::Prepare(const Program& program) {
     rows.reset(static_cast<double*>(::operator new(needed * sizeof(double), alignment)));
     size = needed;
   }
-  for (const ConstantRow& constant : program.constants) std::fill_n(Row(constant.row), blockPoints, constant.value);
+  for (const ConstantRow& constant : program.constants) std::fill_n(Row(constant.row), points, constant.value);
 }
 
 Operands Runner::Workspace::OperandsOf(const Pass& pass, std::size_t points) const {
@@ -97,14 +97,14 @@ std::uint32_t Runner::RunCodes(const Program& program, double first, std::span<s
   if (codes.empty()) return noCheck;
   Work work{program, first, codes};
   work.chunk = chunkPoints_ != 0 ? chunkPoints_ : usualChunk;
-  own_.Prepare(program);
+  own_.Prepare(program, blockPoints);
   const bool isWorth = chunkPoints_ != 0 || program.costPerPoint * static_cast<double>(codes.size()) > worthSharing;
   const bool isShared = maximumThreads_ > 1 && isWorth && codes.size() > work.chunk && worker_.Start();
   if (!isShared) {
     RunChunks(work, own_);
     return work.failed;
   }
-  helpers_.Prepare(program);
+  helpers_.Prepare(program, blockPoints);
   auto help = [&] { RunChunks(work, helpers_); };
   worker_.Begin(help);
   RunChunks(work, own_);
@@ -113,7 +113,7 @@ std::uint32_t Runner::RunCodes(const Program& program, double first, std::span<s
 }
 
 std::uint32_t Runner::RunValue(const Program& program, double x, double& value) {
-  own_.Prepare(program);
+  own_.Prepare(program, groupPoints);
   std::atomic<std::uint32_t> failed{noCheck};
   RunPasses(program, own_, x, 1, failed);
   if (failed == noCheck) value = *own_.Row(program.last.a);
