@@ -13,7 +13,8 @@ class FigureTable {
 public:
   FigureTable() { std::printf("%-58s %10s %10s %7s %6s\n", "figure", "ours us", "peer us", "ratio", "limit"); }
 
-  void Row(const char* figure, double limit, int rounds, auto&& ours, auto&& peer) {
+  // Gives the ratio.
+  double Row(const char* figure, double limit, int rounds, auto&& ours, auto&& peer) {
     double oursTime = 1e18;
     double peerTime = 1e18;
     for (int i = 0; i < rounds; ++i) {
@@ -23,13 +24,24 @@ public:
     const double ratio = oursTime / peerTime;
     std::printf("%-58s %10.1f %10.1f %7.2f %6.1f %s\n", figure, oursTime, peerTime, ratio, limit,
                 Verdict(ratio, limit));
+    return ratio;
   }
 
   // A figure with a limit in microseconds instead of a peer.
   void TimeRow(const char* figure, double limit, int rounds, auto&& ours) {
+    const double time = BestTime(rounds, ours);
+    std::printf("%-58s %10.1f %10s %7s %6.0f %s\n", figure, time, "-", "-", limit, Verdict(time, limit));
+  }
+
+  // A ratio that is known already.
+  void LimitRow(const char* figure, double limit, double ratio) {
+    std::printf("%-58s %10s %10s %7.2f %6.1f %s\n", figure, "-", "-", ratio, limit, Verdict(ratio, limit));
+  }
+
+  [[nodiscard]] static double BestTime(int rounds, auto&& ours) {
     double time = 1e18;
     for (int i = 0; i < rounds; ++i) time = std::min(time, Microseconds(ours));
-    std::printf("%-58s %10.1f %10s %7s %6.0f %s\n", figure, time, "-", "-", limit, Verdict(time, limit));
+    return time;
   }
 
   [[nodiscard]] bool IsOver() const { return isOver_; }

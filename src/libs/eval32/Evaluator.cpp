@@ -64,7 +64,7 @@ std::int16_t Evaluator::State::FailCheck(std::uint32_t check) {
   return Fail(EVAL_DIVIDE_BY_ZERO, graph.Checks()[check].position, "division by zero");
 }
 
-std::int16_t Evaluator::State::Compile(std::string_view text, eval::Outcome outcome) {
+std::int16_t Evaluator::State::Compile(std::string_view text, eval::Outcome outcome, double largestX) {
   graph.Clear();
   eval::Parser parser(text, graph, seed);
   const eval::NodeId root = parser.Parse(constants);
@@ -72,7 +72,7 @@ std::int16_t Evaluator::State::Compile(std::string_view text, eval::Outcome outc
     fault = parser.Fault();
     return fault.code;
   }
-  builder.Build(graph, root, outcome, seed, program);
+  builder.Build(graph, root, outcome, seed, largestX, program);
   return EVAL_SUCCESS;
 }
 
@@ -80,7 +80,7 @@ std::int16_t Evaluator::EvalArray1(double start, double count, WaveHandle buffer
   State& state = *state_;
   state.fault = {};
   try {
-    const std::int16_t code = state.Compile(text, eval::Outcome::Codes);
+    const std::int16_t code = state.Compile(text, eval::Outcome::Codes, std::max(0.0, start) + std::max(0.0, count));
     if (code != EVAL_SUCCESS) return code;
     const std::span<std::int16_t> codes = W_Lock(buffer);
     const std::optional<PointRange> range = WholePoints(start, count, codes.size());
@@ -107,7 +107,7 @@ std::int16_t Evaluator::EvalOneL(std::string_view text, std::int32_t x, double& 
   State& state = *state_;
   state.fault = {};
   try {
-    const std::int16_t code = state.Compile(text, eval::Outcome::Values);
+    const std::int16_t code = state.Compile(text, eval::Outcome::Values, std::abs(static_cast<double>(x)));
     if (code != EVAL_SUCCESS) return code;
     const std::uint32_t failed = state.runner.RunValue(state.program, x, result);
     return failed == eval::noCheck ? EVAL_SUCCESS : state.FailCheck(failed);

@@ -13,7 +13,7 @@ struct Evaluator::State {
       : graph(kernels), builder(kernels), runner(kernels, maximumThreads, chunkPoints) {}
 
   // A program from a text, or the fault.
-  [[nodiscard]] std::int16_t Compile(std::string_view text, eval::Outcome outcome);
+  [[nodiscard]] std::int16_t Compile(std::string_view text, eval::Outcome outcome, double largestX);
   [[nodiscard]] std::int16_t Fail(std::int16_t code, std::size_t position, std::string_view reason);
   // The code of a check that failed.
   [[nodiscard]] std::int16_t FailCheck(std::uint32_t check);

@@ -58,7 +58,7 @@ NodeId Turns(Call& call) {
 
 // turns less its whole number at or below turns + shift: the place in the period that starts at -shift.
 NodeId Place(Graph& g, NodeId turns, NodeId shift) {
-  const NodeId whole = g.Unary(Op::Floor, g.BinaryK(Op::Add, g.Binary(Op::Add, turns, shift), early));
+  const NodeId whole = g.Unary(Op::Floor, g.Binary(Op::Add, turns, g.BinaryK(Op::Add, shift, early)));
   return g.Binary(Op::Sub, turns, whole);
 }
 

@@ -57,6 +57,9 @@ NodeId Graph::Intern(const Node& node) {
 }
 
 double Graph::Folded(Op op, double a, double b) const {
+  if (op == Op::Add) return a + b;
+  if (op == Op::Sub) return a - b;
+  if (op == Op::Mul) return a * b;
   double left[groupPoints];
   double right[groupPoints];
   std::fill_n(left, groupPoints, a);

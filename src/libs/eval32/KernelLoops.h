@@ -3,6 +3,7 @@
 // called, and every name depends on L.
 //
 // L::V is a vector type with the compiler's own operators, or double; Floor, Fma and the like are L's functions.
+// L::Min(a, b) is a < b ? a : b and L::Max(a, b) is a > b ? a : b, so b where one of them is not a number.
 #pragma once
 
 #include "libs/eval32/Kernels.h"
@@ -31,10 +32,10 @@ struct Loops {
     static V Of(V a, V b) { return a / b; }
   };
   struct OpMin {
-    static V Of(V a, V b) { return b < a ? b : a; }
+    static V Of(V a, V b) { return L::Min(b, a); }
   };
   struct OpMax {
-    static V Of(V a, V b) { return a < b ? b : a; }
+    static V Of(V a, V b) { return L::Max(b, a); }
   };
   struct OpPow {
     static V Of(V a, V b) { return L::Pow(a, b); }
@@ -173,76 +174,80 @@ struct Loops {
   };
 
   // ---- loops ----
+  // Stores go through vector types, which may stand for anything: without copies of its own in registers a loop would
+  // read its pointers again after each store.
+  struct Rows {
+    explicit Rows(const Operands& o) : out(o.out), a(o.a), b(o.b), points(o.points), k(Set(o.k)), m(Set(o.m)) {}
+    double* out;
+    const double* a;
+    const double* b;
+    std::size_t points;
+    V k;
+    V m;
+  };
+  template <class F>
+  static void ForAll(const Operands& operands, F value) {
+    const Rows rows(operands);
+    for (std::size_t i = 0; i < rows.points; i += L::width) L::Store(rows.out + i, value(rows, i));
+  }
+  static V A(const Rows& rows, std::size_t i) { return L::Load(rows.a + i); }
+  static V B(const Rows& rows, std::size_t i) { return L::Load(rows.b + i); }
+
   template <class F>
   static void Unary(const Operands& o) {
-    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(L::Load(o.a + i)));
+    ForAll(o, [](const Rows& r, std::size_t i) { return F::Of(A(r, i)); });
   }
   template <class F>
   static void UnaryMulK(const Operands& o) {
-    const V k = Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(L::Load(o.a + i) * k));
+    ForAll(o, [](const Rows& r, std::size_t i) { return F::Of(A(r, i) * r.k); });
   }
   template <class F>
   static void Binary(const Operands& o) {
-    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(L::Load(o.a + i), L::Load(o.b + i)));
+    ForAll(o, [](const Rows& r, std::size_t i) { return F::Of(A(r, i), B(r, i)); });
   }
   template <class F>
   static void BinaryK(const Operands& o) {
-    const V k = Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(L::Load(o.a + i), k));
+    ForAll(o, [](const Rows& r, std::size_t i) { return F::Of(A(r, i), r.k); });
   }
   template <class F>
   static void KBinary(const Operands& o) {
-    const V k = Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, F::Of(k, L::Load(o.a + i)));
+    ForAll(o, [](const Rows& r, std::size_t i) { return F::Of(r.k, A(r, i)); });
   }
   template <class F, class G>
   static void Steps(const Operands& o) {
-    const V k = Set(o.k);
-    const V m = Set(o.m);
-    for (std::size_t i = 0; i < o.points; i += L::width) L::Store(o.out + i, G::Of(F::Of(L::Load(o.a + i), k), m));
+    ForAll(o, [](const Rows& r, std::size_t i) { return G::Of(F::Of(A(r, i), r.k), r.m); });
   }
   template <class J, class G>
   static void JoinStep(const Operands& o) {
-    const V k = Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += L::width)
-      L::Store(o.out + i, G::Of(J::Of(L::Load(o.a + i), L::Load(o.b + i)), k));
+    ForAll(o, [](const Rows& r, std::size_t i) { return G::Of(J::Of(A(r, i), B(r, i)), r.k); });
   }
   template <class J>
   static void MulKJoin(const Operands& o) {
-    const V k = Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += L::width)
-      L::Store(o.out + i, J::Of(L::Load(o.a + i) * k, L::Load(o.b + i)));
+    ForAll(o, [](const Rows& r, std::size_t i) { return J::Of(A(r, i) * r.k, B(r, i)); });
   }
   template <class J>
   static void JoinMulK(const Operands& o) {
-    const V k = Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += L::width)
-      L::Store(o.out + i, J::Of(L::Load(o.a + i), L::Load(o.b + i) * k));
+    ForAll(o, [](const Rows& r, std::size_t i) { return J::Of(A(r, i), B(r, i) * r.k); });
   }
   static void Select(const Operands& o) {
-    for (std::size_t i = 0; i < o.points; i += L::width) {
-      const V yes = L::Load(o.b + i);
-      const V no = L::Load(o.c + i);
-      L::Store(o.out + i, L::Load(o.a + i) != Set(0) ? yes : no);
-    }
+    const double* const c = o.c;
+    ForAll(o, [c](const Rows& r, std::size_t i) {
+      const V yes = B(r, i);
+      const V no = L::Load(c + i);
+      return A(r, i) != Set(0) ? yes : no;
+    });
   }
-  static void Polynomial(const Operands& o) {
-    const V k = Set(o.k);
-    const V m = Set(o.m);
-    for (std::size_t i = 0; i < o.points; i += L::width) {
-      const V a = L::Load(o.a + i) * k + m;
-      V sum = Set(o.coefficients[0]);
-      for (std::size_t power = 0; power < o.key; ++power) sum = L::Fma(sum, a, Set(o.coefficients[power + 1]));
-      L::Store(o.out + i, sum);
-    }
-  }
+  // Two sums side by side, since each waits for itself; the row has room for a vector too many.
   static void Points(const Operands& o) {
-    const V last = Set(o.m);
-    V index = L::Ramp() + Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += L::width) {
-      L::Store(o.out + i, last < index ? last : index);
-      index = index + Set(static_cast<double>(L::width));
+    const Rows rows(o);
+    const V step = Set(2.0 * static_cast<double>(L::width));
+    V even = L::Ramp() + rows.k;
+    V odd = even + Set(static_cast<double>(L::width));
+    for (std::size_t i = 0; i < rows.points; i += 2 * L::width) {
+      L::Store(rows.out + i, L::Min(even, rows.m));
+      L::Store(rows.out + i + L::width, L::Min(odd, rows.m));
+      even = even + step;
+      odd = odd + step;
     }
   }
   // SplitMix64's finish (G. Steele, D. Lea, C. Flood, "Fast splittable pseudorandom number generators", 2014) over the
@@ -256,27 +261,37 @@ struct Loops {
       o.out[i] = __builtin_bit_cast(double, bits) - 1;
     }
   }
-  static V Limit(V value) {
-    const V low = value < Set(-32767) ? Set(-32767) : value;
-    return low > Set(32767) ? Set(32767) : low;
-  }
-  static void Pack(const Operands& o, std::int16_t* codes) {
-    const V k = Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += groupPoints) {
+
+  // ---- last passes ----
+  static V Limit(V value) { return L::Min(Set(32767), L::Max(Set(-32767), value)); }
+  template <class F>
+  static void PackAll(std::size_t points, std::int16_t* codes, F value) {
+    for (std::size_t i = 0; i < points; i += groupPoints) {
       V values[groupPoints / L::width];
-      for (std::size_t j = 0; j < groupPoints / L::width; ++j) values[j] = Limit(L::Load(o.a + i + j * L::width) * k);
+      for (std::size_t j = 0; j < groupPoints / L::width; ++j) values[j] = Limit(value(i + j * L::width));
       L::StoreCodes(codes + i, values);
     }
+  }
+  static void Pack(const Operands& o, std::int16_t* codes) {
+    const Rows rows(o);
+    PackAll(rows.points, codes, [rows](std::size_t i) { return A(rows, i) * rows.k; });
   }
   template <class J>
   static void PackJoin(const Operands& o, std::int16_t* codes) {
-    const V k = Set(o.k);
-    for (std::size_t i = 0; i < o.points; i += groupPoints) {
-      V values[groupPoints / L::width];
-      for (std::size_t j = 0; j < groupPoints / L::width; ++j)
-        values[j] = Limit(J::Of(L::Load(o.a + i + j * L::width), L::Load(o.b + i + j * L::width)) * k);
-      L::StoreCodes(codes + i, values);
-    }
+    const Rows rows(o);
+    PackAll(rows.points, codes, [rows](std::size_t i) { return J::Of(A(rows, i), B(rows, i)) * rows.k; });
+  }
+  template <std::size_t degree>
+  static void PackPolynomial(const Operands& o, std::int16_t* codes) {
+    V c[degree + 1];
+    for (std::size_t i = 0; i <= degree; ++i) c[i] = Set(o.coefficients[i]);
+    V index = L::Ramp() + Set(o.k);
+    PackAll(o.points, codes, [&c, &index](std::size_t) {
+      V sum = c[degree];
+      for (std::size_t i = degree; i-- > 0;) sum = L::Fma(sum, index, c[i]);
+      index = index + Set(static_cast<double>(L::width));
+      return sum;
+    });
   }
   static bool IsZero(const Operands& o) {
     V found = Set(0);
@@ -324,6 +339,15 @@ struct Loops {
     AddJoin<OpMul, F...>(t, Join::Mul);
     AddJoin<OpMin, F...>(t, Join::Min);
     AddJoin<OpMax, F...>(t, Join::Max);
+  }
+  static constexpr void AddPolynomials(KernelTable& t) {
+    t.packPolynomial[0] = &PackPolynomial<0>;
+    t.packPolynomial[1] = &PackPolynomial<1>;
+    t.packPolynomial[2] = &PackPolynomial<2>;
+    t.packPolynomial[3] = &PackPolynomial<3>;
+    t.packPolynomial[4] = &PackPolynomial<4>;
+    t.packPolynomial[5] = &PackPolynomial<5>;
+    t.packPolynomial[6] = &PackPolynomial<6>;
   }
   static constexpr KernelTable Table() {
     KernelTable t;
@@ -374,10 +398,10 @@ struct Loops {
     AddBinary<OpOr>(t, Op::Or);
     AddAllSteps<OpAdd, OpMul, OpRSub, OpDiv, OpMin, OpMax, StepAbs, StepFloor>(t);
     t.select = &Select;
-    t.polynomial = &Polynomial;
     t.points = &Points;
     t.pack = &Pack;
     t.isZero = &IsZero;
+    AddPolynomials(t);
     return t;
   }
 };

@@ -15,6 +15,8 @@ inline constexpr std::size_t rowStride = blockPoints + 8;
 // Loops run over whole groups of this many points.
 inline constexpr std::size_t groupPoints = 8;
 
+inline constexpr std::size_t polynomialLimit = 6;
+
 struct Operands {
   double* out = nullptr; // may be one of the operands
   const double* a = nullptr;
@@ -22,8 +24,8 @@ struct Operands {
   const double* c = nullptr;
   double k = 0; // immediate operands
   double m = 0;
-  const double* coefficients = nullptr; // of a polynomial, the highest power first
-  std::uint64_t key = 0;                // of the random values; the degree of a polynomial
+  const double* coefficients = nullptr; // of a polynomial, the constant first
+  std::uint64_t key = 0;                // of the random values
   std::size_t points = 0;               // a multiple of groupPoints
 };
 using Kernel = void (*)(const Operands&);
@@ -45,10 +47,11 @@ struct KernelTable {
   Kernel mulKJoin[joinCount] = {};            // (a * k) join b
   Kernel joinMulK[joinCount] = {};            // a join (b * k)
   Kernel select = nullptr;                    // a ? b : c
-  Kernel polynomial = nullptr;                // of a * k + m
   Kernel points = nullptr;                    // k, k + 1, ..., but never above m
   PackKernel pack = nullptr;                  // a * k
   PackKernel packJoin[joinCount] = {};
+  // Of the points k, k + 1, ...; a and m are not used.
+  PackKernel packPolynomial[polynomialLimit + 1] = {};
   ZeroKernel isZero = nullptr;
 };
 

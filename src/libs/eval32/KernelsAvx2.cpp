@@ -15,6 +15,8 @@ struct Avx2Lanes {
   static V Ramp() { return _mm256_setr_pd(0, 1, 2, 3); }
   static V Load(const double* from) { return _mm256_loadu_pd(from); }
   static void Store(double* to, V value) { _mm256_storeu_pd(to, value); }
+  static V Min(V a, V b) { return _mm256_min_pd(a, b); }
+  static V Max(V a, V b) { return _mm256_max_pd(a, b); }
   static V Abs(V a) { return _mm256_andnot_pd(_mm256_set1_pd(-0.0), a); }
   static V Sqrt(V a) { return _mm256_sqrt_pd(a); }
   static V Fma(V a, V b, V c) { return _mm256_fmadd_pd(a, b, c); }

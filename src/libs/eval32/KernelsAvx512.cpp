@@ -15,6 +15,8 @@ struct Avx512Lanes {
   static V Ramp() { return _mm512_setr_pd(0, 1, 2, 3, 4, 5, 6, 7); }
   static V Load(const double* from) { return _mm512_loadu_pd(from); }
   static void Store(double* to, V value) { _mm512_storeu_pd(to, value); }
+  static V Min(V a, V b) { return _mm512_min_pd(a, b); }
+  static V Max(V a, V b) { return _mm512_max_pd(a, b); }
   static V Abs(V a) { return _mm512_abs_pd(a); }
   static V Sqrt(V a) { return _mm512_sqrt_pd(a); }
   static V Fma(V a, V b, V c) { return _mm512_fmadd_pd(a, b, c); }
@@ -23,9 +25,8 @@ struct Avx512Lanes {
   static V Trunc(V a) { return _mm512_roundscale_pd(a, _MM_FROUND_TO_ZERO | _MM_FROUND_NO_EXC); }
   static bool IsAnyNotZero(V a) { return _mm512_cmp_pd_mask(a, _mm512_setzero_pd(), _CMP_NEQ_UQ) != 0; }
   static void StoreCodes(std::int16_t* to, const V* values) {
-    const __mmask8 isNumber = _mm512_cmp_pd_mask(values[0], values[0], _CMP_ORD_Q);
-    const __m256i codes = _mm512_maskz_cvtpd_epi32(isNumber, values[0]);
-    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm256_cvtepi32_epi16(codes));
+    // What is no number becomes -2^31, of which the low half, 0, is kept.
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm256_cvtepi32_epi16(_mm512_cvtpd_epi32(values[0])));
   }
 #define CALDER_MATH1(ours, theirs, error)                                                                              \
   static V ours(V a) {                                                                                                 \

@@ -25,6 +25,8 @@ struct PlainLanes {
   static V Ramp() { return 0; }
   static V Load(const double* from) { return *from; }
   static void Store(double* to, V value) { *to = value; }
+  static V Min(V a, V b) { return a < b ? a : b; }
+  static V Max(V a, V b) { return a > b ? a : b; }
   static V Abs(V a) { return std::fabs(a); }
   static V Sqrt(V a) { return std::sqrt(a); }
   static V Fma(V a, V b, V c) { return std::fma(a, b, c); }

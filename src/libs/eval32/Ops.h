@@ -57,8 +57,6 @@ enum class Op : std::uint8_t {
   Or,
   // of three operands
   Select, // a is not 0 ? b : c
-  // c0 + c1 a + c2 a a + ...; value: the place of the coefficients
-  Polynomial,
   Count
 };
 

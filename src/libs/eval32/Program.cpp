@@ -1,8 +1,10 @@
 #include "libs/eval32/Program.h"
 
 #include "libs/eval32/Functions.h"
+#include "libs/eval32/Polynomial.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace calder::eval {
 
@@ -54,7 +56,8 @@ bool ProgramBuilder::IsMulK(NodeId id) const {
   return node.op == Op::Mul && graph_->IsConstant(node.b);
 }
 
-void ProgramBuilder::Build(const Graph& graph, NodeId root, Outcome outcome, std::int32_t seed, Program& program) {
+void ProgramBuilder::Build(const Graph& graph, NodeId root, Outcome outcome, std::int32_t seed, double largestX,
+                           Program& program) {
   graph_ = &graph;
   program_ = &program;
   seed_ = seed;
@@ -64,11 +67,23 @@ void ProgramBuilder::Build(const Graph& graph, NodeId root, Outcome outcome, std
   program.rowCount = 0;
   program.costPerPoint = 0.2;
   program.pack = nullptr;
+  program.isPolynomial = outcome == Outcome::Codes && BuildPolynomial(root, largestX);
+  if (program.isPolynomial) return;
   CountUses(root);
   ChooseLast(root, outcome);
   Fuse();
   DraftAll();
   AssignRows();
+}
+
+bool ProgramBuilder::BuildPolynomial(NodeId root, double largestX) {
+  if (!graph_->Checks().empty()) return false;
+  std::optional<Polynomial> found = PolynomialOf(*graph_, root);
+  if (!found || !IsSafe(*found, largestX)) return false;
+  program_->coefficients = found->coefficients;
+  program_->pack = kernels_.packPolynomial[found->degree];
+  program_->costPerPoint += 0.05 * static_cast<double>(found->degree);
+  return true;
 }
 
 void ProgramBuilder::CountUses(NodeId root) {

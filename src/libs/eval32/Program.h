@@ -3,6 +3,7 @@
 
 #include "libs/eval32/Graph.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -20,7 +21,6 @@ struct Pass {
   std::uint32_t c = noRow;
   double k = 0;
   double m = 0;
-  const double* coefficients = nullptr;
   std::uint64_t key = 0;
 };
 
@@ -37,6 +37,9 @@ struct Program {
   // The result: of a program for values the row a, of one for codes what the last pass works on.
   Pass last;
   PackKernel pack = nullptr;
+  // Where the whole expression is a polynomial of x: its coefficients, the constant first. No other pass is run then.
+  std::array<double, polynomialLimit + 1> coefficients{};
+  bool isPolynomial = false;
   double costPerPoint = 0; // nanoseconds, roughly
 };
 
@@ -46,7 +49,8 @@ enum class Outcome : std::uint8_t { Values, Codes };
 class ProgramBuilder {
 public:
   explicit ProgramBuilder(const KernelTable& kernels) : kernels_(kernels) {}
-  void Build(const Graph& graph, NodeId root, Outcome outcome, std::int32_t seed, Program& program);
+  // largestX: the largest magnitude of x that the program will be run with.
+  void Build(const Graph& graph, NodeId root, Outcome outcome, std::int32_t seed, double largestX, Program& program);
 
 private:
   // A pass whose operands are still nodes.
@@ -61,6 +65,7 @@ private:
     double k = 0;
   };
 
+  [[nodiscard]] bool BuildPolynomial(NodeId root, double largestX);
   void CountUses(NodeId root);
   void ChooseLast(NodeId root, Outcome outcome);
   void Fuse();

@@ -18,7 +18,7 @@ void Runner::RowDelete::operator()(double* rows) const {
   ::operator delete(rows, alignment);
 }
 
-void Runner::Workspace::Prepare(const Program& program) {
+void Runner::Workspace::Prepare(const Program& program, std::size_t points) {
   const std::size_t needed = std::max<std::size_t>(1, program.rowCount) * rowStride;
   if (needed > size) {
     rows.reset();
@@ -26,11 +26,11 @@ void Runner::Workspace::Prepare(const Program& program) {
     rows.reset(static_cast<double*>(::operator new(needed * sizeof(double), alignment)));
     size = needed;
   }
-  for (const ConstantRow& constant : program.constants) std::fill_n(Row(constant.row), blockPoints, constant.value);
+  for (const ConstantRow& constant : program.constants) std::fill_n(Row(constant.row), points, constant.value);
 }
 
 Operands Runner::Workspace::OperandsOf(const Pass& pass, std::size_t points) const {
-  return {Row(pass.out), Row(pass.a), Row(pass.b), Row(pass.c), pass.k, pass.m, pass.coefficients, pass.key, points};
+  return {Row(pass.out), Row(pass.a), Row(pass.b), Row(pass.c), pass.k, pass.m, nullptr, pass.key, points};
 }
 
 Runner::Runner(const KernelTable& kernels, int maximumThreads, std::size_t chunkPoints)
@@ -62,9 +62,17 @@ void Runner::RunPasses(const Program& program, const Workspace& workspace, doubl
 }
 
 void Runner::RunBlock(Work& work, const Workspace& workspace, std::size_t start, std::size_t count) const {
-  RunPasses(work.program, workspace, work.first + static_cast<double>(start), count, work.failed);
   const std::size_t groups = (count + groupPoints - 1) / groupPoints * groupPoints;
-  const Operands last = workspace.OperandsOf(work.program.last, groups);
+  const double first = work.first + static_cast<double>(start);
+  Operands last;
+  if (work.program.isPolynomial) {
+    last.coefficients = work.program.coefficients.data();
+    last.k = first;
+    last.points = groups;
+  } else {
+    RunPasses(work.program, workspace, first, count, work.failed);
+    last = workspace.OperandsOf(work.program.last, groups);
+  }
   if (groups == count) {
     work.program.pack(last, work.codes.data() + start);
     return;
@@ -89,14 +97,14 @@ std::uint32_t Runner::RunCodes(const Program& program, double first, std::span<s
   if (codes.empty()) return noCheck;
   Work work{program, first, codes};
   work.chunk = chunkPoints_ != 0 ? chunkPoints_ : usualChunk;
-  own_.Prepare(program);
+  own_.Prepare(program, blockPoints);
   const bool isWorth = chunkPoints_ != 0 || program.costPerPoint * static_cast<double>(codes.size()) > worthSharing;
   const bool isShared = maximumThreads_ > 1 && isWorth && codes.size() > work.chunk && worker_.Start();
   if (!isShared) {
     RunChunks(work, own_);
     return work.failed;
   }
-  helpers_.Prepare(program);
+  helpers_.Prepare(program, blockPoints);
   auto help = [&] { RunChunks(work, helpers_); };
   worker_.Begin(help);
   RunChunks(work, own_);
@@ -105,7 +113,7 @@ std::uint32_t Runner::RunCodes(const Program& program, double first, std::span<s
 }
 
 std::uint32_t Runner::RunValue(const Program& program, double x, double& value) {
-  own_.Prepare(program);
+  own_.Prepare(program, groupPoints);
   std::atomic<std::uint32_t> failed{noCheck};
   RunPasses(program, own_, x, 1, failed);
   if (failed == noCheck) value = *own_.Row(program.last.a);

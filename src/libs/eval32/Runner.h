@@ -30,7 +30,8 @@ private:
   struct Workspace {
     std::unique_ptr<double, RowDelete> rows;
     std::size_t size = 0;
-    void Prepare(const Program& program);
+    // Constants fill that many places of their rows.
+    void Prepare(const Program& program, std::size_t points);
     [[nodiscard]] double* Row(std::uint32_t row) const {
       return row == noRow ? nullptr : rows.get() + static_cast<std::size_t>(row) * rowStride;
     }

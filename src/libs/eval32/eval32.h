@@ -19,27 +19,27 @@ namespace calder {
 
 // Result codes. They are the numbers of messages: never renumber.
 inline constexpr std::int16_t EVAL_SUCCESS = 0;
-inline constexpr std::int16_t EVAL_BAD_CONSTANTS = -1;       // a fault inside the constant block
-inline constexpr std::int16_t EVAL_SYNTAX = 100;             // something is missing, or stands where it cannot
-inline constexpr std::int16_t EVAL_NO_PARENTHESIS = 101;     // a function's name without "("
-inline constexpr std::int16_t EVAL_UNBALANCED = 102;         // "(" without ")", or ")" without "("
-inline constexpr std::int16_t EVAL_ARGUMENT_COUNT = 103;     // more or fewer arguments than the function takes
-inline constexpr std::int16_t EVAL_DIVIDE_BY_ZERO = 104;     // "/", "%" or mod by 0 at a point of the range
-inline constexpr std::int16_t EVAL_BUFFER = 105;             // no such buffer, or the range is not inside it
-inline constexpr std::int16_t EVAL_TOO_COMPLEX = 106;        // nested too deeply, or too many operations
-inline constexpr std::int16_t EVAL_NO_MEMORY = 107;          // memory could not be had
-inline constexpr std::int16_t EVAL_UNKNOWN_NAME = 108;       // neither constant nor function
-inline constexpr std::int16_t EVAL_BAD_NUMBER = 109;         // a number that is not written as one
-inline constexpr std::int16_t PATTERN_TOO_LONG = 110;        // the text, or what it unfolds to, is too long
-inline constexpr std::int16_t PATTERN_UNBALANCED = 111;      // "[" without "]", or "]" without "["
-inline constexpr std::int16_t PATTERN_TOO_DEEP = 112;        // groups inside groups beyond the limit
-inline constexpr std::int16_t PATTERN_COUNT_TOO_LARGE = 113; // a count or a number of repeats beyond the limit
-inline constexpr std::int16_t PATTERN_BRACES = 114;          // "{" without "}", or "}" without "{"
-inline constexpr std::int16_t PATTERN_EXPRESSION = 115;      // a fault of the expression inside { }
-inline constexpr std::int16_t PATTERN_MASK = 116;            // "Mask" without "$" and a number of 16 bits
-inline constexpr std::int16_t PATTERN_NO_OPERATION =
-    117;                                            // a count without L, H, N or W behind it, or one without count
-inline constexpr std::int16_t PATTERN_SYNTAX = 118; // any other character; no such buffer or range
+inline constexpr std::int16_t EVAL_BAD_CONSTANTS = -1;   // a fault inside the constant block
+inline constexpr std::int16_t EVAL_SYNTAX = 100;         // something is missing, or stands where it cannot
+inline constexpr std::int16_t EVAL_NO_PARENTHESIS = 101; // a function's name without "("
+inline constexpr std::int16_t EVAL_UNBALANCED = 102;     // "(" without ")", or ")" without "("
+inline constexpr std::int16_t EVAL_ARGUMENT_COUNT = 103; // more or fewer arguments than the function takes
+inline constexpr std::int16_t EVAL_DIVIDE_BY_ZERO = 104; // "/", "%" or mod by 0 at a point of the range
+inline constexpr std::int16_t EVAL_BUFFER = 105;         // no such buffer, or the range is not inside it
+inline constexpr std::int16_t EVAL_TOO_COMPLEX = 106;    // nested too deeply, or too many operations
+inline constexpr std::int16_t EVAL_NO_MEMORY = 107;      // memory could not be had
+inline constexpr std::int16_t EVAL_UNKNOWN_NAME = 108;   // neither constant nor function
+inline constexpr std::int16_t EVAL_BAD_NUMBER = 109;     // a number that is not written as one
+inline constexpr std::int16_t PATTERN_TOO_LONG = 110;    // the text is too long
+inline constexpr std::int16_t PATTERN_UNBALANCED = 111;  // "[" without "]", or "]" without "["
+inline constexpr std::int16_t PATTERN_TOO_DEEP = 112;    // groups too deep inside each other, or too much work
+inline constexpr std::int16_t PATTERN_COUNT_TOO_LARGE =
+    113;                                                // a count or a number of repeats beyond the limit, or negative
+inline constexpr std::int16_t PATTERN_BRACES = 114;     // "{" without "}", or "}" without "{"
+inline constexpr std::int16_t PATTERN_EXPRESSION = 115; // a fault of the expression inside { }
+inline constexpr std::int16_t PATTERN_MASK = 116;       // "Mask" without "$" and a number of 16 bits
+inline constexpr std::int16_t PATTERN_NO_OPERATION = 117; // a count without L, H, N, X or $ behind it
+inline constexpr std::int16_t PATTERN_SYNTAX = 118;       // any other character; no such buffer or range
 
 // Where the last call found a fault, for people: code 0 when it found none.
 struct EvalFault {

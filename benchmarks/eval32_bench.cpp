@@ -1,0 +1,155 @@
+// What the evaluator costs: five expressions, 524288 points to codes, each beside peers in the same run. Ends with 1
+// when a limit is passed.
+//   bench_eval32                  the table
+//   bench_eval32 times THREADS    only our time of each expression in microseconds, for eval_peers.py
+#include "EvalPeers.h"
+#include "FigureTable.h"
+#include "libs/eval32/eval32.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <muParser.h>
+#include <string>
+
+namespace calder {
+
+namespace {
+
+constexpr std::int32_t points = W_MAX_POINTS;
+constexpr int rounds = 40;
+
+void Require(bool holds, const char* what) {
+  if (holds) return;
+  std::fprintf(stderr, "failed: %s\n", what);
+  std::exit(2);
+}
+
+// The text as the program sends it for X from 0 to 1 and Y from -1 to 1.
+std::string Sent(std::string_view expression) {
+  std::string text = "[]((";
+  for (std::size_t i = 0; i < expression.size(); ++i) {
+    const bool isAlone =
+        (i == 0 || std::isalpha(static_cast<unsigned char>(expression[i - 1])) == 0) &&
+        (i + 1 == expression.size() || std::isalpha(static_cast<unsigned char>(expression[i + 1])) == 0);
+    if (expression[i] == 'x' && isAlone)
+      text += "(x*((1-0)/524288)+(0))";
+    else
+      text += expression[i];
+  }
+  return text + ")-((1+-1)/2))*(65534/(1--1))";
+}
+
+class Buffer {
+public:
+  Buffer() : handle_(W_AllocMemory(points)) { Require(handle_ != 0, "memory"); }
+  ~Buffer() { static_cast<void>(W_FreeMemory(handle_)); }
+  Buffer(const Buffer&) = delete;
+  Buffer& operator=(const Buffer&) = delete;
+  [[nodiscard]] WaveHandle Handle() const { return handle_; }
+  [[nodiscard]] std::span<std::int16_t> Codes() const { return W_Lock(handle_); }
+
+private:
+  WaveHandle handle_;
+};
+
+// muParser's bulk mode, then the same way to codes as the plain peer.
+class MuParserPeer {
+public:
+  explicit MuParserPeer(const char* text) : x_(points), values_(points) {
+    for (std::size_t i = 0; i < x_.size(); ++i) x_[i] = static_cast<double>(i) / points;
+    parser_.DefineVar("x", x_.data());
+    parser_.DefineFun("floor", &Floor);
+    parser_.SetExpr(text);
+  }
+  void Run(std::span<std::int16_t> codes) {
+    parser_.Eval(values_.data(), points);
+    for (std::size_t i = 0; i < codes.size(); ++i)
+      codes[i] = static_cast<std::int16_t>(std::lrint(std::clamp(values_[i] * 32767, -32767.0, 32767.0)));
+  }
+
+private:
+  static double Floor(double value) { return std::floor(value); }
+  mu::Parser parser_;
+  std::vector<double> x_;
+  std::vector<double> values_;
+};
+
+// How far two results lie apart at most; a jump may stand one point aside.
+int Difference(std::span<const std::int16_t> one, std::span<const std::int16_t> other) {
+  int difference = 0;
+  for (std::size_t i = 1; i + 1 < one.size(); ++i) {
+    const bool isJump = std::abs(one[i + 1] - one[i - 1]) > 1000;
+    if (!isJump) difference = std::max(difference, std::abs(one[i] - other[i]));
+  }
+  return difference;
+}
+
+int Table() {
+  FigureTable table;
+  Evaluator one(1);
+  Evaluator two(2);
+  const Buffer ours;
+  const Buffer theirs;
+  double product = 1;
+  const auto evaluate = [&](Evaluator& evaluator, const std::string& text) {
+    Require(evaluator.EvalArray1(0, points, ours.Handle(), text) == 0, "EvalArray1");
+  };
+  for (std::size_t i = 0; i < peerCount; ++i) {
+    const PeerExpression& expression = peerExpressions[i];
+    const std::string text = Sent(expression.text);
+    const std::string name = expression.name;
+    MuParserPeer muParser(expression.muParser);
+    const PeerLoop plain = PlainPeer(i);
+    if (const PeerLoop vectors = VectorPeer(i); vectors != nullptr) {
+      product *= table.Row((name + " / vectors by hand").c_str(), 1.5, rounds, [&] { evaluate(one, text); },
+                           [&] { vectors(theirs.Codes()); });
+      Require(Difference(ours.Codes(), theirs.Codes()) <= 1, "the vector loop computes something else");
+    }
+    static_cast<void>(table.Row((name + " / plain loop").c_str(), 1, rounds / 8, [&] { evaluate(one, text); },
+                                [&] { plain(theirs.Codes()); }));
+    Require(Difference(ours.Codes(), theirs.Codes()) <= 1, "the plain loop computes something else");
+    static_cast<void>(table.Row((name + " / muParser in bulk").c_str(), 1, rounds / 8, [&] { evaluate(one, text); },
+                                [&] { muParser.Run(theirs.Codes()); }));
+    Require(Difference(ours.Codes(), theirs.Codes()) <= 1, "muParser computes something else");
+    static_cast<void>(table.Row((name + ", two threads / one").c_str(), i == 1 || i == 3 ? 1.1 : 1 / 1.7, rounds,
+                                [&] { evaluate(two, text); }, [&] { evaluate(one, text); }));
+    constexpr int times = 1000;
+    double value = 0;
+    table.TimeRow((name + ", compiling a thousand times").c_str(), 5.0 * times, 5, [&] {
+      for (int n = 0; n < times; ++n) Require(one.EvalOneL(text, 1, value) == 0, "EvalOneL");
+    });
+  }
+  table.LimitRow("geometric mean / vectors by hand", 1, std::pow(product, 1.0 / peerCount));
+  return table.IsOver() ? 1 : 0;
+}
+
+int Times(int threads) {
+  Evaluator evaluator(threads);
+  const Buffer buffer;
+  for (const PeerExpression& expression : peerExpressions) {
+    const std::string text = Sent(expression.text);
+    std::printf("%.1f\n", FigureTable::BestTime(rounds, [&] {
+                  Require(evaluator.EvalArray1(0, points, buffer.Handle(), text) == 0, "EvalArray1");
+                }));
+  }
+  return 0;
+}
+
+} // namespace
+
+PeerLoop VectorPeer(std::size_t expression) {
+#ifdef CALDER_VECTOR_PEERS
+  if (Evaluator::IsUsable(EvalProcessor::Avx512)) return Avx512Peer(expression);
+  if (Evaluator::IsUsable(EvalProcessor::Avx2)) return Avx2Peer(expression);
+#endif
+  return expression < peerCount ? nullptr : PlainPeer(0);
+}
+
+} // namespace calder
+
+int main(int count, char** arguments) {
+  if (count == 3 && std::strcmp(arguments[1], "times") == 0) return calder::Times(std::atoi(arguments[2]));
+  return calder::Table();
+}

@@ -1,0 +1,162 @@
+#include "libs/eval32/Pattern.h"
+
+#include <algorithm>
+
+namespace calder::eval {
+
+namespace {
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+char Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+int HexadecimalValue(char c) {
+  if (IsDigit(c)) return c - '0';
+  const char lower = Lower(c);
+  return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+constexpr std::string_view maskWord = "mask";
+
+} // namespace
+
+bool PatternParser::Fail(std::int16_t code, std::size_t position, std::string_view reason) {
+  fault_ = {code, position, std::string(reason)};
+  return false;
+}
+
+void PatternParser::SkipBlanks() {
+  for (; at_ < text_.size(); ++at_) {
+    const char c = Now();
+    if (c == '\'') // a comment, to the end of its line
+      at_ = std::min(text_.find('\n', at_), text_.size() - 1);
+    else if (c != ' ' && c != '\t' && c != '\r' && c != '\n' && c != ',')
+      return;
+  }
+}
+
+EvalFault PatternParser::Parse(Pattern& pattern) {
+  pattern_ = &pattern;
+  if (text_.size() > patternTextLimit) {
+    Fail(PATTERN_TOO_LONG, patternTextLimit, "the text is too long");
+    return fault_;
+  }
+  for (SkipBlanks(); at_ < text_.size(); SkipBlanks())
+    if (!ParseItem()) return fault_;
+  if (!open_.empty()) Fail(PATTERN_UNBALANCED, pattern.items[open_.back()].position, "\"[\" without \"]\"");
+  return fault_;
+}
+
+bool PatternParser::ParseItem() {
+  if (Now() == ']') return ParseClose();
+  if (Now() == '[') {
+    if (open_.size() == patternDepthLimit) return Fail(PATTERN_TOO_DEEP, at_, "too many groups inside each other");
+    open_.push_back(pattern_->items.size());
+    pattern_->items.push_back({PatternAct::Open, 0, 1, -1, 0, at_});
+    ++at_;
+    return true;
+  }
+  const std::string_view rest = text_.substr(at_, maskWord.size());
+  const bool isMask = std::ranges::equal(rest, maskWord, {}, Lower);
+  return isMask ? ParseMask() : ParseRun();
+}
+
+bool PatternParser::ParseHexadecimal(std::uint16_t& bits) {
+  ++at_;
+  std::uint32_t value = 0;
+  const std::size_t start = at_;
+  for (int digit = HexadecimalValue(Now()); digit >= 0; digit = HexadecimalValue(Now())) {
+    value = value * 16 + static_cast<std::uint32_t>(digit);
+    if (value > 0xFFFF) return false;
+    ++at_;
+  }
+  bits = static_cast<std::uint16_t>(value);
+  return at_ > start;
+}
+
+bool PatternParser::ParseMask() {
+  const std::size_t start = at_;
+  at_ += maskWord.size();
+  SkipBlanks();
+  PatternItem item{PatternAct::Mask, 0, 1, -1, 0, start};
+  if (Now() != '$' || !ParseHexadecimal(item.bits))
+    return Fail(PATTERN_MASK, start, "Mask takes \"$\" and 1 to 4 hexadecimal digits");
+  pattern_->items.push_back(item);
+  return true;
+}
+
+bool PatternParser::ParseRun() {
+  Count count;
+  if (!ParseCount(count)) return false;
+  PatternItem item{PatternAct::Keep, 0, count.value, count.expression, 0, count.position};
+  switch (Lower(Now())) {
+  case 'l': item.act = PatternAct::Clear; break;
+  case 'h': item.act = PatternAct::Set; break;
+  case 'n': item.act = PatternAct::Invert; break;
+  case 'x': item.act = PatternAct::Keep; break;
+  case '$': {
+    const std::size_t start = at_;
+    item.act = PatternAct::Word;
+    if (!ParseHexadecimal(item.bits)) return Fail(PATTERN_SYNTAX, start, "a word has 1 to 4 hexadecimal digits");
+    pattern_->items.push_back(item);
+    return true;
+  }
+  case '}': return Fail(PATTERN_BRACES, at_, "\"}\" without \"{\"");
+  default:
+    if (count.isWritten) return Fail(PATTERN_NO_OPERATION, count.position, "L, H, N, X or $ expected behind the count");
+    return Fail(PATTERN_SYNTAX, at_, "no part of the language");
+  }
+  ++at_;
+  pattern_->items.push_back(item);
+  return true;
+}
+
+bool PatternParser::ParseClose() {
+  if (open_.empty()) return Fail(PATTERN_UNBALANCED, at_, "\"]\" without \"[\"");
+  const std::size_t position = at_++;
+  Count count;
+  if (!ParseCount(count)) return false;
+  PatternItem& open = pattern_->items[open_.back()];
+  open.partner = pattern_->items.size();
+  open.count = count.value;
+  open.expression = count.expression;
+  if (count.isWritten) open.position = count.position;
+  pattern_->items.push_back({PatternAct::Close, 0, 1, -1, open_.back(), position});
+  open_.pop_back();
+  return true;
+}
+
+// Nothing where no count stands: it is 1 then.
+bool PatternParser::ParseCount(Count& count) {
+  SkipBlanks();
+  count.position = at_;
+  if (Now() == '{') return ParseBraces(count);
+  if (!IsDigit(Now())) return true;
+  count.isWritten = true;
+  count.value = 0;
+  for (; IsDigit(Now()); ++at_) {
+    count.value = count.value * 10 + static_cast<std::uint32_t>(Now() - '0');
+    if (count.value > patternCountLimit) return Fail(PATTERN_COUNT_TOO_LARGE, count.position, "the count is too large");
+  }
+  SkipBlanks();
+  return true;
+}
+
+bool PatternParser::ParseBraces(Count& count) {
+  const std::size_t end = text_.find_first_of("{}", at_ + 1);
+  if (end == std::string_view::npos || text_[end] == '{') return Fail(PATTERN_BRACES, at_, "\"{\" without \"}\"");
+  const std::string_view expression = text_.substr(at_ + 1, end - at_ - 1);
+  Program program;
+  const EvalFault fault = compile_(expression, program);
+  if (fault.code != EVAL_SUCCESS) return Fail(PATTERN_EXPRESSION, at_ + 1 + fault.position, fault.reason);
+  count.expression = static_cast<std::int32_t>(pattern_->expressions.size());
+  pattern_->expressions.push_back(std::move(program));
+  count.isWritten = true;
+  at_ = end + 1;
+  SkipBlanks();
+  return true;
+}
+
+} // namespace calder::eval

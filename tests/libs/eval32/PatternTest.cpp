@@ -1,0 +1,118 @@
+#include "libs/eval32/DocTable.h"
+#include "libs/eval32/eval32.h"
+#include "libs/wavelb32/TestWave.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <sstream>
+
+namespace calder {
+namespace {
+
+using Codes = std::vector<std::int16_t>;
+
+TEST(Pattern, TheDocumentsExamplesHold) {
+  const auto rows = DocTable("patterns.md", "pattern");
+  ASSERT_GE(rows.size(), 10U);
+  Evaluator evaluator;
+  for (const auto& row : rows) {
+    const TestWave wave(Codes(16, 0));
+    EXPECT_EQ(evaluator.DigitalPattern(row[0], 4, wave.Handle(), 8), 0) << row[0] << evaluator.LastFault().reason;
+    Codes expected(16, 0);
+    std::istringstream numbers(row[1]);
+    for (std::size_t i = 4; i < 12; ++i) numbers >> expected[i];
+    EXPECT_EQ(wave.Copy(), expected) << row[0];
+  }
+}
+
+TEST(Pattern, OtherBitsAndPointsStay) {
+  const Codes before = {0x1234, -1, 0x0F0F, -32768, 7};
+  Evaluator evaluator;
+  const std::tuple<std::string_view, std::int32_t, std::int32_t, Codes> rows[] = {
+      {"Mask $F 0L", 0, 5, {0x1230, -16, 0x0F00, -32768, 0}},
+      {"Mask $FF00 0H", 1, 2, {0x1234, -1, -241, -32768, 7}},
+      {"0N", 0, 5, {static_cast<std::int16_t>(0xEDCB), 0, static_cast<std::int16_t>(0xF0F0), 32767, -8}},
+      {"Mask $0 0H", 0, 5, before},
+      {"100H", 2, 2, {0x1234, -1, -1, -1, 7}},
+      {"", 0, 5, before},
+      {" 'only a comment", 0, 5, before},
+      {"0H", 5, 0, before},
+      {"0X", 0, 5, before}};
+  for (const auto& [text, start, count, after] : rows) {
+    const TestWave wave(before);
+    EXPECT_EQ(evaluator.DigitalPattern(text, start, wave.Handle(), count), 0) << text;
+    EXPECT_EQ(wave.Copy(), after) << text;
+  }
+}
+
+TEST(Pattern, EachFaultHasItsNumberAndItsPlaceAndChangesNothing) {
+  const std::tuple<std::string, std::int16_t, std::size_t> rows[] = {
+      {std::string(40000, ' '), 110, 32767},
+      {"[1H", 111, 0},
+      {"1H]", 111, 2},
+      {"[[1H]2", 111, 0},
+      {std::string(33, '[') + "H" + std::string(33, ']'), 112, 32},
+      {"524289H", 113, 0},
+      {"[H]99999999999", 113, 3},
+      {"1H{-1}L", 113, 2},
+      {"{1e9}L", 113, 0},
+      {"1H[L]{sqrt(-1)}", 113, 5},
+      {"{1L", 114, 0},
+      {"1}L", 114, 1},
+      {"{{1}}L", 114, 0},
+      {"{1+}L", 115, 3},
+      {"1H{}L", 115, 3},
+      {"1H{1/(x-1)}L", 115, 2},
+      {"{foo}L", 115, 1},
+      {"1H Mask", 116, 3},
+      {"Mask 3", 116, 0},
+      {"Mask $", 116, 0},
+      {"Mask $12345", 116, 0},
+      {"3", 117, 0},
+      {"1H 3]", 117, 3},
+      {"3[H]", 117, 0},
+      {"{1}", 117, 0},
+      {"3 Mask $1", 117, 0},
+      {"1H Q", 118, 3},
+      {"$", 118, 0},
+      {"$12345", 118, 0},
+      {"-1L", 118, 0},
+      {"1H \x80", 118, 3}};
+  Evaluator evaluator;
+  const TestWave wave(Codes(100, 21));
+  for (const auto& [text, code, position] : rows) {
+    EXPECT_EQ(evaluator.DigitalPattern(text, 0, wave.Handle(), 100), code) << text;
+    EXPECT_EQ(evaluator.LastFault().position, position) << text << ": " << evaluator.LastFault().reason;
+    EXPECT_FALSE(evaluator.LastFault().reason.empty()) << text;
+  }
+  for (const auto& [start, count] : {std::pair{-1, 5}, {0, 101}, {101, 0}, {100, 1}, {0, -1}, {1, INT32_MAX}})
+    EXPECT_EQ(evaluator.DigitalPattern("0H", start, wave.Handle(), count), 118) << start << " " << count;
+  EXPECT_EQ(evaluator.DigitalPattern("0H", 0, wave.Handle() + 1, 1), 118);
+  EXPECT_EQ(wave.Copy(), Codes(100, 21));
+}
+
+TEST(Pattern, GroupsThatGoNowhereAndEndlessOnesEnd) {
+  const TestWave wave(W_MAX_POINTS);
+  Evaluator evaluator;
+  for (const std::string_view text : {"[]0", "[[[]524288]524288]524288 0H", "[Mask $1]0 Mask $FFFF 0H", "[{0}L]0 0H",
+                                      "[[1X]0]0", "[[1X]524288]524288"})
+    EXPECT_EQ(evaluator.DigitalPattern(text, 0, wave.Handle(), W_MAX_POINTS), 0) << text;
+  EXPECT_EQ(evaluator.DigitalPattern("[{x*0+1}H]0", 0, wave.Handle(), W_MAX_POINTS), 0) << "an expression a point";
+  EXPECT_EQ(wave.Codes().back(), -1);
+  std::string endless = "[1H";
+  for (int i = 0; i < 5000; ++i) endless += "{0}L";
+  EXPECT_EQ(evaluator.DigitalPattern(endless + "]0", 0, wave.Handle(), W_MAX_POINTS), PATTERN_TOO_DEEP);
+}
+
+TEST(Pattern, BracesSeeTheConstantsAndTheirOwn) {
+  Evaluator evaluator;
+  double unused = 0;
+  ASSERT_EQ(evaluator.EvalOneL("[n=2]0", 0, unused), 0);
+  const TestWave wave(Codes(6, 0));
+  EXPECT_EQ(evaluator.DigitalPattern("{n}H{[m=1]m}L{n+0.4}H", 0, wave.Handle(), 6), 0);
+  EXPECT_EQ(wave.Copy(), (Codes{-1, -1, 0, -1, -1, 0}));
+}
+
+} // namespace
+} // namespace calder
