@@ -29,29 +29,20 @@ bool JoinSearch::CutAtBends(std::size_t limit) {
 
 std::optional<std::vector<std::int32_t>> JoinSearch::Find(std::size_t limit) {
   if (!CutAtBends(limit)) return std::nullopt;
-  // The control points that a solution has at least.
-  auto least = static_cast<std::int32_t>(bends_.size());
-  const auto most = static_cast<std::int32_t>(limit);
-  std::vector<Stretch> stretches;
+  // How many control points there may be beside the bends.
+  auto spare = static_cast<std::int32_t>(limit - bends_.size());
+  std::vector<std::int32_t> positions(1, 0);
+  std::vector<std::int32_t> between;
   for (std::size_t i = 1; i < bends_.size(); ++i) {
     const std::int32_t first = bends_[i - 1];
     const std::int32_t last = bends_[i];
-    if (last - first < 2 || RoundsToCodes(Part(first, last))) continue;
-    // It has a point more than the bends at its ends.
-    const std::int32_t joins = std::max(solver_.LeastJoins(Part(first, last), most - least + 1), 2);
-    least += joins - 1;
-    if (least > most) return std::nullopt;
-    stretches.push_back({first, last, joins});
+    if (last - first > 1 && !RoundsToCodes(Part(first, last))) {
+      if (!solver_.Solve(Part(first, last), spare + 1, between)) return std::nullopt;
+      spare -= static_cast<std::int32_t>(between.size());
+      for (const std::int32_t point : between) positions.push_back(first + point);
+    }
+    positions.push_back(last);
   }
-  std::vector<std::int32_t> positions = bends_;
-  std::vector<std::int32_t> between;
-  for (const Stretch& stretch : stretches) {
-    const std::int32_t maximum = most - least + stretch.leastJoins;
-    if (!solver_.Solve(Part(stretch.first, stretch.last), stretch.leastJoins, maximum, between)) return std::nullopt;
-    least += static_cast<std::int32_t>(between.size()) + 1 - stretch.leastJoins;
-    for (const std::int32_t point : between) positions.push_back(stretch.first + point);
-  }
-  std::ranges::sort(positions);
   return positions;
 }
 

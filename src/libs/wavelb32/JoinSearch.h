@@ -29,13 +29,6 @@ public:
   [[nodiscard]] std::optional<std::vector<std::int32_t>> Find(std::size_t limit);
 
 private:
-  // From bend to bend, not one join.
-  struct Stretch {
-    std::int32_t first;
-    std::int32_t last;
-    std::int32_t leastJoins;
-  };
-
   [[nodiscard]] bool CutAtBends(std::size_t limit);
   [[nodiscard]] std::span<const std::int16_t> Part(std::int32_t first, std::int32_t last) const {
     return codes_.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(last - first) + 1);

@@ -1,15 +1,29 @@
-// The fewest valid joins from the first to the last point of a stretch. Inside the library only; JoinSearch.h says what
-// a valid join is.
+// The fewest valid joins from the first to the last point of a stretch, in one pass over its points. Inside the library
+// only; JoinSearch.h says what a valid join is.
 //
-// Points are searched by number of joins, from both ends at once, until the two waves meet: the first meeting is on a
-// solution with the fewest joins. Lines that need not pass through the codes at their ends bound the search: for a
-// limit on the joins, a point that is too far after its number of joins, or too near for those that are left, cannot be
-// part of a solution within the limit. The limit starts with the least possible number and grows until a solution is
-// found.
+// 1. A join is primitive when its line passes through no whole point (whole x, whole value) between its ends. Every
+//    valid join is one primitive join or a row of equal ones, so the fewest joins to a point follow from the primitive
+//    joins that end there.
+// 2. First let each code lie within 1/2 of the line, ends included ("possible" joins). Two possible primitive joins
+//    v = (i to k), w = (k to j) with length(v) * rise(w) - rise(v) * length(w) = +-1 span a triangle in which only the
+//    middles of the sides can lie on a half (whole x, half value): a side whose length is even and whose rise is odd, a
+//    "half join". Exactly one side of the three is one. So the join i to j is possible too, unless v or w is a half
+//    join whose code at the middle is on the other side of it than the triangle.
+// 3. Conversely each possible primitive join from a length of 2 splits like this: a half join at the whole point next
+//    to it on the side of its middle code, any other one on either side. On one of the two sides the half join comes
+//    first; that split is used. So all are found, each once, from the joins that end at j and at the points k.
+// 4. A possible join is valid unless it is a half join whose middle code is odd: halves round to even.
+// 5. A whole join u from k to j and a row of equal half joins a to k with their middle codes on one side give the joins
+//    u + t * a, t = 1 to the length of the row. Only the first and the last of them can have further splits as the
+//    second part (a longer first part would pass the middle of the a before it on the wrong side). The others are kept
+//    as one family: there can be as many for each point as the stretch is long.
+//
+// A point has about four primitive joins, whatever the waveform.
 #pragma once
 
-#include "libs/wavelb32/JoinWave.h"
+#include "libs/wavelb32/LineStabber.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -18,20 +32,70 @@ namespace calder::wavelb {
 
 class StretchSolver {
 public:
-  // The least number of joins that any solution has, or maximum + 1 when that is exceeded.
-  [[nodiscard]] std::int32_t LeastJoins(std::span<const std::int16_t> codes, std::int32_t maximum);
-
-  // The points between the first and the last of a solution with the fewest joins, in any order; false when that takes
-  // more than maximum joins. leastJoins: a number of joins below which there is no solution.
-  [[nodiscard]] bool Solve(std::span<const std::int16_t> codes, std::int32_t leastJoins, std::int32_t maximum,
+  // The points between the first and the last of a solution with the fewest joins, ascending; false when that takes
+  // more than maximum joins. REQUIRES: 2 to 2^19 codes.
+  [[nodiscard]] bool Solve(std::span<const std::int16_t> codes, std::int32_t maximum,
                            std::vector<std::int32_t>& between);
 
 private:
-  [[nodiscard]] bool SolveWithin(std::int32_t joins, std::vector<std::int32_t>& between);
+  // Primitive joins by their last point. `best` is the start with the fewest joins to it, of the join itself and of
+  // the row of equal joins that it ends.
+  static constexpr std::int32_t toSplit = -1;       // in place of `best`, while its last point is added
+  static constexpr std::int32_t firstOfFamily = -2; // the same; the others of its family are known
+  struct WholeJoin {
+    std::int32_t length;
+    std::int32_t rise;
+    std::int32_t best;
+  };
+  struct HalfJoin {
+    std::int32_t length;
+    std::int32_t rise;
+    std::int32_t side; // of the middle code: +1 above, -1 below
+    std::int32_t best; // -1: not valid
+    // The row of equal possible joins with their middle codes on the same side that it ends.
+    std::int32_t row;
+    std::int32_t bestOfRow;
+  };
+  // The whole joins u + t * a for t = 2 to end - 1.
+  struct Family {
+    std::int32_t length; // of u
+    std::int32_t rise;
+    std::int32_t stepLength; // of a
+    std::int32_t stepRise;
+    std::int32_t end;
+  };
+  // Where the joins of a point begin.
+  struct Starts {
+    std::int32_t whole;
+    std::int32_t half;
+    std::int32_t family;
+  };
 
-  std::vector<std::int16_t> reversed_;
-  JoinWave fromStart_;
-  JoinWave fromEnd_; // over the reversed codes
+  void AddPoint(std::int32_t point);
+  void Split(std::int32_t point, std::size_t index);
+  void SplitInFamilies(const WholeJoin& join, std::int32_t start, std::int32_t& best);
+  void FinishHalfJoin(std::int32_t point, HalfJoin& join) const;
+  void AddFamily(std::int32_t point, const WholeJoin& join, const HalfJoin& step);
+  // No possible join that goes beyond the point starts before that.
+  [[nodiscard]] std::int32_t LeastStart(std::int32_t point);
+  void Forget(std::int32_t first);
+
+  void TakeBetter(std::int32_t& best, std::int32_t start) const {
+    if (joins_[static_cast<std::size_t>(start)] < joins_[static_cast<std::size_t>(best)]) best = start;
+  }
+  void Reach(std::int32_t point, std::int32_t start) { TakeBetter(from_[static_cast<std::size_t>(point)], start); }
+
+  std::span<const std::int16_t> codes_;
+  std::vector<std::int32_t> joins_; // by point: the fewest to it
+  std::vector<std::int32_t> from_;  // by point: the one before it
+  std::vector<Starts> starts_;      // by point, and one more
+  // From the points that are still needed; the numbers in starts_ count those that were forgotten, too.
+  std::vector<WholeJoin> wholes_;
+  std::vector<HalfJoin> halves_;
+  std::vector<Family> families_;
+  Starts forgotten_{};
+  std::int32_t first_ = 0; // the first point that is still needed
+  LineStabber stabber_;
 };
 
 } // namespace calder::wavelb
