@@ -3,6 +3,7 @@
 
 Usage: tour.py PROGRAM FOLDER. Ends with 0 only if every step held.
 """
+import math
 import os
 import re
 import signal
@@ -126,11 +127,55 @@ class Tour:
         check(codes_of_text(self.save("ctrl+t", "again.txt")) == whole, "the waveform came back changed")
         d.picture("6-reopened")
 
+    def create(self):
+        """Three pages: a sine, a square, an expression with a constant; each looked at, saved as a list, written."""
+        d = self.desktop
+        d.key("alt+t", "Return")
+        d.wait_title("Waveform Create$")
+        self.page_area("0", "0.25")
+        d.key("ctrl+Next")
+        d.key("alt+t", "Home", "Down", "Down")
+        self.page_area("0.25", "0.5")
+        d.key("alt+p")
+        d.type("4\t")
+        d.picture("7-create-square")
+        d.key("ctrl+Next")
+        d.key("alt+t", "End")
+        self.page_area("0.5", "1")
+        d.key("alt+c")
+        d.type("k=0.8")
+        d.key("alt+e")
+        d.type("k*sin(2*pi*8*x)*(1-x)")
+        d.picture("8-create-expression")
+        d.key("alt+f", "s")
+        d.wait_title("^(Save|Open)")
+        d.key("ctrl+a")
+        d.type(self.path("pages.wfn"))
+        d.key("Return")
+        d.wait_title("Waveform Create$")
+        check(os.path.exists(self.path("pages.wfn")), "the list was not written")
+        d.key("alt+k")
+        d.wait_title(r"again\.txt")
+        d.picture("9-created")
+        codes = codes_of_text(self.save("ctrl+t", "created.txt"))
+        n = WDB_POINTS
+        check(abs(codes[n // 16] - 32767) <= 1, "the sine's crest is %d" % codes[n // 16])
+        check(codes[n // 4 + n // 64] == 32767 and codes[n // 4 + 3 * n // 64] == -32767, "the square is wrong")
+        for point in (n // 2, n // 2 + 12345, 3 * n // 4 + 7, n - 1):
+            x = point / n
+            wanted = 32767 * 0.8 * math.sin(2 * math.pi * 8 * x) * (1 - x)
+            check(abs(codes[point] - wanted) <= 1, "the expression gives %d at %d, not %g" % (codes[point], point, wanted))
+
+    def page_area(self, start, end):
+        self.desktop.key("alt+x")
+        self.desktop.type(start + "\t")
+        self.desktop.type(end + "\t")
+
     def close(self):
         d = self.desktop
         d.key("alt+F4")
         d.wait_title("^Caution Message$")
-        d.picture("7-closing")
+        d.picture("10-closing")
         d.key("Return")
         check(self.program.wait(timeout=10) == 0, "the program ended with %s" % self.program.returncode)
 
@@ -138,7 +183,7 @@ class Tour:
 def main():
     os.makedirs(FOLDER, exist_ok=True)
     for old in os.listdir(FOLDER):
-        if old.endswith((".png", ".txt", ".wdb")):
+        if old.endswith((".png", ".txt", ".wdb", ".wfn")):
             os.remove(os.path.join(FOLDER, old))
     desktop = Desktop(FOLDER)
     tour = Tour(desktop)
@@ -152,6 +197,7 @@ def main():
             ("cut the range", lambda: state.update(whole=tour.cut())),
             ("undo and save", lambda: tour.undo_and_save(state["whole"])),
             ("open it again", lambda: tour.reopen(state["whole"])),
+            ("create three pages", tour.create),
             ("close", tour.close),
         ]
         for step, action in steps:

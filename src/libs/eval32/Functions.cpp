@@ -52,14 +52,13 @@ NodeId Radians(Call& call, Op) {
 
 // ---- periodic shapes: period 2 pi, so that they can stand where sin stands ----
 
-NodeId Turns(Call& call) {
-  return Scaled(call, 1 / twoPi);
-}
-
-// turns less its whole number at or below turns + shift: the place in the period that starts at -shift.
-NodeId Place(Graph& g, NodeId turns, NodeId shift) {
+// Twice the place of the angle in the turn that begins shift (in turns) before 0.
+NodeId TwicePlace(Call& call, NodeId shift) {
+  Graph& g = call.graph;
+  if (g.IsConstant(shift)) return g.Wrap(call.arguments[0], g.At(shift).value + early);
+  const NodeId turns = Scaled(call, 1 / twoPi);
   const NodeId whole = g.Unary(Op::Floor, g.Binary(Op::Add, turns, g.BinaryK(Op::Add, shift, early)));
-  return g.Binary(Op::Sub, turns, whole);
+  return g.BinaryK(Op::Mul, g.Binary(Op::Sub, turns, whole), 2.0);
 }
 
 NodeId Fraction(Graph& g, NodeId percentage) {
@@ -67,13 +66,12 @@ NodeId Fraction(Graph& g, NodeId percentage) {
 }
 
 NodeId Saw(Call& call, Op) {
-  Graph& g = call.graph;
-  return g.BinaryK(Op::Mul, Place(g, Turns(call), g.Constant(0.5)), 2.0);
+  return TwicePlace(call, call.graph.Constant(0.5));
 }
 
 NodeId Square(Call& call, Op) {
   Graph& g = call.graph;
-  const NodeId place = Place(g, Turns(call), g.Constant(0));
+  const NodeId place = g.BinaryK(Op::Mul, TwicePlace(call, g.Constant(0)), 0.5);
   const NodeId duty = call.arguments.size() > 1 ? Fraction(g, call.arguments[1]) : g.Constant(0.5);
   const NodeId isHigh = g.Binary(Op::Less, g.BinaryK(Op::Add, place, early), duty);
   return g.Select(isHigh, g.Constant(1), g.Constant(-1));
@@ -81,16 +79,14 @@ NodeId Square(Call& call, Op) {
 
 NodeId Triangle(Call& call, Op) {
   Graph& g = call.graph;
-  const NodeId turns = Turns(call);
-  if (call.arguments.size() == 1) { // 1 - 4 |place - a quarter|
-    const NodeId place = Place(g, turns, g.Constant(0.25));
-    const NodeId away = g.Unary(Op::Abs, g.BinaryK(Op::Sub, place, 0.25));
-    return g.Binary(Op::Sub, g.Constant(1), g.BinaryK(Op::Mul, away, 4.0));
+  if (call.arguments.size() == 1) { // 1 - |4 place - 1|
+    const NodeId fourfold = g.BinaryK(Op::Mul, TwicePlace(call, g.Constant(0.25)), 2.0);
+    return g.Binary(Op::Sub, g.Constant(1), g.Unary(Op::Abs, g.BinaryK(Op::Sub, fourfold, 1.0)));
   }
   // Rises from -rise / 2 to rise / 2, then falls.
   const NodeId rise = Fraction(g, call.arguments[1]);
   const NodeId half = g.BinaryK(Op::Mul, rise, 0.5);
-  const NodeId place = Place(g, turns, half);
+  const NodeId place = g.BinaryK(Op::Mul, TwicePlace(call, half), 0.5);
   const NodeId rising = g.Binary(Op::Div, place, half);
   const NodeId fall = g.Binary(Op::Sub, g.Constant(0.5), half);
   const NodeId falling = g.Binary(Op::Div, g.Binary(Op::Sub, g.Constant(0.5), place), fall);

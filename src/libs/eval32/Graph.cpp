@@ -117,6 +117,20 @@ NodeId Graph::Select(NodeId condition, NodeId yes, NodeId no) {
   return Intern({Op::Select, condition, yes, no, 0});
 }
 
+NodeId Graph::Wrap(NodeId angle, double shift) {
+  if (!IsConstant(angle)) return Intern({Op::Wrap, angle, noNode, noNode, shift});
+  double values[groupPoints];
+  std::fill_n(values, groupPoints, At(angle).value);
+  Operands operands;
+  operands.out = values;
+  operands.a = values;
+  operands.k = 1;
+  operands.m = shift;
+  operands.points = groupPoints;
+  kernels_.unary[static_cast<std::size_t>(Op::Wrap)](operands);
+  return Constant(values[0]);
+}
+
 NodeId Graph::Random(NodeId counter, std::uint32_t occurrence, std::uint64_t key) {
   if (!IsConstant(counter)) return Intern({Op::Random, counter, noNode, noNode, static_cast<double>(occurrence)});
   double values[groupPoints];

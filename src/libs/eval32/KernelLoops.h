@@ -237,6 +237,15 @@ struct Loops {
       return A(r, i) != Set(0) ? yes : no;
     });
   }
+  static void Wrap(const Operands& o) {
+    constexpr double turn = 6.283185307179586;
+    const V inverse = Set(1 / turn);
+    ForAll(o, [inverse](const Rows& r, std::size_t i) {
+      const V turns = A(r, i) * r.k * inverse;
+      const V place = turns - L::Floor(turns + r.m);
+      return place + place;
+    });
+  }
   // Two sums side by side, since each waits for itself; the row has room for a vector too many.
   static void Points(const Operands& o) {
     const Rows rows(o);
@@ -379,6 +388,8 @@ struct Loops {
     AddUnary<OpLog2>(t, Op::Log2);
     AddUnary<OpLog10>(t, Op::Log10);
     AddUnary<OpCbrt>(t, Op::Cbrt);
+    t.unary[At(Op::Wrap)] = &Wrap;
+    t.unaryMulK[At(Op::Wrap)] = &Wrap;
     t.unary[At(Op::Random)] = &Random;
     AddBinary<OpAdd>(t, Op::Add);
     AddBinary<OpSub>(t, Op::Sub);

@@ -22,7 +22,7 @@ struct Operands {
   const double* a = nullptr;
   const double* b = nullptr;
   const double* c = nullptr;
-  double k = 0; // immediate operands
+  double k = 0; // immediate operands; of Wrap, k is a factor of the angle and m the shift
   double m = 0;
   const double* coefficients = nullptr; // of a polynomial, the constant first
   std::uint64_t key = 0;                // of the random values

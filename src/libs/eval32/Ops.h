@@ -37,6 +37,7 @@ enum class Op : std::uint8_t {
   Log2,
   Log10,
   Cbrt,
+  Wrap,   // twice the place of an angle in its turn: 2 (u - floor(u + value)), u = a / 2 pi
   Random, // value: the number of the rnd in the text
   // of two operands
   Add,

@@ -213,6 +213,10 @@ ProgramBuilder::Draft ProgramBuilder::DraftOf(NodeId id) const {
   }
   draft.pass.kernel = kernels_.unary[Index(node.op)];
   if (node.op == Op::Random) draft.pass.key = RandomKey(seed_, static_cast<std::uint32_t>(node.value));
+  if (node.op == Op::Wrap) {
+    draft.pass.k = 1;
+    draft.pass.m = node.value;
+  }
   if (isAbsorbed_[node.a]) {
     draft.pass.kernel = kernels_.unaryMulK[Index(node.op)];
     draft.pass.k = graph_->At(graph_->At(node.a).b).value;

@@ -10,6 +10,7 @@
 #include <QButtonGroup>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 
 namespace calder {
 namespace {
@@ -20,7 +21,9 @@ constexpr int kPageCharacters = 4;
 constexpr int kMaxConstants = 944;
 constexpr int kMaxExpression = 1024;
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
+QString Text(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 // A place in UTF-8 bytes as one in the toolkit's characters.
 int CharacterAt(const QString& text, std::size_t byte) {
@@ -62,7 +65,9 @@ CreateDialog::CreateDialog(Program& program, CreatePages& pages, std::function<v
   resize(940, 600);
 }
 
-CreateDialog::~CreateDialog() { pages_.SetPort(nullptr); }
+CreateDialog::~CreateDialog() {
+  pages_.SetPort(nullptr);
+}
 
 void CreateDialog::OpenFromMainWindow() {
   pages_.PrepareCreate();
@@ -114,18 +119,17 @@ void CreateDialog::FillLists() {
 void CreateDialog::ConnectBoxes() {
   for (int i = 0; i < kPageBoxes; ++i) {
     ValueBox* box = boxes_[static_cast<std::size_t>(i)];
-    connect(box, &ValueBox::Left, this, [this, i](const QString& text) { pages_.Text_LostFocus(i, text.toStdString()); });
+    connect(box, &ValueBox::Left, this,
+            [this, i](const QString& text) { pages_.Text_LostFocus(i, text.toStdString()); });
     connect(box, &ValueBox::MoveOn, this, [this, i] { MoveOnFrom(i); });
   }
   const auto area = [this](CreatePages::AreaEnd end, const QString& start, const QString& finish) {
     pages_.Text_X_LostFocus(end, start.toStdString(), finish.toStdString());
   };
-  connect(ui_->Text_X_0, &ValueBox::Left, this, [this, area](const QString& text) {
-    area(CreatePages::AreaEnd::Start, text, ui_->Text_X_1->text());
-  });
-  connect(ui_->Text_X_1, &ValueBox::Left, this, [this, area](const QString& text) {
-    area(CreatePages::AreaEnd::End, ui_->Text_X_0->text(), text);
-  });
+  connect(ui_->Text_X_0, &ValueBox::Left, this,
+          [this, area](const QString& text) { area(CreatePages::AreaEnd::Start, text, ui_->Text_X_1->text()); });
+  connect(ui_->Text_X_1, &ValueBox::Left, this,
+          [this, area](const QString& text) { area(CreatePages::AreaEnd::End, ui_->Text_X_0->text(), text); });
   connect(ui_->Text_X_0, &ValueBox::MoveOn, this, [this] { ui_->Text_X_1->setFocus(Qt::TabFocusReason); });
   connect(ui_->Text_X_1, &ValueBox::MoveOn, this, [this] { ui_->Comb_Wave->setFocus(Qt::TabFocusReason); });
   connect(ui_->Comb_Wave, &QComboBox::currentIndexChanged, this, [this](int function) {
@@ -139,6 +143,17 @@ void CreateDialog::ConnectPages() {
     connect(buttons[i], &QToolButton::clicked, this, [this, i] {
       CommitFocus();
       pages_.Cmd_Page_Click(static_cast<CreatePages::PageButton>(i));
+    });
+  }
+  // The keys that turn pages wherever the focus is.
+  const struct {
+    QKeySequence keys;
+    QToolButton* button;
+  } turns[] = {{QKeySequence(Qt::CTRL | Qt::Key_PageUp), ui_->Cmd_Page_1},
+               {QKeySequence(Qt::CTRL | Qt::Key_PageDown), ui_->Cmd_Page_2}};
+  for (const auto& turn : turns) {
+    connect(new QShortcut(turn.keys, this), &QShortcut::activated, turn.button, [button = turn.button] {
+      if (button->isVisible()) button->click();
     });
   }
   connect(ui_->Txt_Page, &ValueBox::Left, this,
@@ -287,7 +302,9 @@ void CreateDialog::SetBusy(bool busy) {
   }
 }
 
-void CreateDialog::ShowFault(const ExpressionFault& fault) { MarkFault(fault, true); }
+void CreateDialog::ShowFault(const ExpressionFault& fault) {
+  MarkFault(fault, true);
+}
 
 void CreateDialog::StorePosition() {
   if (isMinimized() || isMaximized() || isFullScreen()) return;
