@@ -120,8 +120,8 @@ bool StartRows(const char* calder, const char* bare, const char* file) {
   for (auto& list : time) std::sort(list.begin(), list.end());
   const double ratio = time[0][4] / time[1][4];
   const double memoryRatio = memory[0] / memory[1];
-  std::printf("%-58s %10.0f %10.0f %7.2f %6.1f %s\n", "start to first picture with a full waveform, ms", time[0][4] * 1e3,
-              time[1][4] * 1e3, ratio, 1.3, ratio > 1.3 ? "OVER" : "ok");
+  std::printf("%-58s %10.0f %10.0f %7.2f %6.1f %s\n", "start to first picture with a full waveform, ms",
+              time[0][4] * 1e3, time[1][4] * 1e3, ratio, 1.3, ratio > 1.3 ? "OVER" : "ok");
   std::printf("%-58s %10.1f %10.1f %7.2f %6.1f %s\n", "peak memory with a full waveform, MiB", memory[0], memory[1],
               memoryRatio, 1.5, memoryRatio > 1.5 ? "OVER" : "ok");
   return ratio > 1.3 || memoryRatio > 1.5;

@@ -75,16 +75,12 @@ void Require(bool holds, const char* what) {
 }
 
 // Temporary file, flush, rename, nothing else.
-void PlainSave(const std::string& path, const void* data, std::size_t bytes, bool flushFolder) {
+void PlainSave(const std::string& path, const void* data, std::size_t bytes) {
   const std::string temporary = path + ".plain";
   const int file = ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
   Require(file >= 0 && ::write(file, data, bytes) == static_cast<ssize_t>(bytes) && ::fsync(file) == 0, "plain save");
   ::close(file);
   Require(::rename(temporary.c_str(), path.c_str()) == 0, "plain rename");
-  if (!flushFolder) return;
-  const int folder = ::open(std::filesystem::path(path).parent_path().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  Require(folder >= 0 && ::fsync(folder) == 0, "plain flush of the folder");
-  ::close(folder);
 }
 
 void PlainRead(const std::string& path, std::vector<char>& memory, std::size_t bytes) {
@@ -150,7 +146,7 @@ void TextRows(Table& table, const std::string& name, const std::string& path, Fi
   Require(std::ranges::equal(parsed, codes), "the same codes");
   table.Row((name + ": saving the text file / to_chars, plain save").c_str(), 0, Take::Median, kRounds,
             [&] { Require(file.SaveWaveData(path, buffer, 0, W_MAX_POINTS) == 0, "save of text"); },
-            [&] { PlainSave(path, plain.data(), PlainFormat(codes, plain), false); });
+            [&] { PlainSave(path, plain.data(), PlainFormat(codes, plain)); });
 }
 
 void WdbRows(Table& table, const std::string& path, File32& file, WaveHandle buffer) {
@@ -159,9 +155,7 @@ void WdbRows(Table& table, const std::string& path, File32& file, WaveHandle buf
   std::vector<char> plain(WDB_TABLE_OFFSET);
   const auto ours = [&] { Require(file.Save4410File(path, block, buffer) == 0, "save of .wdb"); };
   table.Row(".wdb: saving / plain save", 1.3, Take::Median, kRounds, ours,
-            [&] { PlainSave(path, plain.data(), plain.size(), false); });
-  table.Row(".wdb: saving / plain save, folder flushed", 1.3, Take::Median, kRounds, ours,
-            [&] { PlainSave(path, plain.data(), plain.size(), true); });
+            [&] { PlainSave(path, plain.data(), plain.size()); });
   ours();
   table.Row(
       ".wdb: opening / plain read", 3, Take::Best, kRounds,

@@ -1,9 +1,9 @@
 // The Create dialog's real form off-screen.
+#include "tools/create/CreateDialog.h"
 #include "editor/EditorFixture.h"
 #include "editor/Picture.h"
 #include "platform/qt/Theme.h"
 #include "platform/qt/ValueBox.h"
-#include "tools/create/CreateDialog.h"
 #include "tools/create/ExpressionBox.h"
 
 #include <QApplication>
@@ -25,7 +25,8 @@ protected:
     Begin();
     ApplyTheme(*qApp, program->language == Language::English);
     pages = std::make_unique<CreatePages>(*program, editor->setup, editor->fileCommands, [] { return 0.5; });
-    dialog = std::make_unique<CreateDialog>(*program, *pages, [this] { ++rangeChanges; }, nullptr);
+    dialog = std::make_unique<CreateDialog>(
+        *program, *pages, [this] { ++rangeChanges; }, nullptr);
     pages->PrepareCreate();
     dialog->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));

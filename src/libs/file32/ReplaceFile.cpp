@@ -134,11 +134,6 @@ std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<cons
   if (flushed && (!open(WriteStep::Flush) || !temporary.Flush())) return FILE_WRITE_FAILED;
   if (!open(WriteStep::Rename) || !temporary.Become(target.name)) return FILE_WRITE_FAILED;
 
-  if (!flushed) return 0;
-  // The new name itself reaches the disk with the folder. The file is replaced already, so a folder that cannot be
-  // flushed (some file systems refuse it) is no failure of the save.
-  const Descriptor readable(::openat(folder, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (readable.Valid()) static_cast<void>(::fsync(readable.Get()));
   return 0;
 }
 

@@ -21,8 +21,11 @@ using WriteGate = std::function<bool(WriteStep)>;
 // permissions and, where the user may give files away, its owner; follows a symbolic link to the file that it names.
 // Refused: a folder, a device, a pipe, a write-protected file. Other hard links to the old file keep the old content.
 //
-// Flushed: the new file survives a loss of power from then on. Renamed: other programs see the old or the new file,
-// never a mixture, but after a loss of power it may be either (or empty); for what is cheap to lose and written often.
+// Flushed: the content is on the disk before the file takes the name, so that after a loss of power the name leads to
+// the old file or to the whole new one (which of them, until the file system has written the folder a few seconds
+// later, is not certain; waiting for that would double the time of a save). Renamed: other programs see the old or the
+// new file, never a mixture, but after a loss of power it may be either (or empty); for what is cheap to lose and
+// written often.
 enum class Durability { Flushed, Renamed };
 [[nodiscard]] std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<const std::byte>> pieces,
                                        const WriteGate& gate = {}, Durability durability = Durability::Flushed);
