@@ -153,7 +153,8 @@ void SetMainWindowCaptions(QMainWindow& window, const ErrMsg& language) {
       tip += QStringLiteral(" (%1)").arg(QLatin1String(caption.shortcut));
     }
     action->setToolTip(tip);
-    if (caption.icon != nullptr && action->isVisible()) action->setIcon(IconNamed(caption.icon));
+    if (caption.icon != nullptr && action->isVisible() && action->icon().isNull())
+      action->setIcon(IconNamed(caption.icon));
     action->setIconVisibleInMenu(false);
   }
   for (const Caption& caption : kLabels) {
@@ -166,7 +167,8 @@ void SetMainWindowCaptions(QMainWindow& window, const ErrMsg& language) {
   for (const IconButton& caption : kIconButtons) {
     auto* button = window.findChild<QToolButton*>(QLatin1String(caption.control));
     if (button == nullptr) continue;
-    if (!button->isHidden()) button->setIcon(IconNamed(caption.icon)); // the rest is not offered
+    if (!button->isHidden() && button->icon().isNull())
+      button->setIcon(IconNamed(caption.icon)); // the rest is not offered
     button->setToolTip(pick(caption));
     button->setAccessibleName(pick(caption));
   }
