@@ -160,13 +160,11 @@ void MainWindow::ConnectView() {
 }
 
 void MainWindow::ConnectReadouts() {
-  const auto typed = [this](ValueBox* box, auto handler) {
-    connect(box, &ValueBox::Left, this,
-            [this, handler](const QString& text) { (editor_.*handler)(text.toStdString()); });
-  };
-  typed(ui_->Txt_Start_X, &Editor::TypeStart);
-  typed(ui_->Txt_End_X, &Editor::TypeEnd);
-  typed(ui_->Txt_Scope, &Editor::TypeScope);
+  connect(ui_->Txt_Start_X, &ValueBox::Left, this,
+          [this](const QString& text) { editor_.TypeStart(text.toStdString()); });
+  connect(ui_->Txt_End_X, &ValueBox::Left, this, [this](const QString& text) { editor_.TypeEnd(text.toStdString()); });
+  connect(ui_->Txt_Scope, &ValueBox::Left, this,
+          [this](const QString& text) { editor_.TypeScope(text.toStdString()); });
   connect(ui_->Txt_Start_X, &ValueBox::MoveOn, this, [this] { ui_->Txt_End_X->setFocus(Qt::TabFocusReason); });
   connect(ui_->Txt_End_X, &ValueBox::MoveOn, this, [this] {
     const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;

@@ -162,15 +162,18 @@ void CreateDialog::ConnectPages() {
   connect(ui_->Opt_effect_0, &QRadioButton::toggled, this, [this](bool on) {
     if (!program_.formSetup) pages_.Opt_effect_Click(on);
   });
-  const auto press = [this](QPushButton* button, void (CreatePages::*click)()) {
-    connect(button, &QPushButton::clicked, this, [this, click] {
-      CommitFocus();
-      (pages_.*click)();
-    });
-  };
-  press(ui_->Btn_Comp, &CreatePages::Btn_Comp_Click);
-  press(ui_->Btn_OK, &CreatePages::Btn_OK_Click);
-  press(ui_->Btn_Confirm, &CreatePages::Btn_Confirm_Click);
+  connect(ui_->Btn_Comp, &QPushButton::clicked, this, [this] {
+    CommitFocus();
+    pages_.Btn_Comp_Click();
+  });
+  connect(ui_->Btn_OK, &QPushButton::clicked, this, [this] {
+    CommitFocus();
+    pages_.Btn_OK_Click();
+  });
+  connect(ui_->Btn_Confirm, &QPushButton::clicked, this, [this] {
+    CommitFocus();
+    pages_.Btn_Confirm_Click();
+  });
   connect(ui_->Btn_Cancel, &QPushButton::clicked, this, [this] { pages_.Btn_Cancel_Click(); });
 }
 
