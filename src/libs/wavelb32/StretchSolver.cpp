@@ -8,18 +8,13 @@ namespace calder::wavelb {
 namespace {
 
 template <class Join>
-std::span<const Join> Part(const std::vector<Join>& joins, std::int32_t begin, std::int32_t end, std::int32_t base) {
-  return {joins.data() + (begin - base), static_cast<std::size_t>(end - begin)};
+std::span<const Join> Part(const std::vector<Join>& joins, std::int32_t begin, std::int32_t end) {
+  return {joins.data() + begin, static_cast<std::size_t>(end - begin)};
 }
 
 // 0: the same direction; above 0: b is steeper.
 std::int64_t Turn(std::int64_t lengthA, std::int64_t riseA, std::int64_t lengthB, std::int64_t riseB) {
   return lengthA * riseB - riseA * lengthB;
-}
-
-template <class Join>
-void ForgetFirst(std::vector<Join>& joins, std::int32_t count) {
-  joins.erase(joins.begin(), joins.begin() + count);
 }
 
 } // namespace
@@ -37,7 +32,7 @@ void StretchSolver::AddFamily(std::int32_t point, const WholeJoin& join, const H
 void StretchSolver::SplitInFamilies(const WholeJoin& join, std::int32_t start, std::int32_t& best) {
   const auto index = static_cast<std::size_t>(start);
   for (std::int32_t i = starts_[index].family; i < starts_[index + 1].family; ++i) {
-    const Family& family = families_[static_cast<std::size_t>(i - forgotten_.family)];
+    const Family& family = families_[static_cast<std::size_t>(i)];
     // The turn from u + t * a to the join is base + t * step: at most three t give -1, 0 or 1.
     const std::int64_t base = Turn(family.length, family.rise, join.length, join.rise);
     const std::int64_t step = Turn(family.stepLength, family.stepRise, join.length, join.rise);
@@ -62,7 +57,7 @@ void StretchSolver::Split(std::int32_t point, std::size_t index) {
   const Starts begin = starts_[static_cast<std::size_t>(start)];
   const Starts end = starts_[static_cast<std::size_t>(start) + 1];
   std::int32_t best = start;
-  for (const WholeJoin& left : Part(wholes_, begin.whole, end.whole, forgotten_.whole)) {
+  for (const WholeJoin& left : Part(wholes_, begin.whole, end.whole)) {
     const std::int64_t turn = Turn(left.length, left.rise, join.length, join.rise);
     if (turn < -1 || turn > 1) continue;
     if (turn == 0)
@@ -71,7 +66,7 @@ void StretchSolver::Split(std::int32_t point, std::size_t index) {
       halves_.push_back({left.length + join.length, left.rise + join.rise, static_cast<std::int32_t>(-turn), 0, 0, 0});
   }
   if (join.best != firstOfFamily) {
-    for (const HalfJoin& left : Part(halves_, begin.half, end.half, forgotten_.half))
+    for (const HalfJoin& left : Part(halves_, begin.half, end.half))
       if (Turn(left.length, left.rise, join.length, join.rise) == left.side) AddFamily(point, join, left);
   }
   if (begin.family != end.family) SplitInFamilies(join, start, best);
@@ -84,7 +79,7 @@ void StretchSolver::FinishHalfJoin(std::int32_t point, HalfJoin& join) const {
   const auto index = static_cast<std::size_t>(start);
   join.best = join.bestOfRow = start;
   join.row = 1;
-  for (const HalfJoin& left : Part(halves_, starts_[index].half, starts_[index + 1].half, forgotten_.half)) {
+  for (const HalfJoin& left : Part(halves_, starts_[index].half, starts_[index + 1].half)) {
     if (left.length != join.length || left.rise != join.rise) continue;
     if (left.side == join.side) {
       join.row += left.row;
@@ -109,53 +104,66 @@ void StretchSolver::AddPoint(std::int32_t point) {
     if (halves_[i].best >= 0) Reach(point, halves_[i].best);
   }
   joins_[index] = joins_[static_cast<std::size_t>(from_[index])] + 1;
-  starts_[index + 1] = {forgotten_.whole + static_cast<std::int32_t>(wholes_.size()),
-                        forgotten_.half + static_cast<std::int32_t>(halves_.size()),
-                        forgotten_.family + static_cast<std::int32_t>(families_.size())};
+  starts_[index + 1] = {static_cast<std::int32_t>(wholes_.size()), static_cast<std::int32_t>(halves_.size()),
+                        static_cast<std::int32_t>(families_.size())};
 }
 
-std::int32_t StretchSolver::LeastStart(std::int32_t point) {
-  stabber_.Clear();
-  std::int32_t start = point;
-  for (; start > first_; --start) {
-    const std::int64_t twice = 2 * codes_[static_cast<std::size_t>(start)];
-    if (!stabber_.Add(point - start, twice - 1, twice + 1)) break;
+void StretchSolver::Forget(std::int32_t point) {
+  open_.Advance(point);
+  Starts kept{};
+  Starts end{};
+  std::int32_t previous = -1;
+  const auto keep = [](auto& joins, std::int32_t from, std::int32_t to, std::int32_t& count, auto isNeeded) {
+    for (std::int32_t i = from; i < to; ++i) {
+      const auto join = joins[static_cast<std::size_t>(i)];
+      if (isNeeded(join)) joins[static_cast<std::size_t>(count++)] = join;
+    }
+  };
+  for (const OpenPoints::Point& open : open_.Points()) {
+    const std::int32_t p = open.point;
+    const auto index = static_cast<std::size_t>(p);
+    // The first number behind the point before may be overwritten already.
+    const Starts begin = p == previous + 1 ? end : starts_[index];
+    end = starts_[index + 1];
+    previous = p;
+    starts_[index] = kept;
+    const auto isNeeded = [&](const auto& join) { return open_.IsOpen(p - join.length); };
+    keep(wholes_, begin.whole, end.whole, kept.whole, isNeeded);
+    keep(halves_, begin.half, end.half, kept.half, isNeeded);
+    keep(families_, begin.family, end.family, kept.family, [](const Family&) { return true; });
+    starts_[index + 1] = kept;
   }
-  return start;
-}
-
-void StretchSolver::Forget(std::int32_t first) {
-  const Starts& begin = starts_[static_cast<std::size_t>(first)];
-  ForgetFirst(wholes_, begin.whole - forgotten_.whole);
-  ForgetFirst(halves_, begin.half - forgotten_.half);
-  ForgetFirst(families_, begin.family - forgotten_.family);
-  forgotten_ = begin;
-  first_ = first;
+  wholes_.resize(static_cast<std::size_t>(kept.whole));
+  halves_.resize(static_cast<std::size_t>(kept.half));
+  families_.resize(static_cast<std::size_t>(kept.family));
 }
 
 bool StretchSolver::Solve(std::span<const std::int16_t> codes, std::int32_t maximum,
                           std::vector<std::int32_t>& between) {
-  // Joins that no other can need any more are forgotten now and then, which keeps the others in the cache.
+  // Often enough that the joins mostly stay in the cache.
   constexpr std::int32_t fewPoints = 4096;
-  constexpr std::int32_t growth = 3;
   codes_ = codes;
   const auto last = static_cast<std::int32_t>(codes.size()) - 1;
   joins_.resize(codes.size());
   from_.resize(codes.size());
   starts_.resize(codes.size() + 1);
   joins_[0] = from_[0] = 0;
-  starts_[0] = starts_[1] = forgotten_ = {};
+  starts_[0] = starts_[1] = {};
   wholes_.clear();
   halves_.clear();
   families_.clear();
-  first_ = 0;
+  open_.Start(codes);
   std::int32_t nextForgetting = fewPoints;
   for (std::int32_t point = 1; point <= last; ++point) {
     AddPoint(point);
     if (point < nextForgetting || point == last) continue;
-    Forget(LeastStart(point));
-    if (*std::min_element(joins_.begin() + first_, joins_.begin() + point + 1) >= maximum) return false;
-    nextForgetting = point + std::max(fewPoints, growth * (point - first_));
+    Forget(point);
+    // The joins go on from one of these.
+    const auto isNear = [&](const OpenPoints::Point& open) {
+      return joins_[static_cast<std::size_t>(open.point)] < maximum;
+    };
+    if (std::ranges::none_of(open_.Points(), isNear)) return false;
+    nextForgetting = point + std::max(fewPoints, static_cast<std::int32_t>(open_.Points().size()));
   }
   between.clear();
   for (std::int32_t point = from_.back(); point > 0; point = from_[static_cast<std::size_t>(point)])

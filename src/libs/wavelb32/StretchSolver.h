@@ -21,7 +21,7 @@
 // A point has about four primitive joins, whatever the waveform.
 #pragma once
 
-#include "libs/wavelb32/LineStabber.h"
+#include "libs/wavelb32/OpenPoints.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -76,9 +76,9 @@ private:
   void SplitInFamilies(const WholeJoin& join, std::int32_t start, std::int32_t& best);
   void FinishHalfJoin(std::int32_t point, HalfJoin& join) const;
   void AddFamily(std::int32_t point, const WholeJoin& join, const HalfJoin& step);
-  // No possible join that goes beyond the point starts before that.
-  [[nodiscard]] std::int32_t LeastStart(std::int32_t point);
-  void Forget(std::int32_t first);
+  // Forgets the joins that no join to a point behind this one needs: its own start and that of each of its parts are
+  // open points.
+  void Forget(std::int32_t point);
 
   void TakeBetter(std::int32_t& best, std::int32_t start) const {
     if (joins_[static_cast<std::size_t>(start)] < joins_[static_cast<std::size_t>(best)]) best = start;
@@ -88,14 +88,11 @@ private:
   std::span<const std::int16_t> codes_;
   std::vector<std::int32_t> joins_; // by point: the fewest to it
   std::vector<std::int32_t> from_;  // by point: the one before it
-  std::vector<Starts> starts_;      // by point, and one more
-  // From the points that are still needed; the numbers in starts_ count those that were forgotten, too.
+  std::vector<Starts> starts_;      // by point, and one more; of closed points not valid
   std::vector<WholeJoin> wholes_;
   std::vector<HalfJoin> halves_;
   std::vector<Family> families_;
-  Starts forgotten_{};
-  std::int32_t first_ = 0; // the first point that is still needed
-  LineStabber stabber_;
+  OpenPoints open_;
 };
 
 } // namespace calder::wavelb

@@ -1,0 +1,77 @@
+#include "libs/wavelb32/OpenPoints.h"
+
+namespace calder::wavelb {
+
+namespace {
+
+bool IsSteeper(const OpenPoints::Slope& a, const OpenPoints::Slope& b) {
+  return a.twiceRise * b.run > b.twiceRise * a.run;
+}
+
+} // namespace
+
+void OpenPoints::Start(std::span<const std::int16_t> codes) {
+  codes_ = codes;
+  isOpen_.assign(codes.size(), 0);
+  isOpen_[0] = 1;
+  open_.assign(1, {0, {-1, 0}, {1, 0}});
+}
+
+void OpenPoints::Extend(std::vector<End>& chain, const End& end, std::int64_t sign) {
+  while (chain.size() >= 2) {
+    const End& a = chain[chain.size() - 2];
+    const End& b = chain.back();
+    const std::int64_t turn = (a.x - b.x) * (end.twice - b.twice) - (a.twice - b.twice) * (end.x - b.x);
+    if (sign * turn > 0) break;
+    chain.pop_back();
+  }
+  chain.push_back(end);
+}
+
+bool OpenPoints::Narrow(Point& point) const {
+  const std::int64_t twice = Twice(point.point);
+  // From the nearest end outwards the slopes first get closer, then no more.
+  Slope greatest{1, 0};
+  for (auto end = uppers_.rbegin(); end != uppers_.rend(); ++end) {
+    const Slope slope{end->twice - twice, end->x - point.point};
+    if (IsSteeper(slope, greatest)) break;
+    greatest = slope;
+  }
+  if (IsSteeper(point.greatest, greatest)) point.greatest = greatest;
+  if (IsSteeper(point.least, point.greatest)) return false;
+  Slope least{-1, 0};
+  for (auto end = lowers_.rbegin(); end != lowers_.rend(); ++end) {
+    const Slope slope{end->twice - twice, end->x - point.point};
+    if (IsSteeper(least, slope)) break;
+    least = slope;
+  }
+  if (IsSteeper(least, point.least)) point.least = least;
+  return !IsSteeper(point.least, point.greatest);
+}
+
+void OpenPoints::Advance(std::int32_t point) {
+  const std::int32_t seen = open_.back().point;
+  uppers_.clear();
+  lowers_.clear();
+  added_.clear();
+  for (std::int32_t p = point; p > seen; --p) {
+    Point added{p, {-1, 0}, {1, 0}};
+    if (Narrow(added)) {
+      added_.push_back(added);
+      isOpen_[static_cast<std::size_t>(p)] = 1;
+    }
+    Extend(uppers_, {p, Twice(p) + 1}, 1);
+    Extend(lowers_, {p, Twice(p) - 1}, -1);
+  }
+  std::size_t kept = 0;
+  for (Point& old : open_) {
+    if (Narrow(old))
+      open_[kept++] = old;
+    else
+      isOpen_[static_cast<std::size_t>(old.point)] = 0;
+  }
+  open_.resize(kept);
+  open_.insert(open_.end(), added_.rbegin(), added_.rend());
+}
+
+} // namespace calder::wavelb
