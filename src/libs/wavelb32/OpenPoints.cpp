@@ -17,11 +17,11 @@ void OpenPoints::Start(std::span<const std::int16_t> codes) {
   open_.assign(1, {0, {-1, 0}, {1, 0}});
 }
 
-void OpenPoints::Extend(std::vector<End>& chain, const End& end, std::int64_t sign) {
+void OpenPoints::Extend(std::vector<GapEnd>& chain, const GapEnd& end, std::int64_t sign) {
   while (chain.size() >= 2) {
-    const End& a = chain[chain.size() - 2];
-    const End& b = chain.back();
-    const std::int64_t turn = (a.x - b.x) * (end.twice - b.twice) - (a.twice - b.twice) * (end.x - b.x);
+    const GapEnd& a = chain[chain.size() - 2];
+    const GapEnd& b = chain.back();
+    const std::int64_t turn = (a.x - b.x) * (end.y - b.y) - (a.y - b.y) * (end.x - b.x);
     if (sign * turn > 0) break;
     chain.pop_back();
   }
@@ -33,7 +33,7 @@ bool OpenPoints::Narrow(Point& point) const {
   // From the nearest end outwards the slopes first get closer, then no more.
   Slope greatest{1, 0};
   for (auto end = uppers_.rbegin(); end != uppers_.rend(); ++end) {
-    const Slope slope{end->twice - twice, end->x - point.point};
+    const Slope slope{end->y - twice, end->x - point.point};
     if (IsSteeper(slope, greatest)) break;
     greatest = slope;
   }
@@ -41,7 +41,7 @@ bool OpenPoints::Narrow(Point& point) const {
   if (IsSteeper(point.least, point.greatest)) return false;
   Slope least{-1, 0};
   for (auto end = lowers_.rbegin(); end != lowers_.rend(); ++end) {
-    const Slope slope{end->twice - twice, end->x - point.point};
+    const Slope slope{end->y - twice, end->x - point.point};
     if (IsSteeper(least, slope)) break;
     least = slope;
   }
@@ -54,18 +54,25 @@ void OpenPoints::Advance(std::int32_t point) {
   uppers_.clear();
   lowers_.clear();
   added_.clear();
-  for (std::int32_t p = point; p > seen; --p) {
+  stabber_.Clear();
+  std::int32_t p = point;
+  for (; p > seen; --p) {
     Point added{p, {-1, 0}, {1, 0}};
     if (Narrow(added)) {
       added_.push_back(added);
       isOpen_[static_cast<std::size_t>(p)] = 1;
     }
-    Extend(uppers_, {p, Twice(p) + 1}, 1);
-    Extend(lowers_, {p, Twice(p) - 1}, -1);
+    const GapEnd upper{p, Twice(p) + 1};
+    const GapEnd lower{p, Twice(p) - 1};
+    // No line through this and all behind it: no line from further left.
+    if (!stabber_.Add(point - p, lower.y, upper.y)) break;
+    Extend(uppers_, upper, 1);
+    Extend(lowers_, lower, -1);
   }
+  const bool isWhole = p == seen;
   std::size_t kept = 0;
   for (Point& old : open_) {
-    if (Narrow(old))
+    if (isWhole && Narrow(old))
       open_[kept++] = old;
     else
       isOpen_[static_cast<std::size_t>(old.point)] = 0;

@@ -5,6 +5,8 @@
 // convex chains of the block's ends above and below can bound a line that comes from before it.
 #pragma once
 
+#include "libs/wavelb32/LineStabber.h"
+
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -33,25 +35,21 @@ public:
   [[nodiscard]] bool IsOpen(std::int32_t point) const { return isOpen_[static_cast<std::size_t>(point)] != 0; }
 
 private:
-  struct End {
-    std::int64_t x;
-    std::int64_t twice; // the height, in halves of a code
-  };
-
   [[nodiscard]] std::int64_t Twice(std::int32_t point) const {
     return 2 * std::int64_t{codes_[static_cast<std::size_t>(point)]};
   }
   // False when no line is left.
   [[nodiscard]] bool Narrow(Point& point) const;
   // From right to left. sign: 1 for the ends above, whose chain bends up, -1 for those below.
-  static void Extend(std::vector<End>& chain, const End& end, std::int64_t sign);
+  static void Extend(std::vector<GapEnd>& chain, const GapEnd& end, std::int64_t sign);
 
   std::span<const std::int16_t> codes_;
   std::vector<Point> open_;
   std::vector<Point> added_;
   std::vector<std::uint8_t> isOpen_; // by point
-  std::vector<End> uppers_;
-  std::vector<End> lowers_;
+  LineStabber stabber_;
+  std::vector<GapEnd> uppers_; // heights in halves of a code
+  std::vector<GapEnd> lowers_;
 };
 
 } // namespace calder::wavelb

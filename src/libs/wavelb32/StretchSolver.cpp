@@ -19,57 +19,61 @@ std::int64_t Turn(std::int64_t lengthA, std::int64_t riseA, std::int64_t lengthB
 
 } // namespace
 
-void StretchSolver::AddFamily(std::int32_t point, const WholeJoin& join, const HalfJoin& step) {
+void StretchSolver::AddFamily(std::int32_t point, std::int32_t length, std::int32_t rise, const HalfJoin& step) {
   const std::int32_t row = step.row;
-  wholes_.push_back({join.length + step.length, join.rise + step.rise, row > 1 ? firstOfFamily : toSplit});
-  if (row > 1) wholes_.push_back({join.length + row * step.length, join.rise + row * step.rise, toSplit});
+  wholes_.push_back({length + step.length, rise + step.rise, row > 1 ? firstOfFamily : toSplit});
+  if (row > 1) wholes_.push_back({length + row * step.length, rise + row * step.rise, toSplit});
   if (row > 2) {
-    families_.push_back({join.length, join.rise, step.length, step.rise, row});
+    families_.push_back({length, rise, step.length, step.rise, row});
     Reach(point, step.bestOfRow);
   }
 }
 
-void StretchSolver::SplitInFamilies(const WholeJoin& join, std::int32_t start, std::int32_t& best) {
+void StretchSolver::SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise, std::int32_t& best) {
+  const std::int32_t start = point - length;
   const auto index = static_cast<std::size_t>(start);
   for (std::int32_t i = starts_[index].family; i < starts_[index + 1].family; ++i) {
     const Family& family = families_[static_cast<std::size_t>(i)];
     // The turn from u + t * a to the join is base + t * step: at most three t give -1, 0 or 1.
-    const std::int64_t base = Turn(family.length, family.rise, join.length, join.rise);
-    const std::int64_t step = Turn(family.stepLength, family.stepRise, join.length, join.rise);
+    const std::int64_t base = Turn(family.length, family.rise, length, rise);
+    const std::int64_t step = Turn(family.stepLength, family.stepRise, length, rise);
     const std::int64_t ends[] = {base + 2 * step, base + (family.end - 1) * step};
     if (step == 0 || std::min(ends[0], ends[1]) > 1 || std::max(ends[0], ends[1]) < -1) continue;
     for (std::int64_t turn = -1; turn <= 1; ++turn) {
       const std::int64_t t = (turn - base) / step;
       if (base + t * step != turn || t < 2 || t >= family.end) continue;
-      const auto length = static_cast<std::int32_t>(family.length + t * family.stepLength);
-      const auto rise = static_cast<std::int32_t>(family.rise + t * family.stepRise);
+      const auto leftLength = static_cast<std::int32_t>(family.length + t * family.stepLength);
+      const auto leftRise = static_cast<std::int32_t>(family.rise + t * family.stepRise);
       if (turn == 0)
-        TakeBetter(best, start - length);
+        TakeBetter(best, start - leftLength);
       else
-        halves_.push_back({length + join.length, rise + join.rise, static_cast<std::int32_t>(-turn), 0, 0, 0});
+        halves_.push_back({leftLength + length, leftRise + rise, static_cast<std::int32_t>(-turn), 0, 0, 0});
     }
   }
 }
 
 void StretchSolver::Split(std::int32_t point, std::size_t index) {
-  const WholeJoin join = wholes_[index];
-  const std::int32_t start = point - join.length;
+  // One by one: they were written just now, and a processor waits when it reads in larger pieces than it wrote.
+  const std::int32_t length = wholes_[index].length;
+  const std::int32_t rise = wholes_[index].rise;
+  const bool isFirstOfFamily = wholes_[index].best == firstOfFamily;
+  const std::int32_t start = point - length;
   const Starts begin = starts_[static_cast<std::size_t>(start)];
   const Starts end = starts_[static_cast<std::size_t>(start) + 1];
   std::int32_t best = start;
   for (const WholeJoin& left : Part(wholes_, begin.whole, end.whole)) {
-    const std::int64_t turn = Turn(left.length, left.rise, join.length, join.rise);
+    const std::int64_t turn = Turn(left.length, left.rise, length, rise);
     if (turn < -1 || turn > 1) continue;
     if (turn == 0)
       TakeBetter(best, left.best);
     else
-      halves_.push_back({left.length + join.length, left.rise + join.rise, static_cast<std::int32_t>(-turn), 0, 0, 0});
+      halves_.push_back({left.length + length, left.rise + rise, static_cast<std::int32_t>(-turn), 0, 0, 0});
   }
-  if (join.best != firstOfFamily) {
+  if (!isFirstOfFamily) {
     for (const HalfJoin& left : Part(halves_, begin.half, end.half))
-      if (Turn(left.length, left.rise, join.length, join.rise) == left.side) AddFamily(point, join, left);
+      if (Turn(left.length, left.rise, length, rise) == left.side) AddFamily(point, length, rise, left);
   }
-  if (begin.family != end.family) SplitInFamilies(join, start, best);
+  if (begin.family != end.family) SplitInFamilies(point, length, rise, best);
   wholes_[index].best = best;
   Reach(point, best);
 }
@@ -141,7 +145,7 @@ void StretchSolver::Forget(std::int32_t point) {
 bool StretchSolver::Solve(std::span<const std::int16_t> codes, std::int32_t maximum,
                           std::vector<std::int32_t>& between) {
   // Often enough that the joins mostly stay in the cache.
-  constexpr std::int32_t fewPoints = 4096;
+  constexpr std::int32_t fewPoints = 2048;
   codes_ = codes;
   const auto last = static_cast<std::int32_t>(codes.size()) - 1;
   joins_.resize(codes.size());

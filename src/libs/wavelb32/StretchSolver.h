@@ -73,9 +73,9 @@ private:
 
   void AddPoint(std::int32_t point);
   void Split(std::int32_t point, std::size_t index);
-  void SplitInFamilies(const WholeJoin& join, std::int32_t start, std::int32_t& best);
+  void SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise, std::int32_t& best);
   void FinishHalfJoin(std::int32_t point, HalfJoin& join) const;
-  void AddFamily(std::int32_t point, const WholeJoin& join, const HalfJoin& step);
+  void AddFamily(std::int32_t point, std::int32_t length, std::int32_t rise, const HalfJoin& step);
   // Forgets the joins that no join to a point behind this one needs: its own start and that of each of its parts are
   // open points.
   void Forget(std::int32_t point);
