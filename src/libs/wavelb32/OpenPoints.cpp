@@ -5,7 +5,7 @@ namespace calder::wavelb {
 namespace {
 
 bool IsSteeper(const OpenPoints::Slope& a, const OpenPoints::Slope& b) {
-  return a.twiceRise * b.run > b.twiceRise * a.run;
+  return std::int64_t{a.twiceRise} * b.run > std::int64_t{b.twiceRise} * a.run;
 }
 
 } // namespace
@@ -33,7 +33,7 @@ bool OpenPoints::Narrow(Point& point) const {
   // From the nearest end outwards the slopes first get closer, then no more.
   Slope greatest{1, 0};
   for (auto end = uppers_.rbegin(); end != uppers_.rend(); ++end) {
-    const Slope slope{end->y - twice, end->x - point.point};
+    const Slope slope{static_cast<std::int32_t>(end->y - twice), static_cast<std::int32_t>(end->x) - point.point};
     if (IsSteeper(slope, greatest)) break;
     greatest = slope;
   }
@@ -41,7 +41,7 @@ bool OpenPoints::Narrow(Point& point) const {
   if (IsSteeper(point.least, point.greatest)) return false;
   Slope least{-1, 0};
   for (auto end = lowers_.rbegin(); end != lowers_.rend(); ++end) {
-    const Slope slope{end->y - twice, end->x - point.point};
+    const Slope slope{static_cast<std::int32_t>(end->y - twice), static_cast<std::int32_t>(end->x) - point.point};
     if (IsSteeper(least, slope)) break;
     least = slope;
   }

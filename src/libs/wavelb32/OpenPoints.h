@@ -16,8 +16,8 @@ namespace calder::wavelb {
 class OpenPoints {
 public:
   struct Slope {
-    std::int64_t twiceRise;
-    std::int64_t run; // 0: vertical
+    std::int32_t twiceRise;
+    std::int32_t run; // 0: vertical
   };
   struct Point {
     std::int32_t point;
