@@ -17,7 +17,7 @@ void OpenPoints::Start(std::span<const std::int16_t> codes) {
   open_.assign(1, {0, {-1, 0}, {1, 0}});
 }
 
-void OpenPoints::Extend(std::vector<GapEnd>& chain, const GapEnd& end, std::int64_t sign) {
+inline void OpenPoints::Extend(std::vector<GapEnd>& chain, const GapEnd& end, std::int64_t sign) {
   while (chain.size() >= 2) {
     const GapEnd& a = chain[chain.size() - 2];
     const GapEnd& b = chain.back();
@@ -28,7 +28,7 @@ void OpenPoints::Extend(std::vector<GapEnd>& chain, const GapEnd& end, std::int6
   chain.push_back(end);
 }
 
-bool OpenPoints::Narrow(Point& point) const {
+inline bool OpenPoints::Narrow(Point& point) const {
   const std::int64_t twice = Twice(point.point);
   // From the nearest end outwards the slopes first get closer, then no more.
   Slope greatest{1, 0};

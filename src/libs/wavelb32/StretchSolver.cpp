@@ -19,7 +19,7 @@ std::int64_t Turn(std::int64_t lengthA, std::int64_t riseA, std::int64_t lengthB
 
 } // namespace
 
-void StretchSolver::AddFamily(std::int32_t point, std::int32_t length, std::int32_t rise, const HalfJoin& step) {
+inline void StretchSolver::AddFamily(std::int32_t point, std::int32_t length, std::int32_t rise, const HalfJoin& step) {
   const std::int32_t row = step.row;
   wholes_.push_back({length + step.length, rise + step.rise, row > 1 ? firstOfFamily : toSplit});
   if (row > 1) wholes_.push_back({length + row * step.length, rise + row * step.rise, toSplit});
@@ -29,7 +29,7 @@ void StretchSolver::AddFamily(std::int32_t point, std::int32_t length, std::int3
   }
 }
 
-void StretchSolver::SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise, std::int32_t& best) {
+inline void StretchSolver::SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise, std::int32_t& best) {
   const std::int32_t start = point - length;
   const auto index = static_cast<std::size_t>(start);
   for (std::int32_t i = starts_[index].family; i < starts_[index + 1].family; ++i) {
@@ -52,7 +52,7 @@ void StretchSolver::SplitInFamilies(std::int32_t point, std::int32_t length, std
   }
 }
 
-void StretchSolver::Split(std::int32_t point, std::size_t index) {
+inline void StretchSolver::Split(std::int32_t point, std::size_t index) {
   // One by one: they were written just now, and a processor waits when it reads in larger pieces than it wrote.
   const std::int32_t length = wholes_[index].length;
   const std::int32_t rise = wholes_[index].rise;
@@ -78,7 +78,7 @@ void StretchSolver::Split(std::int32_t point, std::size_t index) {
   Reach(point, best);
 }
 
-void StretchSolver::FinishHalfJoin(std::int32_t point, HalfJoin& join) const {
+inline void StretchSolver::FinishHalfJoin(std::int32_t point, HalfJoin& join) const {
   const std::int32_t start = point - join.length;
   const auto index = static_cast<std::size_t>(start);
   join.best = join.bestOfRow = start;
@@ -96,7 +96,7 @@ void StretchSolver::FinishHalfJoin(std::int32_t point, HalfJoin& join) const {
   if (middle % 2 != 0) join.best = -1;
 }
 
-void StretchSolver::AddPoint(std::int32_t point) {
+inline void StretchSolver::AddPoint(std::int32_t point) {
   const auto index = static_cast<std::size_t>(point);
   const std::size_t firstWhole = wholes_.size();
   const std::size_t firstHalf = halves_.size();
