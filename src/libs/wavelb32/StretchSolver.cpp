@@ -19,17 +19,18 @@ std::int64_t Turn(std::int64_t lengthA, std::int64_t riseA, std::int64_t lengthB
 
 } // namespace
 
-inline void StretchSolver::AddFamily(std::int32_t point, std::int32_t length, std::int32_t rise, const HalfJoin& step) {
+inline void StretchSolver::AddFamily(std::int32_t length, std::int32_t rise, const HalfJoin& step) {
   const std::int32_t row = step.row;
   wholes_.push_back({length + step.length, rise + step.rise, row > 1 ? firstOfFamily : toSplit});
   if (row > 1) wholes_.push_back({length + row * step.length, rise + row * step.rise, toSplit});
   if (row > 2) {
     families_.push_back({length, rise, step.length, step.rise, row});
-    Reach(point, step.bestOfRow);
+    TakeBetter(bestOfFamilies_, step.bestOfRow);
   }
 }
 
-inline void StretchSolver::SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise, std::int32_t& best) {
+inline void StretchSolver::SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise,
+                                           std::int32_t& best) {
   const std::int32_t start = point - length;
   const auto index = static_cast<std::size_t>(start);
   for (std::int32_t i = starts_[index].family; i < starts_[index + 1].family; ++i) {
@@ -52,7 +53,7 @@ inline void StretchSolver::SplitInFamilies(std::int32_t point, std::int32_t leng
   }
 }
 
-inline void StretchSolver::Split(std::int32_t point, std::size_t index) {
+inline std::int32_t StretchSolver::Split(std::int32_t point, std::size_t index) {
   // One by one: they were written just now, and a processor waits when it reads in larger pieces than it wrote.
   const std::int32_t length = wholes_[index].length;
   const std::int32_t rise = wholes_[index].rise;
@@ -71,28 +72,31 @@ inline void StretchSolver::Split(std::int32_t point, std::size_t index) {
   }
   if (!isFirstOfFamily) {
     for (const HalfJoin& left : Part(halves_, begin.half, end.half))
-      if (Turn(left.length, left.rise, length, rise) == left.side) AddFamily(point, length, rise, left);
+      if (Turn(left.length, left.rise, length, rise) == left.side) AddFamily(length, rise, left);
   }
   if (begin.family != end.family) SplitInFamilies(point, length, rise, best);
   wholes_[index].best = best;
-  Reach(point, best);
+  return best;
 }
 
 inline void StretchSolver::FinishHalfJoin(std::int32_t point, HalfJoin& join) const {
   const std::int32_t start = point - join.length;
-  const auto index = static_cast<std::size_t>(start);
+  const std::int32_t before = start - join.length;
   join.best = join.bestOfRow = start;
   join.row = 1;
-  for (const HalfJoin& left : Part(halves_, starts_[index].half, starts_[index + 1].half)) {
-    if (left.length != join.length || left.rise != join.rise) continue;
-    if (left.side == join.side) {
-      join.row += left.row;
-      TakeBetter(join.bestOfRow, left.bestOfRow);
+  if (before >= 0 && CodeAt(start) - CodeAt(before) == join.rise) {
+    const auto index = static_cast<std::size_t>(start);
+    const std::span<const HalfJoin> lefts = Part(halves_, starts_[index].half, starts_[index + 1].half);
+    const auto left = std::ranges::find(lefts, join.length, &HalfJoin::length); // a start has one join to a point
+    if (left != lefts.end()) {
+      if (left->side == join.side) {
+        join.row += left->row;
+        TakeBetter(join.bestOfRow, left->bestOfRow);
+      }
+      if (left->best >= 0) TakeBetter(join.best, left->best);
     }
-    if (left.best >= 0) TakeBetter(join.best, left.best);
-    break;
   }
-  const std::int32_t middle = codes_[static_cast<std::size_t>(point)] - (join.rise - join.side) / 2;
+  const std::int32_t middle = CodeAt(point) - (join.rise - join.side) / 2;
   if (middle % 2 != 0) join.best = -1;
 }
 
@@ -100,14 +104,23 @@ inline void StretchSolver::AddPoint(std::int32_t point) {
   const auto index = static_cast<std::size_t>(point);
   const std::size_t firstWhole = wholes_.size();
   const std::size_t firstHalf = halves_.size();
-  from_[index] = point - 1;
-  wholes_.push_back({1, codes_[index] - codes_[index - 1], toSplit});
-  for (std::size_t i = firstWhole; i < wholes_.size(); ++i) Split(point, i);
+  std::int32_t from = point - 1;
+  std::int32_t joins = joins_[index - 1];
+  const auto reach = [&](std::int32_t start) {
+    const std::int32_t joinsToStart = joins_[static_cast<std::size_t>(start)];
+    from = joinsToStart < joins ? start : from;
+    joins = std::min(joins, joinsToStart);
+  };
+  bestOfFamilies_ = from;
+  wholes_.push_back({1, CodeAt(point) - CodeAt(point - 1), toSplit});
+  for (std::size_t i = firstWhole; i < wholes_.size(); ++i) reach(Split(point, i));
   for (std::size_t i = firstHalf; i < halves_.size(); ++i) {
     FinishHalfJoin(point, halves_[i]);
-    if (halves_[i].best >= 0) Reach(point, halves_[i].best);
+    if (halves_[i].best >= 0) reach(halves_[i].best);
   }
-  joins_[index] = joins_[static_cast<std::size_t>(from_[index])] + 1;
+  reach(bestOfFamilies_);
+  from_[index] = from;
+  joins_[index] = joins + 1;
   starts_[index + 1] = {static_cast<std::int32_t>(wholes_.size()), static_cast<std::int32_t>(halves_.size()),
                         static_cast<std::int32_t>(families_.size())};
 }
@@ -144,13 +157,16 @@ void StretchSolver::Forget(std::int32_t point) {
 
 bool StretchSolver::Solve(std::span<const std::int16_t> codes, std::int32_t maximum,
                           std::vector<std::int32_t>& between) {
-  // Often enough that the joins mostly stay in the cache.
-  constexpr std::int32_t fewPoints = 2048;
+  // Often enough that the joins mostly stay in the cache, seldom enough that it costs little.
+  constexpr std::int32_t fewPoints = 8192;
   codes_ = codes;
   const auto last = static_cast<std::int32_t>(codes.size()) - 1;
-  joins_.resize(codes.size());
-  from_.resize(codes.size());
-  starts_.resize(codes.size() + 1);
+  if (codes.size() > room_) {
+    room_ = codes.size();
+    joins_ = std::make_unique_for_overwrite<std::int32_t[]>(room_);
+    from_ = std::make_unique_for_overwrite<std::int32_t[]>(room_);
+    starts_ = std::make_unique_for_overwrite<Starts[]>(room_ + 1);
+  }
   joins_[0] = from_[0] = 0;
   starts_[0] = starts_[1] = {};
   wholes_.clear();
@@ -167,10 +183,11 @@ bool StretchSolver::Solve(std::span<const std::int16_t> codes, std::int32_t maxi
       return joins_[static_cast<std::size_t>(open.point)] < maximum;
     };
     if (std::ranges::none_of(open_.Points(), isNear)) return false;
-    nextForgetting = point + std::max(fewPoints, static_cast<std::int32_t>(open_.Points().size()));
+    nextForgetting = point + std::max(fewPoints, 2 * static_cast<std::int32_t>(open_.Points().size()));
   }
   between.clear();
-  for (std::int32_t point = from_.back(); point > 0; point = from_[static_cast<std::size_t>(point)])
+  for (std::int32_t point = from_[static_cast<std::size_t>(last)]; point > 0;
+       point = from_[static_cast<std::size_t>(point)])
     between.push_back(point);
   std::ranges::reverse(between);
   return joins_[static_cast<std::size_t>(last)] <= maximum;

@@ -25,6 +25,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -72,26 +73,28 @@ private:
   };
 
   void AddPoint(std::int32_t point);
-  void Split(std::int32_t point, std::size_t index);
+  std::int32_t Split(std::int32_t point, std::size_t index);
   void SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise, std::int32_t& best);
   void FinishHalfJoin(std::int32_t point, HalfJoin& join) const;
-  void AddFamily(std::int32_t point, std::int32_t length, std::int32_t rise, const HalfJoin& step);
+  void AddFamily(std::int32_t length, std::int32_t rise, const HalfJoin& step);
   // Forgets the joins that no join to a point behind this one needs: its own start and that of each of its parts are
   // open points.
   void Forget(std::int32_t point);
 
+  [[nodiscard]] std::int32_t CodeAt(std::int32_t point) const { return codes_[static_cast<std::size_t>(point)]; }
   void TakeBetter(std::int32_t& best, std::int32_t start) const {
     if (joins_[static_cast<std::size_t>(start)] < joins_[static_cast<std::size_t>(best)]) best = start;
   }
-  void Reach(std::int32_t point, std::int32_t start) { TakeBetter(from_[static_cast<std::size_t>(point)], start); }
 
   std::span<const std::int16_t> codes_;
-  std::vector<std::int32_t> joins_; // by point: the fewest to it
-  std::vector<std::int32_t> from_;  // by point: the one before it
-  std::vector<Starts> starts_;      // by point, and one more; of closed points not valid
+  std::size_t room_ = 0;                  // of the next three, which are written before they are read
+  std::unique_ptr<std::int32_t[]> joins_; // by point: the fewest to it
+  std::unique_ptr<std::int32_t[]> from_;  // by point: the one before it
+  std::unique_ptr<Starts[]> starts_;      // by point, and one more; of closed points not valid
   std::vector<WholeJoin> wholes_;
   std::vector<HalfJoin> halves_;
   std::vector<Family> families_;
+  std::int32_t bestOfFamilies_ = 0; // the best start of the families of the current point
   OpenPoints open_;
 };
 
