@@ -32,7 +32,7 @@ inline void StretchSolver::AddFamily(std::int32_t length, std::int32_t rise, con
 inline void StretchSolver::SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise,
                                            std::int32_t& best) {
   const std::int32_t start = point - length;
-  const auto index = static_cast<std::size_t>(start);
+  const auto index = SlotOf(start);
   for (std::int32_t i = starts_[index].family; i < starts_[index + 1].family; ++i) {
     const Family& family = families_[static_cast<std::size_t>(i)];
     // The turn from u + t * a to the join is base + t * step: at most three t give -1, 0 or 1.
@@ -59,8 +59,9 @@ inline std::int32_t StretchSolver::Split(std::int32_t point, std::size_t index) 
   const std::int32_t rise = wholes_[index].rise;
   const bool isFirstOfFamily = wholes_[index].best == firstOfFamily;
   const std::int32_t start = point - length;
-  const Starts begin = starts_[static_cast<std::size_t>(start)];
-  const Starts end = starts_[static_cast<std::size_t>(start) + 1];
+  const std::size_t slot = SlotOf(start);
+  const Starts& begin = starts_[slot];
+  const Starts& end = starts_[slot + 1];
   std::int32_t best = start;
   for (const WholeJoin& left : Part(wholes_, begin.whole, end.whole)) {
     const std::int64_t turn = Turn(left.length, left.rise, length, rise);
@@ -85,7 +86,7 @@ inline void StretchSolver::FinishHalfJoin(std::int32_t point, HalfJoin& join) co
   join.best = join.bestOfRow = start;
   join.row = 1;
   if (before >= 0 && CodeAt(start) - CodeAt(before) == join.rise) {
-    const auto index = static_cast<std::size_t>(start);
+    const std::size_t index = SlotOf(start);
     const std::span<const HalfJoin> lefts = Part(halves_, starts_[index].half, starts_[index + 1].half);
     const auto left = std::ranges::find(lefts, join.length, &HalfJoin::length); // a start has one join to a point
     if (left != lefts.end()) {
@@ -121,15 +122,15 @@ inline void StretchSolver::AddPoint(std::int32_t point) {
   reach(bestOfFamilies_);
   from_[index] = from;
   joins_[index] = joins + 1;
-  starts_[index + 1] = {static_cast<std::int32_t>(wholes_.size()), static_cast<std::int32_t>(halves_.size()),
-                        static_cast<std::int32_t>(families_.size())};
+  slots_[index] = static_cast<std::int32_t>(starts_.size()) - 1;
+  starts_.push_back({static_cast<std::int32_t>(wholes_.size()), static_cast<std::int32_t>(halves_.size()),
+                     static_cast<std::int32_t>(families_.size())});
 }
 
 void StretchSolver::Forget(std::int32_t point) {
   open_.Advance(point);
   Starts kept{};
-  Starts end{};
-  std::int32_t previous = -1;
+  std::size_t points = 0;
   const auto keep = [](auto& joins, std::int32_t from, std::int32_t to, std::int32_t& count, auto isNeeded) {
     for (std::int32_t i = from; i < to; ++i) {
       const auto join = joins[static_cast<std::size_t>(i)];
@@ -138,18 +139,17 @@ void StretchSolver::Forget(std::int32_t point) {
   };
   for (const OpenPoints::Point& open : open_.Points()) {
     const std::int32_t p = open.point;
-    const auto index = static_cast<std::size_t>(p);
-    // The first number behind the point before may be overwritten already.
-    const Starts begin = p == previous + 1 ? end : starts_[index];
-    end = starts_[index + 1];
-    previous = p;
-    starts_[index] = kept;
+    const Starts begin = starts_[SlotOf(p)];
+    const Starts end = starts_[SlotOf(p) + 1];
+    starts_[points] = kept;
+    slots_[static_cast<std::size_t>(p)] = static_cast<std::int32_t>(points++);
     const auto isNeeded = [&](const auto& join) { return open_.IsOpen(p - join.length); };
     keep(wholes_, begin.whole, end.whole, kept.whole, isNeeded);
     keep(halves_, begin.half, end.half, kept.half, isNeeded);
     keep(families_, begin.family, end.family, kept.family, [](const Family&) { return true; });
-    starts_[index + 1] = kept;
   }
+  starts_[points] = kept;
+  starts_.resize(points + 1);
   wholes_.resize(static_cast<std::size_t>(kept.whole));
   halves_.resize(static_cast<std::size_t>(kept.half));
   families_.resize(static_cast<std::size_t>(kept.family));
@@ -165,10 +165,11 @@ bool StretchSolver::Solve(std::span<const std::int16_t> codes, std::int32_t maxi
     room_ = codes.size();
     joins_ = std::make_unique_for_overwrite<std::int32_t[]>(room_);
     from_ = std::make_unique_for_overwrite<std::int32_t[]>(room_);
-    starts_ = std::make_unique_for_overwrite<Starts[]>(room_ + 1);
+    slots_ = std::make_unique_for_overwrite<std::int32_t[]>(room_);
   }
   joins_[0] = from_[0] = 0;
-  starts_[0] = starts_[1] = {};
+  slots_[0] = 0;
+  starts_.assign(2, {});
   wholes_.clear();
   halves_.clear();
   families_.clear();
@@ -183,7 +184,7 @@ bool StretchSolver::Solve(std::span<const std::int16_t> codes, std::int32_t maxi
       return joins_[static_cast<std::size_t>(open.point)] < maximum;
     };
     if (std::ranges::none_of(open_.Points(), isNear)) return false;
-    nextForgetting = point + std::max(fewPoints, 2 * static_cast<std::int32_t>(open_.Points().size()));
+    nextForgetting = point + std::max(fewPoints, static_cast<std::int32_t>(open_.Points().size()));
   }
   between.clear();
   for (std::int32_t point = from_[static_cast<std::size_t>(last)]; point > 0;

@@ -82,6 +82,9 @@ private:
   void Forget(std::int32_t point);
 
   [[nodiscard]] std::int32_t CodeAt(std::int32_t point) const { return codes_[static_cast<std::size_t>(point)]; }
+  [[nodiscard]] std::size_t SlotOf(std::int32_t point) const {
+    return static_cast<std::size_t>(slots_[static_cast<std::size_t>(point)]);
+  }
   void TakeBetter(std::int32_t& best, std::int32_t start) const {
     if (joins_[static_cast<std::size_t>(start)] < joins_[static_cast<std::size_t>(best)]) best = start;
   }
@@ -90,7 +93,8 @@ private:
   std::size_t room_ = 0;                  // of the next three, which are written before they are read
   std::unique_ptr<std::int32_t[]> joins_; // by point: the fewest to it
   std::unique_ptr<std::int32_t[]> from_;  // by point: the one before it
-  std::unique_ptr<Starts[]> starts_;      // by point, and one more; of closed points not valid
+  std::unique_ptr<std::int32_t[]> slots_; // by point: its place in starts_; of closed points not valid
+  std::vector<Starts> starts_;            // one more at the end
   std::vector<WholeJoin> wholes_;
   std::vector<HalfJoin> halves_;
   std::vector<Family> families_;
