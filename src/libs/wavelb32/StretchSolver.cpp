@@ -1,7 +1,6 @@
 #include "libs/wavelb32/StretchSolver.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 namespace calder::wavelb {
 

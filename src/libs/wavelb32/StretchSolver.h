@@ -18,7 +18,7 @@
 //    second part (a longer first part would pass the middle of the a before it on the wrong side). The others are kept
 //    as one family: there can be as many for each point as the stretch is long.
 //
-// A point has about four primitive joins, whatever the waveform.
+// A point has about four primitive joins in the mean, whatever the waveform, so the time grows with the points only.
 #pragma once
 
 #include "libs/wavelb32/OpenPoints.h"
