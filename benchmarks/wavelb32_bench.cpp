@@ -137,30 +137,62 @@ void DigitalView(FigureTable& table, WaveHandle wave) {
   });
 }
 
-void ControlPoints(FigureTable& table, WaveHandle wave) {
-  const WaveHandle positions = W_AllocMemory32(W_MAX_CONTROL_POINTS);
-  const WaveHandle values = W_AllocMemory(W_MAX_CONTROL_POINTS);
-  const auto convert = [&](std::int32_t expected) {
-    std::int32_t count = points;
-    Require(ConvCPdata(wave, positions, values, count) == expected, "ConvCPdata");
-  };
-  constexpr double fiveMillisecondsAMillion = 5000 * (all / 1e6);
+// Straight joins of `corners` control points, evenly spread, with random codes up to the amplitude.
+void DrawSegments(WaveHandle wave, std::int32_t corners, std::int32_t amplitude) {
   std::mt19937 random(1);
   std::vector<double> x;
   std::vector<double> y;
-  for (std::int32_t i = 0; i < W_MAX_CONTROL_POINTS; ++i) {
-    x.push_back(std::floor((all - 1) * i / (W_MAX_CONTROL_POINTS - 1)));
-    y.push_back(std::uniform_int_distribution(-W_CODE_MAX, W_CODE_MAX)(random));
+  for (std::int32_t i = 0; i < corners; ++i) {
+    x.push_back(std::floor((all - 1) * i / (corners - 1)));
+    y.push_back(std::uniform_int_distribution(-amplitude, amplitude)(random));
   }
-  Require(Spline_Hokan_Line(wave, 0, all, x.data(), y.data(), W_MAX_CONTROL_POINTS, points, W_CODE_MAX));
-  table.TimeRow("ConvCPdata, 10000 segments", fiveMillisecondsAMillion, rounds, [&] { convert(W_SUCCESS); });
-  Require(W_ClearMemory(wave, 0, all));
-  table.TimeRow("ConvCPdata, constant", fiveMillisecondsAMillion, rounds, [&] { convert(W_SUCCESS); });
+  Require(Spline_Hokan_Line(wave, 0, all, x.data(), y.data(), corners, points, W_CODE_MAX));
+}
+
+void ControlPoints(FigureTable& table, WaveHandle wave, WaveHandle noise) {
+  constexpr double straight = 5000 * (all / 1e6); // microseconds: 5 ms for a million points
+  constexpr double any = 20000;
+  constexpr int fewRounds = 20;
+  const WaveHandle positions = W_AllocMemory32(W_MAX_CONTROL_POINTS);
+  const WaveHandle values = W_AllocMemory(W_MAX_CONTROL_POINTS);
+  const auto row = [&](const char* name, double limit, std::int32_t expected) {
+    table.TimeRow(name, limit, fewRounds, [&] {
+      std::int32_t count = points;
+      Require(ConvCPdata(wave, positions, values, count) == expected, "ConvCPdata");
+    });
+  };
   const double ends[][2] = {{0, all - 1}, {-W_CODE_MAX, W_CODE_MAX}};
+  DrawSegments(wave, W_MAX_CONTROL_POINTS, W_CODE_MAX);
+  row("ConvCPdata, 10000 segments", straight, W_SUCCESS);
+  Require(W_ClearMemory(wave, 0, all));
+  row("ConvCPdata, constant", straight, W_SUCCESS);
   Require(Spline_Hokan_Line(wave, 0, all, ends[0], ends[1], 2, points, W_CODE_MAX));
-  table.TimeRow("ConvCPdata, ramp", fiveMillisecondsAMillion, rounds, [&] { convert(W_SUCCESS); });
+  row("ConvCPdata, ramp from code to code", straight, W_SUCCESS);
   Require(W_MakeNoise(wave, 0, all, 0, 65534));
-  table.TimeRow("ConvCPdata, noise (not possible)", fiveMillisecondsAMillion, rounds, [&] { convert(W_NOT_POSSIBLE); });
+  row("ConvCPdata, noise (not possible)", straight, W_NOT_POSSIBLE);
+  Require(W_MakeSin(wave, 0, all, 0, 60000, 3, 0));
+  Require(W_MakeNoise(noise, 0, all, 0, 4));
+  Require(W_CalcWave(wave, noise, wave, 0, all, -W_CODE_MAX, W_CODE_MAX, 0));
+  row("ConvCPdata, sine with a little noise (not possible)", straight, W_NOT_POSSIBLE);
+
+  DrawSegments(wave, W_MAX_CONTROL_POINTS / 2, 20);
+  row("ConvCPdata, 5000 gentle segments", any, W_SUCCESS);
+  Require(W_MakeSin(wave, 0, all, 0, 65534, 1, 0));
+  row("ConvCPdata, sine of 1 period", any, W_SUCCESS);
+  Require(W_MakeSin(wave, 0, all, 0, 65534, 2, 0));
+  row("ConvCPdata, sine of 2 periods", any, W_SUCCESS);
+  Require(W_MakeSin(wave, 0, all, 0, 65534, 5, 0));
+  row("ConvCPdata, sine of 5 periods", any, W_SUCCESS);
+  Require(W_MakeSin(wave, 0, all, 0, 65534, 50, 0));
+  row("ConvCPdata, sine of 50 periods (not possible)", any, W_NOT_POSSIBLE);
+  Require(W_MakeSin(wave, 0, all, 0, 1000, 1, 0));
+  row("ConvCPdata, sine of 1000 codes", any, W_SUCCESS);
+  Require(W_MakeTriangle(wave, 0, all, 0, 65534, 1, 0, 50));
+  row("ConvCPdata, triangle", any, W_SUCCESS);
+  Require(W_MakeTriangle(wave, 0, all, 0, 65534, 1, 180, 100));
+  row("ConvCPdata, ramps between codes", any, W_SUCCESS);
+  Require(W_MakeSquare(wave, 0, all, 0, 65534, 1, 0, 50, 40));
+  row("ConvCPdata, sloped square", any, W_SUCCESS);
   Require(W_FreeMemory32(positions));
   Require(W_FreeMemory(values));
 }
@@ -174,7 +206,7 @@ int Run() {
   Drawing(table, wave, other);
   DigitalView(table, wave);
   Generation(table, wave);
-  ControlPoints(table, wave);
+  ControlPoints(table, wave, other);
   Require(W_FreeMemory(wave));
   Require(W_FreeMemory(other));
   return table.IsOver() ? 1 : 0;

@@ -18,13 +18,14 @@
 //    second part (a longer first part would pass the middle of the a before it on the wrong side). The others are kept
 //    as one family: there can be as many for each point as the stretch is long.
 //
-// A point has about four primitive joins, whatever the waveform.
+// A point has about four primitive joins in the mean, whatever the waveform, so the time grows with the points only.
 #pragma once
 
-#include "libs/wavelb32/LineStabber.h"
+#include "libs/wavelb32/OpenPoints.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -72,30 +73,33 @@ private:
   };
 
   void AddPoint(std::int32_t point);
-  void Split(std::int32_t point, std::size_t index);
-  void SplitInFamilies(const WholeJoin& join, std::int32_t start, std::int32_t& best);
+  std::int32_t Split(std::int32_t point, std::size_t index);
+  void SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise, std::int32_t& best);
   void FinishHalfJoin(std::int32_t point, HalfJoin& join) const;
-  void AddFamily(std::int32_t point, const WholeJoin& join, const HalfJoin& step);
-  // No possible join that goes beyond the point starts before that.
-  [[nodiscard]] std::int32_t LeastStart(std::int32_t point);
-  void Forget(std::int32_t first);
+  void AddFamily(std::int32_t length, std::int32_t rise, const HalfJoin& step);
+  // Forgets the joins that no join to a point behind this one needs: its own start and that of each of its parts are
+  // open points.
+  void Forget(std::int32_t point);
 
+  [[nodiscard]] std::int32_t CodeAt(std::int32_t point) const { return codes_[static_cast<std::size_t>(point)]; }
+  [[nodiscard]] std::size_t SlotOf(std::int32_t point) const {
+    return static_cast<std::size_t>(slots_[static_cast<std::size_t>(point)]);
+  }
   void TakeBetter(std::int32_t& best, std::int32_t start) const {
     if (joins_[static_cast<std::size_t>(start)] < joins_[static_cast<std::size_t>(best)]) best = start;
   }
-  void Reach(std::int32_t point, std::int32_t start) { TakeBetter(from_[static_cast<std::size_t>(point)], start); }
 
   std::span<const std::int16_t> codes_;
-  std::vector<std::int32_t> joins_; // by point: the fewest to it
-  std::vector<std::int32_t> from_;  // by point: the one before it
-  std::vector<Starts> starts_;      // by point, and one more
-  // From the points that are still needed; the numbers in starts_ count those that were forgotten, too.
+  std::size_t room_ = 0;                  // of the next three, which are written before they are read
+  std::unique_ptr<std::int32_t[]> joins_; // by point: the fewest to it
+  std::unique_ptr<std::int32_t[]> from_;  // by point: the one before it
+  std::unique_ptr<std::int32_t[]> slots_; // by point: its place in starts_; of closed points not valid
+  std::vector<Starts> starts_;            // one more at the end
   std::vector<WholeJoin> wholes_;
   std::vector<HalfJoin> halves_;
   std::vector<Family> families_;
-  Starts forgotten_{};
-  std::int32_t first_ = 0; // the first point that is still needed
-  LineStabber stabber_;
+  std::int32_t bestOfFamilies_ = 0; // the best start of the families of the current point
+  OpenPoints open_;
 };
 
 } // namespace calder::wavelb

@@ -81,15 +81,21 @@ TEST(ConvCPdata, FindsTheFewestControlPointsOfSmallWaveforms) {
   const auto pick = [&](int low, int high) { return std::uniform_int_distribution(low, high)(random); };
   Blocks blocks;
   for (int round = 0; round < 20000; ++round) {
-    Codes codes(static_cast<std::size_t>(pick(1, 40)));
-    const int kind = pick(0, 4);
+    Codes codes(static_cast<std::size_t>(pick(1, round % 10 == 0 ? 200 : 40)));
+    const int kind = pick(0, 6);
     double slope = pick(-30, 30) / 10.0;
+    // Near simple fractions many joins stand on halves.
+    if (kind == 5) slope = static_cast<double>(pick(-4, 4)) / pick(1, 8) + pick(-4, 4) / 500.0;
+    const double amplitude = pick(1, 400) / 4.0;
+    const double step = pick(1, 200) / 1000.0;
+    double turn = pick(0, 6);
     double value = pick(-5, 5);
     for (std::int16_t& code : codes) {
       if (kind == 0) value = pick(-3, 3);
       if (kind == 1) value += pick(0, 1);
       if (kind == 2) value += pick(-1, 1);
-      if (kind >= 3) {
+      if (kind == 6) value = amplitude * std::sin(turn += step);
+      if (kind >= 3 && kind <= 5) {
         // Lines with corners, or a slow curve.
         value += slope;
         if (kind == 3 && pick(0, 7) == 0) slope = pick(-30, 30) / 10.0;
@@ -110,6 +116,61 @@ TEST(ConvCPdata, FindsTheFewestControlPointsOfCurves) {
       ASSERT_EQ(W_MakeSin(wave.Handle(), 0, points, 0, amplitude, 1, points), W_SUCCESS);
       EXPECT_EQ(blocks.Convert(wave), FewestByBruteForce(wave.Copy())) << points << " " << amplitude;
     }
+  }
+}
+
+// By the definition too, for long waveforms: from each point on as far as a line through it fits, with the slopes that
+// do. Heights count in units of 2^-20, in which "below 1/2" is "at most 1/2 less a unit" for joins of up to 2^19
+// points.
+std::int32_t FewestBySlopes(const Codes& codes) {
+  constexpr std::int64_t unit = std::int64_t{1} << 20;
+  struct Slope {
+    std::int64_t rise;
+    std::int64_t run;
+    bool operator<(const Slope& other) const { return rise * other.run < other.rise * run; }
+  };
+  const std::size_t n = codes.size();
+  std::vector<std::int32_t> joins(n, W_MAX_POINTS);
+  joins[0] = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    Slope least{-1, 0};
+    Slope greatest{1, 0};
+    for (std::size_t j = i + 1; j < n && !(greatest < least); ++j) {
+      const std::int64_t rise = (codes[j] - codes[i]) * unit;
+      const auto run = static_cast<std::int64_t>(j - i);
+      const Slope slope{rise, run};
+      if (!(slope < least) && !(greatest < slope)) joins[j] = std::min(joins[j], joins[i] + 1);
+      const std::int64_t reach = unit / 2 - (codes[j] & 1);
+      least = std::max(least, {rise - reach, run});
+      greatest = std::min(greatest, {rise + reach, run});
+    }
+  }
+  return joins.back() + 1;
+}
+
+TEST(ConvCPdata, FindsTheFewestControlPointsOfLongSmoothWaveforms) {
+  constexpr std::int32_t points = 20000;
+  Blocks blocks;
+  std::mt19937 random(3);
+  const auto pick = [&](double low, double high) { return std::uniform_real_distribution(low, high)(random); };
+  for (int round = 0; round < 20; ++round) {
+    const TestWave wave(points);
+    const double amplitude = std::pow(10, pick(0, 4.8));
+    const double phase = pick(0, 360);
+    std::int32_t status = W_SUCCESS;
+    if (round % 4 == 0) status = W_MakeSin(wave.Handle(), 0, points, 0, amplitude, pick(0.2, 2), phase);
+    if (round % 4 == 1) status = W_MakeTriangle(wave.Handle(), 0, points, 0, amplitude, pick(0.5, 9), phase, 30);
+    if (round % 4 == 2) status = W_MakeSquare(wave.Handle(), 0, points, 0, amplitude, pick(0.5, 9), phase, 50, 40);
+    if (round % 4 == 3) {
+      // A slope just off a simple fraction: joins on halves go on for very long.
+      const double slope = std::floor(pick(0, 4)) / std::floor(pick(1, 9)) + pick(-4, 4) / points;
+      double value = -32000;
+      for (std::int32_t i = 0; i < points; ++i, value += std::min(slope, 1.5))
+        wave.Codes()[static_cast<std::size_t>(i)] = static_cast<std::int16_t>(std::lrint(value));
+    }
+    ASSERT_EQ(status, W_SUCCESS);
+    const std::int32_t fewest = FewestBySlopes(wave.Copy());
+    EXPECT_EQ(blocks.Convert(wave), fewest > W_MAX_CONTROL_POINTS ? -1 : fewest) << "round " << round;
   }
 }
 
