@@ -24,7 +24,8 @@ class Desktop:
         self.home = tempfile.mkdtemp(prefix="calder-tour-")
         read, write = os.pipe()
         self.server = subprocess.Popen(
-            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x800x24", "-nolisten", "tcp"],
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x800x24", "-nolisten", "tcp",
+             "-noreset"],  # the display outlives the moment when its last program has gone
             pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         number = b""
@@ -38,9 +39,11 @@ class Desktop:
                         QT_QPA_PLATFORM="xcb")
         self.manager = subprocess.Popen(["openbox", "--sm-disable"], env=self.env, stdout=subprocess.DEVNULL,
                                         stderr=subprocess.DEVNULL)
-        end = time.time() + 10
+        end = time.time() + 20
         while "window id" not in self.run("xprop", "-root", "_NET_SUPPORTING_WM_CHECK", check_status=False):
-            check(time.time() < end, "the window manager did not start")
+            if time.time() > end:
+                self.close()
+                raise StepFailed("the window manager did not start")
             time.sleep(0.05)
 
     def close(self):
