@@ -25,7 +25,8 @@ Application::~Application() = default;
 void Application::AddTools() {
   createPages_ = std::make_unique<CreatePages>(*program_, editor_->setup, editor_->fileCommands);
   window_->AddTool(kToolCreate, [this] {
-    CreateDialog dialog(*program_, *createPages_, [this] { editor_->ToolChanged(); }, window_.get());
+    CreateDialog dialog(
+        *program_, *createPages_, [this] { editor_->ToolChanged(); }, window_.get());
     dialog.OpenFromMainWindow();
   });
 }
@@ -43,7 +44,12 @@ bool Application::Start(const std::string& file) {
       Qt::DirectConnection);
   window_->show();
   // Behind the first picture of the window, so that a message about the file has a window to belong to.
-  if (!file.empty()) QTimer::singleShot(0, window_.get(), [this, file] { editor_->OpenCommandLine(file); });
+  if (!file.empty()) {
+    auto* opening = new QTimer(window_.get()); // the window owns it
+    opening->setSingleShot(true);
+    QObject::connect(opening, &QTimer::timeout, window_.get(), [this, file] { editor_->OpenCommandLine(file); });
+    opening->start(0);
+  }
   return true;
 }
 

@@ -73,6 +73,8 @@ MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<U
 }
 
 MainWindow::~MainWindow() {
+  // A box that has the focus loses it when it goes, behind this object's own end.
+  for (QWidget* child : findChildren<QWidget*>()) child->disconnect(this);
   editor_.SetPort(nullptr);
 }
 

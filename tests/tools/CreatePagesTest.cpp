@@ -1,6 +1,6 @@
-#include "tools/CreateFixture.h"
 #include "RecordingContext.h"
 #include "libs/file32/TempFolder.h"
+#include "tools/CreateFixture.h"
 
 #include <cmath>
 

@@ -65,6 +65,7 @@ bool QtClipboard::Has(const std::string& mime) const {
 std::optional<std::span<const std::byte>> QtClipboard::Read(const std::string& mime) {
   if (!Has(mime)) return std::nullopt;
   const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+  if (data == nullptr) return std::nullopt;
   if (const auto* own = dynamic_cast<const OfferedData*>(data)) return own->Bytes(mime);
   lastRead_ = mime.starts_with("text/plain") ? data->text().toUtf8() : data->data(QString::fromStdString(mime));
   return std::as_bytes(std::span(lastRead_.constData(), static_cast<std::size_t>(lastRead_.size())));

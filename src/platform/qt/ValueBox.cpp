@@ -2,7 +2,6 @@
 
 #include <QKeyEvent>
 #include <QMetaMethod>
-#include <QTimer>
 
 namespace calder {
 
@@ -55,10 +54,15 @@ void ValueBox::keyPressEvent(QKeyEvent* event) {
 
 void ValueBox::focusInEvent(QFocusEvent* event) {
   QLineEdit::focusInEvent(event);
-  // After the mouse press that brought the focus has placed its cursor.
-  QTimer::singleShot(0, this, [this] {
-    if (hasFocus()) selectAll();
-  });
+  selectAll();
+  selectOnPress_ = event->reason() == Qt::MouseFocusReason;
+}
+
+// The press that brought the focus would leave a cursor where the whole text is to be selected.
+void ValueBox::mousePressEvent(QMouseEvent* event) {
+  QLineEdit::mousePressEvent(event);
+  if (selectOnPress_) selectAll();
+  selectOnPress_ = false;
 }
 
 void ValueBox::focusOutEvent(QFocusEvent* event) {

@@ -31,6 +31,7 @@ protected:
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
 private:
@@ -38,6 +39,7 @@ private:
 
   QString shown_;
   bool keepEditKeys_ = false;
+  bool selectOnPress_ = false;
 };
 
 } // namespace calder

@@ -42,12 +42,17 @@ constexpr Caption kFrames[] = {
 };
 
 constexpr Caption kButtons[] = {
-    {"Btn_Comp", "計算実行(&M)", "Co&mpute"}, {"Opt_effect_0", "有効", "Effect"},
-    {"Opt_effect_1", "無効", "No Effect"},    {"Btn_Confirm", "全ﾍﾟｰｼﾞOK(&K)", "All Page O&K"},
-    {"Btn_OK", "ﾍﾟｰｼﾞOK(&G)", "Pa&ge OK"},    {"Btn_Cancel", "ｷｬﾝｾﾙ", "Cancel"},
+    {"Btn_Comp", "計算実行(&M)", "Co&mpute"},
+    {"Opt_effect_0", "有効", "Effect"},
+    {"Opt_effect_1", "無効", "No Effect"},
+    {"Btn_Confirm", "全ﾍﾟｰｼﾞOK(&K)", "All Page O&K"},
+    {"Btn_OK", "ﾍﾟｰｼﾞOK(&G)", "Pa&ge OK"},
+    {"Btn_Cancel", "ｷｬﾝｾﾙ", "Cancel"},
     {"Btn_Functions", "関数(&U)", "F&unctions"},
-    {"Cmd_Page_0", "|<", "|<"},               {"Cmd_Page_1", "<", "<"},
-    {"Cmd_Page_2", ">", ">"},                 {"Cmd_Page_3", ">|", ">|"},
+    {"Cmd_Page_0", "|<", "|<"},
+    {"Cmd_Page_1", "<", "<"},
+    {"Cmd_Page_2", ">", ">"},
+    {"Cmd_Page_3", ">|", ">|"},
 };
 
 constexpr Caption kActions[] = {
@@ -83,8 +88,7 @@ void SetCreateCaptions(QDialog& dialog, const ErrMsg& language) {
   const auto pick = [&](const Caption& caption) {
     return QString::fromUtf8(language.Pick(caption.japanese, caption.english));
   };
-  dialog.setWindowTitle(
-      QString::fromUtf8(language.Pick("Orvo Calder - 波形生成", "Orvo Calder - Waveform Create")));
+  dialog.setWindowTitle(QString::fromUtf8(language.Pick("Orvo Calder - 波形生成", "Orvo Calder - Waveform Create")));
   for (const Caption& caption : kLabels) {
     dialog.findChild<QLabel*>(QLatin1String(caption.control))->setText(pick(caption));
   }

@@ -66,6 +66,8 @@ CreateDialog::CreateDialog(Program& program, CreatePages& pages, std::function<v
 }
 
 CreateDialog::~CreateDialog() {
+  // A box that has the focus loses it when it goes, behind this object's own end.
+  for (QWidget* child : findChildren<QWidget*>()) child->disconnect(this);
   pages_.SetPort(nullptr);
 }
 

@@ -105,7 +105,7 @@ void CreatePages::Draw_Wave_Create(DeviceContext& picture) const {
   picture.FillRectangle(0, 0, width, height, theme::kGround);
   W_DrawGrid(picture, width, height);
   picture.SetDrawMode(DrawMode::CopyPen);
-  picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(picture.Scale() + 0.5)));
+  picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
   const CreatePage& page = Page();
   const double start = generator_.StartOf(page);
   // The last point of the area holds up to its end; what the buffer has behind it is no part of the page.

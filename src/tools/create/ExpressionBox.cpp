@@ -7,8 +7,12 @@
 namespace calder {
 namespace {
 
-bool Opens(QChar c) { return c == QLatin1Char('(') || c == QLatin1Char('['); }
-bool Closes(QChar c) { return c == QLatin1Char(')') || c == QLatin1Char(']'); }
+bool Opens(QChar c) {
+  return c == QLatin1Char('(') || c == QLatin1Char('[');
+}
+bool Closes(QChar c) {
+  return c == QLatin1Char(')') || c == QLatin1Char(']');
+}
 
 QString OneLine(QString text) {
   text.replace(QLatin1Char('\r'), QLatin1Char(' '));
@@ -25,7 +29,9 @@ ExpressionBox::ExpressionBox(QWidget* parent) : QPlainTextEdit(parent) {
   connect(this, &QPlainTextEdit::cursorPositionChanged, this, &ExpressionBox::ShowMarks);
 }
 
-QString ExpressionBox::Text() const { return OneLine(toPlainText()); }
+QString ExpressionBox::Text() const {
+  return OneLine(toPlainText());
+}
 
 void ExpressionBox::ShowText(const QString& text) {
   fault_ = -1;

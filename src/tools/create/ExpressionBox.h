@@ -1,5 +1,5 @@
-// A text box for an expression or its constants: marks the parenthesis that belongs to the one at the cursor, underlines
-// the place of a fault. Tab moves on; the text has no line breaks of its own.
+// A text box for an expression or its constants: marks the parenthesis that belongs to the one at the cursor,
+// underlines the place of a fault. Tab moves on; the text has no line breaks of its own.
 #pragma once
 
 #include <QPlainTextEdit>
