@@ -66,13 +66,12 @@ void FrameRows(FigureTable& table, Editor& editor) {
 #ifdef CALDER_HAS_PLOT_PEER
   Fill(points, 0.1);
   const auto plot = MakePlotPeer(points, 1920, 800);
-  table.Row(
-      "waveform / replot of a plotting library (limit 1/20)", 0.05, 40,
-      [&] {
-        PixelContext context = picture.Context();
-        W_DrawWave2(context, editor.program.buffers.Current(), 0, 0, 524288, 65534, 1920, 800);
-      },
-      plot);
+  // Each by itself, as frames follow each other; taking turns, either would find the other's data in the caches.
+  const double ours = FigureTable::BestTime(60, [&] {
+    PixelContext context = picture.Context();
+    W_DrawWave2(context, editor.program.buffers.Current(), 0, 0, 524288, 65534, 1920, 800);
+  });
+  table.LimitRow("waveform / replot of a plotting library (limit 1/20)", 0.05, ours / FigureTable::BestTime(12, plot));
 #endif
 }
 

@@ -14,6 +14,11 @@ static void InitIcons() {
 }
 
 namespace calder {
+namespace {
+
+constexpr int kWarmUpDelay = 150; // milliseconds
+
+} // namespace
 
 Application::Application(const Desktop& desktop) : program_(std::make_unique<Program>(desktop)) {
   InitIcons();
@@ -50,6 +55,11 @@ bool Application::Start(const std::string& file) {
     QObject::connect(opening, &QTimer::timeout, window_.get(), [this, file] { editor_->OpenCommandLine(file); });
     opening->start(0);
   }
+  // Once the window stands, there is time for what makes the first edit as fast as the later ones.
+  auto* warming = new QTimer(window_.get());
+  warming->setSingleShot(true);
+  QObject::connect(warming, &QTimer::timeout, window_.get(), [this] { program_->buffers.WarmUp(); });
+  warming->start(kWarmUpDelay);
   return true;
 }
 

@@ -23,6 +23,10 @@ void EditBuffers::Free() {
   block32_ = 0;
 }
 
+void EditBuffers::WarmUp() const {
+  for (const WaveHandle handle : {edit_[0], edit_[1], create_, work_}) W_WarmMemory(handle);
+}
+
 void EditBuffers::ResetScopes() {
   scope_.fill({0, static_cast<double>(settings_.MemorySize)});
 }
@@ -37,6 +41,13 @@ void EditBuffers::Save_Undo() {
 void EditBuffers::Undo_Swap() {
   undoMark_ = false;
   current_ = 1 - current_;
+}
+
+void EditBuffers::TakeLoaded() {
+  UndoScope() = CurrentScope();
+  current_ = 1 - current_;
+  W_ClearMemory(UndoCopy(), 0, W_MAX_POINTS);
+  Reset_Undo();
 }
 
 void EditBuffers::Reset_Undo() {

@@ -29,6 +29,8 @@ public:
   // False: out of memory (what was allocated is freed).
   [[nodiscard]] bool Allocate();
   void Free();
+  // Touches the big buffers, so that the first edit is as fast as the later ones; for when there is time.
+  void WarmUp() const;
 
   [[nodiscard]] int CurrentIndex() const { return current_; }
   [[nodiscard]] WaveHandle Current() const { return edit_[static_cast<std::size_t>(current_)]; }
@@ -47,6 +49,9 @@ public:
   void Save_Undo();
   // Swaps the waveform with the undo step.
   void Undo_Swap();
+  // The undo copy, with a whole new waveform in it, becomes the current one and the old one is cleared; the scope
+  // stays. No undo step is left.
+  void TakeLoaded();
   // No undo step any more.
   void Reset_Undo();
   // True: the next press undoes an edit; false: it undoes an undo.

@@ -43,8 +43,7 @@ bool Editor::Start() {
   markers.FollowScope();
   program.selectedTool = kToolNone;
   program.buffers.Reset_Undo();
-  W_ClearMemory(program.buffers.Current(), 0, program.settings.MemorySize);
-  return true;
+  return true; // the waveform is all 0: the buffers are new
 }
 
 void Editor::OpenCommandLine(const std::string& file) {

@@ -52,23 +52,24 @@ bool WaveFiles::ReadWdb(const std::string& path) {
   case ModelCheck::Unreadable: program_.messages.ErrorBox(kMsgReadFailed); return false;
   case ModelCheck::Known: break;
   }
-  // The settings are looked at before the waveform is touched, so that a damaged file changes nothing.
+  // The settings are looked at before any buffer is touched, so that a damaged file changes nothing.
   SystemInfo record = program_.settings;
   std::int32_t kind = program_.interfaceKind;
+  std::vector<char> head;
   std::array<std::byte, WDB_SETTINGS_BYTES> block{};
-  std::int32_t result = program_.fileLibrary.Read4410File(path, block, program_.buffers.Work());
-  if (result == 0) {
+  bool sound = ReadFileStart(path, block.size(), head) == 0 && head.size() == block.size();
+  if (sound) {
+    std::copy_n(std::as_bytes(std::span(head)).begin(), block.size(), block.begin());
     Unpack_Settings(block, PageOf(program_), record, kind);
-    if (!Sound(record)) result = FILE_READ_FAILED;
+    sound = Sound(record);
   }
-  if (result != 0) {
+  EditBuffers& buffers = program_.buffers;
+  if (!sound || program_.fileLibrary.Read4410File(path, block, buffers.UndoCopy()) != 0) {
     program_.messages.ErrorBox(kMsgReadFailed);
     return false;
   }
   Resolve_Model(record);
-  EditBuffers& buffers = program_.buffers;
-  W_CopyMemory(buffers.Work(), buffers.Current(), 0, 0, W_MAX_POINTS);
-  W_ClearMemory(buffers.UndoCopy(), 0, W_MAX_POINTS);
+  buffers.TakeLoaded();
   program_.settings = record;
   program_.interfaceKind = static_cast<std::int16_t>(kind);
   setup_.RecordLoaded();

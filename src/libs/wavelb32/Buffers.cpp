@@ -27,6 +27,17 @@ WaveHandle W_AllocMemory(std::int32_t points) {
 WaveHandle W_AllocMemory32(std::int32_t points) {
   return TheState().buffers.Allocate(points, PointKind::Value32);
 }
+std::int32_t W_WarmMemory(WaveHandle handle) {
+  constexpr std::size_t pointsAPage = 2048; // of the smallest page
+  const std::span<std::int16_t> points = TheState().buffers.Codes(handle);
+  if (points.empty()) return W_BAD_HANDLE;
+  // Each page gets the value that it has; a mere read would not make it the buffer's own.
+  for (std::size_t i = 0; i < points.size(); i += pointsAPage) {
+    volatile std::int16_t& point = points[i];
+    point = point;
+  }
+  return W_SUCCESS;
+}
 std::int32_t W_FreeMemory(WaveHandle handle) {
   return TheState().buffers.Free(handle, PointKind::Code16);
 }

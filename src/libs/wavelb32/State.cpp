@@ -1,13 +1,13 @@
 #include "libs/wavelb32/State.h"
 
 #include <algorithm>
-#include <new>
+#include <cstdlib>
 
 namespace calder::wavelb {
 
 namespace {
 
-constexpr std::align_val_t pointsAlignment{64};
+constexpr std::size_t pointsAlignment = 64;
 constexpr std::int32_t pointsLimit = 1 << 26;
 
 template <class Point>
@@ -17,18 +17,20 @@ std::span<Point> AsPoints(std::byte* memory, std::size_t count) {
 
 } // namespace
 
-void PointsDelete::operator()(std::byte* memory) const {
-  ::operator delete(memory, pointsAlignment);
+void PointsDelete::operator()(std::byte*) const {
+  std::free(base); // NOLINT(cppcoreguidelines-no-malloc): zeros that are not touched come from calloc only
 }
 
 WaveHandle BufferTable::Allocate(std::int32_t points, PointKind kind) {
   if (points < 1 || points > pointsLimit) return 0;
   const auto count = static_cast<std::size_t>(points);
   const std::size_t bytes = count * (kind == PointKind::Code16 ? sizeof(std::int16_t) : sizeof(std::int32_t));
-  void* raw = ::operator new(bytes, pointsAlignment, std::nothrow);
-  if (raw == nullptr) return 0;
-  PointsMemory memory(static_cast<std::byte*>(raw));
-  std::fill_n(memory.get(), bytes, std::byte{0});
+  std::size_t room = bytes + pointsAlignment;
+  void* base = std::calloc(1, room);
+  if (base == nullptr) return 0;
+  void* aligned = base;
+  std::align(pointsAlignment, bytes, aligned, room);
+  PointsMemory memory(static_cast<std::byte*>(aligned), PointsDelete{base});
 
   const bool mayGrow = slots_.size() < slotLimit;
   std::int32_t index = 0;

@@ -16,8 +16,9 @@
 
 namespace calder::wavelb {
 
-// Memory for points: aligned for vectors, given back with the matching delete.
+// Memory for points: zeros, aligned for vectors. It comes from calloc, so a big block costs nothing before it is touched.
 struct PointsDelete {
+  void* base = nullptr; // what calloc gave
   void operator()(std::byte* memory) const;
 };
 using PointsMemory = std::unique_ptr<std::byte, PointsDelete>;
