@@ -16,7 +16,8 @@
 
 namespace calder::wavelb {
 
-// Memory for points: zeros, aligned for vectors. It comes from calloc, so a big block costs nothing before it is touched.
+// Memory for points: zeros, aligned for vectors. It comes from calloc, so a big block costs nothing before it is
+// touched.
 struct PointsDelete {
   void* base = nullptr; // what calloc gave
   void operator()(std::byte* memory) const;

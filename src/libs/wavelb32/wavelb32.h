@@ -40,8 +40,8 @@ inline constexpr std::int32_t W_CONTROL_POINT_SCALE = 524288;
 
 // ---- buffers (Buffers.cpp) ----
 
-// A buffer of that many points, all 0. 1 to 2^26 points. Its first use is slower than later ones, since the system gives
-// the memory only then; W_WarmMemory takes that moment forward.
+// A buffer of that many points, all 0. 1 to 2^26 points. Its first use is slower than later ones, since the system
+// gives the memory only then; W_WarmMemory takes that moment forward.
 [[nodiscard]] WaveHandle W_AllocMemory(std::int32_t points);
 [[nodiscard]] WaveHandle W_AllocMemory32(std::int32_t points);
 std::int32_t W_WarmMemory(WaveHandle handle);
