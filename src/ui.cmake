@@ -17,6 +17,7 @@ add_library(calder_ui STATIC
   platform/qt/QtDesktop.cpp
   platform/qt/QtFileDialogs.cpp
   platform/qt/QtMessageBoxes.cpp
+  platform/qt/QtWorker.cpp
   platform/qt/Theme.cpp
   platform/qt/ValueBox.cpp
   platform/qt/ValueBox.h

@@ -9,6 +9,8 @@
 #include "platform/FileDialogs.h"
 #include "platform/MessageBoxes.h"
 #include "platform/SettingsStore.h"
+#include "platform/Worker.h"
+#include "platform/posix/DlBusLibraries.h"
 
 #include <gtest/gtest.h>
 
@@ -160,6 +162,11 @@ public:
   int id = kEnglish;
 };
 
+class InlineWorker final : public Worker {
+public:
+  void Run(const std::function<void()>& work) override { work(); }
+};
+
 struct FakeDesktop {
   Boxes boxes;
   Dialogs dialogs;
@@ -169,10 +176,12 @@ struct FakeDesktop {
   Windows windows;
   Copies copies;
   LanguageNo language;
-  ProgramFolders folders{{CALDER_SOURCE_DIR, CALDER_SOURCE_DIR "/data"}, "/nonexistent", "/documents"};
+  DlBusLibraries libraries{std::string()};
+  InlineWorker worker;
+  ProgramFolders folders{{CALDER_SOURCE_DIR, CALDER_SOURCE_DIR "/data"}, "/nonexistent", "/documents", ""};
 
   [[nodiscard]] Desktop Services() {
-    return {boxes, dialogs, settings, clock, clipboard, windows, copies, language, folders};
+    return {boxes, dialogs, settings, clock, clipboard, windows, copies, language, libraries, worker, folders};
   }
 };
 

@@ -6,11 +6,13 @@
 
 namespace calder {
 
+class BusLibraries;
 class Clipboard;
 class Clock;
 class FileDialogs;
 class MessageBoxes;
 class SettingsStore;
+class Worker;
 
 class WindowList {
 public:
@@ -42,6 +44,7 @@ struct ProgramFolders {
   std::vector<std::string> read; // looked through in this order for what the program only reads
   std::string state;             // what the program writes for itself
   std::string documents;         // offered for an "Untitled" name
+  std::string bus;               // bus libraries are looked for here first; empty: only where the system looks
 };
 
 struct Desktop {
@@ -53,6 +56,8 @@ struct Desktop {
   WindowList& windows;
   Instances& instances;
   SystemLanguage& language;
+  BusLibraries& busLibraries;
+  Worker& worker;
   ProgramFolders folders;
 };
 

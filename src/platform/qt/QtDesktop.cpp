@@ -34,6 +34,7 @@ ProgramFolders Folders() {
   folders.state = StateFolder();
   folders.documents = Location(QStandardPaths::DocumentsLocation);
   if (!QDir(QString::fromStdString(folders.documents)).exists()) folders.documents = QDir::homePath().toStdString();
+  folders.bus = qgetenv("CALDER_BUS_PATH").toStdString();
   return folders;
 }
 
@@ -63,10 +64,12 @@ int LocaleLanguage::DefaultLangID() const {
 QtDesktop::QtDesktop()
     : settings_(Location(QStandardPaths::GenericConfigLocation) + kFolderName + "/Calder.ini"),
       instances_(Location(QStandardPaths::GenericConfigLocation) + kFolderName + "/Calder.instances",
-                 QCoreApplication::applicationFilePath().toStdString()) {}
+                 QCoreApplication::applicationFilePath().toStdString()),
+      folders_(Folders()), libraries_(folders_.bus) {}
 
 Desktop QtDesktop::Services() {
-  return {messageBoxes_, fileDialogs_, settings_, clock_, clipboard_, windows_, instances_, language_, Folders()};
+  return {messageBoxes_, fileDialogs_, settings_,  clock_,  clipboard_, windows_,
+          instances_,    language_,    libraries_, worker_, folders_};
 }
 
 } // namespace calder

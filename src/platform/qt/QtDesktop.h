@@ -3,11 +3,13 @@
 
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
+#include "platform/posix/DlBusLibraries.h"
 #include "platform/posix/IniSettings.h"
 #include "platform/posix/PosixInstances.h"
 #include "platform/qt/QtClipboard.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtWorker.h"
 #include "platform/qt/XcbWindowList.h"
 
 namespace calder {
@@ -39,6 +41,9 @@ private:
   QtClipboard clipboard_;
   XcbWindowList windows_;
   LocaleLanguage language_;
+  ProgramFolders folders_;
+  DlBusLibraries libraries_;
+  QtWorker worker_;
 };
 
 } // namespace calder
