@@ -148,7 +148,8 @@ CALDER_SIM_ENTRY ViStatus viOpenDefaultRM(ViSession* manager) {
   const ViStatus status = StatusOf(call.Injected());
   if (status != VI_SUCCESS) return Finish(call, "", status);
   // Sessions are numbered anew on a bench that was reset, so that its traffic is the same each time.
-  if (TheManager().resets != call.On().resets) TheManager() = Manager{.resets = call.On().resets};
+  if (TheManager().resets != call.On().resets) TheManager() = Manager();
+  TheManager().resets = call.On().resets;
   *manager = TheManager().next++;
   TheManager().managers.push_back(*manager);
   return Finish(call, "", status, std::to_string(*manager));
