@@ -1,9 +1,12 @@
 #include "comm/BackEnd.h"
 
+#include "comm/BusTrace.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "platform/MessageBoxes.h"
 
 #include <algorithm>
 #include <array>
+#include <fstream>
 
 namespace calder {
 namespace {
@@ -14,6 +17,14 @@ std::string Upper(std::string_view text) {
     if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
   }
   return upper;
+}
+
+// In the order of their weight, when several bits are set.
+const char* WordOf(int result) {
+  if ((result & kBusFailed) != 0) return "Error";
+  if ((result & kBusTimeout) != 0) return "Time Out";
+  if ((result & kBusNoBoard) != 0) return "Board is Northing";
+  return (result & kBusOverflow) != 0 ? "Buffer Over" : "";
 }
 
 } // namespace
@@ -41,6 +52,23 @@ unsigned long TimeLimitMilliseconds(int code) {
   static constexpr std::array<unsigned long, 18> kLimits{1,   1,   1,    1,    1,     1,     3,      10,     30,
                                                          100, 300, 1000, 3000, 10000, 30000, 100000, 300000, 1000000};
   return kLimits[static_cast<std::size_t>(std::clamp(code, 0, 17))];
+}
+
+void BackEnd::ReadReporting(const std::string& configuration) {
+  logFile_ = ConfigurationValue(configuration, "LOG_FILE");
+  showDialog_ = ConfigurationHas(configuration, "VIEW_ERR_DIALOG");
+}
+
+void BackEnd::Report(const BackEndHost& host, const char* operation, int address, std::string_view data,
+                     int result) const {
+  if (!logFile_.empty()) {
+    std::ofstream log(logFile_, std::ios::app);
+    log << operation << ' ' << address << ' ' << ShowBytes(data, data.size()) << ' ' << WordOf(result) << '\n';
+  }
+  if (result == kBusOk || !showDialog_) return;
+  const std::string text = std::string(operation) + '\n' + WordOf(result) + "\nアプリケーションを終了しますか?";
+  const BoxAnswer answer = host.boxes.Show(Name(), text, BoxButtons::YesNo, BoxIcon::Critical);
+  if (answer == BoxAnswer::Yes && host.quit) host.quit();
 }
 
 std::string BinaryPayload(std::span<const std::byte> data, int count, int width, bool swap) {

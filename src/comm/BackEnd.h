@@ -84,6 +84,16 @@ public:
   virtual int GP_Receive_Binary_Data(int /*address*/, const std::string& /*file*/, int /*limit*/) {
     return kBusNotPossible;
   }
+
+  // "LOG_FILE" and "VIEW_ERR_DIALOG" of a configuration text.
+  void ReadReporting(const std::string& configuration);
+  // After an operation, on the caller's thread: a line in the log file, when there is one, and with the dialog on a
+  // failure is shown and may end the program.
+  void Report(const BackEndHost& host, const char* operation, int address, std::string_view data, int result) const;
+
+private:
+  std::string logFile_;
+  bool showDialog_ = false;
 };
 
 // The value of a key of a configuration text, without regard to case: the text behind the key up to the next comma, and
