@@ -31,6 +31,7 @@ void LoopTest::Press() {
     program_.desktop.clock.Wait(0, true); // a press is seen here
   }
   progress_.Unload();
+  progress_.Caption({});
   running_ = false;
 }
 

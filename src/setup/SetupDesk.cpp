@@ -6,8 +6,10 @@
 #include "files/FileCommands.h"
 #include "instrument/Initialise.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "platform/FileDialogs.h"
 
 #include <algorithm>
+#include <array>
 
 namespace calder {
 namespace {
@@ -223,6 +225,20 @@ std::string SetupDesk::OscillatorText(int box) const {
   }
 }
 
+std::string SetupDesk::OscillatorLimitText(int box) const {
+  const SystemInfo& settings = program_.settings;
+  const auto range = [&](double least, double most) {
+    return FormatEngMask(least, ".###") + program_.messages.Pick(" ～ ", " to ") + FormatEngMask(most, ".###");
+  };
+  switch (box) {
+  case 0: return range(settings.FrequencyMin, settings.FrequencyMax);
+  case 1: return range(1 / settings.FrequencyMax, 1 / settings.FrequencyMin);
+  case 2:
+    return range(settings.AmplitudeMin, settings.Polarity % 3 != 0 ? settings.AmplitudeMax / 2 : settings.AmplitudeMax);
+  default: return range(settings.OffsetMin, settings.OffsetMax);
+  }
+}
+
 void SetupDesk::ChooseUnit(Axis axis, int unit) {
   if (unit < 0 || unit > kUserUnit) return;
   (axis == Axis::X ? program_.settings.XUnit : program_.settings.YUnit) = static_cast<std::int16_t>(unit);
@@ -362,6 +378,16 @@ void SetupDesk::Menu_FileOpen_Click() {
 
 void SetupDesk::Menu_FileSave_Click() {
   files_.Save_File(Kind_System, false);
+}
+
+void SetupDesk::SaveLog() {
+  const auto answer = program_.desktop.fileDialogs.Save(
+      {"", program_.messages.Pick("通信記録(*.log)|*.log", "Traffic logs(*.log)|*.log"), 1, "traffic.log", "log"});
+  if (!answer) return;
+  const std::string text = Trace().Text();
+  const std::array pieces{std::as_bytes(std::span(text))};
+  if (ReplaceFile(answer->path, pieces) != 0)
+    program_.messages.ErrorBoxText("[" + answer->path + "] " + program_.messages.MessageText(kMsgWriteFailed));
 }
 
 } // namespace calder

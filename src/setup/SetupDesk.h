@@ -72,6 +72,8 @@ public:
   void Btn_Cancel_Click();
   void Menu_FileOpen_Click();
   void Menu_FileSave_Click();
+  // Asks for a file and writes the recorded bus traffic there.
+  void SaveLog();
 
   // What the controls show beside the record itself.
   [[nodiscard]] bool UsbShown() const { return program_.interfaceKind == kUsbTmc; }
@@ -79,6 +81,7 @@ public:
   [[nodiscard]] std::string SelectedSerial() const;
   [[nodiscard]] std::string ResourceName() const; // of the selected instrument; empty for none
   [[nodiscard]] std::string OscillatorText(int box) const;
+  [[nodiscard]] std::string OscillatorLimitText(int box) const; // the smallest and the largest value
   [[nodiscard]] const char* AmplitudeUnit() const { return limits_.AmplitudeUnit(); }
   [[nodiscard]] std::string UnitName(Axis axis) const;
   [[nodiscard]] std::string UnitRangeText(Axis axis, End end) const;
