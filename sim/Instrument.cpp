@@ -112,10 +112,10 @@ void Instrument::Receive(std::string_view bytes, bool end) {
     bytes.remove_prefix(count);
     if (complete) TakeMessage();
   }
-  if (!end || input_.empty() || (kind_ == Input::Text && scanner_.InBlock())) return;
+  if (input_.empty()) return;
   if (kind_ == Input::Raw) {
-    TakeRawBlock();
-  } else {
+    if (end || input_.size() == RawBytes()) TakeRawBlock();
+  } else if (end && !scanner_.InBlock()) {
     TakeMessage();
   }
 }

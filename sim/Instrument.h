@@ -69,6 +69,8 @@ private:
   enum class Input { Text, Raw };
   void TakeMessage();
   void TakeRawBlock();
+  // How long the raw block is to become: not every bus ends it with the end mark. 0: not known yet.
+  [[nodiscard]] std::size_t RawBytes() const;
   void Run(std::string_view message);
   [[nodiscard]] bool LowByteFirst() const;
   [[nodiscard]] std::int16_t Code(std::string_view block, std::size_t at) const;

@@ -91,6 +91,20 @@ TEST_F(BenchTest, RawBlocksGoIntoTheMemories) {
   }
 }
 
+// USB488 sends a block in one piece without an end mark.
+TEST_F(BenchTest, ABlockEndsByItsLengthToo) {
+  ASSERT_EQ(usb->UsbInitialize(), 0);
+  ASSERT_EQ(usb->UsbOpenDevice(kKz8110), 0);
+  const std::string block = BlockOf(std::vector<std::int16_t>(1024, 0x0A0));
+  usb->UsbSendTextData(kKz8110, "WMEM 2;WLEN 1024;WDAT\n", 22, 1);
+  usb->UsbSendBinary(kKz8110, block.data(), static_cast<long>(block.size()), 0);
+  ASSERT_EQ(usb->UsbOpenDevice(1), 0);
+  usb->UsbSendBinary(1, "\0\0\0\0\0\0\0\2\0\1\0\n", 12, 0);
+  usb->UsbSendTextData(1, ":SOUR1:FUNC:USER 9\n", 19, 0);
+  EXPECT_EQ(sim::Memory("KZ8110", 2)->codes, std::vector<std::int16_t>(1024, 0x0A0));
+  EXPECT_EQ(sim::Memory("XG5530", 9)->codes, (std::vector<std::int16_t>{1, 10}));
+}
+
 TEST_F(BenchTest, ABlockWithoutACommandIsKeptForTheNextChoice) {
   OpenNi();
   PutBlock(1, "\0\0\0\0\0\0\0\3"s + BlockOf({1, -2, 0x0A0A}));
