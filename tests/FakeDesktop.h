@@ -171,6 +171,15 @@ public:
   int id = kEnglish;
 };
 
+// The bus libraries of a folder, or none at all: a library that the process has loaded once is found by its name alone.
+class Libraries final : public BusLibraries {
+public:
+  [[nodiscard]] std::unique_ptr<BusLibrary> Open(std::span<const char* const> names) override {
+    return folder.empty() ? nullptr : DlBusLibraries(folder).Open(names);
+  }
+  std::string folder;
+};
+
 class InlineWorker final : public Worker {
 public:
   void Run(const std::function<void()>& work) override { work(); }
@@ -185,7 +194,7 @@ struct FakeDesktop {
   Windows windows;
   Copies copies;
   LanguageNo language;
-  DlBusLibraries libraries{std::string()};
+  Libraries libraries;
   InlineWorker worker;
   ProgramFolders folders{{CALDER_SOURCE_DIR, CALDER_SOURCE_DIR "/data"}, "/nonexistent", "/documents", ""};
 

@@ -88,7 +88,7 @@ void GpibIO::CloseBus() {
   const auto step = [this](int errorCode) {
     if (errorCode == kBusOk || broken_) return;
     Break(errorCode);
-    bus_.GpErrMsgOn(kOff);
+    if (bus_.Initialised()) bus_.GpErrMsgOn(kOff);
   };
   bus_.Eot(2);
   step(bus_.ErrorCode());

@@ -51,7 +51,7 @@ struct BusFixture : testing::Test {
     sim::Reset();
     sim::OnWait([](double) {});
     std::filesystem::create_directories(folder);
-    desktop.libraries = DlBusLibraries(CALDER_SIM_FOLDER);
+    desktop.libraries.folder = CALDER_SIM_FOLDER;
     desktop.folders.state = folder.string();
     program.emplace(desktop.Services());
     setup.emplace(*program);

@@ -55,7 +55,7 @@ TEST_F(Faults, AFaultAtAnyCallOfAWaveformTransferEndsInOneSentence) {
 }
 
 TEST_F(Faults, WithoutTheBusLibraryThereIsNoBoard) {
-  desktop.libraries = DlBusLibraries("/nonexistent");
+  desktop.libraries.folder.clear();
   for (const InterfaceKind kind : {kKiGpib, kUsb488}) {
     Choose(1, kind);
     desktop.boxes.Expect("Nonexistent interface board\rModule IntfcLib : Function Setup");

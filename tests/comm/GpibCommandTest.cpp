@@ -31,7 +31,7 @@ TEST_F(GpibCommandTest, TemplatesTakePlaceholdersAndValues) {
   command.MemoryNo = 3;
   command.MemoryName = " AB$CH$ ";
   command.Channel = 1;
-  EXPECT_EQ(command.ArbSend("NAME"), "SEND 3,AB$CH$,# NAME"); // a text that is no number stays
+  EXPECT_EQ(command.ArbSend(std::string("NAME")), "SEND 3,AB$CH$,# NAME"); // a text that is no number stays
   EXPECT_EQ(command.ArbSend(std::string("7")), "SEND 3,AB$CH$,# 007");
   EXPECT_EQ(command.ArbSend(), "SEND 3,AB$CH$,#");
   EXPECT_EQ(command.frequency(1.5), "FREQ2 1.50");
