@@ -64,7 +64,7 @@ bool WaveFiles::ReadWdb(const std::string& path) {
     sound = Sound(record);
   }
   EditBuffers& buffers = program_.buffers;
-  if (!sound || program_.fileLibrary.Read4410File(path, block, buffers.UndoCopy()) != 0) {
+  if (!sound || program_.fileLibrary.Read4410File(path, block, buffers.Work()) != 0) {
     program_.messages.ErrorBox(kMsgReadFailed);
     return false;
   }
