@@ -2,6 +2,8 @@
 
 #include "editor/MainWindow.h"
 #include "platform/qt/Theme.h"
+#include "setup/FrmGPIBExit.h"
+#include "setup/SystemDialog.h"
 #include "tools/create/CreateDialog.h"
 
 #include <QApplication>
@@ -20,6 +22,26 @@ constexpr int kWarmUpDelay = 150; // milliseconds
 
 } // namespace
 
+// The road to the instrument: made with the editor, asked nothing before the user wants it.
+class Communication {
+public:
+  Communication(Program& program, Editor& editor)
+      : bus(program, {}, [] { QCoreApplication::quit(); }), progress(program),
+        desk(program, editor.setup, editor.fileCommands, editor.waveFiles, bus, progress), program_(program) {
+    program_.registry.SetLocalControl([this] { bus.Local(); });
+  }
+  ~Communication() { program_.registry.SetLocalControl({}); }
+  Communication(const Communication&) = delete;
+  Communication& operator=(const Communication&) = delete;
+
+  IntfcLib bus;
+  ProgressWindow progress;
+  SetupDesk desk;
+
+private:
+  Program& program_;
+};
+
 Application::Application(const Desktop& desktop) : program_(std::make_unique<Program>(desktop)) {
   InitIcons();
   ApplyTheme(*qApp, program_->language == Language::English);
@@ -36,11 +58,27 @@ void Application::AddTools() {
   });
 }
 
+void Application::AddSystemSetup() {
+  communication_ = std::make_unique<Communication>(*program_, *editor_);
+  window_->AddSystemSetup([this] {
+    SystemDialog dialog(
+        *program_, communication_->desk, [this] { editor_->ToolChanged(); }, window_.get());
+    dialog.exec();
+    editor_->ToolChanged();
+  });
+  if (SimulatedBench(program_->desktop.folders.bus).Present()) {
+    window_->ShowStatus(program_->messages.Pick(
+        "計測器はシミュレーションです。実機を使うには CALDER_BUS_PATH= ./run で起動してください。",
+        "The instruments are simulated. For real ones start the editor with  CALDER_BUS_PATH= ./run"));
+  }
+}
+
 bool Application::Start(const std::string& file) {
   editor_ = std::make_unique<Editor>(*program_);
   if (!editor_->Start()) return false;
   window_ = std::make_unique<MainWindow>(*editor_);
   AddTools();
+  AddSystemSetup();
   QObject::connect(
       qApp, &QGuiApplication::commitDataRequest, window_.get(),
       [this](QSessionManager& session) {

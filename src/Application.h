@@ -9,6 +9,7 @@
 namespace calder {
 
 class CreatePages;
+class Communication;
 class Editor;
 class MainWindow;
 class Program;
@@ -29,10 +30,12 @@ public:
 
 private:
   void AddTools();
+  void AddSystemSetup();
 
   std::unique_ptr<Program> program_;
   std::unique_ptr<Editor> editor_;
   std::unique_ptr<CreatePages> createPages_;
+  std::unique_ptr<Communication> communication_;
   std::unique_ptr<MainWindow> window_;
 };
 

@@ -22,6 +22,13 @@ add_library(calder_ui STATIC
   platform/qt/ValueBox.cpp
   platform/qt/ValueBox.h
   platform/qt/XcbWindowList.cpp
+  setup/FrmGPIBExit.cpp
+  setup/FrmGPIBExit.h
+  setup/FrmGPIBExit.ui
+  setup/SystemCaptions.cpp
+  setup/SystemDialog.cpp
+  setup/SystemDialog.h
+  setup/SystemDialog.ui
   tools/create/CreateCaptions.cpp
   tools/create/CreateDialog.cpp
   tools/create/CreateDialog.h

@@ -51,6 +51,13 @@ public:
     return answer;
   }
 
+  std::string Input(const std::string&, const std::string& prompt) override {
+    prompts.push_back(prompt);
+    return input;
+  }
+
+  std::string input; // what the user types when asked
+  std::vector<std::string> prompts;
   std::deque<std::pair<std::string, BoxAnswer>> expected;
   std::vector<ShownBox> shown;
 };

@@ -117,6 +117,18 @@ void MainWindow::AddTool(ToolNo tool, std::function<void()> open) {
   });
 }
 
+void MainWindow::AddSystemSetup(std::function<void()> open) {
+  ui_->Menu_System->setVisible(true);
+  connect(ui_->Menu_System, &QAction::triggered, this, [open = std::move(open)] { open(); });
+}
+
+void MainWindow::ShowStatus(const std::string& text) {
+  auto* line = new QLabel(Text(text), this);
+  line->setObjectName(QStringLiteral("Label_Status"));
+  statusBar()->setSizeGripEnabled(false);
+  statusBar()->addWidget(line, 1);
+}
+
 void MainWindow::OpenTool(ToolNo tool, const std::function<void()>& open) {
   editor_.program.selectedTool = tool;
   open();

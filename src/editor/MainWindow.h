@@ -28,6 +28,11 @@ public:
   // not offered.
   void AddTool(ToolNo tool, std::function<void()> open);
 
+  // The System Setup entry of the menu.
+  void AddSystemSetup(std::function<void()> open);
+  // A line at the foot of the window that stays.
+  void ShowStatus(const std::string& text);
+
   // The desktop session wants to end. False: it must not.
   [[nodiscard]] bool SessionMayEnd();
 

@@ -1,8 +1,10 @@
 #include "files/SettingsBlock.h"
 
 #include "libs/file32/LittleEndian.h"
+#include "libs/wavelb32/wavelb32.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -142,6 +144,18 @@ void Unpack_Settings(std::span<const std::byte, WDB_SETTINGS_BYTES> block, CodeP
 
   ForEachField(record, Unpacker(block.data() + kFirstWordBytes, page));
   record.Output = OutputFromBlock(record.Output);
+}
+
+bool IsSound(const SystemInfo& record) {
+  const double values[] = {record.Frequency, record.FrequencyMin, record.FrequencyMax, record.Period,
+                           record.Amplitude, record.AmplitudeMin, record.AmplitudeMax, record.Offset,
+                           record.OffsetMin, record.OffsetMax,    record.XUserMin,     record.XUserMax,
+                           record.YUserMin,  record.YUserMax};
+  if (!std::all_of(std::begin(values), std::end(values), [](double value) { return std::isfinite(value); }))
+    return false;
+  return record.MemorySize >= 1 && record.MemorySize <= W_MAX_POINTS && record.Frequency > 0 && record.Period > 0 &&
+         record.XUserMin < record.XUserMax && record.YUserMin < record.YUserMax && record.XUnit >= 0 &&
+         record.XUnit <= 2 && record.YUnit >= 0 && record.YUnit <= 2;
 }
 
 } // namespace calder

@@ -2,6 +2,7 @@
 // in the system's ANSI code page and filled up with blanks. docs/file-formats.md has the layout.
 #pragma once
 
+#include "app/Messages.h"
 #include "libs/file32/CodePage.h"
 #include "libs/file32/WdbFile.h"
 #include "libs/sysinf32/SystemInfo.h"
@@ -12,6 +13,11 @@
 
 namespace calder {
 
+// The code page of the files of that language.
+[[nodiscard]] constexpr CodePage PageOf(Language language) {
+  return language == Language::Japanese ? CodePage::Japanese : CodePage::Western;
+}
+
 // interfaceKind: 0 NI GPIB, 1 KI GPIB, 2 USB488, 3 USBTMC, 4 simulated. A text that is too long is cut at a whole
 // character.
 void Pack_Settings(const SystemInfo& record, std::int32_t interfaceKind, CodePage page,
@@ -21,5 +27,8 @@ void Pack_Settings(const SystemInfo& record, std::int32_t interfaceKind, CodePag
 // kind leaves interfaceKind as it was; another one may give any value from 0 to 126.
 void Unpack_Settings(std::span<const std::byte, WDB_SETTINGS_BYTES> block, CodePage page, SystemInfo& record,
                      std::int32_t& interfaceKind);
+
+// Whether the program can live with a record that a file gave: sizes and ranges that views and conversions divide by.
+[[nodiscard]] bool IsSound(const SystemInfo& record);
 
 } // namespace calder

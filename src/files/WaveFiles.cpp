@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cmath>
 
 namespace calder {
 namespace {
@@ -14,27 +13,10 @@ namespace {
 constexpr std::size_t kModelNameOffset = 2;
 constexpr std::size_t kModelNameBytes = 16;
 
-CodePage PageOf(const Program& program) {
-  return program.language == Language::Japanese ? CodePage::Japanese : CodePage::Western;
-}
-
 std::string TrimBlanks(std::string text) {
   text.erase(text.find_last_not_of(' ') + 1);
   text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
   return text;
-}
-
-// Whether the program can live with the record: sizes and ranges that the views and conversions divide by.
-bool Sound(const SystemInfo& record) {
-  const double values[] = {record.Frequency, record.FrequencyMin, record.FrequencyMax, record.Period,
-                           record.Amplitude, record.AmplitudeMin, record.AmplitudeMax, record.Offset,
-                           record.OffsetMin, record.OffsetMax,    record.XUserMin,     record.XUserMax,
-                           record.YUserMin,  record.YUserMax};
-  if (!std::all_of(std::begin(values), std::end(values), [](double value) { return std::isfinite(value); }))
-    return false;
-  return record.MemorySize >= 1 && record.MemorySize <= W_MAX_POINTS && record.Frequency > 0 && record.Period > 0 &&
-         record.XUserMin < record.XUserMax && record.YUserMin < record.YUserMax && record.XUnit >= 0 &&
-         record.XUnit <= 2 && record.YUnit >= 0 && record.YUnit <= 2;
 }
 
 } // namespace
@@ -60,8 +42,8 @@ bool WaveFiles::ReadWdb(const std::string& path) {
   bool sound = ReadFileStart(path, block.size(), head) == 0 && head.size() == block.size();
   if (sound) {
     std::copy_n(std::as_bytes(std::span(head)).begin(), block.size(), block.begin());
-    Unpack_Settings(block, PageOf(program_), record, kind);
-    sound = Sound(record);
+    Unpack_Settings(block, PageOf(program_.language), record, kind);
+    sound = IsSound(record);
   }
   EditBuffers& buffers = program_.buffers;
   if (!sound || program_.fileLibrary.Read4410File(path, block, buffers.Work()) != 0) {
@@ -126,7 +108,7 @@ WaveFiles::ModelCheck WaveFiles::Check_WdbModel(const std::string& path) const {
   if (ReadFileStart(path, kModelNameOffset + kModelNameBytes, head) != 0) return ModelCheck::Unreadable;
   if (head.size() < kModelNameOffset + kModelNameBytes) return ModelCheck::Unreadable;
   const std::string name =
-      TrimBlanks(FromCodePageField({head.data() + kModelNameOffset, kModelNameBytes}, PageOf(program_)));
+      TrimBlanks(FromCodePageField({head.data() + kModelNameOffset, kModelNameBytes}, PageOf(program_.language)));
   for (const std::string& model : setup_.Models()) {
     if (model.substr(0, name.size()) == name) return ModelCheck::Known;
   }
@@ -162,7 +144,7 @@ bool WaveFiles::Write_WaveFile(const std::string& path) {
 std::int32_t WaveFiles::Write_Wdb(const std::string& path) {
   setup_.RefreshControlPoints();
   std::array<std::byte, WDB_SETTINGS_BYTES> block{};
-  Pack_Settings(program_.settings, program_.interfaceKind, PageOf(program_), block);
+  Pack_Settings(program_.settings, program_.interfaceKind, PageOf(program_.language), block);
   const auto entries = static_cast<std::size_t>(program_.settings.ControlPointCount);
   const std::span<const std::int32_t> positions = W_Lock32(program_.buffers.Block32());
   const std::span<const std::int16_t> values = W_Lock(program_.buffers.Block16());

@@ -84,6 +84,13 @@ void SystemSetup::ChooseModel(int model) {
   LoadCommandTables();
 }
 
+void SystemSetup::ChooseChannel(int channel) {
+  SystemInfo& settings = program_.settings;
+  if (program_.models.SysChangeChannel(settings.ModelNo, channel, settings) != 0) return;
+  ranges_ = ReadList(program_.models.SysGetRangeCnt(settings.ModelNo, channel),
+                     [&](std::int32_t i) { return program_.models.SysGetRangeName(settings.ModelNo, channel, i); });
+}
+
 void SystemSetup::ChooseMemorySize(int index) {
   if (index < 0 || index >= static_cast<int>(memorySizes_.size())) return;
   memorySizeChoice_ = index;

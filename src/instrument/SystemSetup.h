@@ -48,6 +48,8 @@ public:
   void ChooseModel(int model);
   // Shows the memory sizes, channels, ranges and interfaces of the record's model without touching the record.
   void RefillLists();
+  // Choosing a channel brings its limits and its ranges.
+  void ChooseChannel(int channel);
   // Choosing a memory size sets only SizeRatio; it is applied by ApplyMemorySize.
   void ChooseMemorySize(int index);
   // Makes the chosen size the waveform's: grown points are cleared, the view starts again.

@@ -8,7 +8,8 @@ public:
   virtual ~Clock() = default;
   // Seconds since midnight, local time: 0 <= value < 86400.
   [[nodiscard]] virtual double SecondsOfDay() const = 0;
-  // Waits that long; with processEvents the window stays alive meanwhile.
+  // Waits that long; with processEvents the window stays alive meanwhile, and what is pending is processed even when
+  // there is nothing to wait for.
   virtual void Wait(double seconds, bool processEvents) = 0;
 };
 

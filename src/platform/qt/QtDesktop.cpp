@@ -48,6 +48,7 @@ void QtClock::Wait(double seconds, bool processEvents) {
   QElapsedTimer timer;
   timer.start();
   const auto milliseconds = static_cast<qint64>(std::max(seconds, 0.0) * 1000);
+  if (processEvents) QCoreApplication::processEvents();
   while (true) {
     const qint64 left = milliseconds - timer.elapsed();
     if (left <= 0) return;

@@ -1,6 +1,7 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QInputDialog>
 #include <QMessageBox>
 
 namespace calder {
@@ -45,6 +46,11 @@ BoxAnswer QtMessageBoxes::Show(const std::string& title, const std::string& text
   const int pressed = box.exec();
   if (buttons == BoxButtons::Ok) return BoxAnswer::Ok;
   return pressed == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
+}
+
+std::string QtMessageBoxes::Input(const std::string& title, const std::string& prompt) {
+  return QInputDialog::getText(QApplication::activeWindow(), QString::fromStdString(title), Lines(prompt))
+      .toStdString();
 }
 
 } // namespace calder

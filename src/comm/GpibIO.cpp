@@ -1,0 +1,152 @@
+#include "comm/GpibIO.h"
+
+#include "app/EngValB.h"
+
+namespace calder {
+namespace {
+
+constexpr double kTimeLimit = 1; // seconds
+constexpr int kAsk = 1;
+constexpr int kOff = 0;
+
+int FailureMessage(int errorCode) {
+  switch (errorCode) {
+  case kBusTimeout: return kMsgInterfaceTimeout;
+  case kBusNoBoard: return kMsgNoInterfaceBoard;
+  default: return kMsgInterfaceSystemError;
+  }
+}
+
+} // namespace
+
+int ControllerAddress(const Program& program, IntfcLib& interfaceLayer) {
+  const clsRegistry& registry = program.registry;
+  if (registry.GetGpibBusy()) return registry.GetGpibAddress();
+  switch (program.interfaceKind) {
+  case kNiGpib:
+  case kUsb488: return interfaceLayer.BoardAdr(-1);
+  case kKiGpib:
+    // The board's installation keeps it among the user's settings.
+    return static_cast<int>(
+        LeadingNumber(registry.GetSetting("Gpib.GPIB" + std::to_string(registry.GetGpibId()), "pad")));
+  default: return 0;
+  }
+}
+
+bool GpibIO::Begin(const std::string& title) {
+  clsRegistry& registry = program_.registry;
+  if (registry.GetGpibBusy()) {
+    program_.messages.ErrorBox(kMsgInterfaceBusy);
+    return false;
+  }
+  const int controller = ControllerAddress(program_, bus_);
+  registry.SetGpibAddress(static_cast<std::int16_t>(controller));
+  registry.SetGpibBusy(true);
+  held_ = true;
+  snapshot_ = program_.settings;
+  bus_.Trace().Begin(title);
+  if (program_.interfaceKind != kUsbTmc && static_cast<std::int16_t>(controller) == snapshot_.Address) {
+    registry.SetGpibBusy(false);
+    held_ = false;
+    program_.messages.ErrorBoxText(program_.messages.MessageText(kMsgInterfaceAddress) +
+                                   "Address:" + std::to_string(snapshot_.Address));
+    return false;
+  }
+  if (OpenBus()) return true;
+  End();
+  return false;
+}
+
+void GpibIO::End() {
+  if (!held_) return;
+  CloseBus();
+  program_.registry.SetGpibBusy(false);
+  held_ = false;
+  if (broken_ && !told_) TellFailure();
+}
+
+bool GpibIO::OpenBus() {
+  if (const int error = bus_.Setup(); error != kBusOk) {
+    broken_ = true;
+    failure_ = error;
+    remark_ = bus_.Remark();
+    return false;
+  }
+  bus_.GpErrMsgOn(kAsk);
+  bus_.Tmo(kTimeLimit);
+  if (!Check(bus_.ErrorCode()) || !Check(bus_.IFC()) || !Check(bus_.REN()) || !Check(bus_.LLO()) ||
+      !Check(bus_.SDC(Address())))
+    return false;
+  bus_.Eot(2);
+  if (!Check(bus_.ErrorCode())) return false;
+  bus_.Eos("\n");
+  return Check(bus_.ErrorCode());
+}
+
+void GpibIO::CloseBus() {
+  if (!bus_.Initialised()) return;
+  if (broken_) bus_.GpErrMsgOn(kOff);
+  bus_.Eot(2);
+  bus_.Eos("\r\n");
+  if (bus_.Local() != kBusOk && !broken_) {
+    broken_ = true;
+    failure_ = bus_.ErrorCode();
+  }
+  bus_.End();
+}
+
+bool GpibIO::Reopen() {
+  if (broken_) return false;
+  CloseBus();
+  return !broken_ && OpenBus();
+}
+
+bool GpibIO::Send(const std::string& command) {
+  if (broken_) return false;
+  if (command.empty()) return true;
+  Debug("GpibPuts", command);
+  return Check(bus_.Puts(Address(), command));
+}
+
+std::string GpibIO::Read() {
+  if (broken_) return {};
+  std::string reply = bus_.Gets(Address());
+  if (bus_.ErrorCode() != kBusOk) {
+    broken_ = true;
+    failure_ = bus_.ErrorCode();
+    remark_ = bus_.Remark();
+  }
+  return reply;
+}
+
+bool GpibIO::Check(int errorCode) {
+  if (errorCode == kBusOk) return true;
+  broken_ = true;
+  failure_ = errorCode;
+  remark_ = bus_.Remark();
+  TellFailure();
+  return false;
+}
+
+void GpibIO::Tell(const std::string& text) {
+  if (broken_ && told_) return;
+  told_ = broken_;
+  program_.messages.ErrorBoxText(text);
+}
+
+void GpibIO::TellFailure() {
+  std::string text = program_.messages.MessageText(FailureMessage(failure_));
+  if (remark_ == BusRemark::NotPermitted) {
+    text += program_.messages.Pick(
+        "USB機器はありますが、このユーザーには開く権限がありません。udevルールを入れてください。",
+        "The USB instrument is there, but this user may not open it. Install the udev rule.");
+  }
+  Tell(text);
+}
+
+void GpibIO::Debug(const char* title, const std::string& command) const {
+  if (!program_.registry.GetDebugMode()) return;
+  program_.desktop.messageBoxes.Show(title, "'" + command + "'", BoxButtons::Ok, BoxIcon::None);
+}
+
+} // namespace calder

@@ -1,0 +1,11 @@
+// Sends the oscillator settings to the instrument.
+#pragma once
+
+#include "comm/IntfcLib.h"
+
+namespace calder {
+
+// One transfer from beginning to end; the user is told what fails. False: it did not reach its end.
+bool SettingsTransfer(Program& program, IntfcLib& bus);
+
+} // namespace calder

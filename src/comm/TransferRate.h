@@ -1,0 +1,14 @@
+// How fast a transfer goes and how long it still takes, as a line of text.
+#pragma once
+
+#include "app/Messages.h"
+
+#include <cstddef>
+#include <string>
+
+namespace calder {
+
+// "1.20 MB/s, 3 s left". seconds: since the first byte. Empty until there is something to tell.
+[[nodiscard]] std::string TransferRateText(std::size_t bytes, std::size_t total, double seconds, Language language);
+
+} // namespace calder

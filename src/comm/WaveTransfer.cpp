@@ -1,0 +1,239 @@
+#include "comm/WaveTransfer.h"
+
+#include "instrument/SystemSetup.h"
+#include "libs/sysinf32/CommandColumns.h"
+
+#include <algorithm>
+
+namespace calder {
+namespace {
+
+constexpr std::size_t kChunk = 512;
+constexpr std::size_t kLastBytes = 2;
+constexpr std::size_t kHeader = 8;
+constexpr std::size_t kBytesASecond = 65536; // what an instrument takes at least
+constexpr int kSettleSeconds = 9;
+constexpr int kLoadSeconds = 5;
+constexpr double kBlockTimeLimit = 30; // seconds
+constexpr double kTimeLimit = 1;
+constexpr int kThousand = 1000;
+constexpr std::string_view kNoTerminator("\0", 1);
+
+// Models 0 and 1 have a header in the block and fixed commands.
+bool HasBlockHeader(const SystemInfo& settings) {
+  return settings.ModelNo == 0 || settings.ModelNo == 1;
+}
+
+std::string DefiniteLengthHeader(std::size_t bytes) {
+  const std::string count = std::to_string(bytes);
+  return "#" + std::to_string(count.size()) + count;
+}
+
+// What makes the instrument use the memory that was loaded; by the model's number.
+std::string SelectionCommand(const SystemInfo& settings) {
+  const int model = settings.ModelNo;
+  const int memory = settings.MemoryNo;
+  if (model < 10) {
+    const std::string source = ":SOUR" + std::to_string(settings.Channel + 1);
+    return source + ":FUNC:SHAP USER;" + source + ":FUNC:USER " + std::to_string(memory);
+  }
+  if (model == 10) return ":FUNC ARB" + std::to_string(memory);
+  if (model == 21) return "FUNC " + std::to_string(memory + 2);
+  if (model == 22) return "FNC " + std::to_string(memory + 5);
+  if (model >= 23) return "Wave " + std::to_string(memory + 1);
+  return {}; // 11 to 20 use the memory that the waveform command named
+}
+
+} // namespace
+
+bool WaveTransfer::Run() {
+  GpibIO io(program_, bus_);
+  if (!io.Begin("Waveform")) return false;
+  const bool sent = Transfer(io);
+  io.End();
+  progress_.Unload();
+  return sent && !io.Broken();
+}
+
+bool WaveTransfer::Transfer(GpibIO& io) {
+  Instrument instrument(io);
+  const clsGpibCommand common = instrument.Commands(Instrument::kCommon);
+  const clsGpibCommand waveform = instrument.Commands(Instrument::kWaveform);
+  progress_.Open();
+  progress_.Step("Data convert", kThousand);
+  if (!BuildBlock(io, waveform) || progress_.Cancelled()) return false;
+  if (!Prepare(io, instrument, common)) return false;
+
+  const std::string command = WaveformCommand(io, waveform);
+  const bool usbTmc = program_.interfaceKind == kUsbTmc;
+  if (!HasBlockHeader(io.Snapshot()) && !usbTmc) {
+    io.Debug("GpPuts", command);
+    bus_.Tmo(kBlockTimeLimit);
+    if (!io.Check(bus_.ErrorCode()) || !io.Check(bus_.Puts(io.Address(), command))) return false;
+  }
+  if (!SendBlock(io, instrument, common, command)) return false;
+  progress_.Unload();
+  if (!Select(io)) return false;
+
+  if (instrument.StatusError(common)) {
+    instrument.ErrorReport(common);
+    if (io.Broken()) return false;
+  }
+  if (!instrument.SendSettings(instrument.Commands(Instrument::kClosing))) return false;
+  if (!instrument.StatusError(common)) return true;
+  instrument.ErrorReport(common);
+  return false;
+}
+
+bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) {
+  const SystemInfo& settings = io.Snapshot();
+  BlockRequest request;
+  request.lowByteFirst = waveform.ArbByteSwap();
+  request.divisor = DivisorOfMask(waveform.ArbBitMask());
+  const auto points = static_cast<std::size_t>(settings.MemorySize);
+  const std::int32_t shown = std::min(setup_.ShownMemorySize(), settings.MemorySize);
+  request.shownPoints = shown;
+  if (HasBlockHeader(settings)) request.layout = BlockLayout::HeaderAndPoints;
+  if (HasBlockHeader(settings) && setup_.TransferFormatChoice() == 1) {
+    const auto count = static_cast<std::size_t>(std::max(settings.ControlPointCount, 0));
+    request.layout = BlockLayout::ControlPoints;
+    request.positions = W_Lock32(program_.buffers.Block32()).first(count);
+    request.codes = W_Lock(program_.buffers.Block16()).first(count);
+  } else {
+    request.codes = W_Lock(program_.buffers.Current()).first(points);
+  }
+  const bool built = BuildTransferBlock(request, block_, [&](int value) {
+    progress_.Value(value);
+    return !progress_.Cancelled();
+  });
+  if (!built) return false;
+  // The memory shown is smaller than the waveform: the points in between are left out.
+  if (request.layout == BlockLayout::HeaderAndPoints && shown != settings.MemorySize)
+    ThinBlock(block_, kHeader, static_cast<std::size_t>(shown), points / static_cast<std::size_t>(std::max(shown, 1)));
+  return true;
+}
+
+// The instrument is the right one, in order, and its settings are those of the common table.
+bool WaveTransfer::Prepare(GpibIO& io, Instrument& instrument, const clsGpibCommand& common) {
+  if (!instrument.SendSettings(common)) return false;
+  if (!instrument.SequenceCheck()) {
+    io.Tell(kMsgTransferStopped);
+    return false;
+  }
+  if (!instrument.Identify(common)) return false;
+  if (instrument.StatusError(common)) {
+    instrument.ErrorReport(common);
+    return false;
+  }
+  if (instrument.Identify(common)) return true;
+  io.Tell(kMsgCheckModel);
+  return false;
+}
+
+std::string WaveTransfer::WaveformCommand(const GpibIO& io, const clsGpibCommand& waveform) const {
+  const SystemInfo& settings = io.Snapshot();
+  const std::string name(TrimCommandText(settings.MemoryName));
+  if (HasBlockHeader(settings)) return ":TRAC:DATA " + std::to_string(settings.MemoryNo) + ",\"" + name + "\",";
+  const double channel = settings.Channel + 1;
+  return JoinCommands({waveform.Preset(), settings.ChannelSelectable != 0 ? waveform.channel(channel) : std::string(),
+                       waveform.ArbPreCommand(), waveform.ArbSize(static_cast<double>(settings.MemorySize)),
+                       waveform.ArbBank(settings.MemoryNo), waveform.ArbStartAddress(0.0), waveform.ArbName(name),
+                       waveform.ArbFormat(), waveform.ArbSend(name)});
+}
+
+bool WaveTransfer::SendBlock(GpibIO& io, Instrument& instrument, const clsGpibCommand& common,
+                             const std::string& command) {
+  progress_.Step("Send data", kThousand);
+  bool sent = false;
+  if (program_.interfaceKind == kUsbTmc) {
+    sent = SendUsbTmc(io, instrument, common, command);
+  } else {
+    // Neither terminator nor end mark: the block goes out raw.
+    bus_.Eot(0);
+    if (!io.Check(bus_.ErrorCode())) return false;
+    bus_.Eos(kNoTerminator);
+    if (!io.Check(bus_.ErrorCode())) return false;
+    sent = program_.interfaceKind == kUsb488 ? SendUsb488(io) : SendChunks(io);
+  }
+  if (!sent) return false;
+  bus_.Eos("\r\n");
+  return io.Check(bus_.ErrorCode());
+}
+
+bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibCommand& common,
+                              const std::string& command) {
+  bus_.Tmo(kBlockTimeLimit);
+  if (!io.Check(bus_.ErrorCode())) return false;
+  io.Debug("GpPuts", command);
+  const std::string header = command + DefiniteLengthHeader(block_.size());
+  if (!io.Check(bus_.DataScpi(io.Address(), header, block_))) return false;
+  progress_.Sent(block_.size(), block_.size());
+  // The instrument takes the block in by itself: nothing tells when it is done.
+  if (!Count(io, "Send data", static_cast<int>(block_.size() / kBytesASecond) + kSettleSeconds)) return false;
+  if (instrument.StatusError(common)) {
+    if (!io.Broken()) {
+      const std::string reply = io.Query("syst:err?");
+      if (!reply.empty()) io.Tell(reply);
+    }
+    io.Tell(kMsgTransferStopped);
+    if (!io.Broken()) bus_.Tmo(kTimeLimit);
+    return false;
+  }
+  bus_.Tmo(kTimeLimit);
+  return io.Check(bus_.ErrorCode());
+}
+
+bool WaveTransfer::SendUsb488(GpibIO& io) {
+  if (!io.Check(bus_.Data(io.Address(), block_))) return false;
+  progress_.Sent(block_.size(), block_.size());
+  bus_.Eot(2);
+  return io.Check(bus_.ErrorCode());
+}
+
+// Chunks, so that the user can cancel between them; the last 2 bytes alone, with the end mark.
+bool WaveTransfer::SendChunks(GpibIO& io) {
+  const std::span<const std::byte> block(block_);
+  const std::size_t size = block.size();
+  std::size_t sent = 0;
+  while (sent + kLastBytes < size && !progress_.Cancelled()) {
+    const std::size_t bytes = std::min(kChunk, size - kLastBytes - sent);
+    const int address = sent == 0 ? io.Address() : kNoAddress;
+    if (!io.Check(bus_.Data(address, block.subspan(sent, bytes)))) return false;
+    sent += bytes;
+    progress_.Sent(sent, size);
+    progress_.Value(static_cast<int>(sent * kThousand / (size - 1)));
+  }
+  bus_.Eot(2);
+  if (!io.Check(bus_.ErrorCode())) return false;
+  if (progress_.Cancelled()) return io.Reopen();
+  const int address = sent == 0 ? io.Address() : kNoAddress;
+  if (!io.Check(bus_.Data(address, block.subspan(sent)))) return false;
+  progress_.Sent(size, size);
+  progress_.Value(kThousand);
+  return true;
+}
+
+bool WaveTransfer::Select(GpibIO& io) {
+  const SystemInfo& settings = io.Snapshot();
+  if (!io.Send(SelectionCommand(settings))) return false;
+  if (settings.ModelNo >= 23) {
+    if (!io.Send(std::string("Outp ") + (settings.Output == 0 ? "1" : "0"))) return false;
+    io.Wait(1);
+  }
+  if (!HasBlockHeader(settings)) return true;
+  const bool counted = Count(io, "load data", kLoadSeconds);
+  progress_.Unload();
+  return counted;
+}
+
+// False: cancelled.
+bool WaveTransfer::Count(GpibIO& io, const char* step, int seconds) {
+  progress_.Step(step, seconds);
+  for (int i = 0; i < seconds && !progress_.Cancelled(); ++i) {
+    io.Wait(1);
+    progress_.Value(i + 1);
+  }
+  return !progress_.Cancelled();
+}
+
+} // namespace calder

@@ -1,0 +1,43 @@
+// Sends the edited waveform together with the settings to the instrument.
+#pragma once
+
+#include "comm/GpibIO.h"
+#include "comm/Instrument.h"
+#include "comm/TransferBlock.h"
+#include "comm/TransferProgress.h"
+
+namespace calder {
+
+class SystemSetup;
+
+class WaveTransfer {
+public:
+  // What they refer to must outlive this object. setup: the memory size and the transfer format that are shown.
+  WaveTransfer(Program& program, const SystemSetup& setup, IntfcLib& bus, TransferProgress& progress)
+      : program_(program), setup_(setup), bus_(bus), progress_(progress) {}
+
+  // One transfer from beginning to end; the user is told what fails. False: stopped or cancelled on the way.
+  bool Run();
+
+private:
+  [[nodiscard]] bool BuildBlock(const GpibIO& io, const clsGpibCommand& waveform);
+  [[nodiscard]] bool Prepare(GpibIO& io, Instrument& instrument, const clsGpibCommand& common);
+  [[nodiscard]] std::string WaveformCommand(const GpibIO& io, const clsGpibCommand& waveform) const;
+  [[nodiscard]] bool Transfer(GpibIO& io);
+  [[nodiscard]] bool SendBlock(GpibIO& io, Instrument& instrument, const clsGpibCommand& common,
+                               const std::string& command);
+  [[nodiscard]] bool SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibCommand& common,
+                                const std::string& command);
+  [[nodiscard]] bool SendUsb488(GpibIO& io);
+  [[nodiscard]] bool SendChunks(GpibIO& io);
+  [[nodiscard]] bool Select(GpibIO& io);
+  [[nodiscard]] bool Count(GpibIO& io, const char* step, int seconds);
+
+  Program& program_;
+  const SystemSetup& setup_;
+  IntfcLib& bus_;
+  TransferProgress& progress_;
+  std::vector<std::byte> block_; // kept, so that the next transfer needs no new memory
+};
+
+} // namespace calder

@@ -1,0 +1,120 @@
+#include "setup/FrmGPIBExit.h"
+
+#include "comm/TransferRate.h"
+#include "platform/Clock.h"
+#include "ui_FrmGPIBExit.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+
+namespace calder {
+namespace {
+
+constexpr int kTwipsPerPixel = 15;
+constexpr double kDay = 86400;
+
+QString Text(const std::string& text) {
+  return QString::fromStdString(text);
+}
+
+} // namespace
+
+FrmGPIBExit::FrmGPIBExit(Program& program, QWidget* parent)
+    : QDialog(parent), program_(program), ui_(std::make_unique<Ui::FrmGPIBExit>()) {
+  ui_->setupUi(this);
+  setWindowModality(Qt::NonModal);
+  Set_GpibExitLabel();
+  connect(ui_->CmdGpibExit, &QPushButton::clicked, this, &FrmGPIBExit::CmdGpibExit_Click);
+  clsRegistry& registry = program_.registry;
+  const int left = registry.GetFormLeft(kFormName) / kTwipsPerPixel;
+  const int top = registry.GetFormTop(kFormName) / kTwipsPerPixel;
+  if (left != 0 || top != 0) move(left, top);
+}
+
+FrmGPIBExit::~FrmGPIBExit() = default;
+
+void FrmGPIBExit::Set_GpibExitLabel() {
+  const ErrMsg& language = program_.messages;
+  setWindowTitle(QString::fromUtf8(language.Pick("波形データ転送", "Copy wave data")));
+  ui_->CmdGpibExit->setText(QString::fromUtf8(language.Pick("ｷｬﾝｾﾙ", "Cancel")));
+  ui_->PrgGPIB->setAccessibleName(QString::fromUtf8(language.Pick("進行状況", "Progress")));
+}
+
+void FrmGPIBExit::ShowStep(const QString& text, int maximum) {
+  ui_->LblMsg->setText(text);
+  ui_->LblRate->clear();
+  ui_->PrgGPIB->setRange(0, maximum);
+  ui_->PrgGPIB->setValue(0);
+}
+
+void FrmGPIBExit::ShowValue(int value) {
+  ui_->PrgGPIB->setValue(value);
+}
+
+void FrmGPIBExit::ShowRate(const QString& text) {
+  ui_->LblRate->setText(text);
+}
+
+void FrmGPIBExit::CmdGpibExit_Click() {
+  gpibExit_ = true;
+  ui_->CmdGpibExit->setEnabled(false);
+}
+
+void FrmGPIBExit::reject() {
+  CmdGpibExit_Click();
+}
+
+void FrmGPIBExit::closeEvent(QCloseEvent* event) {
+  StorePosition();
+  CmdGpibExit_Click();
+  event->accept();
+}
+
+void FrmGPIBExit::StorePosition() {
+  if (isMinimized() || isMaximized() || isFullScreen() || !isVisible()) return;
+  program_.registry.SetFormTop(kFormName, pos().y() * kTwipsPerPixel);
+  program_.registry.SetFormLeft(kFormName, pos().x() * kTwipsPerPixel);
+}
+
+void ProgressWindow::Open() {
+  Unload();
+  cancelled_ = false;
+  form_ = new FrmGPIBExit(program_, QApplication::activeModalWidget()); // deleted by Unload, or by its parent
+  if (!caption_.empty()) form_->setWindowTitle(Text(caption_));
+  form_->show();
+}
+
+void ProgressWindow::Step(const std::string& text, int maximum) {
+  if (!form_) Open();
+  sent_ = 0;
+  form_->ShowStep(Text(text), maximum);
+  program_.desktop.clock.Wait(0, true);
+}
+
+void ProgressWindow::Value(int value) {
+  if (form_) form_->ShowValue(value);
+  QCoreApplication::processEvents();
+}
+
+void ProgressWindow::Sent(std::size_t bytes, std::size_t total) {
+  const double now = program_.desktop.clock.SecondsOfDay();
+  if (sent_ == 0) began_ = now;
+  sent_ = bytes;
+  const double seconds = now >= began_ ? now - began_ : now + kDay - began_;
+  if (form_) form_->ShowRate(Text(TransferRateText(bytes, total, seconds, program_.language)));
+}
+
+void ProgressWindow::Caption(const std::string& text) {
+  caption_ = text;
+  if (form_ && !text.empty()) form_->setWindowTitle(Text(text));
+}
+
+void ProgressWindow::Unload() {
+  if (!form_) return;
+  cancelled_ = form_->GpibExit();
+  form_->close();
+  form_->deleteLater();
+  form_ = nullptr;
+}
+
+} // namespace calder

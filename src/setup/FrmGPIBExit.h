@@ -1,0 +1,72 @@
+// The small window of a transfer under way: its step, how far it is, and the button that cancels it.
+#pragma once
+
+#include "app/Program.h"
+#include "comm/TransferProgress.h"
+
+#include <QDialog>
+#include <QPointer>
+
+#include <memory>
+
+namespace Ui {
+class FrmGPIBExit;
+}
+
+namespace calder {
+
+class FrmGPIBExit final : public QDialog {
+  Q_OBJECT
+
+public:
+  explicit FrmGPIBExit(Program& program, QWidget* parent);
+  ~FrmGPIBExit() override;
+
+  [[nodiscard]] bool GpibExit() const { return gpibExit_; }
+  void SetGpibExit(bool exit) { gpibExit_ = exit; }
+  void ShowStep(const QString& text, int maximum);
+  void ShowValue(int value);
+  void ShowRate(const QString& text);
+
+  static constexpr const char* kFormName = "FrmGPIBExit";
+
+protected:
+  void closeEvent(QCloseEvent* event) override;
+  void reject() override; // Escape cancels the transfer, and the transfer closes the window
+
+private:
+  void Set_GpibExitLabel();
+  void CmdGpibExit_Click();
+  void StorePosition();
+
+  Program& program_;
+  std::unique_ptr<Ui::FrmGPIBExit> ui_;
+  bool gpibExit_ = false;
+};
+
+// Makes the window when a transfer wants it and takes it away again.
+class ProgressWindow final : public TransferProgress {
+public:
+  explicit ProgressWindow(Program& program) : program_(program) {}
+  ~ProgressWindow() override { Unload(); }
+  ProgressWindow(const ProgressWindow&) = delete;
+  ProgressWindow& operator=(const ProgressWindow&) = delete;
+
+  void Open() override;
+  void Step(const std::string& text, int maximum) override;
+  void Value(int value) override;
+  void Sent(std::size_t bytes, std::size_t total) override;
+  void Caption(const std::string& text) override;
+  [[nodiscard]] bool Cancelled() const override { return cancelled_ || (form_ && form_->GpibExit()); }
+  void Unload() override;
+
+private:
+  Program& program_;
+  QPointer<FrmGPIBExit> form_;
+  std::string caption_;    // of the loop test; empty: the form's own
+  bool cancelled_ = false; // the form went with a cancel
+  double began_ = 0;       // second of the day of the first byte
+  std::size_t sent_ = 0;
+};
+
+} // namespace calder

@@ -1,0 +1,249 @@
+#include "libs/bus/UsbtmcVisa.h"
+#include "platform/posix/LinuxUsbtmc.h"
+
+#include "libs/file32/TempFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+#include <deque>
+
+namespace calder {
+namespace {
+
+using Lines = std::vector<std::string>;
+using Ending = UsbtmcPort::Ending;
+
+// What the port was asked for, and what it answers.
+struct PortRecord {
+  struct Transfer {
+    std::string data;
+    Ending ending = Ending::End;
+    int error = 0;
+  };
+  std::vector<UsbtmcDevice> devices = {{"/dev/usbtmc0", 0x1209, 0x5530, "77", 0},
+                                       {"/dev/usbtmc1", 0x1209, 0x5531, "1234567", 1},
+                                       {"/dev/usbtmc2", 0x1209, 0x5531, "", 0}};
+  Lines calls;
+  std::deque<Transfer> answers;
+  std::deque<int> errors; // of the calls that are no reads, in their order; 0 behind the last
+  std::size_t writeLimit = static_cast<std::size_t>(-1);
+};
+
+class FakePort final : public UsbtmcPort {
+public:
+  explicit FakePort(PortRecord& record) : record_(record) {}
+
+  std::vector<UsbtmcDevice> Devices() override { return record_.devices; }
+  int Open(const std::string& node, int& handle) override {
+    handle = 5;
+    return Did("open " + node);
+  }
+  void Close(int handle) override { record_.calls.push_back("close " + std::to_string(handle)); }
+  int Write(int /*handle*/, const void* data, std::size_t count, std::size_t& written) override {
+    written = std::min(count, record_.writeLimit);
+    const std::string text =
+        count > 40 ? std::to_string(count) + " bytes" : std::string(static_cast<const char*>(data), count);
+    return Did("write " + text);
+  }
+  int Read(int /*handle*/, void* data, std::size_t capacity, std::size_t& received, Ending& ending) override {
+    if (record_.answers.empty()) return ETIMEDOUT;
+    const PortRecord::Transfer answer = record_.answers.front();
+    record_.answers.pop_front();
+    received = std::min(capacity, answer.data.size());
+    std::copy_n(answer.data.begin(), received, static_cast<char*>(data));
+    ending = answer.ending;
+    return answer.error;
+  }
+  int SetTimeout(int /*handle*/, std::uint32_t milliseconds) override {
+    return Did("limit " + std::to_string(milliseconds));
+  }
+  int SetTerminator(int /*handle*/, char terminator, bool on) override {
+    return Did("terminator " + std::to_string(terminator) + (on ? " on" : " off"));
+  }
+  int SetEndMark(int /*handle*/, bool on) override { return Did(on ? "end on" : "end off"); }
+  int Clear(int /*handle*/) override { return Did("clear"); }
+  int SetRemote(int /*handle*/, bool on) override { return Did(on ? "remote on" : "remote off"); }
+  int GoToLocal(int /*handle*/) override { return Did("local"); }
+  int LockOut(int /*handle*/) override { return Did("lockout"); }
+
+private:
+  int Did(std::string call) {
+    record_.calls.push_back(std::move(call));
+    if (record_.errors.empty()) return 0;
+    const int error = record_.errors.front();
+    record_.errors.pop_front();
+    return error;
+  }
+  PortRecord& record_;
+};
+
+class UsbtmcVisaTest : public testing::Test {
+protected:
+  UsbtmcVisaTest() {
+    EXPECT_EQ(visa->viOpenDefaultRM(manager), VI_SUCCESS);
+    EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5530::77", device), VI_SUCCESS);
+    record.calls.clear();
+  }
+  ViStatus Write(const std::string& text) {
+    return visa->viWrite(device, text.data(), static_cast<std::uint32_t>(text.size()), moved);
+  }
+  std::string Read(std::uint32_t capacity) {
+    std::string text(capacity, ' ');
+    status = visa->viRead(device, text.data(), capacity, moved);
+    return text.substr(0, moved);
+  }
+
+  PortRecord record;
+  std::unique_ptr<Visa> visa = std::make_unique<UsbtmcVisa>(std::make_unique<FakePort>(record));
+  ViSession manager = 0;
+  ViSession device = 0;
+  std::uint32_t moved = 0;
+  ViStatus status = 0;
+};
+
+TEST_F(UsbtmcVisaTest, FindsAndOpensByName) {
+  ViSession list = 0;
+  ViSession other = 0;
+  std::string name;
+  EXPECT_EQ(visa->viFindRsrc(manager, "usb?*INSTR", list, moved, name), VI_SUCCESS);
+  EXPECT_EQ(moved, 2U); // the one without a serial number cannot be named
+  EXPECT_EQ(name, "USB0::0x1209::0x5530::77::INSTR");
+  EXPECT_EQ(visa->viFindNext(list, name), VI_SUCCESS);
+  EXPECT_EQ(name, "USB0::0x1209::0x5531::1234567::1::INSTR");
+  EXPECT_EQ(visa->viFindNext(list, name), VI_ERROR_RSRC_NFOUND);
+  EXPECT_EQ(visa->viFindRsrc(manager, "USB0::0x1210?*", list, moved, name), VI_ERROR_RSRC_NFOUND);
+  EXPECT_EQ(visa->viFindRsrc(manager, "*", list, moved, name), VI_ERROR_INV_EXPR);
+  EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5531::1234567::INSTR", other), VI_SUCCESS);
+  EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5531::1234567::2::INSTR", other), VI_ERROR_RSRC_NFOUND);
+  EXPECT_EQ(visa->viOpen(manager, "COM1", other), VI_ERROR_INV_RSRC_NAME);
+  record.errors = {EACCES, EPERM, ENOENT, EBUSY};
+  for (const ViStatus wanted : {VI_ERROR_NPERMISSION, VI_ERROR_NPERMISSION, VI_ERROR_RSRC_NFOUND, VI_ERROR_RSRC_BUSY}) {
+    EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5530::77", other), wanted);
+  }
+  record.calls.clear();
+  EXPECT_EQ(visa->viClose(manager), VI_SUCCESS); // and with it what it opened
+  EXPECT_EQ(record.calls, (Lines{"close 5", "close 5"}));
+  EXPECT_EQ(visa->viClose(device), VI_ERROR_INV_OBJECT);
+  EXPECT_EQ(Write("x"), VI_ERROR_INV_OBJECT);
+}
+
+TEST_F(UsbtmcVisaTest, AnswersAreReadToTheirEnd) {
+  record.answers = {{"ORVO,", Ending::None}, {"XG5530\n", Ending::End}, {"12,34", Ending::Terminator},
+                    {"long", Ending::None},  {"", Ending::None},        {"half", Ending::None}};
+  EXPECT_EQ(Read(100), "ORVO,XG5530\n");
+  EXPECT_EQ(status, VI_SUCCESS);
+  EXPECT_EQ(Read(100), "12,34");
+  EXPECT_EQ(status, VI_SUCCESS_TERM_CHAR);
+  EXPECT_EQ(Read(4), "long");
+  EXPECT_EQ(status, VI_SUCCESS_MAX_CNT);
+  EXPECT_EQ(Read(4), ""); // neither bytes nor an end
+  EXPECT_EQ(status, VI_ERROR_IO);
+  EXPECT_EQ(Read(100), "half");
+  EXPECT_EQ(status, VI_ERROR_TMO);
+}
+
+TEST_F(UsbtmcVisaTest, ErrorsAreStatuses) {
+  struct {
+    int error;
+    ViStatus status;
+  } const cases[] = {{ETIMEDOUT, VI_ERROR_TMO},     {ENODEV, VI_ERROR_CONN_LOST}, {ESHUTDOWN, VI_ERROR_CONN_LOST},
+                     {EPIPE, VI_ERROR_IO},          {EPROTO, VI_ERROR_IO},        {EPERM, VI_ERROR_IO},
+                     {EACCES, VI_ERROR_NPERMISSION}};
+  for (const auto& one : cases) {
+    record.errors = {one.error, one.error};
+    EXPECT_EQ(Write("*CLS"), one.status) << one.error;
+    EXPECT_EQ(visa->viClear(device), one.status) << one.error;
+  }
+  record.writeLimit = 3;
+  EXPECT_EQ(Write("*CLS"), VI_ERROR_IO);
+  EXPECT_EQ(moved, 3U);
+}
+
+TEST_F(UsbtmcVisaTest, AttributesAndRemoteControlGoToTheDriver) {
+  for (const std::uint64_t limit : {0ULL, 100ULL, 30000ULL, 0xFFFFFFFFULL})
+    visa->viSetAttribute(device, VI_ATTR_TMO_VALUE, limit);
+  EXPECT_EQ(record.calls, (Lines{"limit 100", "limit 100", "limit 30000", "limit 2147483647"}));
+  record.calls.clear();
+  record.errors = {EINVAL};
+  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_TERMCHAR, '\r'), VI_SUCCESS); // the instrument cannot
+  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_TERMCHAR_EN, 1), VI_SUCCESS);
+  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_SEND_END_EN, 0), VI_SUCCESS);
+  EXPECT_EQ(visa->viSetAttribute(device, 0x3FFF0099, 0), VI_ERROR_NSUP_ATTR);
+  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_ASSERT), VI_SUCCESS);
+  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_ASSERT_ADDRESS_LLO), VI_SUCCESS);
+  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_DEASSERT_GTL), VI_SUCCESS);
+  EXPECT_EQ(visa->viGpibControlREN(device, 7), VI_ERROR_NSUP_OPER);
+  EXPECT_EQ(record.calls, (Lines{"terminator 13 off", "terminator 13 on", "end off", "remote on", "remote on",
+                                 "lockout", "local", "remote off"}));
+  record.errors = {EINVAL};
+  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_ASSERT), VI_ERROR_NSUP_OPER);
+}
+
+TEST_F(UsbtmcVisaTest, FilesAreStreamed) {
+  const TempFolder folder;
+  const std::string file = folder / "block";
+  constexpr std::uint32_t kTransfer = 2U << 20;
+  std::ofstream(file, std::ios::binary) << std::string(kTransfer + 45, 'x');
+  EXPECT_EQ(visa->viWriteFromFile(device, file, kTransfer + 45, moved), VI_SUCCESS);
+  EXPECT_EQ(moved, kTransfer + 45);
+  // The end mark stands at the end only.
+  EXPECT_EQ(record.calls, (Lines{"end off", "write 2097152 bytes", "end on", "write 45 bytes"}));
+  record.calls.clear();
+  record.errors = {0, ETIMEDOUT};
+  EXPECT_EQ(visa->viWriteFromFile(device, file, kTransfer + 45, moved), VI_ERROR_TMO);
+  EXPECT_EQ(record.calls, (Lines{"end off", "write 2097152 bytes", "end on"})); // and it is on again after a failure
+  record.calls.clear();
+  EXPECT_EQ(visa->viWriteFromFile(device, file, kTransfer + 46, moved), VI_ERROR_FILE_IO);
+  EXPECT_EQ(visa->viWriteFromFile(device, folder / "none", 1, moved), VI_ERROR_FILE_ACCESS);
+  EXPECT_EQ(record.calls, Lines());
+
+  record.answers = {{"ab", Ending::None}, {"cd", Ending::End}, {"ef", Ending::None}};
+  EXPECT_EQ(visa->viReadToFile(device, file, 100, moved), VI_SUCCESS);
+  EXPECT_EQ(moved, 4U);
+  EXPECT_EQ(std::filesystem::file_size(file), 4U);
+  EXPECT_EQ(visa->viReadToFile(device, file, 100, moved), VI_ERROR_TMO); // what came is in the file
+  EXPECT_EQ(std::filesystem::file_size(file), 2U);
+  EXPECT_EQ(visa->viReadToFile(device, folder / "no/such", 100, moved), VI_ERROR_FILE_ACCESS);
+}
+
+// The links and files that the kernel shows for two instruments, one of them with two interfaces, and a stranger.
+TEST(LinuxUsbtmc, ReadsWhatTheKernelTells) {
+  const TempFolder folder;
+  const auto put = [&](const std::string& name, const std::string& text) {
+    std::filesystem::create_directories(std::filesystem::path(folder / name).parent_path());
+    std::ofstream(folder / name) << text;
+  };
+  const auto link = [&](const std::string& name, const std::string& to) {
+    std::filesystem::create_directories(folder / ("class/" + name));
+    std::filesystem::create_directory_symlink(folder / to, folder / ("class/" + name + "/device"));
+  };
+  put("usb/1-2/idVendor", "1209\n");
+  put("usb/1-2/idProduct", "5531\n");
+  put("usb/1-2/serial", "12 34\n");
+  put("usb/1-2/1-2:1.0/bInterfaceNumber", "00\n");
+  put("usb/1-2/1-2:1.1/bInterfaceNumber", "0a\n");
+  put("usb/1-3/idVendor", "0957\n");
+  put("usb/1-3/idProduct", "zz\n");
+  put("usb/1-3/1-3:1.0/bInterfaceNumber", "00\n");
+  link("usbtmc10", "usb/1-2/1-2:1.1");
+  link("usbtmc2", "usb/1-2/1-2:1.0");
+  link("usbtmc3", "usb/1-3/1-3:1.0"); // its number cannot be read
+  link("usbtmc4", "usb/gone");        // pulled out just now
+  link("hiddev0", "usb/1-2/1-2:1.0"); // of another driver
+  LinuxUsbtmc port(folder / "class", "/nodes");
+  const auto devices = port.Devices();
+  ASSERT_EQ(devices.size(), 2U);
+  EXPECT_EQ(devices[0].node + devices[1].node, "/nodes/usbtmc2/nodes/usbtmc10");
+  EXPECT_EQ(devices[0].vendor, 0x1209);
+  EXPECT_EQ(devices[0].product, 0x5531);
+  EXPECT_EQ(devices[0].serial, "12 34");
+  EXPECT_EQ(devices[1].interface, 10);
+  EXPECT_EQ(LinuxUsbtmc(folder / "none", "/nodes").Devices().size(), 0U);
+  int handle = 0;
+  EXPECT_EQ(port.Open(devices[0].node, handle), ENOENT);
+}
+
+} // namespace
+} // namespace calder

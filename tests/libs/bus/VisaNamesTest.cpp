@@ -1,0 +1,50 @@
+#include "libs/bus/VisaNames.h"
+
+#include <gtest/gtest.h>
+
+namespace calder {
+namespace {
+
+TEST(VisaNames, NamesAreReadAndWritten) {
+  struct {
+    const char* name;
+    const char* written; // null: it is no name
+  } const cases[] = {
+      {"USB0::0x1209::0x5530::1234567::INSTR", "USB0::0x1209::0x5530::1234567::INSTR"},
+      {"usb::4617::0x5530::a-1::2::instr", "USB0::0x1209::0x5530::a-1::2::INSTR"},
+      {"USB0::0x1209::0x5530::1234567", "USB0::0x1209::0x5530::1234567::INSTR"},
+      {"USB1::0x1209::0x5530::1::0", "USB1::0x1209::0x5530::1::INSTR"},
+      {"USB0::0x1209::0x5530::::INSTR", nullptr},
+      {"USB0::0x1209::0x5530::INSTR", nullptr},
+      {"USB0::0x11209::0x5530::1::INSTR", nullptr},
+      {"USB0::0x1209::0x::1::INSTR", nullptr},
+      {"USB0::0x1209::0x5530::1::x::INSTR", nullptr},
+      {"USBX::0x1209::0x5530::1::INSTR", nullptr},
+      {"GPIB0::0x1209::0x5530::1::INSTR", nullptr},
+      {"US", nullptr},
+      {"", nullptr},
+  };
+  for (const auto& one : cases) {
+    const auto name = ParseUsbName(one.name);
+    ASSERT_EQ(name.has_value(), one.written != nullptr) << one.name;
+    if (name) {
+      EXPECT_EQ(FormatUsbName(*name), one.written);
+    }
+  }
+}
+
+TEST(VisaNames, ExpressionsFindNames) {
+  constexpr const char* kName = "USB0::0x1209::0x5530::A*7::INSTR";
+  for (const char* fits : {"USB0::0x1209::0x5530::?*INSTR", "?*", "usb?::0X1209?*instr",
+                           "USB0::0x1209::0x5530::A\\*7::INSTR", "U*SB0::0x12*09?*R*"}) {
+    EXPECT_TRUE(MatchesVisaExpression(fits, kName)) << fits;
+  }
+  for (const char* fails : {"USB0::0x1209::0x5531::?*INSTR", "USB0", "?", "", "USB0?*INSTR?", "\\?SB0?*"}) {
+    EXPECT_FALSE(MatchesVisaExpression(fails, kName)) << fails;
+  }
+  EXPECT_TRUE(IsVisaExpression("USB?*INSTR"));
+  for (const char* wrong : {"", "*", "?**", "USB\\"}) EXPECT_FALSE(IsVisaExpression(wrong)) << wrong;
+}
+
+} // namespace
+} // namespace calder

@@ -1,0 +1,177 @@
+#include "BenchFixture.h"
+
+#include "libs/file32/TempFolder.h"
+
+#include <fstream>
+#include <sstream>
+
+namespace calder {
+namespace {
+
+using Lines = std::vector<std::string>;
+using namespace std::string_literals;
+
+TEST_F(BenchTest, ErrorsGoIntoTheQueueAndSetTheirBit) {
+  OpenNi();
+  struct {
+    const char* message;
+    const char* status;
+    const char* error;
+  } const cases[] = {
+      {":SOUR1:FREK 5;:SOUR1:FREQ 7", "32", "-113,\"Undefined header\"\n"}, // the rest of the message is not done
+      {":SOUR1:FREQ 16E6;:OUTP1 ON", "16", "-222,\"Data out of range\"\n"}, // the rest is
+      {":SOUR2:FREQ 5", "32", "-114,\"Header suffix out of range\"\n"},
+      {":SOUR1:FREQ", "32", "-109,\"Missing parameter\"\n"},
+      {":SOUR1:FREQ 1,2", "32", "-108,\"Parameter not allowed\"\n"},
+      {":SOUR1:VOLT 5 VOLTS", "32", "-131,\"Invalid suffix\"\n"},
+      {":SOUR1:VOLT 21PP", "16", "-222,\"Data out of range\"\n"},
+      {":SOUR1:VOLT 10.5PK", "16", "-222,\"Data out of range\"\n"},
+      {":SOUR1:VOLT:RANG 1;:SOUR1:VOLT 4.5PP", "16", "-222,\"Data out of range\"\n"},
+      {":OUTP1:POL SQU, NORM", "16", "-221,\"Settings conflict\"\n"}, // the shape is another one
+      {":SOURCE1:FREQUENCY 5;VOLT:OFFS", "32", "-113,\"Undefined header\"\n"},
+      {"*CLS;:sour1:volt 3.5pp;:OUTP1:LOAD INFinity;:OUTP1:SCAL SIN, PFS", "0", "0,\"No error\"\n"},
+  };
+  for (const auto& one : cases) {
+    Put(kXg5530, "*CLS\n");
+    Put(kXg5530, one.message + "\n"s);
+    EXPECT_EQ(Ask(kXg5530, "*ESR?"), one.status + "\n"s) << one.message;
+    EXPECT_EQ(Ask(kXg5530, "*ESR?"), "0\n");
+    EXPECT_EQ(Ask(kXg5530, ":SYST:ERR?"), one.error) << one.message;
+  }
+  EXPECT_EQ(sim::Setting("XG5530", "frequency1"), "5");
+  EXPECT_EQ(sim::Setting("XG5530", "output"), "1");
+  EXPECT_EQ(sim::Setting("XG5530", "unit1") + sim::Setting("XG5530", "scale1"), "PPPFS");
+  Put(kKz8110, "VPP 19PP\n");
+  EXPECT_EQ(Ask(kKz8110, "*STB?"), "4\n");
+  EXPECT_EQ(Ask(kKz8110, "ERR?"), "-222,\"Data out of range\"\n");
+  EXPECT_EQ(Ask(kKz8110, "*STB?"), "0\n");
+}
+
+// The command that announces a block, the block as each family takes it, and where it ends up.
+TEST_F(BenchTest, RawBlocksGoIntoTheMemories) {
+  OpenNi();
+  struct {
+    int address;
+    const char* model;
+    const char* command;
+    int memory;
+    int size;
+    bool lowFirst;
+    const char* name;
+  } const cases[] = {
+      {kXj2110, "XJ2110", ":TRAC:POIN 1024;:FORM:BORD NORM;:TRAC:DATA 3,USER 1,", 3, 1024, false, "USER 1"},
+      {kXj2110, "XJ2110", ":TRAC:POIN 2048;:FORM:BORD SWAP;:TRAC:DATA 4,X,", 4, 2048, true, "X"},
+      {kQn1010, "QN1010", "MEM:MODE BIN;:MEM:SIZE 2048;MEM:DATA 2,", 2, 2048, true, ""},
+      {10, "QN4020", ":INST:SEL 2;:ARB:SIZE 1024;:ARB:BANK 4;:ARB:STAR 0;:ARB:NAME \"A;B\";:ARB:DATA 5,", 5, 1024,
+       false, "A;B"},
+      {kPj7410, "PJ7410", ":TRAC:DATA ARB16,", 16, 4096, false, ""},
+      {17, "VJ6210", ":INST:NSEL 2;:ARB:POIN 1024;:ARB:NAME \"M\";:ARB:DATA 8,", 8, 1024, false, "M"},
+      {kKz8110, "KZ8110", "WMEM 3;WLEN 1024;WDAT", 3, 1024, false, ""},
+      {22, "UB9110", "SIZE 1024;BANK 1;DATA 0,", 0, 1024, false, ""},
+      {26, "UB9330", "Chan 3;Size 4096;Data 15,", 15, 4096, false, ""},
+  };
+  for (const auto& one : cases) {
+    std::vector<std::int16_t> codes(static_cast<std::size_t>(one.size));
+    for (std::size_t i = 0; i < codes.size(); ++i)
+      codes[i] = static_cast<std::int16_t>(static_cast<int>(i * 7 % 4096) - 2048);
+    codes[5] = 0x0A0A; // a line feed ends nothing
+    if (one.lowFirst || one.model == "KZ8110"s) codes[5] = 0x040A;
+    Put(one.address, "*CLS;"s + one.command + "\n");
+    PutBlock(one.address, BlockOf(codes, one.lowFirst));
+    EXPECT_EQ(sim::Errors(one.model), Lines()) << one.command;
+    const auto stored = sim::Memory(one.model, one.memory);
+    ASSERT_TRUE(stored.has_value()) << one.command;
+    EXPECT_EQ(stored->codes, codes) << one.command;
+    EXPECT_EQ(stored->name, one.name);
+    // One point too few: an error, and the memory keeps what it had.
+    Put(one.address, one.command + "\n"s);
+    PutBlock(one.address, BlockOf(codes, one.lowFirst).substr(2));
+    EXPECT_EQ(sim::Errors(one.model), Lines{"-161,\"Invalid block data\""}) << one.command;
+    EXPECT_EQ(sim::Memory(one.model, one.memory), stored);
+  }
+}
+
+TEST_F(BenchTest, ABlockWithoutACommandIsKeptForTheNextChoice) {
+  OpenNi();
+  PutBlock(1, "\0\0\0\0\0\0\0\3"s + BlockOf({1, -2, 0x0A0A}));
+  EXPECT_EQ(sim::Memory("XG5530", 7), std::nullopt);
+  Put(1, ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 7\n");
+  EXPECT_EQ(sim::Memory("XG5530", 7)->codes, (std::vector<std::int16_t>{1, -2, 0x0A0A}));
+  EXPECT_EQ(Ask(1, ":TRAC:INF? 7"), "\"ARB7\",0,3\n");
+  EXPECT_EQ(Ask(1, ":TRAC:INF? 8"), "\"\",0,0\n");
+  // A cleared instrument forgets it.
+  PutBlock(1, "\0\0\0\0\0\0\0\2"s + BlockOf({5, 6}));
+  const std::array<char, 3> clear = {63, 33, 4};
+  ni->ibcmd(0, clear.data(), 3);
+  Put(1, ":SOUR1:FUNC:USER 7\n");
+  EXPECT_EQ(sim::Memory("XG5530", 7)->codes.size(), 3U);
+}
+
+TEST_F(BenchTest, VisaSendsAndReadsBackBothFormats) {
+  const ViSession device = OpenVisa();
+  const TempFolder folder;
+  const std::string file = folder / "block";
+  std::uint32_t moved = 0;
+  const std::string blocks[] = {"\0\0\0\0\0\0\0\2"s + BlockOf({-32767, 0x0A00}),
+                                "\0\0\0\1\0\0\0\2"s + "\0\0\0\0\x80\x01"s + "\0\x08\0\0\x7f\xff"s};
+  for (const std::string& block : blocks) {
+    // The header ends a transfer of its own, the block comes in the next.
+    const std::string size = std::to_string(block.size());
+    const std::string header = ":TRAC:DATA 128,\"A,B\",#" + std::to_string(size.size()) + size;
+    EXPECT_EQ(visa->viWrite(device, header.data(), static_cast<std::uint32_t>(header.size()), moved), VI_SUCCESS);
+    std::ofstream(file, std::ios::binary) << block;
+    EXPECT_EQ(visa->viWriteFromFile(device, file, static_cast<std::uint32_t>(block.size()), moved), VI_SUCCESS);
+    EXPECT_EQ(moved, block.size());
+    EXPECT_EQ(sim::Messages("XG5531").back(), header + block);
+    EXPECT_EQ(AskVisa(device, ":SYST:ERR?"), "0,\"No error\"\n");
+
+    EXPECT_EQ(visa->viWrite(device, ":TRAC:DATA? 128", 15, moved), VI_SUCCESS);
+    EXPECT_EQ(visa->viReadToFile(device, file, 1048832, moved), VI_SUCCESS);
+    std::ostringstream text;
+    text << std::ifstream(file, std::ios::binary).rdbuf();
+    EXPECT_EQ(text.str(), "\"A,B\",#" + std::to_string(size.size()) + size + block + "\n");
+  }
+  EXPECT_EQ(sim::Memory("XG5531", 128)->controls, (std::vector<sim::ControlPoint>{{0, -32767}, {524288, 32767}}));
+}
+
+TEST_F(BenchTest, ARunningSequenceIsInTheWay) {
+  OpenNi();
+  ASSERT_TRUE(sim::Set("XG5530", "sequence", "1"));
+  ASSERT_TRUE(sim::Store("XG5530", 1, {.name = "old", .format = 0, .codes = {1, 2}, .controls = {}}));
+  EXPECT_FALSE(sim::Store("XG5530", 129, {}));
+  EXPECT_EQ(Ask(1, ":SOUR1:SEQ:STAT?;:STAT:OPER:CH1:COND?"), "1;4\n");
+  Put(1, ":SOUR1:FUNC:USER 1\n:SOUR1:SEQ:STAT 0\n");
+  EXPECT_EQ(sim::Errors("XG5530").size(), 2U);
+  Put(1, "*CLS;:TRIG1:SEL:EXEC ISTOP;:SOUR1:SEQ:STAT 0;:SOUR1:FUNC:USER 1\n");
+  EXPECT_EQ(sim::Errors("XG5530"), Lines());
+  EXPECT_EQ(Ask(1, ":SOUR1:SEQ:STAT?;:STAT:OPER:CH1:COND?"), "0;0\n");
+}
+
+TEST_F(BenchTest, APowerSourceSettles) {
+  OpenNi();
+  EXPECT_EQ(Ask(kPj7410, "MODE?"), "AC-INT\n");
+  Put(kPj7410, "Outp 1\n:Mode ACDC-ADD\n");
+  EXPECT_EQ(sim::Errors("PJ7410"), Lines{"-221,\"Settings conflict\""});
+  Put(kPj7410, ":Outp 0;:Mode ACDC-ADD;:VOLT:RANG 200;:FUNC ARB3;:VOLT 800;:VOLT:OFFS -5;:Freq 50\n");
+  EXPECT_EQ(Ask(kPj7410, "MODE?;:VOLT:RANG?"), "ACDC-EXT;200\n");
+  EXPECT_EQ(Ask(kPj7410, "STAT:OPER:COND?"), "2\n");
+  EXPECT_EQ(Ask(kPj7410, "STAT:OPER:COND?"), "2\n");
+  EXPECT_EQ(Ask(kPj7410, "STAT:OPER:COND?"), "0\n");
+  EXPECT_EQ(sim::Setting("PJ7410", "user") + sim::Setting("PJ7410", "amplitude"), "3800");
+}
+
+// The numbers that choose a memory begin behind the built-in functions.
+TEST_F(BenchTest, MemoriesAreChosenByTheirOwnNumbers) {
+  OpenNi();
+  Put(22, "FUNC 9\n");
+  Put(23, "FNC 5\n");
+  Put(24, "Wave 16;Outp 1\n");
+  EXPECT_EQ(sim::Setting("UB9110", "user") + sim::Setting("UB9210", "user") + sim::Setting("UB9310", "user"), "7015");
+  Put(22, "FUNC 1\n");
+  EXPECT_EQ(sim::Setting("UB9110", "shape"), "FUNC1");
+  Put(22, "FUNC 10\n");
+  EXPECT_EQ(sim::Errors("UB9110"), Lines{"-222,\"Data out of range\""});
+}
+
+} // namespace
+} // namespace calder

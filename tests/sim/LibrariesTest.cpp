@@ -1,0 +1,144 @@
+#include "BenchFixture.h"
+
+#include "libs/file32/TempFolder.h"
+
+#include <fstream>
+#include <sstream>
+
+namespace calder {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+std::string ReadText(const std::string& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+// bench.txt, the bench and the model database must name the same instruments in the same order.
+TEST_F(BenchTest, TheBenchIsTheModelDatabase) {
+  OpenNi();
+  std::istringstream index(ReadText(CALDER_SOURCE_DIR "/models/index.toml"));
+  std::istringstream list(ReadText(CALDER_SIM_FOLDER "/bench.txt"));
+  int address = 0;
+  std::string model;
+  for (std::string line; std::getline(index, line);) {
+    const std::size_t quote = line.find("  \"");
+    if (quote != 0) continue;
+    std::string wanted = line.substr(3, line.find(".toml") - 3);
+    for (char& c : wanted) c = static_cast<char>(std::toupper(c));
+    ASSERT_TRUE(list >> address >> model);
+    EXPECT_EQ(model, wanted);
+    EXPECT_EQ(Ask(address, "*IDN?"), "ORVO," + wanted + ",1234567,1.00\n");
+  }
+  EXPECT_EQ(address, 26);
+  EXPECT_FALSE(list >> address);
+}
+
+TEST_F(BenchTest, EachLibraryReachesTheSameInstrument) {
+  OpenNi();
+  Put(2, ":SOUR2:FREQ 1500\n");
+  EXPECT_EQ(sim::Setting("XG5531", "frequency2"), "1500");
+
+  ki->_ieee_initialize(0, 0);
+  const std::string words[] = {"UNT UNL LISTEN 2 TALK MTA", "DATA ':SOUR2:FREQ' EOI DATA '?'",
+                               "UNT UNL LISTEN MLA TALK 2"};
+  for (const std::string& text : words) ASSERT_EQ(ki->_ieee_transmit(text.data(), static_cast<long>(text.size())), 0);
+  std::array<char, 64> text{};
+  long received = 0;
+  EXPECT_EQ(ki->_ieee_receive(text.data(), 2, &received), KiGpib::kBufferOverflow);
+  EXPECT_EQ(ki->_ieee_receive(text.data() + 2, 62, &received), 0);
+  EXPECT_EQ(std::string(text.data()), "1500\n");
+
+  ASSERT_EQ(usb->UsbInitialize(), 0);
+  EXPECT_EQ(usb->UsbOpenDevice(27), Usb488::kNoDevice);
+  ASSERT_EQ(usb->UsbOpenDevice(2), 0);
+  EXPECT_EQ(usb->UsbSendTextData(2, "*IDN?", 5, 1), 0);
+  EXPECT_EQ(usb->UsbReceiveTextData(2, text.data(), 64, &received), 0);
+  EXPECT_EQ(std::string(text.data(), 11), "ORVO,XG5531");
+  EXPECT_EQ(usb->UsbReceiveTextData(2, text.data(), 64, &received), Usb488::kTimeout);
+
+  EXPECT_EQ(AskVisa(OpenVisa(), ":SOUR2:FREQ?;:OUTP2?"), "1500;0\n");
+}
+
+TEST_F(BenchTest, VisaFindsWhatHasTheInterface) {
+  ViSession manager = 0;
+  ViSession list = 0;
+  std::uint32_t found = 0;
+  std::string name;
+  ASSERT_EQ(visa->viOpenDefaultRM(manager), VI_SUCCESS);
+  ASSERT_TRUE(sim::Set("XG5530", "serial", "77"));
+  EXPECT_EQ(visa->viFindRsrc(manager, "usb?*INSTR", list, found, name), VI_SUCCESS);
+  EXPECT_EQ(found, 2U);
+  EXPECT_EQ(name, "USB0::0x1209::0x5530::77::INSTR");
+  EXPECT_EQ(visa->viFindNext(list, name), VI_SUCCESS);
+  EXPECT_EQ(name, "USB0::0x1209::0x5531::1234567::INSTR");
+  EXPECT_EQ(visa->viFindNext(list, name), VI_ERROR_RSRC_NFOUND);
+  ASSERT_TRUE(sim::Set("XG5530", "power", "off"));
+  EXPECT_EQ(visa->viFindRsrc(manager, "USB0::0x1209::0x5530::?*INSTR", list, found, name), VI_ERROR_RSRC_NFOUND);
+}
+
+TEST_F(BenchTest, TheControllersErrorsAreThoseOfTheStandard) {
+  EXPECT_LT(ni->ibfind("gpib1"), 0);
+  EXPECT_EQ(error, Ni4882::kNoBoard);
+  ASSERT_EQ(ni->ibfind("gpib0"), 0);
+  EXPECT_EQ(Put(1, "*IDN?"), 0x8100);
+  EXPECT_EQ(error, 3); // nobody was addressed: the controller was not in charge
+  ni->ibsic(0);
+  EXPECT_EQ(Put(27, "*IDN?"), 0x8100);
+  EXPECT_EQ(error, 2); // no listener
+  EXPECT_EQ(Get(1), "");
+  EXPECT_EQ(status, 0xC100);
+  EXPECT_EQ(error, 6);
+  EXPECT_EQ(sim::Errors("XG5530"), Lines{"-420,\"Query UNTERMINATED\""});
+}
+
+// The terminators: with the end mark or without, and what stops a read.
+TEST_F(BenchTest, MessagesAndAnswersEndAsTheySay) {
+  OpenNi();
+  ni->ibeot(0, 0);
+  Put(1, "*ID");
+  Put(1, "N?\n:SOUR1:FREQ?");
+  EXPECT_EQ(sim::Messages("XG5530"), Lines{"*IDN?"});
+  ni->ibeot(0, 1);
+  Put(1, "\r\n"); // ends the second message, which forgets the first answer
+  EXPECT_EQ(Get(1), "1000\n");
+  EXPECT_EQ(sim::Errors("XG5530"), Lines{"-410,\"Query INTERRUPTED\""});
+  ni->ibeos(0, 0x142C); // a read stops at a comma
+  EXPECT_EQ(Ask(1, "*IDN?"), "ORVO,");
+  EXPECT_EQ(status, 0x2100);
+  EXPECT_EQ(Get(1), "XG5530,");
+  ni->ibeos(0, 0);
+  EXPECT_EQ(Get(1), "1234567,1.00\n");
+}
+
+TEST_F(BenchTest, TheKiLanguageIsStrict) {
+  ki->_ieee_initialize(0, 0);
+  const auto transmit = [&](std::string_view text) {
+    return ki->_ieee_transmit(text.data(), static_cast<long>(text.size()));
+  };
+  EXPECT_EQ(transmit("UNT UNL TALK MTA LISTEN 14 DATA ':ARB:NAME \"a''b\"' EOI 13 10"), 0);
+  EXPECT_EQ(sim::Messages("VJ6110"), Lines{":ARB:NAME \"a'b\""});
+  for (const char* text :
+       {"UNX", "LISTEN 31", "DATA 256", "'text'", "DATA 'open", "14", "unl", "LISTEN 14 DATA HELLO"}) {
+    EXPECT_NE(transmit(text), 0) << text;
+  }
+  EXPECT_EQ(transmit("LLO REN UNL LISTEN 14 GTL"), 0);
+  EXPECT_EQ(sim::Setting("VJ6110", "remote") + sim::Setting("VJ6110", "lockout"), "01");
+}
+
+TEST_F(BenchTest, TrafficIsCompleteAndReadable) {
+  OpenNi();
+  Ask(2, "*ESR?");
+  Put(2, std::string("\0\xFF\"\\\r\n", 6));
+  EXPECT_EQ(
+      sim::Traffic(),
+      (Lines{"ibfind(\"GPIB0\") = 0", "ibsic(0) = 0x0100", "ibeos(0, 5130) = 0x0100", "ibcmd(0, \"_?@\\\"\") = 0x0100",
+             "ibwrt(0, \"*ESR?\\n\") = 0x0100", "ibcmd(0, \"_?B \") = 0x0100", "ibrd(0, 256) = 0x2100, \"128\\n\"",
+             "ibcmd(0, \"_?@\\\"\") = 0x0100", "ibwrt(0, \"\\x00\\xff\\\"\\\\\\r\\n\") = 0x0100"}));
+  EXPECT_EQ(sim::CallCount(), 9);
+}
+
+} // namespace
+} // namespace calder
