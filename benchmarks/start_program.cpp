@@ -2,6 +2,7 @@
 #include "Application.h"
 #include "editor/MainWindow.h"
 #include "editor/Picture.h"
+#include "platform/posix/BigPages.h"
 #include "platform/qt/QtDesktop.h"
 
 #include <QApplication>
@@ -28,6 +29,7 @@ private:
 } // namespace
 
 int main(int argc, char** argv) {
+  calder::UseBigPagesForHeap();
   QApplication qtApplication(argc, argv);
   calder::QtDesktop desktop;
   calder::Application application(desktop.Services());

@@ -20,14 +20,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::copy_n(data + 3, std::min(size - 3, block.size()), block.begin());
 
   static const int file = ::memfd_create("wdb", 0);
-  static std::vector<char> scratch;
   static std::vector<std::int16_t> codes(524288);
   if (file < 0 || ::pwrite(file, block.data(), block.size(), 0) < 0) std::abort();
   if (::ftruncate(file, static_cast<off_t>(length)) != 0) std::abort();
   codes[0] = 77;
   std::array<std::byte, WDB_SETTINGS_BYTES> settings;
   settings.fill(std::byte{0x55});
-  const std::int32_t status = ReadWdb("/proc/self/fd/" + std::to_string(file), settings, codes, scratch);
+  const std::int32_t status = ReadWdb("/proc/self/fd/" + std::to_string(file), settings, codes);
   if (status != 0) {
     if (codes[0] != 77 || std::ranges::count(settings, std::byte{0x55}) != WDB_SETTINGS_BYTES) std::abort();
     return 0;

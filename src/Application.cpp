@@ -1,6 +1,7 @@
 #include "Application.h"
 
 #include "editor/MainWindow.h"
+#include "libs/bus/UsbtmcVisa.h"
 #include "platform/qt/Theme.h"
 #include "setup/FrmGPIBExit.h"
 #include "setup/SystemDialog.h"
@@ -22,11 +23,20 @@ constexpr int kWarmUpDelay = 150; // milliseconds
 
 } // namespace
 
+// What stands in for a VISA library on a machine that has none.
+std::function<std::unique_ptr<Visa>()> KernelVisa(const Program& program) {
+  return [&program]() -> std::unique_ptr<Visa> {
+    const auto& usbtmc = program.desktop.usbtmc;
+    if (!usbtmc) return nullptr;
+    return std::make_unique<UsbtmcVisa>(usbtmc());
+  };
+}
+
 // The road to the instrument: made with the editor, asked nothing before the user wants it.
 class Communication {
 public:
   Communication(Program& program, Editor& editor)
-      : bus(program, {}, [] { QCoreApplication::quit(); }), progress(program),
+      : bus(program, KernelVisa(program), [] { QCoreApplication::quit(); }), progress(program),
         desk(program, editor.setup, editor.fileCommands, editor.waveFiles, bus, progress), program_(program) {
     program_.registry.SetLocalControl([this] { bus.Local(); });
   }

@@ -1,10 +1,12 @@
 #include "Application.h"
+#include "platform/posix/BigPages.h"
 #include "platform/qt/QtDesktop.h"
 
 #include <QApplication>
 #include <QFileInfo>
 
 int main(int argc, char** argv) {
+  calder::UseBigPagesForHeap();
   QApplication qtApplication(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Calder"));
   QApplication::setDesktopFileName(QStringLiteral("calder"));

@@ -13,6 +13,7 @@ add_library(calder_ui STATIC
   editor/Picture.cpp
   editor/Picture.h
   editor/icons/icons.qrc
+  platform/qt/Captions.cpp
   platform/qt/QtClipboard.cpp
   platform/qt/QtDesktop.cpp
   platform/qt/QtFileDialogs.cpp

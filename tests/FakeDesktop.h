@@ -41,6 +41,7 @@ public:
 
   BoxAnswer Show(const std::string& title, const std::string& text, BoxButtons buttons, BoxIcon icon) override {
     shown.push_back({title, text, buttons, icon});
+    if (expected.empty() && acceptAll) return BoxAnswer::Ok;
     if (expected.empty()) {
       ADD_FAILURE() << "unexpected message: " << title << ": " << text;
       return BoxAnswer::No;
@@ -56,6 +57,7 @@ public:
     return input;
   }
 
+  bool acceptAll = false; // what comes is recorded and answered with OK
   std::string input; // what the user types when asked
   std::vector<std::string> prompts;
   std::deque<std::pair<std::string, BoxAnswer>> expected;
@@ -169,6 +171,15 @@ public:
   int id = kEnglish;
 };
 
+// The bus libraries of a folder, or none at all: a library that the process has loaded once is found by its name alone.
+class Libraries final : public BusLibraries {
+public:
+  [[nodiscard]] std::unique_ptr<BusLibrary> Open(std::span<const char* const> names) override {
+    return folder.empty() ? nullptr : DlBusLibraries(folder).Open(names);
+  }
+  std::string folder;
+};
+
 class InlineWorker final : public Worker {
 public:
   void Run(const std::function<void()>& work) override { work(); }
@@ -183,12 +194,12 @@ struct FakeDesktop {
   Windows windows;
   Copies copies;
   LanguageNo language;
-  DlBusLibraries libraries{std::string()};
+  Libraries libraries;
   InlineWorker worker;
   ProgramFolders folders{{CALDER_SOURCE_DIR, CALDER_SOURCE_DIR "/data"}, "/nonexistent", "/documents", ""};
 
   [[nodiscard]] Desktop Services() {
-    return {boxes, dialogs, settings, clock, clipboard, windows, copies, language, libraries, worker, folders};
+    return {boxes, dialogs, settings, clock, clipboard, windows, copies, language, libraries, worker, folders, {}};
   }
 };
 

@@ -1,15 +1,19 @@
 #include "app/EditBuffers.h"
 
+#include <utility>
+
 namespace calder {
 
 bool EditBuffers::Allocate() {
-  edit_[0] = W_AllocMemory(W_MAX_POINTS);
-  edit_[1] = W_AllocMemory(W_MAX_POINTS);
-  create_ = W_AllocMemory(W_MAX_POINTS);
-  work_ = W_AllocMemory(W_MAX_POINTS);
+  // Neighbours share a page where pages are big: the two that opening a file touches stand together.
+  std::array<WaveHandle, 4> big{};
+  if (!W_AllocTogether(W_MAX_POINTS, big)) return false;
+  edit_ = {big[0], big[2]};
+  work_ = big[1];
+  create_ = big[3];
   block32_ = W_AllocMemory32(W_MAX_CONTROL_POINTS);
   block16_ = W_AllocMemory(W_MAX_CONTROL_POINTS);
-  if (edit_[0] != 0 && edit_[1] != 0 && create_ != 0 && work_ != 0 && block32_ != 0 && block16_ != 0) return true;
+  if (block32_ != 0 && block16_ != 0) return true;
   Free();
   return false;
 }
@@ -46,6 +50,7 @@ void EditBuffers::Undo_Swap() {
 void EditBuffers::TakeLoaded() {
   UndoScope() = CurrentScope();
   current_ = 1 - current_;
+  std::swap(work_, edit_[static_cast<std::size_t>(current_)]);
   W_ClearMemory(UndoCopy(), 0, W_MAX_POINTS);
   Reset_Undo();
 }

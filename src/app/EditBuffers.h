@@ -49,8 +49,8 @@ public:
   void Save_Undo();
   // Swaps the waveform with the undo step.
   void Undo_Swap();
-  // The undo copy, with a whole new waveform in it, becomes the current one and the old one is cleared; the scope
-  // stays. No undo step is left.
+  // The work buffer, with a whole new waveform in it, takes the place of the undo copy and becomes the current one; the
+  // old one is cleared; the scope stays. No undo step is left.
   void TakeLoaded();
   // No undo step any more.
   void Reset_Undo();

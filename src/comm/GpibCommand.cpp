@@ -69,9 +69,11 @@ std::uint32_t ParseCommandMask(std::string_view text) {
 }
 
 std::string CommandValue::Format(const std::string& picture) const {
-  if (number_) return FormatMask(*number_, picture);
-  const std::optional<double> number = WholeNumber(text_);
-  return number ? FormatMask(*number, picture) : text_;
+  const std::optional<double> number = number_ ? number_ : WholeNumber(text_);
+  if (!number) return text_;
+  std::string text = FormatMask(*number, picture);
+  if (text.ends_with('.')) text.pop_back(); // no digits behind the point
+  return text;
 }
 
 void clsGpibCommand::SetUp(bool reset, const std::vector<std::string>& keys, const std::vector<Row>& values) {

@@ -67,9 +67,7 @@ void GpibIO::End() {
 
 bool GpibIO::OpenBus() {
   if (const int error = bus_.Setup(); error != kBusOk) {
-    broken_ = true;
-    failure_ = error;
-    remark_ = bus_.Remark();
+    Break(error);
     return false;
   }
   bus_.GpErrMsgOn(kAsk);
@@ -86,13 +84,24 @@ bool GpibIO::OpenBus() {
 void GpibIO::CloseBus() {
   if (!bus_.Initialised()) return;
   if (broken_) bus_.GpErrMsgOn(kOff);
+  // All the way, whatever fails on it; what fails first is told.
+  const auto step = [this](int errorCode) {
+    if (errorCode == kBusOk || broken_) return;
+    Break(errorCode);
+    if (bus_.Initialised()) bus_.GpErrMsgOn(kOff);
+  };
   bus_.Eot(2);
+  step(bus_.ErrorCode());
   bus_.Eos("\r\n");
-  if (bus_.Local() != kBusOk && !broken_) {
-    broken_ = true;
-    failure_ = bus_.ErrorCode();
-  }
-  bus_.End();
+  step(bus_.ErrorCode());
+  step(bus_.Local());
+  step(bus_.End());
+}
+
+void GpibIO::Break(int errorCode) {
+  broken_ = true;
+  failure_ = errorCode;
+  remark_ = bus_.Remark();
 }
 
 bool GpibIO::Reopen() {
@@ -111,19 +120,13 @@ bool GpibIO::Send(const std::string& command) {
 std::string GpibIO::Read() {
   if (broken_) return {};
   std::string reply = bus_.Gets(Address());
-  if (bus_.ErrorCode() != kBusOk) {
-    broken_ = true;
-    failure_ = bus_.ErrorCode();
-    remark_ = bus_.Remark();
-  }
+  if (bus_.ErrorCode() != kBusOk) Break(bus_.ErrorCode());
   return reply;
 }
 
 bool GpibIO::Check(int errorCode) {
   if (errorCode == kBusOk) return true;
-  broken_ = true;
-  failure_ = errorCode;
-  remark_ = bus_.Remark();
+  Break(errorCode);
   TellFailure();
   return false;
 }

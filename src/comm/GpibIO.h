@@ -69,6 +69,7 @@ public:
 private:
   [[nodiscard]] bool OpenBus();
   void CloseBus();
+  void Break(int errorCode);
   void TellFailure();
 
   Program& program_;

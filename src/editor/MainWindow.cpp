@@ -228,6 +228,7 @@ void MainWindow::WheelTurned(Picture& picture, QPoint pixel, int steps, Qt::Keyb
 void MainWindow::Draw_Wave() {
   const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
   Picture* picture = wave ? ui_->Pict_Wave : ui_->Pict_Digital;
+  if (!picture->IsSeen()) return;
   PixelContext context = picture->Context();
   if (wave) {
     editor_.painter.Draw_Wave(context);

@@ -1,25 +1,16 @@
 #include "editor/MainWindowCaptions.h"
 
-#include <QAbstractButton>
+#include "platform/qt/Captions.h"
+
 #include <QAction>
-#include <QLabel>
 #include <QMainWindow>
-#include <QMenu>
 #include <QToolButton>
 
 namespace calder {
 namespace {
 
-struct Caption {
-  const char* control;
-  const char* japanese;
-  const char* english;
-};
-
 struct ActionCaption {
-  const char* control;
-  const char* japanese;
-  const char* english;
+  Caption caption;
   const char* shortcut;
   const char* icon;
 };
@@ -30,27 +21,27 @@ constexpr Caption kMenus[] = {
 };
 
 constexpr ActionCaption kActions[] = {
-    {"Menu_FileNew", "新規作成(&N)", "&New", "Ctrl+N", nullptr},
-    {"Menu_FileOpen", "開く(&O)...", "&Open...", "Ctrl+O", "open"},
-    {"Menu_FileSave", "上書き保存(&S)", "&Save", "Ctrl+S", "save"},
-    {"Menu_FileSaveAs", "保存(独自形式)(&A)...", "Save &As(WDB)...", "Ctrl+A", nullptr},
-    {"Menu_FileSaveAs2", "保存(ﾃｷｽﾄ形式)(&T)...", "Save As(&TXT)...", "Ctrl+T", nullptr},
-    {"Menu_FileImport", "ｲﾝﾎﾟｰﾄ(&I)...", "Import(&I)...", "Ctrl+I", nullptr},
-    {"Menu_Print", "印刷(&P)...", "&Print...", "Ctrl+P", nullptr},
-    {"Menu_Exit", "終了(&X)", "&Exit", nullptr, nullptr},
-    {"Menu_Undo", "元に戻す(&U)", "&Undo", "Ctrl+U", "undo"},
-    {"Menu_Cut", "切り取り(&T)", "Cu&t", "Ctrl+X", "cut"},
-    {"Menu_Copy", "ｺﾋﾟｰ(&C)", "&Copy", "Ctrl+C", "copy"},
-    {"Menu_Paste", "貼り付け(&P)", "&Paste", "Ctrl+V", "paste"},
-    {"Menu_Delete", "削除(&D)", "&Delete", "Ctrl+D", "delete"},
-    {"Menu_Create", "波形生成(&C)...", "Wave &Create...", nullptr, "create"},
-    {"Menu_Compress", "圧縮/伸張(&P)...", "Com&press/Decompress", nullptr, "elastic"},
-    {"Menu_Spline", "補間編集(&I)...", "&Interpolate...", nullptr, "spline"},
-    {"Menu_Compute", "波形間演算(&O)...", "&Operate...", nullptr, "calc"},
-    {"Menu_Pwf", "PWF(&W)...", "P&WF", nullptr, "pwf"},
-    {"Menu_System", "ｼｽﾃﾑ設定(&S)...", "&Setup...", nullptr, nullptr},
-    {"Menu_Grid", "ｸﾞﾘｯﾄﾞ表示(&G)", "Show &Grid", nullptr, "grid"},
-    {"Menu_Version", "ﾊﾞｰｼﾞｮﾝ情報(&A)", "&About", nullptr, nullptr},
+    {{"Menu_FileNew", "新規作成(&N)", "&New"}, "Ctrl+N", nullptr},
+    {{"Menu_FileOpen", "開く(&O)...", "&Open..."}, "Ctrl+O", "open"},
+    {{"Menu_FileSave", "上書き保存(&S)", "&Save"}, "Ctrl+S", "save"},
+    {{"Menu_FileSaveAs", "保存(独自形式)(&A)...", "Save &As(WDB)..."}, "Ctrl+A", nullptr},
+    {{"Menu_FileSaveAs2", "保存(ﾃｷｽﾄ形式)(&T)...", "Save As(&TXT)..."}, "Ctrl+T", nullptr},
+    {{"Menu_FileImport", "ｲﾝﾎﾟｰﾄ(&I)...", "Import(&I)..."}, "Ctrl+I", nullptr},
+    {{"Menu_Print", "印刷(&P)...", "&Print..."}, "Ctrl+P", nullptr},
+    {{"Menu_Exit", "終了(&X)", "&Exit"}, nullptr, nullptr},
+    {{"Menu_Undo", "元に戻す(&U)", "&Undo"}, "Ctrl+U", "undo"},
+    {{"Menu_Cut", "切り取り(&T)", "Cu&t"}, "Ctrl+X", "cut"},
+    {{"Menu_Copy", "ｺﾋﾟｰ(&C)", "&Copy"}, "Ctrl+C", "copy"},
+    {{"Menu_Paste", "貼り付け(&P)", "&Paste"}, "Ctrl+V", "paste"},
+    {{"Menu_Delete", "削除(&D)", "&Delete"}, "Ctrl+D", "delete"},
+    {{"Menu_Create", "波形生成(&C)...", "Wave &Create..."}, nullptr, "create"},
+    {{"Menu_Compress", "圧縮/伸張(&P)...", "Com&press/Decompress"}, nullptr, "elastic"},
+    {{"Menu_Spline", "補間編集(&I)...", "&Interpolate..."}, nullptr, "spline"},
+    {{"Menu_Compute", "波形間演算(&O)...", "&Operate..."}, nullptr, "calc"},
+    {{"Menu_Pwf", "PWF(&W)...", "P&WF"}, nullptr, "pwf"},
+    {{"Menu_System", "ｼｽﾃﾑ設定(&S)...", "&Setup..."}, nullptr, nullptr},
+    {{"Menu_Grid", "ｸﾞﾘｯﾄﾞ表示(&G)", "Show &Grid"}, nullptr, "grid"},
+    {{"Menu_Version", "ﾊﾞｰｼﾞｮﾝ情報(&A)", "&About"}, nullptr, nullptr},
 };
 
 constexpr Caption kLabels[] = {
@@ -77,20 +68,18 @@ constexpr Caption kButtons[] = {
 
 // Buttons that show an icon: their text is the tip and the accessible name.
 struct IconButton {
-  const char* control;
-  const char* japanese;
-  const char* english;
+  Caption caption;
   const char* icon;
 };
 
 constexpr IconButton kIconButtons[] = {
-    {"Opt_DspSel_0", "波形表示", "Waveform view", "wave"},
-    {"Opt_DspSel_1", "ﾃﾞｨｼﾞﾀﾙ表示", "Digital view", "digital"},
-    {"Opt_DlgSel_0", "波形生成", "Wave Create", "create"},
-    {"Opt_DlgSel_1", "圧縮/伸張", "Compress/Decompress", "elastic"},
-    {"Opt_DlgSel_2", "補間編集", "Interpolate", "spline"},
-    {"Opt_DlgSel_3", "波形間演算", "Operate", "calc"},
-    {"Opt_DlgSel_4", "PWF", "PWF", "pwf"},
+    {{"Opt_DspSel_0", "波形表示", "Waveform view"}, "wave"},
+    {{"Opt_DspSel_1", "ﾃﾞｨｼﾞﾀﾙ表示", "Digital view"}, "digital"},
+    {{"Opt_DlgSel_0", "波形生成", "Wave Create"}, "create"},
+    {{"Opt_DlgSel_1", "圧縮/伸張", "Compress/Decompress"}, "elastic"},
+    {{"Opt_DlgSel_2", "補間編集", "Interpolate"}, "spline"},
+    {{"Opt_DlgSel_3", "波形間演算", "Operate"}, "calc"},
+    {{"Opt_DlgSel_4", "PWF", "PWF"}, "pwf"},
 };
 
 // Tool buttons that stand for a menu entry.
@@ -137,50 +126,34 @@ QString Plain(QString text) {
 } // namespace
 
 void SetMainWindowCaptions(QMainWindow& window, const ErrMsg& language) {
-  const auto pick = [&](const auto& caption) {
-    return QString::fromUtf8(language.Pick(caption.japanese, caption.english));
-  };
-  for (const Caption& caption : kMenus) {
-    if (auto* menu = window.findChild<QMenu*>(QLatin1String(caption.control))) menu->setTitle(pick(caption));
-  }
-  for (const ActionCaption& caption : kActions) {
-    auto* action = window.findChild<QAction*>(QLatin1String(caption.control));
-    if (action == nullptr) continue;
-    action->setText(pick(caption));
-    QString tip = Plain(pick(caption));
-    if (caption.shortcut != nullptr) {
-      action->setShortcut(QKeySequence(QLatin1String(caption.shortcut)));
-      tip += QStringLiteral(" (%1)").arg(QLatin1String(caption.shortcut));
+  const Captions captions(window, language.GetLanguage() == Language::English);
+  captions.Texts(kMenus);
+  captions.Texts(kLabels);
+  captions.Texts(kButtons);
+  captions.Names(kBoxNames);
+  for (const ActionCaption& row : kActions) {
+    auto* action = captions.Find<QAction>(row.caption.control);
+    action->setText(captions.Pick(row.caption));
+    QString tip = Plain(action->text());
+    if (row.shortcut != nullptr) {
+      action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
+      tip += QStringLiteral(" (%1)").arg(QLatin1String(row.shortcut));
     }
     action->setToolTip(tip);
-    if (caption.icon != nullptr && action->isVisible() && action->icon().isNull())
-      action->setIcon(IconNamed(caption.icon));
+    if (row.icon != nullptr && action->isVisible() && action->icon().isNull()) action->setIcon(IconNamed(row.icon));
     action->setIconVisibleInMenu(false);
   }
-  for (const Caption& caption : kLabels) {
-    if (auto* label = window.findChild<QLabel*>(QLatin1String(caption.control))) label->setText(pick(caption));
-  }
-  for (const Caption& caption : kButtons) {
-    if (auto* button = window.findChild<QAbstractButton*>(QLatin1String(caption.control)))
-      button->setText(pick(caption));
-  }
-  for (const IconButton& caption : kIconButtons) {
-    auto* button = window.findChild<QToolButton*>(QLatin1String(caption.control));
-    if (button == nullptr) continue;
-    if (!button->isHidden() && button->icon().isNull())
-      button->setIcon(IconNamed(caption.icon)); // the rest is not offered
-    button->setToolTip(pick(caption));
-    button->setAccessibleName(pick(caption));
+  for (const IconButton& row : kIconButtons) {
+    auto* button = captions.Find<QToolButton>(row.caption.control);
+    if (!button->isHidden() && button->icon().isNull()) button->setIcon(IconNamed(row.icon)); // the rest is not offered
+    button->setToolTip(captions.Pick(row.caption));
+    button->setAccessibleName(captions.Pick(row.caption));
   }
   for (const ToolOfMenu& tool : kTools) {
-    auto* button = window.findChild<QToolButton*>(QLatin1String(tool.button));
-    auto* action = window.findChild<QAction*>(QLatin1String(tool.action));
-    if (button == nullptr || action == nullptr) continue;
+    auto* button = captions.Find<QToolButton>(tool.button);
+    auto* action = captions.Find<QAction>(tool.action);
     button->setDefaultAction(action);
     button->setAccessibleName(Plain(action->text()));
-  }
-  for (const Caption& caption : kBoxNames) {
-    if (auto* box = window.findChild<QWidget*>(QLatin1String(caption.control))) box->setAccessibleName(pick(caption));
   }
 }
 

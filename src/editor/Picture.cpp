@@ -1,5 +1,7 @@
 #include "editor/Picture.h"
 
+#include "platform/posix/BigPages.h"
+
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -7,11 +9,28 @@
 #include <QWheelEvent>
 
 #include <cmath>
+#include <memory>
 
 namespace calder {
 namespace {
 
 constexpr int kWheelStep = 120; // eighths of a degree, as mouse wheels report one notch
+
+// An image on memory of its own: in big pages, so that a new size does not cost a trip into the system for every page.
+QImage NewImage(QSize size) {
+  const auto stride = static_cast<std::size_t>(size.width()) * sizeof(QRgb);
+  auto memory =
+      std::make_unique<std::shared_ptr<std::byte>>(AllocateZeros(stride * static_cast<std::size_t>(size.height())));
+  if (*memory == nullptr) return {size, QImage::Format_RGB32};
+  auto* pixels = reinterpret_cast<uchar*>(memory->get());
+  return {pixels,
+          size.width(),
+          size.height(),
+          static_cast<qsizetype>(stride),
+          QImage::Format_RGB32,
+          [](void* owner) { delete static_cast<std::shared_ptr<std::byte>*>(owner); }, // NOLINT: as Qt hands it over
+          memory.release()};
+}
 
 } // namespace
 
@@ -46,14 +65,17 @@ void Picture::FitImage() {
   const QSize wanted(std::max(1, static_cast<int>(std::lround(width() * scale))),
                      std::max(1, static_cast<int>(std::lround(height() * scale))));
   if (image_.size() == wanted && image_.devicePixelRatio() == scale) return;
-  image_ = QImage(wanted, QImage::Format_RGB32);
+  image_ = NewImage(wanted);
   image_.setDevicePixelRatio(scale);
   image_.fill(Qt::black);
   Q_EMIT Resized();
 }
 
 void Picture::paintEvent(QPaintEvent* event) {
-  FitImage(); // the window may have moved to a screen of another scale
+  painted_ = true;
+  painting_ = true;
+  FitImage(); // the first time, or the window has moved to a screen of another scale
+  painting_ = false;
   QPainter painter(this);
   const QRect area = event->rect();
   const double scale = Scale();
@@ -64,12 +86,7 @@ void Picture::paintEvent(QPaintEvent* event) {
 
 void Picture::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  FitImage();
-}
-
-void Picture::showEvent(QShowEvent* event) {
-  QWidget::showEvent(event);
-  FitImage();
+  if (painted_) FitImage();
 }
 
 void Picture::mouseMoveEvent(QMouseEvent* event) {

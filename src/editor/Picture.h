@@ -18,7 +18,12 @@ public:
 
   // Draws into the picture; after it, Show or ShowColumns brings the pixels to the screen.
   [[nodiscard]] PixelContext Context();
-  void Show() { update(); }
+  void Show() {
+    if (!painting_) update();
+  }
+  // False until the picture is painted for the first time: it asks for its drawing then, and what is drawn before would
+  // never be seen.
+  [[nodiscard]] bool IsSeen() const { return painted_; }
   // Only the device columns from left to right (excluded) changed.
   void ShowColumns(int left, int right);
   [[nodiscard]] const QImage& Image() const { return image_; }
@@ -41,7 +46,6 @@ Q_SIGNALS:
 protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void showEvent(QShowEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
@@ -52,7 +56,9 @@ private:
   void FitImage();
 
   QImage image_;
-  int wheelRest_ = 0; // eighths of a degree that are not a whole step yet
+  bool painted_ = false;
+  bool painting_ = false; // what is drawn now is painted at once
+  int wheelRest_ = 0;     // eighths of a degree that are not a whole step yet
 };
 
 } // namespace calder

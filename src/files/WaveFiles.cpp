@@ -46,7 +46,7 @@ bool WaveFiles::ReadWdb(const std::string& path) {
     sound = IsSound(record);
   }
   EditBuffers& buffers = program_.buffers;
-  if (!sound || program_.fileLibrary.Read4410File(path, block, buffers.UndoCopy()) != 0) {
+  if (!sound || program_.fileLibrary.Read4410File(path, block, buffers.Work()) != 0) {
     program_.messages.ErrorBox(kMsgReadFailed);
     return false;
   }

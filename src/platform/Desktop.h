@@ -1,6 +1,8 @@
 // What the program asks of the desktop it runs on, as one bundle that main() puts together and a test replaces.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,6 +14,7 @@ class Clock;
 class FileDialogs;
 class MessageBoxes;
 class SettingsStore;
+class UsbtmcPort;
 class Worker;
 
 class WindowList {
@@ -59,6 +62,7 @@ struct Desktop {
   BusLibraries& busLibraries;
   Worker& worker;
   ProgramFolders folders;
+  std::function<std::unique_ptr<UsbtmcPort>()> usbtmc; // the system's USBTMC devices; empty when it has none
 };
 
 // The first existing `name` (a file or a folder) in folders.read; empty when there is none.

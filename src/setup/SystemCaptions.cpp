@@ -1,22 +1,12 @@
 #include "setup/SystemCaptions.h"
 
 #include "app/Messages.h"
+#include "platform/qt/Captions.h"
 
-#include <QAbstractButton>
-#include <QAction>
 #include <QDialog>
-#include <QGroupBox>
-#include <QLabel>
-#include <QTabWidget>
 
 namespace calder {
 namespace {
-
-struct Caption {
-  const char* control;
-  const char* japanese;
-  const char* english;
-};
 
 constexpr Caption kLabels[] = {
     {"Label_System", "機種(&M)", "&Model"},
@@ -100,38 +90,34 @@ constexpr Caption kNames[] = {
     {"UD_GPIB_1_Down", "前のメモリ番号", "Previous memory number"},
 };
 
+// What the kind of the instrument decides.
+constexpr Caption kGenerator[] = {
+    {"Label_Channel", "ﾁｬﾈﾙ(&C)", "&Channel"},
+    {"Frame_Oscil", "[発振器設定]", "[Oscillator Setup]"},
+};
+
+constexpr Caption kPowerSource[] = {
+    {"Label_Channel", "モード(&M)", "&Mode"},
+    {"Frame_Oscil", "[電源設定]", "[Power Setup]"},
+};
+
 } // namespace
 
 void SetSystemCaptions(QDialog& dialog, const ErrMsg& language) {
-  const auto pick = [&](const Caption& caption) {
-    return QString::fromUtf8(language.Pick(caption.japanese, caption.english));
-  };
-  dialog.setWindowTitle(QString::fromUtf8(language.Pick("Orvo Calder - ｼｽﾃﾑ設定", "Orvo Calder - System Setup")));
-  for (const Caption& caption : kLabels)
-    dialog.findChild<QLabel*>(QLatin1String(caption.control))->setText(pick(caption));
-  for (const Caption& caption : kFrames)
-    dialog.findChild<QGroupBox*>(QLatin1String(caption.control))->setTitle(pick(caption));
-  for (const Caption& caption : kButtons)
-    dialog.findChild<QAbstractButton*>(QLatin1String(caption.control))->setText(pick(caption));
-  for (const Caption& caption : kActions)
-    dialog.findChild<QAction*>(QLatin1String(caption.control))->setText(pick(caption));
-  for (const Caption& caption : kTips)
-    dialog.findChild<QWidget*>(QLatin1String(caption.control))->setToolTip(pick(caption));
-  for (const Caption& caption : kNames)
-    dialog.findChild<QWidget*>(QLatin1String(caption.control))->setAccessibleName(pick(caption));
-  auto* tabs = dialog.findChild<QTabWidget*>(QStringLiteral("SSTab"));
-  for (const Caption& caption : kPages)
-    tabs->setTabText(tabs->indexOf(dialog.findChild<QWidget*>(QLatin1String(caption.control))), pick(caption));
+  const Captions captions(dialog, language.GetLanguage() == Language::English);
+  captions.Title("Orvo Calder - ｼｽﾃﾑ設定", "Orvo Calder - System Setup");
+  captions.Texts(kLabels);
+  captions.Texts(kFrames);
+  captions.Texts(kButtons);
+  captions.Texts(kActions);
+  captions.Texts(kPages);
+  captions.Tips(kTips);
+  captions.Names(kNames);
 }
 
 void SetPowerSourceCaptions(QDialog& dialog, const ErrMsg& language, bool powerSource) {
-  const auto pick = [&](const char* japanese, const char* english) {
-    return QString::fromUtf8(language.Pick(japanese, english));
-  };
-  dialog.findChild<QLabel*>(QStringLiteral("Label_Channel"))
-      ->setText(powerSource ? pick("モード(&M)", "&Mode") : pick("ﾁｬﾈﾙ(&C)", "&Channel"));
-  dialog.findChild<QGroupBox*>(QStringLiteral("Frame_Oscil"))
-      ->setTitle(powerSource ? pick("[電源設定]", "[Power Setup]") : pick("[発振器設定]", "[Oscillator Setup]"));
+  const Captions captions(dialog, language.GetLanguage() == Language::English);
+  captions.Texts(powerSource ? kPowerSource : kGenerator);
 }
 
 } // namespace calder

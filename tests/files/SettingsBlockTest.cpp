@@ -49,44 +49,46 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
   EXPECT_EQ(r.ModelNo, 7);
 
   using S = SystemInfo;
-  const std::pair<std::size_t, std::int16_t S::*> kWords[] = {{18, &S::Address},
-                                                              {20, &S::AddressMin},
-                                                              {22, &S::AddressMax},
-                                                              {88, &S::MemorySizeNo},
-                                                              {98, &S::Field9},
-                                                              {100, &S::Field10},
-                                                              {106, &S::MemoryNoSelectable},
-                                                              {108, &S::MemoryNo},
-                                                              {110, &S::MemoryNoMin},
-                                                              {112, &S::MemoryNoMax},
-                                                              {114, &S::MemoryNameSelectable},
-                                                              {148, &S::ChannelSelectable},
-                                                              {150, &S::Channel},
-                                                              {152, &S::Output},
-                                                              {218, &S::RangeNo},
-                                                              {220, &S::Field46},
-                                                              {254, &S::OffsetSwitch},
-                                                              {288, &S::OffsetOn},
-                                                              {290, &S::XUnit},
-                                                              {308, &S::YUnit},
-                                                              {342, &S::TransferFormat},
-                                                              {348, &S::SizeRatio},
-                                                              {350, &S::Polarity}};
-  for (const auto& [offset, field] : kWords) {
+  using Word = std::pair<std::size_t, std::int16_t S::*>;
+  for (const auto& [offset, field] : {Word{18, &S::Address},
+                                      Word{20, &S::AddressMin},
+                                      Word{22, &S::AddressMax},
+                                      Word{88, &S::MemorySizeNo},
+                                      Word{98, &S::Field9},
+                                      Word{100, &S::Field10},
+                                      Word{106, &S::MemoryNoSelectable},
+                                      Word{108, &S::MemoryNo},
+                                      Word{110, &S::MemoryNoMin},
+                                      Word{112, &S::MemoryNoMax},
+                                      Word{114, &S::MemoryNameSelectable},
+                                      Word{148, &S::ChannelSelectable},
+                                      Word{150, &S::Channel},
+                                      Word{152, &S::Output},
+                                      Word{218, &S::RangeNo},
+                                      Word{220, &S::Field46},
+                                      Word{254, &S::OffsetSwitch},
+                                      Word{288, &S::OffsetOn},
+                                      Word{290, &S::XUnit},
+                                      Word{308, &S::YUnit},
+                                      Word{342, &S::TransferFormat},
+                                      Word{348, &S::SizeRatio},
+                                      Word{350, &S::Polarity}}) {
     EXPECT_EQ(r.*field, static_cast<std::int16_t>(Number(block, offset, 2))) << offset;
   }
-  const std::pair<std::size_t, std::int32_t S::*> kLongs[] = {
-      {90, &S::MemorySize}, {94, &S::CodeSpan}, {102, &S::DataBits}, {344, &S::ControlPointCount}};
-  for (const auto& [offset, field] : kLongs) {
+  using Long = std::pair<std::size_t, std::int32_t S::*>;
+  for (const auto& [offset, field] :
+       {Long{90, &S::MemorySize}, Long{94, &S::CodeSpan}, Long{102, &S::DataBits}, Long{344, &S::ControlPointCount}}) {
     EXPECT_EQ(r.*field, static_cast<std::int32_t>(Number(block, offset, 4))) << offset;
   }
-  const std::pair<std::size_t, double S::*> kDoubles[] = {
-      {154, &S::Frequency}, {162, &S::FrequencyMin}, {170, &S::FrequencyMax}, {178, &S::Field23},
-      {186, &S::Period},    {194, &S::Field25},      {202, &S::Field26},      {210, &S::Field27},
-      {222, &S::Amplitude}, {230, &S::AmplitudeMin}, {238, &S::AmplitudeMax}, {246, &S::Field31},
-      {256, &S::Offset},    {264, &S::OffsetMin},    {272, &S::OffsetMax},    {280, &S::Field35},
-      {292, &S::XUserMin},  {300, &S::XUserMax},     {310, &S::YUserMin},     {318, &S::YUserMax}};
-  for (const auto& [offset, field] : kDoubles) {
+  using Double = std::pair<std::size_t, double S::*>;
+  for (const auto& [offset, field] :
+       {Double{154, &S::Frequency},    Double{162, &S::FrequencyMin}, Double{170, &S::FrequencyMax},
+        Double{178, &S::Field23},      Double{186, &S::Period},       Double{194, &S::Field25},
+        Double{202, &S::Field26},      Double{210, &S::Field27},      Double{222, &S::Amplitude},
+        Double{230, &S::AmplitudeMin}, Double{238, &S::AmplitudeMax}, Double{246, &S::Field31},
+        Double{256, &S::Offset},       Double{264, &S::OffsetMin},    Double{272, &S::OffsetMax},
+        Double{280, &S::Field35},      Double{292, &S::XUserMin},     Double{300, &S::XUserMax},
+        Double{310, &S::YUserMin},     Double{318, &S::YUserMax}}) {
     EXPECT_EQ(std::bit_cast<std::uint64_t>(r.*field), Number(block, offset, 8)) << offset;
   }
   EXPECT_EQ(r.ModelName, Text(block, 2, 16));

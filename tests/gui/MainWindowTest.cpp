@@ -31,7 +31,7 @@ protected:
   void Start(const std::string& file = {}) {
     Desktop services = {desktop.boxes,     desktop.dialogs, desktop.settings, desktop.clock,
                         clipboard,         desktop.windows, desktop.copies,   desktop.language,
-                        desktop.libraries, desktop.worker,  desktop.folders};
+                        desktop.libraries, desktop.worker,  desktop.folders,  {}};
     application = std::make_unique<Application>(services);
     ASSERT_TRUE(application->Start(file));
     window = &application->Window();

@@ -148,14 +148,9 @@ TEST(PixelContext, ASurfaceThatTheMemoryDoesNotHoldIsEmpty) {
     int width, height;
     bool fits;
   };
-  const Row rows[] = {{5, 5, 4, true},
-                      {5, 5, 5, false},
-                      {4, 5, 1, false},
-                      {8, 4, 3, true},
-                      {5, -1, 4, false},
-                      {5, 5, 0, false},
-                      {std::numeric_limits<std::size_t>::max(), 5, 2, false}};
-  for (const Row& row : rows) {
+  for (const Row& row :
+       {Row{5, 5, 4, true}, Row{5, 5, 5, false}, Row{4, 5, 1, false}, Row{8, 4, 3, true}, Row{5, -1, 4, false},
+        Row{5, 5, 0, false}, Row{std::numeric_limits<std::size_t>::max(), 5, 2, false}}) {
     PixelContext context(pixels, row.stride, row.width, row.height);
     EXPECT_EQ(context.Width() > 0, row.fits) << row.stride << " " << row.width << " " << row.height;
     context.Clear(0xABCDEF);

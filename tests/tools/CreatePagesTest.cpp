@@ -177,22 +177,20 @@ TEST_F(CreatePagesTest, DraggingChangesWhatTheRegionSays) {
     double before, after;
   };
   const double code = 65534 / 200.0 / 4;
-  const Row rows[] = {
-      {"top: period", 0, 200, 50, 150, 50, &CreatePage::Period, 1, 2},
-      {"bottom: amplitude", 0, 200, 150, 200, 140, &CreatePage::Amplitude, 1000, 1000 + 10 * code},
-      {"a period below 0.1 is refused", 0, 0, 0, 46, 0, &CreatePage::Period, 1, 1},
-      {"middle: phase", 0, 300, 100, 310, 100, &CreatePage::Phase, 0, -2.25},
-      {"the phase wraps", 0, 8, 100, 0, 100, &CreatePage::Phase, 359.5, 1.3},
-      {"and the other way", 0, 0, 100, 8, 100, &CreatePage::Phase, -359.5, -1.3},
-      {"middle: offset", 4, 300, 100, 300, 120, &CreatePage::Offset, 0, -20 * code},
-      {"right half of a triangle: symmetry", 1, 300, 100, 310, 100, &CreatePage::Symmetry, 50, 52.25},
-      {"which stops", 1, 300, 100, 0, 100, &CreatePage::Symmetry, 50, 0},
-      {"left half: phase", 1, 200, 100, 210, 100, &CreatePage::Phase, 0, -2.25},
-      {"right half of a square: duty", 2, 300, 100, 310, 100, &CreatePage::Duty, 99, 100},
-      {"and transition", 2, 300, 100, 310, 100, &CreatePage::Transition, 0, 2.25},
-      {"an expression cannot be dragged", 5, 200, 50, 150, 50, &CreatePage::Period, 1, 1},
-  };
-  for (const Row& row : rows) {
+  for (const Row& row :
+       {Row{"top: period", 0, 200, 50, 150, 50, &CreatePage::Period, 1, 2},
+        Row{"bottom: amplitude", 0, 200, 150, 200, 140, &CreatePage::Amplitude, 1000, 1000 + 10 * code},
+        Row{"a period below 0.1 is refused", 0, 0, 0, 46, 0, &CreatePage::Period, 1, 1},
+        Row{"middle: phase", 0, 300, 100, 310, 100, &CreatePage::Phase, 0, -2.25},
+        Row{"the phase wraps", 0, 8, 100, 0, 100, &CreatePage::Phase, 359.5, 1.3},
+        Row{"and the other way", 0, 0, 100, 8, 100, &CreatePage::Phase, -359.5, -1.3},
+        Row{"middle: offset", 4, 300, 100, 300, 120, &CreatePage::Offset, 0, -20 * code},
+        Row{"right half of a triangle: symmetry", 1, 300, 100, 310, 100, &CreatePage::Symmetry, 50, 52.25},
+        Row{"which stops", 1, 300, 100, 0, 100, &CreatePage::Symmetry, 50, 0},
+        Row{"left half: phase", 1, 200, 100, 210, 100, &CreatePage::Phase, 0, -2.25},
+        Row{"right half of a square: duty", 2, 300, 100, 310, 100, &CreatePage::Duty, 99, 100},
+        Row{"and transition", 2, 300, 100, 310, 100, &CreatePage::Transition, 0, 2.25},
+        Row{"an expression cannot be dragged", 5, 200, 50, 150, 50, &CreatePage::Period, 1, 1}}) {
     program->pages = PageTable{};
     create->PrepareCreate();
     Page(1).Function = static_cast<std::int16_t>(row.function);

@@ -1,4 +1,3 @@
-#include "libs/file32/Descriptor.h"
 #include "libs/file32/WholeFile.h"
 
 #include <fcntl.h>
@@ -7,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <new>
+#include <utility>
 
 namespace calder {
 
@@ -17,23 +17,46 @@ constexpr std::size_t kMostBytes = std::size_t{1} << 28;
 
 } // namespace
 
-std::int32_t ReadFileStart(const std::string& path, std::size_t most, std::vector<char>& content) {
-  if (path.find('\0') != std::string::npos) return FILE_READ_FAILED;
+RegularFile::RegularFile(const std::string& path) {
+  if (path.find('\0') != std::string::npos) return;
   // A pipe would make the program wait for its other end: opened without waiting, then refused.
-  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+  Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
   struct stat status {};
-  if (!file.Valid() || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return FILE_READ_FAILED;
+  if (!file.Valid() || ::fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return;
+  file_ = std::move(file);
+  size_ = status.st_size;
+}
 
+std::ptrdiff_t RegularFile::ReadSome(std::size_t offset, std::span<std::byte> bytes) const {
+  while (true) {
+    const ssize_t got = ::pread(file_.Get(), bytes.data(), bytes.size(), static_cast<off_t>(offset));
+    if (got >= 0 || errno != EINTR) return got;
+  }
+}
+
+bool RegularFile::Read(std::size_t offset, std::span<std::byte> bytes) const {
+  while (!bytes.empty()) {
+    const std::ptrdiff_t got = ReadSome(offset, bytes);
+    if (got <= 0) return false;
+    offset += static_cast<std::size_t>(got);
+    bytes = bytes.subspan(static_cast<std::size_t>(got));
+  }
+  return true;
+}
+
+std::int32_t ReadFileStart(const std::string& path, std::size_t most, std::vector<char>& content) {
+  const RegularFile file(path);
+  if (file.Size() < 0) return FILE_READ_FAILED;
   // The size is a hint: one byte more than it tells the end of the file in the same pass, and a file that grew or that
   // does not know its size is read to its end.
   std::size_t filled = 0;
-  std::size_t room = std::min(static_cast<std::size_t>(status.st_size) + 1, most);
+  std::size_t room = std::min(static_cast<std::size_t>(file.Size()) + 1, most);
   try {
     while (filled < most) {
       if (filled == room) room = std::min(room + room / 2 + 4096, most);
       if (content.size() < room) content.resize(room);
-      const ssize_t got = ::pread(file.Get(), content.data() + filled, room - filled, static_cast<off_t>(filled));
-      if (got < 0 && errno == EINTR) continue;
+      const std::ptrdiff_t got =
+          file.ReadSome(filled, std::as_writable_bytes(std::span(content).subspan(filled, room - filled)));
       if (got < 0) return FILE_READ_FAILED;
       if (got == 0) break;
       filled += static_cast<std::size_t>(got);

@@ -50,19 +50,22 @@ std::int32_t WriteWdb(const std::string& path, std::span<const std::byte> settin
   return ReplaceFile(path, pieces);
 }
 
-std::int32_t ReadWdb(const std::string& path, std::span<std::byte> settingsBlock, std::span<std::int16_t> codes,
-                     std::vector<char>& scratch) {
-  constexpr std::size_t most = WDB_TABLE_OFFSET + kMostControlPoints * WDB_TABLE_ENTRY_BYTES;
+// The codes go straight to their place, but only once the file is known to have everything: its size and its table.
+std::int32_t ReadWdb(const std::string& path, std::span<std::byte> settingsBlock, std::span<std::int16_t> codes) {
   if (settingsBlock.size() < WDB_SETTINGS_BYTES) return FILE_READ_FAILED;
-  if (ReadFileStart(path, most, scratch) != 0 || scratch.size() < WDB_TABLE_OFFSET) return FILE_READ_FAILED;
-  const std::span<const std::byte> file = std::as_bytes(std::span(scratch));
-  const std::optional<std::size_t> table = TableBytes(file.data());
-  if (!table || file.size() - WDB_TABLE_OFFSET < *table) return FILE_READ_FAILED;
+  RegularFile file(path);
+  std::array<std::byte, WDB_SETTINGS_BYTES> block; // NOLINT(cppcoreguidelines-pro-type-member-init): filled at once
+  if (!file.Read(0, block)) return FILE_READ_FAILED;
+  const std::optional<std::size_t> table = TableBytes(block.data());
+  std::array<std::byte, 1> last{};
+  if (!table || !file.Read(WDB_TABLE_OFFSET + *table - last.size(), last)) return FILE_READ_FAILED;
 
-  std::copy_n(file.begin(), WDB_SETTINGS_BYTES, settingsBlock.begin());
-  const std::size_t points = std::min(codes.size(), kWavePoints);
-  LoadCodes(file.data() + WDB_SETTINGS_BYTES, codes.first(points));
-  std::fill(codes.begin() + static_cast<std::ptrdiff_t>(points), codes.end(), std::int16_t{0});
+  const std::span<std::int16_t> stored = codes.first(std::min(codes.size(), kWavePoints));
+  const std::span<std::byte> bytes = std::as_writable_bytes(stored);
+  if (!file.Read(WDB_SETTINGS_BYTES, bytes)) return FILE_READ_FAILED;
+  if constexpr (std::endian::native != std::endian::little) LoadCodes(bytes.data(), stored);
+  std::fill(codes.begin() + static_cast<std::ptrdiff_t>(stored.size()), codes.end(), std::int16_t{0});
+  std::ranges::copy(block, settingsBlock.begin());
   return 0;
 }
 

@@ -21,9 +21,10 @@ inline constexpr std::size_t WDB_TABLE_ENTRY_BYTES = 6;
                                     std::span<const std::int16_t> codes, std::span<const std::byte> controlPointTable,
                                     std::vector<char>& scratch);
 
-// 0, or FILE_READ_FAILED with the block and the codes unchanged. A file that is longer than it has to be is sound.
-// Codes for which there is no room are left out, and room for which the file has none becomes 0.
+// 0, or FILE_READ_FAILED with the block unchanged, and the codes too unless the device fails in their midst. A file
+// that is longer than it has to be is sound. Codes for which there is no room are left out, and room for which the file
+// has none becomes 0.
 [[nodiscard]] std::int32_t ReadWdb(const std::string& path, std::span<std::byte> settingsBlock,
-                                   std::span<std::int16_t> codes, std::vector<char>& scratch);
+                                   std::span<std::int16_t> codes);
 
 } // namespace calder

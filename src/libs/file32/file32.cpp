@@ -64,7 +64,7 @@ std::int32_t File32::Save4410File(const std::string& path, std::span<const std::
 std::int32_t File32::Read4410File(const std::string& path, std::span<std::byte> settingsBlock, WaveHandle buffer) {
   const std::span<std::int16_t> codes = W_Lock(buffer);
   if (codes.empty()) return FILE_READ_FAILED;
-  return ReadWdb(path, settingsBlock, codes, impl_->bytes);
+  return ReadWdb(path, settingsBlock, codes);
 }
 
 std::int32_t File32::SaveSystemFile(const std::string& path, std::span<const std::byte> settingsBlock) {

@@ -16,7 +16,8 @@ struct CloseFile {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-std::optional<ModelFault> ReadWholeFile(const std::string& path, std::string& text) {
+// A file's text, in `room`.
+std::optional<ModelFault> ReadWholeFile(const std::string& path, std::vector<char>& room, std::string_view& text) {
   errno = 0;
   const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
   if (file == nullptr) {
@@ -24,8 +25,8 @@ std::optional<ModelFault> ReadWholeFile(const std::string& path, std::string& te
     return ModelFault{SYS_READ_FAILED, path, 0, "The file cannot be opened."};
   }
   // One byte more than a model file may have: the parser then tells that it is too large.
-  text.resize(kTomlMaxBytes + 1);
-  text.resize(std::fread(text.data(), 1, text.size(), file.get()));
+  room.resize(kTomlMaxBytes + 1);
+  text = std::string_view(room.data(), std::fread(room.data(), 1, room.size(), file.get()));
   if (std::ferror(file.get()) != 0) return ModelFault{SYS_READ_FAILED, path, 0, "The file cannot be read."};
   return std::nullopt;
 }
@@ -45,14 +46,15 @@ std::optional<ModelFault> CheckName(const std::vector<Model>& models, const std:
 
 std::optional<ModelFault> LoadAll(const std::string& folder, std::vector<Model>& models) {
   const std::string indexPath = folder + "/index.toml";
-  std::string text;
+  std::vector<char> room;
+  std::string_view text;
   std::vector<IndexEntry> entries;
-  if (std::optional<ModelFault> fault = ReadWholeFile(indexPath, text)) return fault;
+  if (std::optional<ModelFault> fault = ReadWholeFile(indexPath, room, text)) return fault;
   if (std::optional<ModelFault> fault = ParseIndex(text, indexPath, entries)) return fault;
   models.reserve(entries.size());
   for (const IndexEntry& entry : entries) {
     const std::string path = folder + "/" + entry.file;
-    if (std::optional<ModelFault> fault = ReadWholeFile(path, text)) {
+    if (std::optional<ModelFault> fault = ReadWholeFile(path, room, text)) {
       fault->text += " Line " + std::to_string(entry.line) + " of index.toml lists it.";
       return fault;
     }

@@ -24,6 +24,9 @@ std::int32_t PointAt(std::span<const Point> points, double index, std::int32_t p
 WaveHandle W_AllocMemory(std::int32_t points) {
   return TheState().buffers.Allocate(points, PointKind::Code16);
 }
+bool W_AllocTogether(std::int32_t points, std::span<WaveHandle> handles) {
+  return TheState().buffers.AllocateTogether(points, PointKind::Code16, handles);
+}
 WaveHandle W_AllocMemory32(std::int32_t points) {
   return TheState().buffers.Allocate(points, PointKind::Value32);
 }

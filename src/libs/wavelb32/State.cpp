@@ -1,7 +1,9 @@
 #include "libs/wavelb32/State.h"
 
+#include "platform/posix/BigPages.h"
+
 #include <algorithm>
-#include <cstdlib>
+#include <utility>
 
 namespace calder::wavelb {
 
@@ -17,21 +19,29 @@ std::span<Point> AsPoints(std::byte* memory, std::size_t count) {
 
 } // namespace
 
-void PointsDelete::operator()(std::byte*) const {
-  std::free(base); // NOLINT(cppcoreguidelines-no-malloc): zeros that are not touched come from calloc only
+WaveHandle BufferTable::Allocate(std::int32_t points, PointKind kind) {
+  WaveHandle handle = 0;
+  return AllocateTogether(points, kind, {&handle, 1}) ? handle : 0;
 }
 
-WaveHandle BufferTable::Allocate(std::int32_t points, PointKind kind) {
-  if (points < 1 || points > pointsLimit) return 0;
+bool BufferTable::AllocateTogether(std::int32_t points, PointKind kind, std::span<WaveHandle> handles) {
+  std::ranges::fill(handles, 0);
+  if (points < 1 || points > pointsLimit) return false;
   const auto count = static_cast<std::size_t>(points);
   const std::size_t bytes = count * (kind == PointKind::Code16 ? sizeof(std::int16_t) : sizeof(std::int32_t));
-  std::size_t room = bytes + pointsAlignment;
-  void* base = std::calloc(1, room);
-  if (base == nullptr) return 0;
-  void* aligned = base;
-  std::align(pointsAlignment, bytes, aligned, room);
-  PointsMemory memory(static_cast<std::byte*>(aligned), PointsDelete{base});
+  const std::size_t pitch = (bytes + pointsAlignment - 1) / pointsAlignment * pointsAlignment;
+  const std::shared_ptr<std::byte> block = AllocateZeros(pitch * handles.size());
+  if (block == nullptr) return false;
+  for (std::size_t i = 0; i < handles.size(); ++i) {
+    handles[i] = Take({block, block.get() + i * pitch}, count, kind);
+    if (handles[i] != 0) continue;
+    for (WaveHandle& taken : handles.first(i)) static_cast<void>(Free(std::exchange(taken, 0), kind));
+    return false;
+  }
+  return true;
+}
 
+WaveHandle BufferTable::Take(std::shared_ptr<std::byte> memory, std::size_t points, PointKind kind) {
   const bool mayGrow = slots_.size() < slotLimit;
   std::int32_t index = 0;
   if (free_.size() > minimumFree || (!mayGrow && !free_.empty())) {
@@ -45,7 +55,7 @@ WaveHandle BufferTable::Allocate(std::int32_t points, PointKind kind) {
   }
   Slot& slot = slots_[static_cast<std::size_t>(index)];
   slot.memory = std::move(memory);
-  slot.points = count;
+  slot.points = points;
   slot.kind = kind;
   return slot.generation * slotLimit + index;
 }

@@ -16,14 +16,6 @@
 
 namespace calder::wavelb {
 
-// Memory for points: zeros, aligned for vectors. It comes from calloc, so a big block costs nothing before it is
-// touched.
-struct PointsDelete {
-  void* base = nullptr; // what calloc gave
-  void operator()(std::byte* memory) const;
-};
-using PointsMemory = std::unique_ptr<std::byte, PointsDelete>;
-
 enum class PointKind : std::uint8_t { Code16, Value32 };
 
 // Buffers by handle. A handle is generation * 4096 + slot, so it is positive and never 0. Invariants:
@@ -33,6 +25,9 @@ class BufferTable {
 public:
   // 0 when the memory cannot be had or all slots are in use.
   [[nodiscard]] WaveHandle Allocate(std::int32_t points, PointKind kind);
+  // As many buffers as handles, in one block of memory that lives until the last of them is freed. False: none, and
+  // the handles are 0.
+  [[nodiscard]] bool AllocateTogether(std::int32_t points, PointKind kind, std::span<WaveHandle> handles);
   [[nodiscard]] std::int32_t Free(WaveHandle handle, PointKind kind);
   [[nodiscard]] std::span<std::int16_t> Codes(WaveHandle handle);
   [[nodiscard]] std::span<std::int32_t> Values(WaveHandle handle);
@@ -44,12 +39,13 @@ private:
   static constexpr std::size_t minimumFree = 64;
 
   struct Slot {
-    PointsMemory memory;
+    std::shared_ptr<std::byte> memory; // zeros at first; costs nothing before it is touched
     std::size_t points = 0;
     std::int32_t generation = 1;
     PointKind kind = PointKind::Code16;
   };
 
+  [[nodiscard]] WaveHandle Take(std::shared_ptr<std::byte> memory, std::size_t points, PointKind kind);
   [[nodiscard]] Slot* Find(WaveHandle handle, PointKind kind);
 
   std::vector<Slot> slots_;

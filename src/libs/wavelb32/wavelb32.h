@@ -43,6 +43,9 @@ inline constexpr std::int32_t W_CONTROL_POINT_SCALE = 524288;
 // A buffer of that many points, all 0. 1 to 2^26 points. Its first use is slower than later ones, since the system
 // gives the memory only then; W_WarmMemory takes that moment forward.
 [[nodiscard]] WaveHandle W_AllocMemory(std::int32_t points);
+// As many such buffers as handles, in one block of memory, which is given back when the last of them is freed. False:
+// none, and the handles are 0.
+[[nodiscard]] bool W_AllocTogether(std::int32_t points, std::span<WaveHandle> handles);
 [[nodiscard]] WaveHandle W_AllocMemory32(std::int32_t points);
 std::int32_t W_WarmMemory(WaveHandle handle);
 std::int32_t W_FreeMemory(WaveHandle handle);

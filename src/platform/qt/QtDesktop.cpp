@@ -1,5 +1,7 @@
 #include "platform/qt/QtDesktop.h"
 
+#include "platform/posix/LinuxUsbtmc.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
@@ -70,7 +72,7 @@ QtDesktop::QtDesktop()
 
 Desktop QtDesktop::Services() {
   return {messageBoxes_, fileDialogs_, settings_,  clock_,  clipboard_, windows_,
-          instances_,    language_,    libraries_, worker_, folders_};
+          instances_,    language_,    libraries_, worker_, folders_,   [] { return std::make_unique<LinuxUsbtmc>(); }};
 }
 
 } // namespace calder

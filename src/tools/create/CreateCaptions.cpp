@@ -1,20 +1,11 @@
 #include "tools/create/CreateCaptions.h"
 
-#include <QAbstractButton>
-#include <QAction>
-#include <QComboBox>
+#include "platform/qt/Captions.h"
+
 #include <QDialog>
-#include <QGroupBox>
-#include <QLabel>
 
 namespace calder {
 namespace {
-
-struct Caption {
-  const char* control;
-  const char* japanese;
-  const char* english;
-};
 
 constexpr Caption kLabels[] = {
     {"Label_Param_0", "ｵﾌｾｯﾄ(&O)", "DC &Offset"},
@@ -85,28 +76,14 @@ constexpr Caption kNames[] = {
 } // namespace
 
 void SetCreateCaptions(QDialog& dialog, const ErrMsg& language) {
-  const auto pick = [&](const Caption& caption) {
-    return QString::fromUtf8(language.Pick(caption.japanese, caption.english));
-  };
-  dialog.setWindowTitle(QString::fromUtf8(language.Pick("Orvo Calder - 波形生成", "Orvo Calder - Waveform Create")));
-  for (const Caption& caption : kLabels) {
-    dialog.findChild<QLabel*>(QLatin1String(caption.control))->setText(pick(caption));
-  }
-  for (const Caption& caption : kFrames) {
-    dialog.findChild<QGroupBox*>(QLatin1String(caption.control))->setTitle(pick(caption));
-  }
-  for (const Caption& caption : kButtons) {
-    dialog.findChild<QAbstractButton*>(QLatin1String(caption.control))->setText(pick(caption));
-  }
-  for (const Caption& caption : kActions) {
-    dialog.findChild<QAction*>(QLatin1String(caption.control))->setText(pick(caption));
-  }
-  for (const Caption& caption : kTips) {
-    dialog.findChild<QWidget*>(QLatin1String(caption.control))->setToolTip(pick(caption));
-  }
-  for (const Caption& caption : kNames) {
-    dialog.findChild<QWidget*>(QLatin1String(caption.control))->setAccessibleName(pick(caption));
-  }
+  const Captions captions(dialog, language.GetLanguage() == Language::English);
+  captions.Title("Orvo Calder - 波形生成", "Orvo Calder - Waveform Create");
+  captions.Texts(kLabels);
+  captions.Texts(kFrames);
+  captions.Texts(kButtons);
+  captions.Texts(kActions);
+  captions.Tips(kTips);
+  captions.Names(kNames);
 }
 
 } // namespace calder

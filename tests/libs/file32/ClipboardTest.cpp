@@ -1,7 +1,7 @@
 #include "libs/file32/file32.h"
 
 #include "libs/file32/MemoryClipboard.h"
-#include "libs/file32/WaveBuffer.h"
+#include "libs/wavelb32/TestWave.h"
 
 #include <gtest/gtest.h>
 
@@ -15,9 +15,9 @@ class ClipboardTest : public testing::Test {
 protected:
   // What a paste at point 1 of six 7s gives, up to five points of room.
   std::string Paste() {
-    const WaveBuffer target(std::vector<std::int16_t>(6, 7));
+    const TestWave target(std::vector<std::int16_t>(6, 7));
     std::int32_t placed = -1;
-    const std::int32_t status = other.GetClipBoard(clipboard, target.handle, 1, 2, 6, placed);
+    const std::int32_t status = other.GetClipBoard(clipboard, target.Handle(), 1, 2, 6, placed);
     if (status != 0) {
       EXPECT_EQ(target.Text(), "7 7 7 7 7 7");
       EXPECT_EQ(placed, -1);
@@ -37,27 +37,28 @@ protected:
 };
 
 TEST_F(ClipboardTest, CarriesTheCodesAtTheirOwnLength) {
-  const WaveBuffer source(std::vector<std::int16_t>{1, -32768, 32767, 4, 5, 6, 8, 9});
-  ASSERT_EQ(file.SetClipBoard(clipboard, source.handle, 1, 3), 0);
+  const TestWave source(std::vector<std::int16_t>{1, -32768, 32767, 4, 5, 6, 8, 9});
+  ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 1, 3), 0);
   EXPECT_EQ(Paste(), "3: 7 -32768 32767 4 7 7");
-  ASSERT_EQ(file.SetClipBoard(clipboard, source.handle, 0, 8), 0);
+  ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 8), 0);
   EXPECT_EQ(Paste(), "5: 7 1 -32768 32767 4 5");
   EXPECT_EQ(clipboard.Get("application/x-calder-waveform").substr(0, 20),
             std::string("CALDERWF\1\0\0\0\10\0\0\0\1\0\0\x80", 20));
 }
 
 TEST_F(ClipboardTest, IsATextForOtherPrograms) {
-  const WaveBuffer source(std::vector<std::int16_t>{1, -32768, 32767});
-  ASSERT_EQ(file.SetClipBoard(clipboard, source.handle, 0, 3), 0);
+  const TestWave source(std::vector<std::int16_t>{1, -32768, 32767});
+  ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 3), 0);
   const std::string text = clipboard.Get("text/plain;charset=utf-8");
   EXPECT_EQ(text, "1\n-32768\n32767\n");
   EXPECT_EQ(PasteText(text), "3: 7 1 -32768 32767 7 7");
 }
 
 TEST_F(ClipboardTest, WhatIsOfferedOutlivesLaterCopies) {
-  const WaveBuffer source(std::vector<std::int16_t>{1, 2, 3, 4});
+  const TestWave source(std::vector<std::int16_t>{1, 2, 3, 4});
   clipboard.keepsAll = true;
-  for (std::int32_t start = 0; start < 4; ++start) ASSERT_EQ(file.SetClipBoard(clipboard, source.handle, start, 1), 0);
+  for (std::int32_t start = 0; start < 4; ++start)
+    ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), start, 1), 0);
   for (std::size_t i = 0; i < 4; ++i) {
     const auto bytes = clipboard.kept[i]->Data("text/plain");
     EXPECT_EQ(std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size()), std::to_string(i + 1) + "\n");
@@ -67,7 +68,7 @@ TEST_F(ClipboardTest, WhatIsOfferedOutlivesLaterCopies) {
   std::set<const void*> addresses;
   clipboard.kept.clear();
   for (int i = 0; i < 6; ++i) {
-    ASSERT_EQ(file.SetClipBoard(clipboard, source.handle, 0, 1), 0);
+    ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 1), 0);
     addresses.insert(clipboard.Read("application/x-calder-waveform")->data());
   }
   EXPECT_LE(addresses.size(), 2U);
@@ -129,30 +130,30 @@ TEST_F(ClipboardTest, PrefersItsOwnFormAndFallsBackToText) {
 }
 
 TEST_F(ClipboardTest, FailuresHaveTheirMessages) {
-  const WaveBuffer source(std::vector<std::int16_t>{1, 2, 3});
+  const TestWave source(std::vector<std::int16_t>{1, 2, 3});
   EXPECT_EQ(Paste(), "message 81");
   clipboard.available = false;
   EXPECT_EQ(Paste(), "message 80");
-  EXPECT_EQ(file.SetClipBoard(clipboard, source.handle, 0, 3), CLIP_OPEN_FAILED);
+  EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 3), CLIP_OPEN_FAILED);
   clipboard.available = true;
   clipboard.writable = false;
-  EXPECT_EQ(file.SetClipBoard(clipboard, source.handle, 0, 3), CLIP_WRITE_FAILED);
+  EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 3), CLIP_WRITE_FAILED);
   clipboard.writable = true;
   for (const auto [start, count] : {std::array{-1, 1}, {0, 4}, {4, 0}, {0, -1}, {INT32_MAX, INT32_MAX}}) {
-    EXPECT_EQ(file.SetClipBoard(clipboard, source.handle, start, count), CLIP_ERROR);
+    EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle(), start, count), CLIP_ERROR);
   }
-  EXPECT_EQ(file.SetClipBoard(clipboard, source.handle + 1, 0, 1), CLIP_ERROR);
+  EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle() + 1, 0, 1), CLIP_ERROR);
 
   // Nothing selected: the clipboard keeps what it has.
-  ASSERT_EQ(file.SetClipBoard(clipboard, source.handle, 0, 2), 0);
-  EXPECT_EQ(file.SetClipBoard(clipboard, source.handle, 3, 0), 0);
+  ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 2), 0);
+  EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle(), 3, 0), 0);
   EXPECT_EQ(Paste(), "2: 7 1 2 7 7 7");
 
   std::int32_t placed = -1;
-  EXPECT_EQ(file.GetClipBoard(clipboard, source.handle, 3, 0, 3, placed), 0); // at the right end there is no room
+  EXPECT_EQ(file.GetClipBoard(clipboard, source.Handle(), 3, 0, 3, placed), 0); // at the right end there is no room
   EXPECT_EQ(placed, 0);
   for (const auto [start, points] : {std::array{-1, 3}, {0, 4}, {3, 2}, {0, -1}, {INT32_MIN, INT32_MAX}}) {
-    EXPECT_EQ(file.GetClipBoard(clipboard, source.handle, start, 1, points, placed), CLIP_ERROR) << start;
+    EXPECT_EQ(file.GetClipBoard(clipboard, source.Handle(), start, 1, points, placed), CLIP_ERROR) << start;
   }
   EXPECT_EQ(source.Text(), "1 2 3");
 }

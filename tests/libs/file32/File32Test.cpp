@@ -1,7 +1,7 @@
 #include "libs/file32/file32.h"
 
 #include "libs/file32/TempFolder.h"
-#include "libs/file32/WaveBuffer.h"
+#include "libs/wavelb32/TestWave.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -35,9 +35,9 @@ TEST_F(File32Test, WdbHasBlockCodesAndTableInTheirPlaces) {
   codes[0] = 0x1234;
   codes[1] = -2;
   codes.back() = -32767;
-  const WaveBuffer source(codes);
+  const TestWave source(codes);
   const std::string table = "abcdefghijkl";
-  ASSERT_EQ(file.Save4410File(folder / "a.wdb", Block(2), source.handle, Bytes(table)), 0);
+  ASSERT_EQ(file.Save4410File(folder / "a.wdb", Block(2), source.Handle(), Bytes(table)), 0);
 
   const std::string bytes = GetFile(folder / "a.wdb");
   ASSERT_EQ(bytes.size(), 352U + 1048576U + 12U);
@@ -46,31 +46,31 @@ TEST_F(File32Test, WdbHasBlockCodesAndTableInTheirPlaces) {
   EXPECT_EQ(bytes.substr(1048926, 2), "\x01\x80");
   EXPECT_EQ(bytes.substr(1048928), table);
 
-  const WaveBuffer target(W_MAX_POINTS);
+  const TestWave target(W_MAX_POINTS);
   std::vector<std::byte> block(652, std::byte{0x20});
-  ASSERT_EQ(file.Read4410File(folder / "a.wdb", block, target.handle), 0);
-  EXPECT_EQ(target.Codes(), codes);
+  ASSERT_EQ(file.Read4410File(folder / "a.wdb", block, target.Handle()), 0);
+  EXPECT_EQ(target.Copy(), codes);
   EXPECT_TRUE(std::ranges::equal(std::span(block).first(352), Block(2)));
   EXPECT_EQ(block[352], std::byte{0x20});
 }
 
 TEST_F(File32Test, WdbOfAShorterBufferIsFilledWithZeros) {
-  const WaveBuffer source(std::vector<std::int16_t>{5, -6, 7});
-  ASSERT_EQ(file.Save4410File(folder / "a.wdb", Block(std::nullopt), source.handle), 0);
+  const TestWave source(std::vector<std::int16_t>{5, -6, 7});
+  ASSERT_EQ(file.Save4410File(folder / "a.wdb", Block(std::nullopt), source.Handle()), 0);
   EXPECT_EQ(std::filesystem::file_size(folder / "a.wdb"), WDB_TABLE_OFFSET);
-  const WaveBuffer target(Noise(W_MAX_POINTS + 2));
+  const TestWave target(Noise(W_MAX_POINTS + 2));
   std::vector<std::byte> block(WDB_SETTINGS_BYTES);
-  ASSERT_EQ(file.Read4410File(folder / "a.wdb", block, target.handle), 0);
+  ASSERT_EQ(file.Read4410File(folder / "a.wdb", block, target.Handle()), 0);
   std::vector<std::int16_t> expected(W_MAX_POINTS + 2);
   expected[0] = 5;
   expected[1] = -6;
   expected[2] = 7;
-  EXPECT_EQ(target.Codes(), expected);
+  EXPECT_EQ(target.Copy(), expected);
 }
 
 TEST_F(File32Test, UnsoundWdbChangesNothing) {
-  const WaveBuffer target(Noise(W_MAX_POINTS));
-  const auto before = target.Codes();
+  const TestWave target(Noise(W_MAX_POINTS));
+  const auto before = target.Copy();
   const struct {
     std::optional<std::int32_t> entries;
     std::size_t bytes;
@@ -97,22 +97,22 @@ TEST_F(File32Test, UnsoundWdbChangesNothing) {
     bytes.resize(row.bytes, 'w');
     PutFile(folder / "a.wdb", bytes);
     std::vector<std::byte> block(WDB_SETTINGS_BYTES, std::byte{0x55});
-    const WaveBuffer copy(before);
-    const std::int32_t status = file.Read4410File(folder / "a.wdb", block, row.sound ? copy.handle : target.handle);
+    const TestWave copy(before);
+    const std::int32_t status = file.Read4410File(folder / "a.wdb", block, row.sound ? copy.Handle() : target.Handle());
     EXPECT_EQ(status, row.sound ? 0 : FILE_READ_FAILED) << row.bytes;
-    EXPECT_EQ(target.Codes() == before, true) << row.bytes;
+    EXPECT_EQ(target.Copy() == before, true) << row.bytes;
     EXPECT_EQ(block[300] == std::byte{0x55}, !row.sound) << row.bytes;
   }
 }
 
 TEST_F(File32Test, WdbRefusesWhatItCouldNotReadBack) {
-  const WaveBuffer source(4);
+  const TestWave source(4);
   PutFile(folder / "a.wdb", "old");
   const std::string table(12, 't');
-  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(3), source.handle, Bytes(table)), FILE_WRITE_FAILED);
-  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(std::nullopt), source.handle, Bytes(table)), FILE_WRITE_FAILED);
-  EXPECT_EQ(file.Save4410File(folder / "a.wdb", std::vector<std::byte>(351), source.handle), FILE_WRITE_FAILED);
-  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(2), source.handle + 1, Bytes(table)), FILE_WRITE_FAILED);
+  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(3), source.Handle(), Bytes(table)), FILE_WRITE_FAILED);
+  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(std::nullopt), source.Handle(), Bytes(table)), FILE_WRITE_FAILED);
+  EXPECT_EQ(file.Save4410File(folder / "a.wdb", std::vector<std::byte>(351), source.Handle()), FILE_WRITE_FAILED);
+  EXPECT_EQ(file.Save4410File(folder / "a.wdb", Block(2), source.Handle() + 1, Bytes(table)), FILE_WRITE_FAILED);
   EXPECT_EQ(GetFile(folder / "a.wdb"), "old");
 }
 
@@ -135,39 +135,39 @@ TEST_F(File32Test, SystemFileCarriesTheBlock) {
 }
 
 TEST_F(File32Test, IntegerTextGoesOutAndComesBack) {
-  const WaveBuffer source(Noise(W_MAX_POINTS));
-  ASSERT_EQ(file.SaveWaveData(folder / "a.txt", source.handle, 0, W_MAX_POINTS), 0);
-  const WaveBuffer target(W_MAX_POINTS);
+  const TestWave source(Noise(W_MAX_POINTS));
+  ASSERT_EQ(file.SaveWaveData(folder / "a.txt", source.Handle(), 0, W_MAX_POINTS), 0);
+  const TestWave target(W_MAX_POINTS);
   std::int32_t read = -1;
-  ASSERT_EQ(file.LoadWaveData(folder / "a.txt", target.handle, 0, W_MAX_POINTS, read), 0);
+  ASSERT_EQ(file.LoadWaveData(folder / "a.txt", target.Handle(), 0, W_MAX_POINTS, read), 0);
   EXPECT_EQ(read, W_MAX_POINTS);
-  EXPECT_EQ(target.Codes(), source.Codes());
+  EXPECT_EQ(target.Copy(), source.Copy());
 
-  const WaveBuffer small(std::vector<std::int16_t>{1, -2, 30, -400, 5000});
-  ASSERT_EQ(file.SaveWaveData(folder / "b.txt", small.handle, 1, 3), 0);
+  const TestWave small(std::vector<std::int16_t>{1, -2, 30, -400, 5000});
+  ASSERT_EQ(file.SaveWaveData(folder / "b.txt", small.Handle(), 1, 3), 0);
   EXPECT_EQ(GetFile(folder / "b.txt"), "-2\r\n30\r\n-400\r\n");
-  ASSERT_EQ(file.LoadWaveData(folder / "b.txt", small.handle, 3, 2, read), 0);
+  ASSERT_EQ(file.LoadWaveData(folder / "b.txt", small.Handle(), 3, 2, read), 0);
   EXPECT_EQ(read, 2);
   EXPECT_EQ(small.Text(), "1 -2 30 -2 30");
 }
 
 TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
-  const WaveBuffer buffer(std::vector<std::int16_t>{1, 2, 3, 4});
+  const TestWave buffer(std::vector<std::int16_t>{1, 2, 3, 4});
   std::int32_t read = 77;
   PutFile(folder / "a.txt", "10\r\n20\r\n3.5\r\n");
-  EXPECT_EQ(file.LoadWaveData(folder / "a.txt", buffer.handle, 0, 4, read), FILE_READ_FAILED);
+  EXPECT_EQ(file.LoadWaveData(folder / "a.txt", buffer.Handle(), 0, 4, read), FILE_READ_FAILED);
   EXPECT_EQ(file.LastFault().line, 3);
   EXPECT_EQ(file.LastFault().reason, "not a whole number");
-  EXPECT_EQ(file.LoadWaveData(folder / "missing.txt", buffer.handle, 0, 4, read), FILE_READ_FAILED);
+  EXPECT_EQ(file.LoadWaveData(folder / "missing.txt", buffer.Handle(), 0, 4, read), FILE_READ_FAILED);
   EXPECT_EQ(file.LastFault().line, 0);
   EXPECT_EQ(file.LastFault().reason, "the file cannot be read");
 
   PutFile(folder / "good.txt", "10\r\n");
   for (const auto [first, most] : {std::array{-1, 2}, {0, 5}, {4, 1}, {INT32_MAX, INT32_MAX}, {0, -1}, {0, 0}}) {
-    EXPECT_EQ(file.LoadWaveData(folder / "good.txt", buffer.handle, first, most, read), FILE_READ_FAILED) << first;
-    EXPECT_EQ(file.SaveWaveData(folder / "new.txt", buffer.handle, first, most), FILE_WRITE_FAILED) << first;
+    EXPECT_EQ(file.LoadWaveData(folder / "good.txt", buffer.Handle(), first, most, read), FILE_READ_FAILED) << first;
+    EXPECT_EQ(file.SaveWaveData(folder / "new.txt", buffer.Handle(), first, most), FILE_WRITE_FAILED) << first;
   }
-  EXPECT_EQ(file.LoadWaveData(folder / "good.txt", buffer.handle + 1, 0, 4, read), FILE_READ_FAILED);
+  EXPECT_EQ(file.LoadWaveData(folder / "good.txt", buffer.Handle() + 1, 0, 4, read), FILE_READ_FAILED);
   EXPECT_EQ(buffer.Text(), "1 2 3 4");
   EXPECT_EQ(read, 77);
   EXPECT_FALSE(std::filesystem::exists(folder / "new.txt"));

@@ -86,24 +86,15 @@ TEST(IntegerText, RefusesWithLineAndReason) {
       {"1e-400\n", "0"}, // too small for a number: zero
       {"1e400\n", "1: not a number"},
       {"1\r\n# late comment\r\n", "2: not a number"},
-      {"Code\r\n1\r\n", "1: not a number"},
-      {"1,2\r\n", "1: not a number"},
-      {"1 2\r\n", "1: not a number"},
-      {"--1\n", "1: not a number"},
-      {"+-1\n", "1: not a number"},
-      {"++1\n", "1: not a number"},
-      {"- 1\n", "1: not a number"},
-      {"-\r\n", "1: not a number"},
-      {"-\r\n-\r\n-\r\n-\r\n", "1: not a number"},
-      {"0x10\n", "1: not a number"},
-      {"nan\n", "1: not a number"},
-      {"-inf\n", "1: not a number"},
-      {"12345a\r\n", "1: not a number"},
-      {"\xEF\xBC\x91\n", "1: not a number"}, // a full-width digit
-      {std::string_view("1\0\n", 3), "1: not a number"},
-      {std::string_view("12345\0\r\n", 8), "1: not a number"},
   };
   for (const auto& row : kRows) EXPECT_EQ(Parse(row.text), row.result) << row.text;
+  for (const std::string_view text :
+       {std::string_view("Code\r\n1\r\n"), std::string_view("1,2\r\n"), std::string_view("1 2\r\n"),
+        std::string_view("--1\n"), std::string_view("+-1\n"), std::string_view("++1\n"), std::string_view("- 1\n"),
+        std::string_view("-\r\n"), std::string_view("-\r\n-\r\n-\r\n-\r\n"), std::string_view("0x10\n"),
+        std::string_view("nan\n"), std::string_view("-inf\n"), std::string_view("12345a\r\n"),
+        std::string_view("\xEF\xBC\x91\n"), std::string_view("1\0\n", 3), std::string_view("12345\0\r\n", 8)})
+    EXPECT_EQ(Parse(text), "1: not a number") << text;
 }
 
 TEST(IntegerText, StopsAtTheMostPoints) {

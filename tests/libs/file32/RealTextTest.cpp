@@ -59,20 +59,14 @@ TEST(RealText, RefusesWithLineAndReason) {
       {"5e-324\r\n", "0: every value is zero, or too small to be scaled"},
       {"1\r\n\r\n2\r\n", "2: an empty line between numbers"},
       {"1\r\n1,5\r\n", "2: not a number"},
-      {"1 V\n", "1: not a number"},
-      {"# Volts\n1\n", "1: not a number"},
       {"1\r\rnan", "2: an empty line between numbers"},
       {"1\rnan", "2: not a number"},
-      {"inf\n", "1: not a number"},
-      {"-infinity\n", "1: not a number"},
       {"1\n2\n1e309\n", "3: not a number"},
       {"1\n2\n-1e999999999999999999999\n", "3: not a number"},
-      {"1e\n", "1: not a number"},
-      {"0x1p3\n", "1: not a number"},
-      {".\n", "1: not a number"},
-      {"1d3\n", "1: not a number"},
   };
   for (const auto& row : kRows) EXPECT_EQ(Load(row.text), row.result) << row.text;
+  for (const char* text : {"1 V\n", "# Volts\n1\n", "inf\n", "-infinity\n", "1e\n", "0x1p3\n", ".\n", "1d3\n"})
+    EXPECT_EQ(Load(text), "1: not a number") << text;
 }
 
 TEST(RealText, TooSmallIsZeroAndTooLargeIsRefused) {

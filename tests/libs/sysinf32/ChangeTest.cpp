@@ -2,6 +2,7 @@
 #include "libs/sysinf32/sysinf32.h"
 
 #include "TestModel.h"
+#include "libs/file32/TempFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -16,13 +17,13 @@ constexpr double kInf = std::numeric_limits<double>::infinity();
 class Change : public ::testing::Test {
 protected:
   void SetUp() override {
-    folder_.Write("index.toml", "models = [\"a.toml\"]");
-    folder_.Write("a.toml", test::kModelText);
-    ASSERT_EQ(database_.SysInitDeviceInfo(folder_.Path()), 0) << database_.SysGetSysErrorText();
+    PutFile(folder_ / "index.toml", "models = [\"a.toml\"]");
+    PutFile(folder_ / "a.toml", std::string(test::kModelText));
+    ASSERT_EQ(database_.SysInitDeviceInfo(folder_.Path().string()), 0) << database_.SysGetSysErrorText();
     ASSERT_EQ(database_.SysGetInitDeviceInfo(0, record_), 0);
   }
 
-  test::ModelFolder folder_;
+  TempFolder folder_;
   ModelDatabase database_;
   SystemInfo record_;
 };

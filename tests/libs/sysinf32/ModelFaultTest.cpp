@@ -3,6 +3,7 @@
 #include "libs/sysinf32/sysinf32.h"
 
 #include "TestModel.h"
+#include "libs/file32/TempFolder.h"
 
 #include <gmock/gmock.h>
 
@@ -180,35 +181,35 @@ TEST(ModelFaultTest, ColumnsSplitAtCommasOutsideQuotes) {
 class ModelFolderFault : public ::testing::Test {
 protected:
   void Expect(std::int32_t status, const std::string& file, std::int32_t line) {
-    EXPECT_EQ(database_.SysInitDeviceInfo(folder_.Path()), status);
-    EXPECT_EQ(database_.SysGetSysErrorFileName(), file.empty() ? "" : folder_.Path() + "/" + file);
+    EXPECT_EQ(database_.SysInitDeviceInfo(folder_.Path().string()), status);
+    EXPECT_EQ(database_.SysGetSysErrorFileName(), file.empty() ? "" : folder_ / file);
     EXPECT_EQ(database_.SysGetSysErrorLineNo(), line);
     EXPECT_EQ(database_.SysGetSysErrorText().empty(), status == 0);
     EXPECT_EQ(database_.SysGetDeviceCnt() == 0, status != 0);
   }
 
-  test::ModelFolder folder_;
+  TempFolder folder_;
   ModelDatabase database_;
 };
 
 TEST_F(ModelFolderFault, TellsTheFileAndTheLineAndLeavesNoModels) {
   Expect(SYS_NO_MODEL_FILE, "index.toml", 0);
-  folder_.Write("index.toml", "models = [\n  \"a.toml\",\n  \"b.toml\",\n]");
-  folder_.Write("a.toml", test::kModelText);
+  PutFile(folder_ / "index.toml", "models = [\n  \"a.toml\",\n  \"b.toml\",\n]");
+  PutFile(folder_ / "a.toml", std::string(test::kModelText));
   Expect(SYS_NO_MODEL_FILE, "b.toml", 0);
-  folder_.Write("b.toml", "name = \"B\"\ndata_bits 3");
+  PutFile(folder_ / "b.toml", "name = \"B\"\ndata_bits 3");
   Expect(SYS_SYNTAX_ERROR, "b.toml", 2);
-  folder_.Write("b.toml", "name = \"B\"\ndata_bits = \"3\"\ninterfaces = [\"USBTMC\"]\n");
+  PutFile(folder_ / "b.toml", "name = \"B\"\ndata_bits = \"3\"\ninterfaces = [\"USBTMC\"]\n");
   Expect(SYS_BAD_VALUE, "b.toml", 2);
-  folder_.Write("b.toml", "# the same name\n" + std::string(test::kModelText));
+  PutFile(folder_ / "b.toml", "# the same name\n" + std::string(test::kModelText));
   Expect(SYS_BAD_VALUE, "b.toml", 2);
-  folder_.Write("b.toml", Edit("name = \"TM1\"", "name = \"TM\"").text);
+  PutFile(folder_ / "b.toml", Edit("name = \"TM1\"", "name = \"TM\"").text);
   Expect(SYS_BAD_VALUE, "b.toml", 1);
-  folder_.Write("b.toml", Edit("name = \"TM1\"", "name = \"TM11\"").text);
+  PutFile(folder_ / "b.toml", Edit("name = \"TM1\"", "name = \"TM11\"").text);
   Expect(0, "", 0);
   EXPECT_EQ(database_.SysGetDeviceCnt(), 2);
-  std::filesystem::remove(folder_.Path() + "/b.toml");
-  std::filesystem::create_directory(folder_.Path() + "/b.toml");
+  std::filesystem::remove(folder_ / "b.toml");
+  std::filesystem::create_directory(folder_ / "b.toml");
   Expect(SYS_READ_FAILED, "b.toml", 0);
   for (const auto& [index, line] : {std::pair{"models = []", 1},
                                     {"\nmodels = [\"../a.toml\"]", 2},
@@ -216,11 +217,11 @@ TEST_F(ModelFolderFault, TellsTheFileAndTheLineAndLeavesNoModels) {
                                     {"models = [\"a.txt\"]", 1},
                                     {"model = [\"a.toml\"]", 1},
                                     {"", 0}}) {
-    folder_.Write("index.toml", index);
+    PutFile(folder_ / "index.toml", index);
     Expect(SYS_BAD_VALUE, "index.toml", line);
   }
   ModelDatabase missing;
-  EXPECT_EQ(missing.SysInitDeviceInfo(folder_.Path() + "/none"), SYS_NO_MODEL_FILE);
+  EXPECT_EQ(missing.SysInitDeviceInfo(folder_ / "none"), SYS_NO_MODEL_FILE);
 }
 
 } // namespace

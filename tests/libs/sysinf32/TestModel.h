@@ -1,10 +1,6 @@
-// A small model for tests, and model folders that live as long as their object.
+// A small model for tests.
 #pragma once
 
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <string>
 #include <string_view>
 
 namespace calder::test {
@@ -92,22 +88,5 @@ arbmask = "0xFFFC"
 arbname = ":NAME 0x20 0x22 _$Name 0x22, 8"
 arbsend = '":TRAC 1,2:DATA $ARBNUM$"'
 )";
-
-class ModelFolder {
-public:
-  ModelFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "calder-models-XXXXXX").string();
-    path_ = ::mkdtemp(pattern.data());
-  }
-  ~ModelFolder() { std::filesystem::remove_all(path_); }
-  ModelFolder(const ModelFolder&) = delete;
-  ModelFolder& operator=(const ModelFolder&) = delete;
-
-  void Write(const std::string& name, std::string_view text) const { std::ofstream(path_ + "/" + name) << text; }
-  [[nodiscard]] const std::string& Path() const { return path_; }
-
-private:
-  std::string path_;
-};
 
 } // namespace calder::test

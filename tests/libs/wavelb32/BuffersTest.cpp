@@ -68,25 +68,14 @@ TEST(Buffers, RangesRoundUpToWholePoints) {
     std::int32_t status;
     const char* cleared;
   };
-  const Row rows[] = {
-      {0, 10, W_SUCCESS, "xxxxxxxxxx"},
-      {2, 3, W_SUCCESS, "..xxx....."},
-      {1.2, 2.1, W_SUCCESS, "..xxx....."},
-      {0.4, 9.6, W_SUCCESS, ".xxxxxxxxx"},
-      {9.5, 0.5, W_SUCCESS, ".........."},
-      {10, 0, W_SUCCESS, ".........."},
-      {3, 0, W_SUCCESS, ".........."},
-      {-0.5, 2, W_SUCCESS, "xx........"},
-      {-1, 2, W_BAD_RANGE, ".........."},
-      {0, 11, W_BAD_RANGE, ".........."},
-      {5, 6, W_BAD_RANGE, ".........."},
-      {5, -1, W_BAD_RANGE, ".........."},
-      {notANumber, 1, W_BAD_RANGE, ".........."},
-      {0, notANumber, W_BAD_RANGE, ".........."},
-      {0, infinity, W_BAD_RANGE, ".........."},
-      {1e300, 1, W_BAD_RANGE, ".........."},
-  };
-  for (const Row& row : rows) {
+  for (const Row& row :
+       {Row{0, 10, W_SUCCESS, "xxxxxxxxxx"}, Row{2, 3, W_SUCCESS, "..xxx....."}, Row{1.2, 2.1, W_SUCCESS, "..xxx....."},
+        Row{0.4, 9.6, W_SUCCESS, ".xxxxxxxxx"}, Row{9.5, 0.5, W_SUCCESS, ".........."},
+        Row{10, 0, W_SUCCESS, ".........."}, Row{3, 0, W_SUCCESS, ".........."}, Row{-0.5, 2, W_SUCCESS, "xx........"},
+        Row{-1, 2, W_BAD_RANGE, ".........."}, Row{0, 11, W_BAD_RANGE, ".........."},
+        Row{5, 6, W_BAD_RANGE, ".........."}, Row{5, -1, W_BAD_RANGE, ".........."},
+        Row{notANumber, 1, W_BAD_RANGE, ".........."}, Row{0, notANumber, W_BAD_RANGE, ".........."},
+        Row{0, infinity, W_BAD_RANGE, ".........."}, Row{1e300, 1, W_BAD_RANGE, ".........."}}) {
     const TestWave wave(Counting(10));
     EXPECT_EQ(W_ClearMemory(wave.Handle(), row.start, row.count), row.status) << row.start << " " << row.count;
     std::string cleared;
@@ -123,18 +112,10 @@ TEST(Buffers, ReadingTheRightEndGivesTheLastPoint) {
     std::int32_t pointCount;
     std::int32_t code;
   };
-  const Row rows[] = {{0, 5, 1},
-                      {3.2, 5, 5},
-                      {4, 5, 5},
-                      {5, 5, 5},
-                      {3, 3, 3},
-                      {2.5, 3, 3},
-                      {5.1, 5, W_NO_DATA},
-                      {-1, 5, W_NO_DATA},
-                      {0, 6, W_NO_DATA},
-                      {0, 0, W_NO_DATA},
-                      {notANumber, 5, W_NO_DATA}};
-  for (const Row& row : rows) EXPECT_EQ(W_GetWaveData(wave.Handle(), row.index, row.pointCount), row.code) << row.index;
+  for (const Row& row :
+       {Row{0, 5, 1}, Row{3.2, 5, 5}, Row{4, 5, 5}, Row{5, 5, 5}, Row{3, 3, 3}, Row{2.5, 3, 3}, Row{5.1, 5, W_NO_DATA},
+        Row{-1, 5, W_NO_DATA}, Row{0, 6, W_NO_DATA}, Row{0, 0, W_NO_DATA}, Row{notANumber, 5, W_NO_DATA}})
+    EXPECT_EQ(W_GetWaveData(wave.Handle(), row.index, row.pointCount), row.code) << row.index;
 }
 
 TEST(Buffers, ExtremesAreThoseOfTheRangeAtEveryLength) {

@@ -145,12 +145,8 @@ TEST(DrawGrid, TheZeroLineIsDrawnOnlyInsideTheView) {
     double yStart, ySpan;
     Calls calls;
   };
-  const Row rows[] = {{0, 65534, {"line 0 50 19 50"}},
-                      {32767, 100, {"line 0 0 19 0"}},
-                      {32667, 100, {"line 0 99 19 99"}},
-                      {32768, 100, {}},
-                      {0, 100, {}}};
-  for (const Row& row : rows) {
+  for (const Row& row : {Row{0, 65534, {"line 0 50 19 50"}}, Row{32767, 100, {"line 0 0 19 0"}},
+                         Row{32667, 100, {"line 0 99 19 99"}}, Row{32768, 100, {}}, Row{0, 100, {}}}) {
     RecordingContext context(20, 100);
     EXPECT_EQ(W_DrawGrid2(context, row.yStart, row.ySpan, 20, 100), W_SUCCESS);
     EXPECT_EQ(context.calls, row.calls) << row.yStart;

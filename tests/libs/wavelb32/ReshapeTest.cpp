@@ -20,21 +20,18 @@ TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
     double start, span;
     Codes result;
   };
-  const Row rows[] = {
-      {"identity", 0, 8, 8, 0, 8, {10, 20, 30, 40, 50, 60, 70, 80}},
-      {"identity of a part", 2.5, 3.25, 8, 2.5, 3.25, {10, 20, 30, 40, 50, 60, 70, 80}},
-      {"moved", 1, 2, 8, 4, 2, {10, 0, 0, 40, 20, 30, 70, 80}},
-      {"moved by half a point", 1, 2, 8, 4.5, 2, {10, 0, 0, 40, 50, 25, 35, 80}},
-      {"squeezed, the rest of the area is cleared", 0, 8, 8, 0, 4, {10, 30, 50, 70, 0, 0, 0, 0}},
-      {"squeezed to the middle", 2, 4, 8, 3, 2, {10, 20, 0, 30, 50, 0, 70, 80}},
-      {"stretched up to the point behind", 2, 2, 8, 2, 4, {10, 20, 30, 35, 40, 45, 70, 80}},
-      {"stretched over itself to the left", 4, 2, 8, 2, 4, {10, 20, 50, 55, 60, 65, 70, 80}},
-      {"a file of three points", 0, 2, 8, 0, 8, {10, 12, 15, 18, 20, 22, 25, 28}},
-      {"the last point holds", 7, 1, 8, 4, 4, {10, 20, 30, 40, 80, 80, 80, 80}},
-      {"a single point", 3, 0, 8, 0, 3, {40, 40, 40, 40, 50, 60, 70, 80}},
-      {"a shorter waveform in the buffer", 0, 4, 4, 0, 2, {10, 30, 0, 0, 50, 60, 70, 80}},
-  };
-  for (const Row& row : rows) {
+  for (const Row& row : {Row{"identity", 0, 8, 8, 0, 8, {10, 20, 30, 40, 50, 60, 70, 80}},
+                         Row{"identity of a part", 2.5, 3.25, 8, 2.5, 3.25, {10, 20, 30, 40, 50, 60, 70, 80}},
+                         Row{"moved", 1, 2, 8, 4, 2, {10, 0, 0, 40, 20, 30, 70, 80}},
+                         Row{"moved by half a point", 1, 2, 8, 4.5, 2, {10, 0, 0, 40, 50, 25, 35, 80}},
+                         Row{"squeezed, the rest of the area is cleared", 0, 8, 8, 0, 4, {10, 30, 50, 70, 0, 0, 0, 0}},
+                         Row{"squeezed to the middle", 2, 4, 8, 3, 2, {10, 20, 0, 30, 50, 0, 70, 80}},
+                         Row{"stretched up to the point behind", 2, 2, 8, 2, 4, {10, 20, 30, 35, 40, 45, 70, 80}},
+                         Row{"stretched over itself to the left", 4, 2, 8, 2, 4, {10, 20, 50, 55, 60, 65, 70, 80}},
+                         Row{"a file of three points", 0, 2, 8, 0, 8, {10, 12, 15, 18, 20, 22, 25, 28}},
+                         Row{"the last point holds", 7, 1, 8, 4, 4, {10, 20, 30, 40, 80, 80, 80, 80}},
+                         Row{"a single point", 3, 0, 8, 0, 3, {40, 40, 40, 40, 50, 60, 70, 80}},
+                         Row{"a shorter waveform in the buffer", 0, 4, 4, 0, 2, {10, 30, 0, 0, 50, 60, 70, 80}}}) {
     const TestWave wave(Codes{10, 20, 30, 40, 50, 60, 70, 80});
     EXPECT_EQ(W_CompWaveX(wave.Handle(), row.sourceStart, row.sourceSpan, row.pointCount, row.start, row.span),
               W_SUCCESS);
@@ -77,19 +74,13 @@ TEST(CompY, RescalesBetweenTheNewExtremes) {
     double maximum, minimum;
     Codes after;
   };
-  const Row rows[] = {
-      {{-10, 0, 10, 5}, 100, -100, {-100, 0, 100, 50}},
-      {{-10, 0, 10, 5}, 10, -10, {-10, 0, 10, 5}},
-      {{-10, 0, 10, 5}, -100, 100, {100, 0, -100, -50}},
-      {{0, 1, 2, 3}, 1, 0, {0, 0, 1, 1}},
-      {{0, 1, 2, 4}, 2, 0, {0, 0, 1, 2}},
-      {{0, 3, 1, 3}, 0.1, 0.1, {0, 0, 0, 0}},
-      {{-32767, 32767, 0, 1}, 65534, -65534, {-32767, 32767, 0, 2}},
-      {{-32768, 32767, 0, 0}, 32767, -32767, {-32767, 32767, 0, 0}},
-      {{7, 7, 7, 7}, 100, 50, {75, 75, 75, 75}},
-      {{7, 7, 7, 7}, 7, 7, {7, 7, 7, 7}},
-  };
-  for (const Row& row : rows) {
+  for (const Row& row :
+       {Row{{-10, 0, 10, 5}, 100, -100, {-100, 0, 100, 50}}, Row{{-10, 0, 10, 5}, 10, -10, {-10, 0, 10, 5}},
+        Row{{-10, 0, 10, 5}, -100, 100, {100, 0, -100, -50}}, Row{{0, 1, 2, 3}, 1, 0, {0, 0, 1, 1}},
+        Row{{0, 1, 2, 4}, 2, 0, {0, 0, 1, 2}}, Row{{0, 3, 1, 3}, 0.1, 0.1, {0, 0, 0, 0}},
+        Row{{-32767, 32767, 0, 1}, 65534, -65534, {-32767, 32767, 0, 2}},
+        Row{{-32768, 32767, 0, 0}, 32767, -32767, {-32767, 32767, 0, 0}}, Row{{7, 7, 7, 7}, 100, 50, {75, 75, 75, 75}},
+        Row{{7, 7, 7, 7}, 7, 7, {7, 7, 7, 7}}}) {
     const TestWave wave(row.before);
     EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, row.maximum, row.minimum), W_SUCCESS);
     EXPECT_EQ(wave.Copy(), row.after) << row.maximum << " " << row.minimum;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace calder {
@@ -26,9 +27,25 @@ public:
     const std::span<std::int16_t> codes = W_Lock(handle_);
     return {codes.begin(), codes.end()};
   }
+  // The codes with a blank between them.
+  [[nodiscard]] std::string Text() const {
+    std::string text;
+    for (const std::int16_t code : Codes()) text += (text.empty() ? "" : " ") + std::to_string(code);
+    return text;
+  }
 
 private:
   WaveHandle handle_;
 };
+
+inline std::vector<std::int16_t> Noise(std::size_t points) {
+  std::vector<std::int16_t> codes(points);
+  std::uint32_t random = 5;
+  for (std::int16_t& code : codes) {
+    random = random * 1664525 + 1013904223;
+    code = static_cast<std::int16_t>(random >> 16);
+  }
+  return codes;
+}
 
 } // namespace calder

@@ -1,0 +1,205 @@
+// The settings and the waveform of each kind of model, byte by byte on every bus that it has.
+#include "comm/BusFixture.h"
+#include "comm/SettingsTransfer.h"
+#include "comm/Wires.h"
+
+#include <cmath>
+
+namespace calder {
+namespace {
+
+// "?query" is followed by a read, "#header" is the block, "30" a time limit of 30 s; all else is sent as it stands.
+struct Talk {
+  int model;
+  std::vector<InterfaceKind> kinds;
+  void (*prepare)(SystemInfo&);
+  Lines settings;
+  Lines waveform;
+  int divisor;
+  bool lowByteFirst;
+};
+
+const Lines kStatus{"?*ESR?"};
+
+const Talk kTalks[] = {
+    {0,
+     {kNiGpib, kKiGpib, kUsb488, kUsbTmc},
+     [](SystemInfo& s) {
+       s.Polarity = 4;
+       s.Amplitude = 1.5;
+       s.Offset = -0.25;
+       s.Frequency = 12345.678;
+       s.RangeNo = 1;
+       s.Output = 0;
+     },
+     {":SYST:HEAD OFF", "?:SOUR1:SEQ:STAT?", "OUTP1:LOAD INFinity", "?*IDN?", "?:SOUR1:FUNC:SHAPE?",
+      ":SOUR1:FREQ 12345.678;:SOUR1:VOLT:RANG 1;:OUTP1:POL SIN, INV;:OUTP1:SCAL SIN, PFS;:SOUR1:VOLT 0PK;"
+      ":SOUR1:VOLT:OFFS 0;:SOUR1:VOLT 1.5PK;:SOUR1:VOLT:OFFS -0.25;:OUTP1 ON",
+      "?*ESR?", "?*ESR?"},
+     {":SYST:HEAD OFF", "?:SOUR1:SEQ:STAT?", "OUTP1:LOAD INFinity", "?*IDN?", "?*ESR?", "?*IDN?",
+      "#:TRAC:DATA 5,\"NAME\",", ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 5", "?*ESR?", "?*ESR?"},
+     1,
+     false},
+    {1,
+     {kNiGpib, kKiGpib, kUsb488, kUsbTmc},
+     [](SystemInfo& s) { s.Channel = 1; },
+     {":SYST:HEAD OFF", "?:SOUR1:SEQ:STAT?", "OUTP1:LOAD INFinity", "OUTP2:LOAD INFinity", "?*IDN?",
+      "?:SOUR2:FUNC:SHAPE?",
+      ":INST:SEL 2;:SOUR2:FREQ 1000;:SOUR2:VOLT:RANG 0;:OUTP2:POL SIN, NORM;:OUTP2:SCAL SIN, FS;:SOUR2:VOLT 0PP;"
+      ":SOUR2:VOLT:OFFS 0;:SOUR2:VOLT 1PP;:SOUR2:VOLT:OFFS 0;:OUTP2 OFF",
+      "?*ESR?", "?*ESR?"},
+     {":SYST:HEAD OFF", "?:SOUR1:SEQ:STAT?", "OUTP1:LOAD INFinity", "OUTP2:LOAD INFinity", "?*IDN?", "?*ESR?", "?*IDN?",
+      "#:TRAC:DATA 5,\"NAME\",", ":SOUR2:FUNC:SHAP USER;:SOUR2:FUNC:USER 5", "?*ESR?", "?*ESR?"},
+     1,
+     false},
+    {2,
+     {kNiGpib, kKiGpib, kUsb488},
+     [](SystemInfo& s) { s.Output = 2; },
+     {":SYST:HEAD OFF", "?*IDN?", "?:SOUR1:FUNC:SHAPE?",
+      ":SOUR1:FREQ 1000;:SOUR1:VOLT:RANG 0;:OUTP1:POL SIN, NORM;:OUTP1:SCAL SIN, FS;:SOUR1:VOLT 0PP;"
+      ":SOUR1:VOLT:OFFS 0;:SOUR1:VOLT 1PP;:SOUR1:VOLT:OFFS 0",
+      "?*ESR?", "?*ESR?"},
+     {":SYST:HEAD OFF", "?*IDN?", "?*ESR?", "?*IDN?", "30", ":TRAC:POIN 1024;:FORM:BORD NORM;:TRAC:DATA 5,NAME,", "#",
+      ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 5", "?*ESR?", "?*ESR?"},
+     4,
+     false},
+    {6,
+     {kNiGpib, kKiGpib},
+     [](SystemInfo& s) {
+       s.OffsetOn = 1;
+       s.MemoryNo = 2;
+     },
+     {"*CLS;:SYST:HEAD OFF", "?*IDN?",
+      ":SOUR1:FREQ 1000;:SOUR1:VOLT:OFFS:STAT ON;:SOUR1:VOLT 0PP;:SOUR1:VOLT:OFFS 0;:SOUR1:VOLT 1PP;:SOUR1:VOLT:OFFS 0;"
+      ":OUTP1 OFF",
+      "?*ESR?", "?*ESR?"},
+     {"*CLS;:SYST:HEAD OFF", "?*IDN?", "?*ESR?", "?*IDN?", "30", "MEM:MODE BIN;:MEM:SIZE 2048;MEM:DATA 2,", "#",
+      ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 2", "?*ESR?", "?*ESR?"},
+     16,
+     true},
+    {10,
+     {kNiGpib, kKiGpib},
+     [](SystemInfo& s) {
+       s.Channel = 3;
+       s.RangeNo = 1;
+       s.OffsetSwitch = 1;
+       s.Amplitude = 0.5;
+       s.Offset = -1.25;
+       s.Output = 0;
+     },
+     {"*CLS",
+      "?*IDN?",
+      "?*ESR?",
+      "?MODE?",
+      ":Outp 0",
+      ":Mode ACDC-ADD",
+      "?STAT:OPER:COND?",
+      "?STAT:OPER:COND?",
+      "?STAT:OPER:COND?",
+      "?:VOLT:RANG?",
+      ":VOLT:RANG 200",
+      "?STAT:OPER:COND?",
+      "?STAT:OPER:COND?",
+      "?STAT:OPER:COND?",
+      ":FUNC ARB5",
+      ":VOLT 0.5;:VOLT:OFFS -1.25;:Freq 50",
+      "Outp 1",
+      "?STAT:OPER:COND?",
+      "?STAT:OPER:COND?",
+      "?STAT:OPER:COND?"},
+     {":SYST:HEAD OFF", "?*IDN?", "?*ESR?", "?*IDN?", "30", ":TRAC:DATA ARB5,", "#", ":FUNC ARB5", "?*ESR?", "?*ESR?"},
+     1,
+     false},
+    {21,
+     {kNiGpib},
+     [](SystemInfo&) {},
+     {"?*IDN?", "FRQ 1000;AMP 0PP;OFS 0;AMP 1PP;OFS 0;OUT OFF", "?*ESR?", "*CLS", "?*ESR?"},
+     {"?*IDN?", "?*ESR?", "?*IDN?", "30", "SIZE 1024;BANK 6;DATA 5,", "#", "FUNC 7", "?*ESR?", "*CLS", "?*ESR?"},
+     4,
+     false},
+    {22,
+     {kNiGpib},
+     [](SystemInfo&) {},
+     {"?*IDN?", "FRQ 1000;AMP 0PP;OFS 0;AMP 1PP;OFS 0;OUT OFF", "?*ESR?", "*CLS", "?*ESR?"},
+     {"?*IDN?", "?*ESR?", "?*IDN?", "30", "SIZE 1024;BANK 6;DATA 5,", "#", "FNC 10", "?*ESR?", "*CLS", "?*ESR?"},
+     4,
+     false},
+    {23,
+     {kNiGpib},
+     [](SystemInfo& s) { s.Output = 0; },
+     {"?*IDN?", "Freq 60;Ampl 0PP;Offs 0;Ampl 0PP;Offs 0", "?*ESR?", "?*ESR?"},
+     {"?*IDN?", "?*ESR?", "?*IDN?", "30", "Size 4096;Data 5,", "#", "Wave 6", "Outp 1", "?*ESR?", "?*ESR?"},
+     1,
+     false},
+};
+
+struct Traffic : BusFixture {
+  std::unique_ptr<Wire> MakeWire(InterfaceKind kind, int model) const {
+    switch (kind) {
+    case kNiGpib: return std::make_unique<NiWire>(model + 1);
+    case kKiGpib: return std::make_unique<KiWire>(model + 1);
+    case kUsb488: return std::make_unique<Usb488Wire>(model + 1);
+    default: return std::make_unique<TmcWire>(Resource());
+    }
+  }
+  [[nodiscard]] std::string Payload(const Talk& talk) const {
+    const SystemInfo& settings = program->settings;
+    std::string bytes;
+    if (settings.ModelNo < 2) { // format word and number of points
+      bytes = std::string("\0\0\0\0\0\0", 6) + static_cast<char>(settings.MemorySize >> 8) +
+              static_cast<char>(settings.MemorySize);
+    }
+    const auto codes = W_Lock(program->buffers.Current());
+    for (int i = 0; i < settings.MemorySize; ++i) {
+      const auto code = std::lrint(static_cast<double>(codes[static_cast<std::size_t>(i)]) / talk.divisor);
+      const auto low = static_cast<char>(code & 0xFF);
+      const auto high = static_cast<char>((code >> 8) & 0xFF);
+      bytes += talk.lowByteFirst ? low : high;
+      bytes += talk.lowByteFirst ? high : low;
+    }
+    return bytes;
+  }
+  Lines Expected(const Talk& talk, InterfaceKind kind, const Lines& script) {
+    const std::unique_ptr<Wire> wire = MakeWire(kind, talk.model);
+    wire->Open();
+    for (const std::string& step : script) {
+      if (step == "30") {
+        wire->LongLimit();
+      } else if (step[0] == '#') {
+        wire->Block(step.substr(1), Payload(talk));
+      } else if (step[0] == '?') {
+        wire->Put(step.substr(1));
+        wire->Get();
+      } else {
+        wire->Put(step);
+      }
+    }
+    wire->Close();
+    return wire->lines;
+  }
+};
+
+} // namespace
+
+TEST_F(Traffic, SettingsAndWaveformOfEveryKindOfModelOnEveryBus) {
+  for (const Talk& talk : kTalks) {
+    for (const InterfaceKind kind : talk.kinds) {
+      SCOPED_TRACE("model " + std::to_string(talk.model) + ", kind " + std::to_string(kind));
+      sim::Reset();
+      Choose(talk.model, kind);
+      SystemInfo& settings = program->settings;
+      settings.MemoryNo = 5;
+      settings.MemoryName = "NAME";
+      talk.prepare(settings);
+      EXPECT_TRUE(SettingsTransfer(*program, *bus));
+      EXPECT_EQ(Calls(), Expected(talk, kind, talk.settings));
+      ExpectIdle();
+      sim::Reset();
+      EXPECT_TRUE(TransferWave());
+      EXPECT_EQ(Calls(), Expected(talk, kind, talk.waveform));
+      ExpectIdle();
+    }
+  }
+}
+
+} // namespace calder

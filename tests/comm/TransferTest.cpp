@@ -1,0 +1,207 @@
+// What a transfer decides on its way: busy and address checks, refusals by the instrument, cancelling, formats, the way
+// back.
+#include "comm/BusFixture.h"
+#include "comm/LoopTest.h"
+#include "comm/ReadBack.h"
+#include "comm/SettingsTransfer.h"
+
+namespace calder {
+namespace {
+
+struct Transfers : BusFixture {
+  [[nodiscard]] std::vector<std::int16_t> Codes() {
+    const auto codes = W_Lock(program->buffers.Current());
+    return {codes.begin(), codes.begin() + program->settings.MemorySize};
+  }
+  bool ReadBack() { return ReceiveWaveform(*program, *bus) && DecodeWaveform(*program, *setup); }
+};
+
+} // namespace
+
+TEST_F(Transfers, AreRefusedWhileABusIsBusyAndAtTheControllersAddress) {
+  Choose(1, kNiGpib);
+  program->registry.SetGpibBusy(true);
+  desktop.boxes.Expect("Interface Busy!");
+  EXPECT_FALSE(TransferWave());
+  EXPECT_TRUE(program->registry.GetGpibBusy()); // of the first one
+  program->registry.SetGpibBusy(false);
+
+  program->settings.Address = 0;
+  sim::Reset();
+  desktop.boxes.Expect("Interface address error. Check Address.\rAddress:0");
+  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  EXPECT_EQ(sim::CallCount(), 1); // the question for the address
+  EXPECT_EQ(program->registry.GetGpibAddress(), 0);
+  ExpectIdle();
+}
+
+TEST_F(Transfers, TellAWrongInstrument) {
+  Choose(1, kNiGpib);
+  program->settings.Address = 3; // an XJ2110, which knows no sequence
+  desktop.boxes.acceptAll = true;
+  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  ExpectIdle();
+
+  desktop.boxes.shown.clear();
+  Choose(2, kNiGpib);
+  program->settings.Address = 5;
+  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  ASSERT_EQ(desktop.boxes.shown.size(), 1U);
+  EXPECT_EQ(desktop.boxes.shown[0].text, "Interface command error. Check Model.\r");
+  desktop.boxes.shown.clear();
+  EXPECT_FALSE(TransferWave()); // the first failed identification stops without a word
+  EXPECT_TRUE(desktop.boxes.shown.empty());
+  ExpectIdle();
+}
+
+TEST_F(Transfers, TellTheInstrumentsOwnError) {
+  Choose(2, kNiGpib);
+  program->settings.Frequency = 1e12;
+  desktop.boxes.Expect("Interface command error. Check Model.\r-222,");
+  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  ExpectIdle();
+}
+
+TEST_F(Transfers, StopARunningSequence) {
+  Choose(1, kUsbTmc);
+  ASSERT_TRUE(sim::Set("XG5531", "sequence", "1"));
+  EXPECT_TRUE(SettingsTransfer(*program, *bus));
+  EXPECT_EQ(sim::Setting("XG5531", "sequence"), "0");
+  EXPECT_EQ(sim::Setting("XG5531", "running"), "0");
+  EXPECT_GE(desktop.clock.seconds, 2);
+}
+
+TEST_F(Transfers, CancelBeforeAndWhileSending) {
+  Choose(1, kNiGpib);
+  progress.onValue = [&](int) { progress.cancelled = true; };
+  EXPECT_FALSE(TransferWave()); // in the conversion: nothing of the waveform goes out
+  EXPECT_EQ(sim::Messages("XG5531").size(), 0U);
+  ExpectIdle();
+
+  sim::Reset();
+  bool sending = false;
+  progress.onValue = [&](int value) {
+    sending = sending || (progress.sent > 512 && value > 0);
+    if (progress.steps.back() == "Send data 1000" && progress.sent > 512) progress.cancelled = true;
+  };
+  desktop.boxes.acceptAll = true; // the instrument has no waveform to choose
+  TransferWave();
+  EXPECT_TRUE(sending);
+  const auto calls = Calls();
+  EXPECT_EQ(std::count(calls.begin(), calls.end(), "ibfind(\"GPIB0\")"), 2); // closed and opened again
+  EXPECT_FALSE(sim::Memory("XG5531", 1));
+  ExpectIdle();
+}
+
+TEST_F(Transfers, ShowTheirSteps) {
+  Choose(1, kUsbTmc);
+  EXPECT_TRUE(TransferWave());
+  EXPECT_EQ(progress.steps,
+            (std::vector<std::string>{"Data convert 1000", "Send data 1000", "Send data 9", "load data 5"}));
+  EXPECT_EQ(desktop.clock.seconds, 9 + 5);
+}
+
+TEST_F(Transfers, AWaveformComesBackAsItWasSent) {
+  for (const InterfaceKind kind : {kUsbTmc, kNiGpib, kKiGpib, kUsb488}) {
+    SCOPED_TRACE("kind " + std::to_string(kind));
+    sim::Reset();
+    Choose(1, kind);
+    const std::vector<std::int16_t> sent = Codes();
+    ASSERT_TRUE(TransferWave());
+    const auto held = sim::Memory("XG5531", program->settings.MemoryNo);
+    ASSERT_TRUE(held);
+    EXPECT_EQ(held->codes, sent);
+    // Whatever the way there, the way back is USB.
+    program->interfaceKind = kUsbTmc;
+    program->settings.Address = 0;
+    bus->SetUsbResource(Resource());
+    W_ClearMemory(program->buffers.Current(), 0, program->settings.MemorySize);
+    ASSERT_TRUE(ReadBack());
+    EXPECT_EQ(Codes(), sent);
+    ExpectIdle();
+    program->buffers.Undo_Swap(); // the read-back is an edit
+    EXPECT_EQ(Codes(), std::vector<std::int16_t>(sent.size(), 0));
+  }
+}
+
+TEST_F(Transfers, ControlPointsGoThereAndBack) {
+  Choose(1, kUsbTmc);
+  const auto codes = W_Lock(program->buffers.Current());
+  for (std::size_t i = 0; i < 1024; ++i) codes[i] = static_cast<std::int16_t>(i < 512 ? i * 30 : (1023 - i) * 20);
+  const std::vector<std::int16_t> sent = Codes();
+  setup->RefreshControlPoints();
+  ASSERT_EQ(setup->TransferFormatChoice(), 1);
+  ASSERT_TRUE(TransferWave());
+  const auto held = sim::Memory("XG5531", program->settings.MemoryNo);
+  ASSERT_TRUE(held);
+  EXPECT_EQ(held->format, 1);
+  EXPECT_EQ(static_cast<int>(held->controls.size()), program->settings.ControlPointCount);
+  W_ClearMemory(program->buffers.Current(), 0, 1024);
+  ASSERT_TRUE(ReadBack());
+  EXPECT_EQ(Codes(), sent);
+  EXPECT_EQ(program->settings.TransferFormat, 1);
+}
+
+TEST_F(Transfers, ASmallerShownMemoryThinsTheWaveform) {
+  Choose(0, kUsbTmc);
+  setup->ChooseMemorySize(static_cast<int>(setup->MemorySizes().size()) - 2);
+  setup->ApplyMemorySize();
+  setup->ChooseMemorySize(static_cast<int>(setup->MemorySizes().size()) - 1);
+  const std::vector<std::int16_t> codes = Codes();
+  ASSERT_EQ(codes.size(), 2048U);
+  ASSERT_TRUE(TransferWave());
+  const auto held = sim::Memory("XG5530", program->settings.MemoryNo);
+  ASSERT_TRUE(held);
+  ASSERT_EQ(held->codes.size(), 1024U);
+  for (std::size_t i = 0; i < 1024; ++i) ASSERT_EQ(held->codes[i], codes[2 * i]);
+}
+
+TEST_F(Transfers, AnEmptyMemoryAndAnOldFileGiveNothing) {
+  Choose(1, kUsbTmc);
+  const std::vector<std::int16_t> before = Codes();
+  desktop.boxes.Expect("Since there is no waveform data, read-out is stopped.");
+  EXPECT_FALSE(ReadBack());
+  ExpectIdle();
+  Choose(1, kNiGpib); // has no way to receive a block
+  ASSERT_TRUE(TransferWave());
+  desktop.boxes.Expect("Module IntfcLib : Function Data Recv SCPI");
+  desktop.boxes.Expect("Interface System error");
+  EXPECT_FALSE(ReadBack());
+  EXPECT_FALSE(DecodeWaveform(*program, *setup));
+  EXPECT_EQ(Codes(), before);
+  ExpectIdle();
+}
+
+TEST(ReceivedBlockTest, OnlyAWholeBlockIsTaken) {
+  const std::string good("\"A\",#212\0\0\0\0\0\0\0\2\x12\x34\xFF\xFE", 20);
+  const ReceivedBlock block = ParseReceivedBlock(good);
+  EXPECT_EQ(block.kind, ReceivedBlock::Kind::Points);
+  EXPECT_EQ(block.codes, (std::vector<std::int16_t>{0x1234, -2}));
+  for (std::size_t length = 0; length < good.size(); ++length)
+    EXPECT_EQ(ParseReceivedBlock(good.substr(0, length)).kind, ReceivedBlock::Kind::None) << length;
+  for (const char* bad : {",#", ",#0", ",#a12345", ",#9999999999", ",#17\0\0\0\0\0\0\0", "no block at all"})
+    EXPECT_EQ(ParseReceivedBlock(bad).kind, ReceivedBlock::Kind::None) << bad;
+  std::string other = good;
+  other[11] = 7; // a format that nobody knows
+  EXPECT_EQ(ParseReceivedBlock(other).kind, ReceivedBlock::Kind::None);
+  EXPECT_EQ(ParseReceivedBlock(std::string(30, ' ') + good).kind, ReceivedBlock::Kind::None); // too far behind
+}
+
+TEST_F(Transfers, TheLoopTestCountsUntilItIsStopped) {
+  Choose(1, kUsbTmc);
+  WaveTransfer transfer(*program, *setup, *bus, progress);
+  LoopTest loop(*program, transfer, progress);
+  int opened = 0;
+  progress.onValue = [&](int value) {
+    if (progress.steps.back() == "load data 5" && value == 5 && ++opened == 3) {
+      desktop.boxes.Expect("次の転送完了後テストを終了します");
+      loop.Press();
+    }
+  };
+  loop.Press();
+  EXPECT_EQ(progress.captions, (std::vector<std::string>{"1", "2", "3", ""}));
+  EXPECT_FALSE(loop.Running());
+  ExpectIdle();
+}
+
+} // namespace calder
