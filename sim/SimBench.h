@@ -27,8 +27,7 @@ void Reset();
 //   fail CALL           the call does nothing and returns the library's general error
 //   timeout CALL        the call does nothing and returns that its time limit has passed
 //   short CALL BYTES    a call that moves data moves only the first BYTES of them and says so, without an error; the
-//   rest
-//                       of what was to be written is lost, the rest of an answer can still be read
+//                       rest of what was to be written is lost, the rest of an answer can still be read
 //   late CALL SECONDS   the call takes that long; when this is more than its time limit, it is a timeout at the limit
 //   unplug CALL         this call and every later one, by whichever library, finds the board or the device gone
 // False: a line was not understood; nothing of the text is added then.
