@@ -68,7 +68,7 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void
   const int left = registry.GetFormLeft(kFormName) / kTwipsPerPixel;
   const int top = registry.GetFormTop(kFormName) / kTwipsPerPixel;
   if (left != 0 || top != 0) move(left, top);
-  resize(640, 440);
+  resize(640, 410);
   ui_->SSTab->setCurrentIndex(0);
   ui_->Comb_System->setFocus();
   // Something may have left the dialog without a focus while it is the window in front.
