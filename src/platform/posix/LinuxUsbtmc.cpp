@@ -87,6 +87,7 @@ std::vector<UsbtmcDevice> LinuxUsbtmc::Devices() {
   }
   std::sort(found.begin(), found.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<UsbtmcDevice> devices;
+  devices.reserve(found.size());
   for (auto& [number, device] : found) devices.push_back(std::move(device));
   return devices;
 }
