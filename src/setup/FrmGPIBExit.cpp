@@ -124,6 +124,10 @@ void ProgressWindow::Sent(std::size_t bytes, std::size_t total) {
   if (form_) form_->ShowRate(Text(TransferRateText(bytes, total, seconds, program_.language)));
 }
 
+void ProgressWindow::Left(int seconds) {
+  if (form_) form_->ShowRate(Text(SecondsLeftText(seconds, program_.language)));
+}
+
 void ProgressWindow::Caption(const std::string& text) {
   caption_ = text;
   if (form_ && !text.empty()) form_->setWindowTitle(Text(text));

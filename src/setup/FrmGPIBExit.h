@@ -62,6 +62,7 @@ public:
   void Step(const std::string& text, int maximum) override;
   void Value(int value) override;
   void Sent(std::size_t bytes, std::size_t total) override;
+  void Left(int seconds) override;
   void Caption(const std::string& text) override;
   [[nodiscard]] bool Cancelled() const override { return cancelled_ || (form_ && form_->GpibExit()); }
   void Unload() override;
