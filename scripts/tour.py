@@ -10,12 +10,14 @@ import signal
 import struct
 import subprocess
 import sys
+import time
 
 from virtual_desktop import Desktop, StepFailed, check
 
 PROGRAM, FOLDER = os.path.abspath(sys.argv[1]), os.path.abspath(sys.argv[2])
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 SAMPLE = os.path.join(ROOT, "data", "sine-burst.txt")
+BENCH = os.path.join(os.path.dirname(os.path.dirname(PROGRAM)), "sim")
 WDB_SETTINGS, WDB_POINTS = 352, 524288
 
 
@@ -61,6 +63,8 @@ class Tour:
         return path
 
     def open_sample(self):
+        # The instruments are the simulated ones that were built with the program; what goes over their buses is noted.
+        self.desktop.env.update(CALDER_BUS_PATH=BENCH, CALDER_SIM_TRAFFIC=self.path("traffic.txt"))
         self.program = subprocess.Popen([PROGRAM, SAMPLE], env=self.desktop.env, cwd=self.desktop.home)
         self.desktop.wait_title(r"Orvo Calder for XG5530/31 <.*sine-burst\.txt>")
         self.desktop.picture("1-opened")
@@ -171,11 +175,71 @@ class Tour:
         self.desktop.type(start + "\t")
         self.desktop.type(end + "\t")
 
+    def setup(self, *keys):
+        """The System Setup dialog, and keys in it."""
+        d = self.desktop
+        d.key("alt+s", "s")
+        d.wait_title("System Setup$")
+        if keys:
+            d.key(*keys)
+
+    def transfer(self, picture):
+        d = self.desktop
+        d.key("alt+t")
+        d.wait_title("^Copy wave data$")
+        d.picture(picture)
+        d.wait_title("System Setup$", 60)
+
+    def read_back(self, name, sent):
+        """The waveform in the editor is cleared, read back and compared."""
+        d = self.desktop
+        d.key("Return")
+        d.wait_title(r"\.txt>$")
+        d.key("ctrl+d")
+        check(not any(codes_of_text(self.save("ctrl+t", "cleared-" + name))), "the waveform was not cleared")
+        self.setup("alt+w", "alt+r")
+        time.sleep(1.5)
+        d.wait_title("System Setup$")
+        d.key("Return")
+        d.wait_title(r"\.txt>$")
+        check(codes_of_text(self.save("ctrl+t", name)) == sent, "the waveform came back changed")
+
+    def usb(self):
+        """To the XG5531 over USBTMC and back."""
+        d = self.desktop
+        self.setup("Down", "alt+w", "alt+z", "Home", "Down", "Down", "Down")
+        d.key("Return")
+        d.wait_title(r"\.txt>$")
+        sent = codes_of_text(self.save("ctrl+t", "sent.txt"))
+        check(len(sent) == 65536 and len(set(sent)) > 1000, "the shorter waveform is wrong")
+        self.setup()
+        self.transfer("10-transfer-usb")
+        d.picture("11-setup")
+        self.read_back("back-usb.txt", sent)
+        with open(self.path("traffic.txt"), encoding="utf-8") as traffic:
+            calls = traffic.read()
+        check("viWriteFromFile" in calls and "ibwrt" not in calls, "the waveform did not go over USBTMC")
+        return sent
+
+    def gpib(self, sent):
+        """To its memory 2 over NI GPIB, and back over USBTMC."""
+        d = self.desktop
+        self.setup("alt+i", "Down", "alt+g")
+        d.type("2\t")
+        d.picture("12-setup-gpib")
+        d.key("alt+w", "alt+b")
+        d.type("2\t")
+        self.transfer("13-transfer-gpib")
+        d.key("alt+s", "alt+i", "Up")
+        self.read_back("back-gpib.txt", sent)
+        with open(self.path("traffic.txt"), encoding="utf-8") as traffic:
+            check("ibwrt" in traffic.read(), "the waveform did not go over GPIB")
+
     def close(self):
         d = self.desktop
         d.key("alt+F4")
         d.wait_title("^Caution Message$")
-        d.picture("10-closing")
+        d.picture("14-closing")
         d.key("Return")
         check(self.program.wait(timeout=10) == 0, "the program ended with %s" % self.program.returncode)
 
@@ -198,6 +262,8 @@ def main():
             ("undo and save", lambda: tour.undo_and_save(state["whole"])),
             ("open it again", lambda: tour.reopen(state["whole"])),
             ("create three pages", tour.create),
+            ("transfer over USBTMC and read back", lambda: state.update(sent=tour.usb())),
+            ("transfer over NI GPIB and read back", lambda: tour.gpib(state["sent"])),
             ("close", tour.close),
         ]
         for step, action in steps:

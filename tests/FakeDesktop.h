@@ -58,7 +58,7 @@ public:
   }
 
   bool acceptAll = false; // what comes is recorded and answered with OK
-  std::string input; // what the user types when asked
+  std::string input;      // what the user types when asked
   std::vector<std::string> prompts;
   std::deque<std::pair<std::string, BoxAnswer>> expected;
   std::vector<ShownBox> shown;
@@ -121,8 +121,12 @@ public:
 class VirtualClock final : public Clock {
 public:
   [[nodiscard]] double SecondsOfDay() const override { return seconds; }
-  void Wait(double wait, bool) override { seconds += wait; }
+  void Wait(double wait, bool) override {
+    seconds += wait;
+    if (onWait) onWait();
+  }
 
+  std::function<void()> onWait; // what happens meanwhile
   double seconds = 0;
 };
 

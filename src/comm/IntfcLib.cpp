@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 
 namespace calder {
 namespace {
@@ -99,6 +100,8 @@ int IntfcLib::SetUpFirst() {
 }
 
 int IntfcLib::Setup() {
+  std::error_code ignored; // a folder that cannot be made is told by what is to be written there
+  std::filesystem::create_directories(host_.folder, ignored);
   const std::string configuration =
       "MYADRS = 0, BOARD_NAME = GPIB0, USB488ID = " + std::to_string(program_.settings.Address);
   const int result = Call("GP_Init", Context("Setup"), -1, {}, [&](BackEnd& backEnd) {

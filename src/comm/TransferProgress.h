@@ -17,6 +17,8 @@ public:
   virtual void Value(int value) = 0;
   // Bytes on their way so far, of how many: for the rate and the remaining time.
   virtual void Sent(std::size_t bytes, std::size_t total) = 0;
+  // A wait of that many seconds is still to come.
+  virtual void Left(int seconds) = 0;
   // Also for the windows to come; empty: the window's own.
   virtual void Caption(const std::string& text) = 0;
   [[nodiscard]] virtual bool Cancelled() const = 0;

@@ -28,8 +28,12 @@ std::string TransferRateText(std::size_t bytes, std::size_t total, double second
   if (bytes == 0 || bytes > total || seconds < kFirstLook) return {};
   const double rate = static_cast<double>(bytes) / seconds;
   const auto left = static_cast<long>(std::ceil(static_cast<double>(total - bytes) / rate));
-  const std::string count = std::to_string(left);
-  return RateText(rate) + (language == Language::Japanese ? "、残り " + count + " 秒" : ", " + count + " s left");
+  return RateText(rate) + (language == Language::Japanese ? "、" : ", ") + SecondsLeftText(left, language);
+}
+
+std::string SecondsLeftText(long seconds, Language language) {
+  const std::string count = std::to_string(seconds);
+  return language == Language::Japanese ? "残り " + count + " 秒" : count + " s left";
 }
 
 } // namespace calder

@@ -11,4 +11,7 @@ namespace calder {
 // "1.20 MB/s, 3 s left". seconds: since the first byte. Empty until there is something to tell.
 [[nodiscard]] std::string TransferRateText(std::size_t bytes, std::size_t total, double seconds, Language language);
 
+// "3 s left".
+[[nodiscard]] std::string SecondsLeftText(long seconds, Language language);
+
 } // namespace calder

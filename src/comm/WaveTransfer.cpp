@@ -230,6 +230,7 @@ bool WaveTransfer::Select(GpibIO& io) {
 bool WaveTransfer::Count(GpibIO& io, const char* step, int seconds) {
   progress_.Step(step, seconds);
   for (int i = 0; i < seconds && !progress_.Cancelled(); ++i) {
+    progress_.Left(seconds - i);
     io.Wait(1);
     progress_.Value(i + 1);
   }

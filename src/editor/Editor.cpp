@@ -15,7 +15,12 @@ constexpr const char* kUsbIdFile = "USBTMC.ID";
 Editor::Editor(Program& programState)
     : program(programState), setup(program), waveFiles(program, setup), fileCommands(program, waveFiles), view(program),
       markers(program, view), painter(program, markers), commands(program) {
-  setup.SetHooks({{}, [this] { view.MemorySizeChanged(); }, [this] { SettingsChanged(); }});
+  setup.SetHooks({{},
+                  [this] { view.MemorySizeChanged(); },
+                  [this] {
+                    view.Init();
+                    SettingsChanged();
+                  }});
   fileCommands.SetTitleChanged([this] {
     if (port_ != nullptr) port_->ShowState();
   });
@@ -95,6 +100,8 @@ void Editor::AfterOpen() {
 void Editor::ClampScopes() {
   const double size = program.settings.MemorySize;
   for (Scope* scope : {&program.buffers.CurrentScope(), &program.buffers.UndoScope()}) {
+    // A range that lay behind the new end has nothing left: the whole waveform takes its place.
+    if (scope->Start >= size) *scope = {0, size};
     scope->Start = std::clamp(scope->Start, 0.0, size);
     scope->End = std::clamp(scope->End, 0.0, size);
   }

@@ -6,12 +6,14 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QTimer>
 
 namespace calder {
 namespace {
 
 constexpr int kTwipsPerPixel = 15;
 constexpr double kDay = 86400;
+constexpr int kLinger = 200; // milliseconds
 
 QString Text(const std::string& text) {
   return QString::fromStdString(text);
@@ -24,6 +26,12 @@ FrmGPIBExit::FrmGPIBExit(Program& program, QWidget* parent)
   ui_->setupUi(this);
   setWindowModality(Qt::NonModal);
   Set_GpibExitLabel();
+  leaving_ = new QTimer(this);
+  leaving_->setSingleShot(true);
+  connect(leaving_, &QTimer::timeout, this, [this] {
+    close();
+    deleteLater();
+  });
   connect(ui_->CmdGpibExit, &QPushButton::clicked, this, &FrmGPIBExit::CmdGpibExit_Click);
   clsRegistry& registry = program_.registry;
   const int left = registry.GetFormLeft(kFormName) / kTwipsPerPixel;
@@ -55,6 +63,17 @@ void FrmGPIBExit::ShowRate(const QString& text) {
   ui_->LblRate->setText(text);
 }
 
+void FrmGPIBExit::Leave() {
+  leaving_->start(kLinger);
+}
+
+void FrmGPIBExit::Stay() {
+  leaving_->stop();
+  gpibExit_ = false;
+  ui_->CmdGpibExit->setEnabled(true);
+  if (isHidden()) show();
+}
+
 void FrmGPIBExit::CmdGpibExit_Click() {
   gpibExit_ = true;
   ui_->CmdGpibExit->setEnabled(false);
@@ -77,15 +96,16 @@ void FrmGPIBExit::StorePosition() {
 }
 
 void ProgressWindow::Open() {
-  Unload();
   cancelled_ = false;
-  form_ = new FrmGPIBExit(program_, QApplication::activeModalWidget()); // deleted by Unload, or by its parent
+  unloaded_ = false;
+  if (!form_)
+    form_ = new FrmGPIBExit(program_, QApplication::activeModalWidget()); // goes by itself, or with its parent
   if (!caption_.empty()) form_->setWindowTitle(Text(caption_));
-  form_->show();
+  form_->Stay();
 }
 
 void ProgressWindow::Step(const std::string& text, int maximum) {
-  if (!form_) Open();
+  if (!form_ || unloaded_) Open();
   sent_ = 0;
   form_->ShowStep(Text(text), maximum);
   program_.desktop.clock.Wait(0, true);
@@ -104,17 +124,20 @@ void ProgressWindow::Sent(std::size_t bytes, std::size_t total) {
   if (form_) form_->ShowRate(Text(TransferRateText(bytes, total, seconds, program_.language)));
 }
 
+void ProgressWindow::Left(int seconds) {
+  if (form_) form_->ShowRate(Text(SecondsLeftText(seconds, program_.language)));
+}
+
 void ProgressWindow::Caption(const std::string& text) {
   caption_ = text;
   if (form_ && !text.empty()) form_->setWindowTitle(Text(text));
 }
 
 void ProgressWindow::Unload() {
-  if (!form_) return;
+  if (!form_ || unloaded_) return;
   cancelled_ = form_->GpibExit();
-  form_->close();
-  form_->deleteLater();
-  form_ = nullptr;
+  unloaded_ = true;
+  form_->Leave();
 }
 
 } // namespace calder

@@ -7,6 +7,8 @@
 #include <QDialog>
 #include <QPointer>
 
+class QTimer;
+
 #include <memory>
 
 namespace Ui {
@@ -27,6 +29,9 @@ public:
   void ShowStep(const QString& text, int maximum);
   void ShowValue(int value);
   void ShowRate(const QString& text);
+  // Closes the window in a moment, unless Stay comes first: a transfer whose next step follows at once keeps it.
+  void Leave();
+  void Stay();
 
   static constexpr const char* kFormName = "FrmGPIBExit";
 
@@ -41,6 +46,7 @@ private:
 
   Program& program_;
   std::unique_ptr<Ui::FrmGPIBExit> ui_;
+  QTimer* leaving_ = nullptr;
   bool gpibExit_ = false;
 };
 
@@ -48,7 +54,7 @@ private:
 class ProgressWindow final : public TransferProgress {
 public:
   explicit ProgressWindow(Program& program) : program_(program) {}
-  ~ProgressWindow() override { Unload(); }
+  ~ProgressWindow() override { delete form_; }
   ProgressWindow(const ProgressWindow&) = delete;
   ProgressWindow& operator=(const ProgressWindow&) = delete;
 
@@ -56,6 +62,7 @@ public:
   void Step(const std::string& text, int maximum) override;
   void Value(int value) override;
   void Sent(std::size_t bytes, std::size_t total) override;
+  void Left(int seconds) override;
   void Caption(const std::string& text) override;
   [[nodiscard]] bool Cancelled() const override { return cancelled_ || (form_ && form_->GpibExit()); }
   void Unload() override;
@@ -65,6 +72,7 @@ private:
   QPointer<FrmGPIBExit> form_;
   std::string caption_;    // of the loop test; empty: the form's own
   bool cancelled_ = false; // the form went with a cancel
+  bool unloaded_ = false;  // the form is about to go
   double began_ = 0;       // second of the day of the first byte
   std::size_t sent_ = 0;
 };

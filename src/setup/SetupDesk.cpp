@@ -228,7 +228,8 @@ std::string SetupDesk::OscillatorText(int box) const {
 std::string SetupDesk::OscillatorLimitText(int box) const {
   const SystemInfo& settings = program_.settings;
   const auto range = [&](double least, double most) {
-    return FormatEngMask(least, ".###") + program_.messages.Pick(" ～ ", " to ") + FormatEngMask(most, ".###");
+    return (least == 0 ? "0" : FormatEngMask(least, ".###")) + program_.messages.Pick(" ～ ", " to ") +
+           FormatEngMask(most, ".###");
   };
   switch (box) {
   case 0: return range(settings.FrequencyMin, settings.FrequencyMax);

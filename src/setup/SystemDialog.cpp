@@ -68,7 +68,7 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void
   const int left = registry.GetFormLeft(kFormName) / kTwipsPerPixel;
   const int top = registry.GetFormTop(kFormName) / kTwipsPerPixel;
   if (left != 0 || top != 0) move(left, top);
-  resize(640, 440);
+  resize(640, 410);
   ui_->SSTab->setCurrentIndex(0);
   ui_->Comb_System->setFocus();
   // Something may have left the dialog without a focus while it is the window in front.
@@ -303,11 +303,13 @@ void SystemDialog::GoToMemoryName() {
 // What would change the settings under a transfer waits; the loop test's buttons stop it.
 void SystemDialog::SetTransferring(bool transferring) {
   const bool loop = program_.registry.GetLoopTest();
+  if (transferring) focusBefore_ = focusWidget();
   ui_->SSTab->setEnabled(!transferring);
   layout()->menuBar()->setEnabled(!transferring);
   ui_->Btn_Trans_0->setEnabled(!transferring);
   for (QPushButton* button : {ui_->Btn_Trans_1, ui_->Btn_Trans_2}) button->setEnabled(!transferring || loop);
   for (QPushButton* button : {ui_->Btn_OK, ui_->Btn_Cancel}) button->setEnabled(!transferring);
+  if (!transferring && focusBefore_) focusBefore_->setFocus();
 }
 
 void SystemDialog::ShowLastTransfer() {

@@ -5,6 +5,7 @@
 #include "setup/SetupDesk.h"
 
 #include <QDialog>
+#include <QPointer>
 
 #include <array>
 #include <functional>
@@ -60,6 +61,7 @@ private:
   std::function<void()> waveformChanged_;
   std::unique_ptr<Ui::SystemDialog> ui_;
   std::array<ValueBox*, 4> oscillator_{};
+  QPointer<QWidget> focusBefore_; // the transfer under way
   QTimer* timSetFocus_ = nullptr;
   bool closing_ = false;
 };

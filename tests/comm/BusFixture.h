@@ -25,6 +25,7 @@ struct RecordingProgress final : TransferProgress {
     if (onValue) onValue(value);
   }
   void Sent(std::size_t bytes, std::size_t) override { sent = bytes; }
+  void Left(int) override {}
   void Caption(const std::string& text) override { captions.push_back(text); }
   [[nodiscard]] bool Cancelled() const override { return cancelled; }
   void Unload() override { ++unloads; }
@@ -56,6 +57,7 @@ struct BusFixture : testing::Test {
     program.emplace(desktop.Services());
     setup.emplace(*program);
     bus.emplace(*program, std::function<std::unique_ptr<Visa>()>(), std::function<void()>());
+    EXPECT_TRUE(ReadUsbIds(CALDER_SOURCE_DIR "/data/USBTMC.ID", program->usbIds));
     EXPECT_TRUE(InitialiseSystem(*program, *setup));
   }
   ~BusFixture() override {

@@ -25,9 +25,9 @@ TEST(Fault, EachHasItsNumberAndItsPlace) {
       {-1,
        {"@[a=1", "[a@]1", "[a=@]1", "[@=1]1", "[@1=1]1", "[a=1 @b=2]1", "[a@==1]1", "[a=@x]1", "[a=@rnd()]1", "[@x=1]1",
         "[a=1@/0]1", "[a=@b;b=1]1", "[a=@sin]1", "[a=@(1]1", "[a=@1e]1", "[@[a=1]]1"}}};
-  Evaluator evaluator;
   for (const auto& [code, texts] : rows) {
     for (std::string text : texts) {
+      Evaluator evaluator; // that remembers no constants
       const std::size_t position = text.find('@');
       text.erase(position, 1);
       double result = 77;
@@ -38,6 +38,7 @@ TEST(Fault, EachHasItsNumberAndItsPlace) {
       EXPECT_EQ(result, 77) << text;
     }
   }
+  Evaluator evaluator;
   double result = 0;
   EXPECT_EQ(evaluator.EvalOneL("1", 3, result), 0);
   EXPECT_EQ(evaluator.LastFault().code, 0) << "a call that went well has no fault";

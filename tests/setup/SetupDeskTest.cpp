@@ -1,0 +1,175 @@
+#include "setup/SetupDesk.h"
+
+#include "comm/BusFixture.h"
+#include "files/FileCommands.h"
+#include "files/WaveFiles.h"
+
+namespace calder {
+namespace {
+
+struct RecordingSetup final : SetupPort {
+  void ShowRecord() override { ++shows; }
+  void GoToMemoryName() override { ++nameVisits; }
+  void SetTransferring(bool on) override { transferring.push_back(on); }
+  void WaveformChanged() override { ++changes; }
+  void Close() override { ++closes; }
+  int shows = 0;
+  int nameVisits = 0;
+  std::vector<bool> transferring;
+  int changes = 0;
+  int closes = 0;
+};
+
+struct Desk : BusFixture {
+  WaveFiles waveFiles{*program, *setup};
+  FileCommands files{*program, waveFiles};
+  RecordingSetup port;
+  std::optional<SetupDesk> desk;
+  SystemInfo& settings = program->settings;
+
+  Desk() {
+    desktop.folders.bus = CALDER_SIM_FOLDER;
+    desk.emplace(*program, *setup, files, waveFiles, *bus, progress);
+    desk->SetPort(&port);
+    setup->ChooseModel(1);
+    desk->Form_Load();
+  }
+  void ChooseKind(InterfaceKind kind) {
+    for (std::size_t i = 0; i < setup->Interfaces().size(); ++i) {
+      if (setup->Interfaces()[i].kind == kind) desk->ChooseInterface(static_cast<int>(i));
+    }
+    EXPECT_EQ(program->interfaceKind, kind);
+  }
+};
+
+} // namespace
+
+TEST_F(Desk, TheAddressKeepsOffTheController) {
+  settings.Address = 0;
+  ChooseKind(kNiGpib);
+  EXPECT_EQ(settings.Address, 1); // moved away from the board's 0
+  desk->StepAddress(-1);          // round the end, over the 0
+  EXPECT_EQ(settings.Address, 30);
+  desk->StepAddress(1);
+  EXPECT_EQ(settings.Address, 1);
+  desktop.boxes.Expect("This Address is Controller Address.\r   Address: 0");
+  desk->EnterAddress("0");
+  for (const char* refused : {"31", "-1", "", "1.5"}) desk->EnterAddress(refused);
+  EXPECT_EQ(settings.Address, 1);
+  desk->EnterAddress("7");
+  EXPECT_EQ(settings.Address, 7);
+}
+
+TEST_F(Desk, EntriesStayInTheirRanges) {
+  desk->EnterMemoryNo("200");
+  desk->StepMemoryNo(-5);
+  EXPECT_EQ(settings.MemoryNo, 1);
+  desk->EnterMemoryNo("128");
+  desk->StepMemoryNo(1);
+  EXPECT_EQ(settings.MemoryNo, 128);
+  desk->EnterMemoryName("  A name of more than thirty-two characters  ");
+  EXPECT_EQ(settings.MemoryName, "A name of more than thirty-two c");
+  desk->ChooseUnit(SetupDesk::Axis::X, 2);
+  desk->EnterUnitName(SetupDesk::Axis::X, "ミリ秒ミリ秒ミリ秒");
+  EXPECT_EQ(desk->UnitName(SetupDesk::Axis::X), "ミリ秒ミリ秒ミリ");
+  desk->EnterUnitRange(SetupDesk::Axis::X, SetupDesk::End::Max, "-1"); // below the smallest
+  desk->EnterUnitRange(SetupDesk::Axis::X, SetupDesk::End::Max, "2.5k");
+  EXPECT_EQ(settings.XUserMax, 2500);
+  const double frequency = settings.Frequency = 1234.000000001;
+  desk->EnterOscillator(0, desk->OscillatorText(0)); // left as it was
+  EXPECT_EQ(settings.Frequency, frequency);
+  desk->EnterOscillator(0, "  ");
+  EXPECT_EQ(settings.Frequency, frequency);
+}
+
+TEST_F(Desk, CancelRestoresEverythingAndOkAppliesTheMemorySize) {
+  const SystemInfo before = settings;
+  program->registry.SetGpibBoard(kUsbTmc);
+  desk->ChooseModel(6);
+  desk->ChooseMemorySize(1);
+  desk->EnterOscillator(2, "2");
+  EXPECT_NE(settings, before);
+  desk->Btn_Cancel_Click();
+  EXPECT_EQ(settings, before);
+  EXPECT_EQ(setup->ModelChoice(), 1);
+  EXPECT_EQ(program->interfaceKind, kUsbTmc);
+  EXPECT_EQ(port.closes, 1);
+
+  desk->Form_Load();
+  desk->ChooseMemorySize(2);
+  EXPECT_EQ(settings.MemorySize, before.MemorySize);
+  desk->Btn_OK_Click();
+  EXPECT_EQ(settings.MemorySize, 131072);
+  desk->Form_Unload();
+  EXPECT_EQ(desktop.settings.Get("Sysinfo", "sys_no"), "1");
+  EXPECT_EQ(desktop.settings.Get("Sysinfo", "memory_width_no"), "2");
+}
+
+TEST_F(Desk, UsbInstrumentsAreListedAndNoneStopsATransfer) {
+  ChooseKind(kUsbTmc);
+  EXPECT_EQ(desk->SerialNumbers(), std::vector<std::string>{"1234567"});
+  EXPECT_EQ(desk->ResourceName(), "USB0::0x1209::0x5531::1234567");
+  desk->Btn_Trans_Click(SetupDesk::Transfer::Settings);
+  EXPECT_EQ(settings.Address, 0);
+  EXPECT_EQ(port.transferring, (std::vector<bool>{true, false}));
+  EXPECT_FALSE(sim::Messages("XG5531").empty());
+
+  ASSERT_TRUE(sim::Set("XG5531", "power", "off"));
+  ChooseKind(kUsbTmc);
+  EXPECT_EQ(desk->SerialNumbers(), std::vector<std::string>{"None"});
+  EXPECT_EQ(desk->ResourceName(), "");
+  desktop.boxes.Expect("No Listeners on the interface");
+  desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
+  ExpectIdle();
+}
+
+TEST_F(Desk, AWrongMemoryNameGoesNowhere) {
+  for (const char* name : {"波形", "a\"b", "tab\tx"}) {
+    settings.MemoryName = name;
+    desktop.boxes.Expect("Invalid Memory Name.(2-byte Character)");
+    desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
+  }
+  EXPECT_EQ(port.nameVisits, 3);
+  EXPECT_TRUE(sim::Messages("XG5531").empty());
+}
+
+TEST_F(Desk, SystemFilesKeepEverySetting) {
+  ChooseKind(kNiGpib);
+  settings.Output = 2;
+  settings.Polarity = 4;
+  settings.XUserName = "ms";
+  const SystemInfo saved = settings;
+  const std::string path = (folder / "settings.ocb").string();
+  desktop.dialogs.Answer(path);
+  desk->Menu_FileSave_Click();
+  EXPECT_EQ(program->names.LastSystemFile, path);
+  desk->ChooseModel(20);
+  desktop.dialogs.Answer(path);
+  desk->Menu_FileOpen_Click();
+  EXPECT_EQ(settings.ModelName, "XG5531");
+  EXPECT_EQ(settings.Output, 2);
+  EXPECT_EQ(settings.Polarity, 4);
+  EXPECT_EQ(settings.Address, saved.Address);
+  EXPECT_EQ(settings.XUserName, "ms");
+  EXPECT_EQ(program->interfaceKind, kNiGpib);
+  EXPECT_EQ(setup->ModelChoice(), 1);
+
+  std::filesystem::resize_file(path, 100);
+  const SystemInfo before = settings;
+  desktop.dialogs.Answer(path);
+  desktop.boxes.Expect("[" + path + "] File Read error.");
+  desk->Menu_FileOpen_Click();
+  EXPECT_EQ(settings, before);
+}
+
+TEST_F(Desk, ReadBackDrawsAndTheBenchIsNamed) {
+  ChooseKind(kUsbTmc);
+  desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
+  desk->Btn_Trans_Click(SetupDesk::Transfer::ReadBack);
+  EXPECT_EQ(port.changes, 1);
+  ChooseKind(kNiGpib);
+  EXPECT_EQ(SimulatedBench(CALDER_SIM_FOLDER).AddressOf("XG5531"), 2);
+  EXPECT_FALSE(SimulatedBench("").Present());
+}
+
+} // namespace calder
