@@ -11,6 +11,12 @@ namespace calder {
 // One period of a full-scale sine with a vector library, rounded and narrowed by hand. False where it cannot run.
 [[nodiscard]] bool PeerSine(std::span<std::int16_t> codes);
 
+// 12.3 periods of a full-scale triangle (30 % rise), square (30 % duty), square with slopes, and noise.
+[[nodiscard]] bool PeerTriangle(std::span<std::int16_t> codes);
+[[nodiscard]] bool PeerSquare(std::span<std::int16_t> codes);
+[[nodiscard]] bool PeerSlopes(std::span<std::int16_t> codes);
+[[nodiscard]] bool PeerNoise(std::span<std::int16_t> codes);
+
 // The loop itself, where it was built.
 void SleefSine(std::span<std::int16_t> codes);
 

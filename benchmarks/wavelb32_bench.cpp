@@ -59,21 +59,6 @@ public:
     context.SetPen(0x5555FF);
     Require(W_DrawWave2(context, wave, 0, 0, all, W_CODE_SPAN, width, height));
   }
-  // Ground, grid, zero line, waveform, two markers.
-  void DrawFrame(WaveHandle wave) {
-    context.Clear(0x102030);
-    context.SetPen(0xD0D0D0);
-    for (int i = 1; i < 8; ++i) context.Line(0, height * i / 8, width - 1, height * i / 8);
-    for (int i = 1; i < 10; ++i) context.Line(width * i / 10, 0, width * i / 10, height - 1);
-    context.SetPen(0xFFFFFF);
-    Require(W_DrawGrid2(context, 0, W_CODE_SPAN, width, height));
-    DrawWave(wave);
-    context.SetDrawMode(DrawMode::Invert);
-    context.Line(width / 3, 0, width / 3, height - 1);
-    context.Line(width / 2, 0, width / 2, height - 1);
-    context.SetDrawMode(DrawMode::CopyPen);
-  }
-
   std::vector<std::uint32_t> pixels = std::vector<std::uint32_t>(static_cast<std::size_t>(width) * height, 0xFF000000);
   PixelContext context;
 };
@@ -83,15 +68,12 @@ void Drawing(FigureTable& table, WaveHandle wave, WaveHandle noise) {
   std::vector<std::uint32_t> image(picture.pixels.size(), 0);
   struct Kind {
     const char* drawn;
-    const char* framed;
     double sine;
     double noise;
   };
-  const Kind kinds[] = {{"W_DrawWave2, sine / filling the image", "a whole frame, sine / copying the image", 65534, 0},
-                        {"W_DrawWave2, sine with noise / filling the image",
-                         "a whole frame, sine with noise / copying the image", 50000, 8000},
-                        {"W_DrawWave2, full-scale noise / filling the image",
-                         "a whole frame, full-scale noise / copying the image", 0, 65534}};
+  const Kind kinds[] = {{"W_DrawWave2, sine / filling the image", 65534, 0},
+                        {"W_DrawWave2, sine with noise / filling the image", 50000, 8000},
+                        {"W_DrawWave2, full-scale noise / filling the image", 0, 65534}};
   for (const Kind& kind : kinds) {
     Require(W_MakeSin(wave, 0, all, 0, kind.sine, 3, 0));
     Require(W_MakeNoise(noise, 0, all, 0, kind.noise));
@@ -100,12 +82,6 @@ void Drawing(FigureTable& table, WaveHandle wave, WaveHandle noise) {
     table.Row(
         kind.drawn, 2.5, rounds, [&] { picture.DrawWave(wave); },
         [&] { std::fill(image.begin(), image.end(), ++color); });
-    table.Row(
-        kind.framed, 1.3, rounds, [&] { picture.DrawFrame(wave); },
-        [&] {
-          std::memcpy(image.data(), picture.pixels.data(), image.size() * sizeof(image[0]));
-          sink = static_cast<int>(image.back());
-        });
   }
 }
 
@@ -115,6 +91,26 @@ void Generation(FigureTable& table, WaveHandle wave) {
     table.Row(
         "W_MakeSin of 524288 points / hand-written vectors", 1.5, rounds,
         [&] { Require(W_MakeSin(wave, 0, all, 0, 65534, 1, 0)); }, [&] { Require(PeerSine(codes), "peer"); });
+  if (PeerTriangle(codes)) {
+    table.Row(
+        "W_MakeTriangle / hand-written vectors", 1.5, rounds,
+        [&] { Require(W_MakeTriangle(wave, 0, all, 0, 65534, 12.3, 0, 30)); },
+        [&] { Require(PeerTriangle(codes), "peer"); });
+    table.Row(
+        "W_MakeSquare, sharp / hand-written vectors", 1.5, rounds,
+        [&] { Require(W_MakeSquare(wave, 0, all, 0, 65534, 12.3, 0, 30, 0)); },
+        [&] { Require(PeerSquare(codes), "peer"); });
+    table.Row(
+        "W_MakeSquare, sloped / hand-written vectors", 1.5, rounds,
+        [&] { Require(W_MakeSquare(wave, 0, all, 0, 65534, 12.3, 0, 30, 10)); },
+        [&] { Require(PeerSlopes(codes), "peer"); });
+    table.Row(
+        "W_MakeNoise / hand-written vectors", 1.5, rounds, [&] { Require(W_MakeNoise(wave, 0, all, 0, 65534)); },
+        [&] { Require(PeerNoise(codes), "peer"); });
+  }
+  table.Row(
+      "W_MakeDC / filling", 1.5, rounds, [&] { Require(W_MakeDC(wave, 0, all, 123)); },
+      [&] { std::fill(codes.begin(), codes.end(), static_cast<std::int16_t>(123)); });
   table.TimeRow("W_MakeSin", frame, rounds, [&] { Require(W_MakeSin(wave, 0, all, 5, 65534, 12.3, 45)); });
   table.TimeRow("W_MakeTriangle", frame, rounds,
                 [&] { Require(W_MakeTriangle(wave, 0, all, 5, 65534, 12.3, 45, 30)); });

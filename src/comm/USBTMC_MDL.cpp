@@ -17,6 +17,11 @@ int ResultOf(ViStatus status) {
   return status == VI_ERROR_RSRC_NFOUND ? kBusNoBoard : kBusFailed;
 }
 
+// An instrument without remote control has nothing to be asked for.
+int RemoteResultOf(ViStatus status) {
+  return status == VI_ERROR_NSUP_OPER ? kBusOk : ResultOf(status);
+}
+
 bool WritePayload(const std::string& path, std::string_view payload) {
   const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "wb"), &std::fclose);
   return file && std::fwrite(payload.data(), 1, payload.size(), file.get()) == payload.size() &&
@@ -100,14 +105,14 @@ int USBTMC_MDL::GP_Receive_Str(int address, std::string& text) {
 int USBTMC_MDL::GP_LLO() {
   Resource& resource = At(kNoAddress);
   if (const int result = Open(resource); result != kBusOk) return result;
-  return ResultOf(visa_->viGpibControlREN(resource.session, VI_GPIB_REN_ASSERT_ADDRESS_LLO));
+  return RemoteResultOf(visa_->viGpibControlREN(resource.session, VI_GPIB_REN_ASSERT_ADDRESS_LLO));
 }
 
 int USBTMC_MDL::GP_REN(bool on) {
   Resource& resource = At(kNoAddress);
   if (!on && resource.session == 0) return visa_ ? kBusOk : kBusNoBoard;
   if (const int result = Open(resource); result != kBusOk) return result;
-  return ResultOf(visa_->viGpibControlREN(resource.session, on ? VI_GPIB_REN_ASSERT : VI_GPIB_REN_DEASSERT_GTL));
+  return RemoteResultOf(visa_->viGpibControlREN(resource.session, on ? VI_GPIB_REN_ASSERT : VI_GPIB_REN_DEASSERT_GTL));
 }
 
 int USBTMC_MDL::GP_SDC(int address) {

@@ -77,7 +77,7 @@ TEST_F(WaveFilesTest, OpeningAWdbFileOfAnotherSizeChangesTheMemoryAndTheView) {
   EXPECT_EQ(program->settings.MemorySize, 65536);
   EXPECT_EQ(program->view.XEnd, 65536);
   EXPECT_EQ(program->view.ScrollStep, 2);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{65536, 65536}));
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 65536}));
 }
 
 TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {

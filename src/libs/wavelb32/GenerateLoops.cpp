@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <numbers>
+#include <type_traits>
 
 namespace calder::wavelb {
 
@@ -13,8 +14,40 @@ namespace {
 // not decide on which side of a jump a point stands that is meant to be on it.
 constexpr double jumpTolerance = 1e-9;
 
-[[gnu::always_inline]] inline double TurnOf(const Turns& turns, std::int32_t i) {
-  return turns.period * (turns.first + i) / turns.count + turns.phase;
+// No value of these levels leaves 32 bits.
+bool IsSmall(const Level& level) {
+  return std::abs(level.offset) + std::abs(level.half) < 1e9;
+}
+
+// As ToCode, for a value within 32 bits: whole numbers are limited several times as fast.
+[[gnu::always_inline]] inline std::int16_t SmallToCode(double value) {
+  const auto whole = static_cast<std::int32_t>(std::rint(value));
+  const std::int32_t above = whole < -W_CODE_MAX ? -W_CODE_MAX : whole;
+  return static_cast<std::int16_t>(above > W_CODE_MAX ? W_CODE_MAX : above);
+}
+
+template <bool small>
+[[gnu::always_inline]] inline std::int16_t CodeOf(double value) {
+  if constexpr (small) return SmallToCode(value);
+  return ToCode(value);
+}
+
+// Fills every point with what codeAt makes of its turn; codeAt's second argument says whether CodeOf<true> will do. In
+// the usual case the level is small and the count a power of two, and a division by that is a product with its inverse,
+// to the last bit.
+template <typename CodeAt>
+[[gnu::always_inline]] inline void FillTurns(std::int16_t* codes, std::int32_t count, const Turns& turns,
+                                             const Level& level, CodeAt codeAt) {
+  int exponent = 0;
+  const bool powerOfTwo = std::frexp(turns.count, &exponent) == 0.5;
+  if (powerOfTwo && IsSmall(level) && std::abs(turns.period) > 1e-200) {
+    const double step = turns.period / turns.count;
+    for (std::int32_t i = 0; i < count; ++i)
+      codes[i] = codeAt(step * (turns.first + i) + turns.phase, std::true_type());
+    return;
+  }
+  for (std::int32_t i = 0; i < count; ++i)
+    codes[i] = codeAt(turns.period * (turns.first + i) / turns.count + turns.phase, std::false_type());
 }
 
 // The part of a turn behind its last whole number, 0 <= part < 1.
@@ -45,7 +78,10 @@ constexpr double jumpTolerance = 1e-9;
 }
 
 CALDER_VECTOR void SineLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level) {
-  for (std::int32_t i = 0; i < count; ++i) codes[i] = ToCode(level.offset + level.half * SineOfTurn(TurnOf(turns, i)));
+  FillTurns(
+      codes, count, turns, level, [=](double turn, auto small) __attribute__((always_inline)) {
+        return CodeOf<small.value>(level.offset + level.half * SineOfTurn(turn));
+      });
 }
 
 CALDER_VECTOR void TriangleLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double rise) {
@@ -53,46 +89,61 @@ CALDER_VECTOR void TriangleLoop(std::int16_t* codes, std::int32_t count, Turns t
   const double shift = rise / 2;
   const double upSlope = rise > 0 ? 2 / rise : 0;
   const double downSlope = rise < 1 ? 2 / (1 - rise) : 0;
-  for (std::int32_t i = 0; i < count; ++i) {
-    const double part = PartOf(TurnOf(turns, i) + shift);
-    const double place = part < 1 - jumpTolerance ? part : 0;
-    const double up = place * upSlope - 1;
-    const double down = 1 - (place - rise) * downSlope;
-    codes[i] = ToCode(level.offset + level.half * (place < rise ? up : down));
-  }
+  FillTurns(
+      codes, count, turns, level, [=](double turn, auto small) __attribute__((always_inline)) {
+        const double moved = turn + shift;
+        const double part = moved - std::floor(moved);
+        const double place = part < 1 - jumpTolerance ? part : 0;
+        const double up = place * upSlope - 1;
+        const double down = 1 - (place - rise) * downSlope;
+        return CodeOf<small.value>(level.offset + level.half * (place < rise ? up : down));
+      });
 }
 
 CALDER_VECTOR void JumpSquareLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double high) {
-  const std::int16_t highCode = ToCode(level.offset + level.half);
-  const std::int16_t lowCode = ToCode(level.offset - level.half);
-  for (std::int32_t i = 0; i < count; ++i)
-    codes[i] = PartOf(TurnOf(turns, i) + jumpTolerance) < high ? highCode : lowCode;
+  const auto highCode = static_cast<double>(ToCode(level.offset + level.half));
+  const auto lowCode = static_cast<double>(ToCode(level.offset - level.half));
+  FillTurns(
+      codes, count, turns, level, [=](double turn, auto) __attribute__((always_inline)) {
+        const double code = PartOf(turn + jumpTolerance) < high ? highCode : lowCode;
+        return static_cast<std::int16_t>(static_cast<std::int32_t>(code));
+      });
 }
 
 CALDER_VECTOR void EdgeSquareLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double high,
                                   double edge) {
   const double middle = high / 2; // of the high part
   const double slope = 2 / edge;
-  for (std::int32_t i = 0; i < count; ++i) {
-    const double away = TurnOf(turns, i) - middle;
-    const double distance = std::abs(away - std::rint(away)); // from the nearest middle of a high part
-    const double raw = (middle - distance) * slope;
-    const double above = raw < -1 ? -1 : raw;
-    codes[i] = ToCode(level.offset + level.half * (above > 1 ? 1 : above));
-  }
+  FillTurns(
+      codes, count, turns, level, [=](double turn, auto small) __attribute__((always_inline)) {
+        const double away = turn - middle;
+        const double distance = std::abs(away - std::rint(away)); // from the nearest middle of a high part
+        const double raw = (middle - distance) * slope;
+        const double above = raw < -1 ? -1 : raw;
+        return CodeOf<small.value>(level.offset + level.half * (above > 1 ? 1 : above));
+      });
+}
+
+constexpr std::uint64_t noiseStep = 0x9E3779B97F4A7C15U;
+
+// SplitMix64's value at a place, its upper half as a signed number: -1 < unit < 1, symmetric, never at the ends.
+[[gnu::always_inline]] inline double NoiseUnit(std::uint64_t place) {
+  std::uint64_t value = (place ^ (place >> 30)) * 0xBF58476D1CE4E5B9U;
+  value = (value ^ (value >> 27)) * 0x94D049BB133111EBU;
+  value = value ^ (value >> 31);
+  constexpr double scale = 1.0 / 2147483648.0;
+  return (static_cast<std::int32_t>(value >> 32) + 0.5) * scale;
 }
 
 CALDER_VECTOR void NoiseLoop(std::int16_t* codes, std::int32_t count, Level level, std::uint64_t first) {
-  constexpr double scale = 1.0 / 2147483648.0;
-  for (std::int32_t i = 0; i < count; ++i) {
-    std::uint64_t value = first + static_cast<std::uint64_t>(i) * 0x9E3779B97F4A7C15U;
-    value = (value ^ (value >> 30)) * 0xBF58476D1CE4E5B9U;
-    value = (value ^ (value >> 27)) * 0x94D049BB133111EBU;
-    value = value ^ (value >> 31);
-    // The upper half as a signed number: -1 < unit < 1, symmetric, never at the ends.
-    const double unit = (static_cast<std::int32_t>(value >> 32) + 0.5) * scale;
-    codes[i] = ToCode(level.offset + level.half * unit);
+  std::uint64_t place = first;
+  if (IsSmall(level)) {
+    for (std::int32_t i = 0; i < count; ++i, place += noiseStep)
+      codes[i] = SmallToCode(level.offset + level.half * NoiseUnit(place));
+    return;
   }
+  for (std::int32_t i = 0; i < count; ++i, place += noiseStep)
+    codes[i] = ToCode(level.offset + level.half * NoiseUnit(place));
 }
 
 std::int32_t Length(std::span<std::int16_t> codes) {
@@ -118,7 +169,7 @@ void FillSquare(std::span<std::int16_t> codes, const Turns& turns, const Level& 
 }
 
 void FillNoise(std::span<std::int16_t> codes, const Level& level, std::uint64_t key, std::uint64_t index) {
-  NoiseLoop(codes.data(), Length(codes), level, key + (index + 1) * 0x9E3779B97F4A7C15U);
+  NoiseLoop(codes.data(), Length(codes), level, key + (index + 1) * noiseStep);
 }
 
 } // namespace calder::wavelb
