@@ -1,6 +1,7 @@
 #include "app/ConvUnit.h"
 
 #include "app/EngValB.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,12 +16,6 @@ constexpr double kWholeTolerance = 1e-9;
 
 // Conversions multiply the span by a fraction of the full scale (not the code by a step), so that both ends of a range
 // come out exactly.
-
-std::string TrimBlanks(const std::string& text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 // Both ends belong to the range. NaN counts as below it.
 bool Limit(double& value, double low, double high) {

@@ -1,6 +1,7 @@
 #include "app/Registry.h"
 
 #include "app/EngValB.h"
+#include "platform/AsciiText.h"
 #include "platform/Desktop.h"
 #include "platform/SettingsStore.h"
 
@@ -18,10 +19,8 @@ std::string BoolText(bool value) {
   return value ? "True" : "False";
 }
 
-bool IsTrue(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; });
-  return text == "true";
+bool IsTrue(const std::string& text) {
+  return EqualWithoutCase(text, "true");
 }
 
 template <typename Integer>

@@ -2,6 +2,7 @@
 
 #include "comm/BusTrace.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "platform/AsciiText.h"
 #include "platform/MessageBoxes.h"
 
 #include <algorithm>
@@ -11,12 +12,9 @@
 namespace calder {
 namespace {
 
-std::string Upper(std::string_view text) {
-  std::string upper(text);
-  for (char& c : upper) {
-    if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 'a' + 'A');
-  }
-  return upper;
+// Where the key stands, without regard to case.
+std::size_t FindKey(const std::string& configuration, std::string_view key) {
+  return LowerText(configuration).find(LowerText(std::string(key)));
 }
 
 // In the order of their weight, when several bits are set.
@@ -36,7 +34,7 @@ std::string_view TerminatorText(int mode) {
 }
 
 std::string ConfigurationValue(const std::string& configuration, std::string_view key) {
-  const std::size_t at = Upper(configuration).find(key);
+  const std::size_t at = FindKey(configuration, key);
   if (at == std::string::npos) return {};
   const std::string_view entry = std::string_view(configuration).substr(at, configuration.find(',', at) - at);
   const std::size_t equals = entry.find('=');
@@ -45,7 +43,7 @@ std::string ConfigurationValue(const std::string& configuration, std::string_vie
 }
 
 bool ConfigurationHas(const std::string& configuration, std::string_view key) {
-  return Upper(configuration).find(key) != std::string::npos;
+  return FindKey(configuration, key) != std::string::npos;
 }
 
 unsigned long TimeLimitMilliseconds(int code) {
@@ -69,6 +67,12 @@ void BackEnd::Report(const BackEndHost& host, const char* operation, int address
   const std::string text = std::string(operation) + '\n' + WordOf(result) + "\nアプリケーションを終了しますか?";
   const BoxAnswer answer = host.boxes.Show(Name(), text, BoxButtons::YesNo, BoxIcon::Critical);
   if (answer == BoxAnswer::Yes && host.quit) host.quit();
+}
+
+void CutReply(std::string& reply, std::size_t received) {
+  reply.resize(std::min(received, reply.size()));
+  reply.resize(std::min(reply.size(), reply.find_first_of("\r\n")));
+  reply.erase(reply.find_last_not_of(' ') + 1);
 }
 
 std::string BinaryPayload(std::span<const std::byte> data, int count, int width, bool swap) {

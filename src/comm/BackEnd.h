@@ -105,6 +105,9 @@ private:
 // 1000000.
 [[nodiscard]] unsigned long TimeLimitMilliseconds(int code);
 
+// A reply of that many characters: up to the first line feed or carriage return, without blanks at its end.
+void CutReply(std::string& reply, std::size_t received);
+
 // The elements as the bytes that go out.
 [[nodiscard]] std::string BinaryPayload(std::span<const std::byte> data, int count, int width, bool swap);
 

@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "platform/AsciiText.h"
 #include "platform/MessageBoxes.h"
 
 #include <algorithm>
@@ -15,14 +16,6 @@ constexpr std::string_view kKeys[] = {"maker",  "model",   "serial",  "version",
                                       "freq",   "amprng",  "amp",     "offset",        "ofson",   "ofsoff",  "outon",
                                       "outoff", "arbmask", "arbsend", "arbprecommand", "arbbank", "arbstt",  "arbbswap",
                                       "arbfmt", "arbsize", "arbname", "getsts",        "geterr",  "errmask", "gpibcmd"};
-
-std::string Lower(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
-}
 
 bool HasHexPrefix(std::string_view text) {
   return text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X');
@@ -79,7 +72,7 @@ std::string CommandValue::Format(const std::string& picture) const {
 void clsGpibCommand::SetUp(bool reset, const std::vector<std::string>& keys, const std::vector<Row>& values) {
   if (reset) rows_.clear();
   for (std::size_t i = 0; i < keys.size() && !keys[i].empty(); ++i) {
-    const std::string key = Lower(keys[i]);
+    const std::string key = LowerText(keys[i]);
     if (std::find(std::begin(kKeys), std::end(kKeys), key) == std::end(kKeys)) {
       boxes_.Show("GPIB System Error", "Script Error\r" + keys[i], BoxButtons::Ok, BoxIcon::None);
       continue;
@@ -150,7 +143,7 @@ std::string clsGpibCommand::Output(int state) const {
 bool clsGpibCommand::ArbByteSwap() const {
   const std::string& flag = Get("arbbswap")[0];
   if (flag.empty()) return false;
-  if (Lower(flag) == "true") return true;
+  if (EqualWithoutCase(flag, "true")) return true;
   boxes_.Show("Interface System Error", "ArbByteSwap Command Error\r" + flag, BoxButtons::Ok, BoxIcon::None);
   return false;
 }

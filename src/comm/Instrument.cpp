@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 
@@ -10,11 +11,6 @@ namespace {
 
 constexpr double kSequenceStop = 2; // seconds
 constexpr std::uint32_t kSequenceRuns = 0x0C;
-
-bool EqualWithoutCase(std::string_view a, std::string_view b) {
-  const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return lower(x) == lower(y); });
-}
 
 // The numeric value of a reply as bits.
 std::uint32_t Bits(std::string_view reply) {

@@ -83,9 +83,7 @@ int KI_GPIB_MDL::GP_Receive_Str(int address, std::string& text) {
   text.resize(kReceiveLength);
   long received = 0;
   const int result = ResultOf(api_->_ieee_receive(text.data(), kReceiveLength, &received));
-  text.resize(static_cast<std::size_t>(std::clamp(received, 0L, kReceiveLength)));
-  text.resize(std::min(text.size(), text.find_first_of("\r\n")));
-  text.erase(text.find_last_not_of(' ') + 1);
+  CutReply(text, static_cast<std::size_t>(std::max(received, 0L)));
   return result;
 }
 

@@ -84,9 +84,7 @@ int NI_GPIB_Mdl::GP_Receive_Str(int address, std::string& text) {
   text.assign(kReceiveLength, ' ');
   if (const int result = AddressTalker(address); result != kBusOk) return result;
   const int result = Do([&](const Ni4882& api) { api.ibrd(board_, text.data(), kReceiveLength); });
-  if (count_ >= 0 && count_ < kReceiveLength) text.resize(static_cast<std::size_t>(count_));
-  text.resize(std::min(text.size(), text.find_first_of("\r\n")));
-  text.erase(text.find_last_not_of(' ') + 1);
+  CutReply(text, static_cast<std::size_t>(std::max(count_, 0L)));
   return result;
 }
 

@@ -96,9 +96,7 @@ int USBTMC_MDL::GP_Receive_Str(int address, std::string& text) {
   text.resize(kReceiveLength);
   std::uint32_t received = 0;
   const int result = ResultOf(visa_->viRead(resource.session, text.data(), kReceiveLength, received));
-  text.resize(std::min(received, kReceiveLength));
-  text.resize(std::min(text.size(), text.find_first_of("\r\n")));
-  text.erase(text.find_last_not_of(' ') + 1);
+  CutReply(text, received);
   return result;
 }
 

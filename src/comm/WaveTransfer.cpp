@@ -164,7 +164,7 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
                               const std::string& command) {
   bus_.Tmo(kBlockTimeLimit);
   if (!io.Check(bus_.ErrorCode())) return false;
-  io.Debug("GpPuts", command);
+  if (!HasBlockHeader(io.Snapshot())) io.Debug("GpPuts", command);
   const std::string header = command + DefiniteLengthHeader(block_.size());
   if (!io.Check(bus_.DataScpi(io.Address(), header, block_))) return false;
   progress_.Sent(block_.size(), block_.size());

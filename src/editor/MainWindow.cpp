@@ -1,5 +1,6 @@
 #include "editor/MainWindow.h"
 
+#include "app/FormPosition.h"
 #include "editor/MainWindowCaptions.h"
 #include "ui_MainWindow.h"
 
@@ -14,7 +15,6 @@
 namespace calder {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kDefaultWidth = 1120;
 constexpr int kDefaultHeight = 700;
 constexpr int kValueCharacters = 10;
@@ -64,7 +64,8 @@ MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<U
   if (const QScreen* where = screen()) {
     registry.SetScreen(where->virtualSize().width() * kTwipsPerPixel, where->virtualSize().height() * kTwipsPerPixel);
   }
-  move(registry.GetFormLeft(kFormName) / kTwipsPerPixel, registry.GetFormTop(kFormName) / kTwipsPerPixel);
+  const FormPosition at = StoredPosition(registry, kFormName).value_or(FormPosition());
+  move(at.left, at.top);
 
   editor_.SetPort(this);
   ui_->Opt_DspSel_0->setChecked(true);
@@ -293,9 +294,7 @@ void MainWindow::ShowLabels() {
 
 void MainWindow::StorePosition() {
   if (isMinimized() || isMaximized() || isFullScreen()) return;
-  clsRegistry& registry = editor_.program.registry;
-  registry.SetFormTop(kFormName, pos().y() * kTwipsPerPixel);
-  registry.SetFormLeft(kFormName, pos().x() * kTwipsPerPixel);
+  calder::StorePosition(editor_.program.registry, kFormName, {pos().x(), pos().y()});
 }
 
 bool MainWindow::MayClose(Editor::CloseReason reason) {

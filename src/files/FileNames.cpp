@@ -1,6 +1,7 @@
 #include "files/FileNames.h"
 
 #include "app/Program.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 
@@ -15,10 +16,6 @@ bool HasShortExtension(std::string_view name) {
 
 std::string UntitledIn(std::string_view folder) {
   return std::string(folder) + '/' + kUntitled;
-}
-
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "app/EngValB.h"
 #include "app/UnitLists.h"
 #include "libs/file32/WaveList.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 #include <array>
@@ -48,12 +49,6 @@ std::string TextLine(const std::string& text) {
   if (text.empty()) return std::string(kNoListText);
   // An expression that reads "None" would come back empty; names mean the same in small letters.
   return text == kNoListText ? "none" : text;
-}
-
-std::string TrimBlanks(std::string text) {
-  text.erase(text.find_last_not_of(' ') + 1);
-  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
-  return text;
 }
 
 // Cut before it is decoded: a file may have any length. No character takes more than two bytes.

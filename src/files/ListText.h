@@ -6,7 +6,7 @@
 
 #include "app/ConvUnit.h"
 #include "app/PageTable.h"
-#include "libs/file32/CodePage.h"
+#include "files/SettingsBlock.h"
 
 #include <string>
 #include <string_view>
@@ -17,8 +17,7 @@ class ListText {
 public:
   // The record must outlive this object. The language chooses the comments and the code page.
   ListText(const SystemInfo& settings, Language language)
-      : settings_(settings), units_(settings), language_(language),
-        codePage_(language == Language::Japanese ? CodePage::Japanese : CodePage::Western) {}
+      : settings_(settings), units_(settings), language_(language), codePage_(PageOf(language)) {}
 
   // The user's pages that take part in All Page OK, in the code page.
   [[nodiscard]] std::string Compose(const PageTable& pages) const;

@@ -3,6 +3,7 @@
 #include "files/FileNames.h"
 #include "files/SettingsBlock.h"
 #include "instrument/SystemSetup.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 #include <array>
@@ -12,12 +13,6 @@ namespace {
 
 constexpr std::size_t kModelNameOffset = 2;
 constexpr std::size_t kModelNameBytes = 16;
-
-std::string TrimBlanks(std::string text) {
-  text.erase(text.find_last_not_of(' ') + 1);
-  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
-  return text;
-}
 
 } // namespace
 

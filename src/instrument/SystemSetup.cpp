@@ -1,6 +1,7 @@
 #include "instrument/SystemSetup.h"
 
 #include "app/EngValB.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,12 +9,6 @@
 
 namespace calder {
 namespace {
-
-std::string TrimBlanks(std::string text) {
-  text.erase(text.find_last_not_of(' ') + 1);
-  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
-  return text;
-}
 
 template <typename NameOf>
 std::vector<std::string> ReadList(std::int32_t count, NameOf nameOf) {

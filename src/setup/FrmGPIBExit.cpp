@@ -1,5 +1,6 @@
 #include "setup/FrmGPIBExit.h"
 
+#include "app/FormPosition.h"
 #include "comm/TransferRate.h"
 #include "platform/Clock.h"
 #include "ui_FrmGPIBExit.h"
@@ -11,7 +12,6 @@
 namespace calder {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr double kDay = 86400;
 constexpr int kLinger = 200; // milliseconds
 
@@ -33,10 +33,7 @@ FrmGPIBExit::FrmGPIBExit(Program& program, QWidget* parent)
     deleteLater();
   });
   connect(ui_->CmdGpibExit, &QPushButton::clicked, this, &FrmGPIBExit::CmdGpibExit_Click);
-  clsRegistry& registry = program_.registry;
-  const int left = registry.GetFormLeft(kFormName) / kTwipsPerPixel;
-  const int top = registry.GetFormTop(kFormName) / kTwipsPerPixel;
-  if (left != 0 || top != 0) move(left, top);
+  if (const auto at = StoredPosition(program_.registry, kFormName)) move(at->left, at->top);
 }
 
 FrmGPIBExit::~FrmGPIBExit() = default;
@@ -91,8 +88,7 @@ void FrmGPIBExit::closeEvent(QCloseEvent* event) {
 
 void FrmGPIBExit::StorePosition() {
   if (isMinimized() || isMaximized() || isFullScreen() || !isVisible()) return;
-  program_.registry.SetFormTop(kFormName, pos().y() * kTwipsPerPixel);
-  program_.registry.SetFormLeft(kFormName, pos().x() * kTwipsPerPixel);
+  calder::StorePosition(program_.registry, kFormName, {pos().x(), pos().y()});
 }
 
 void ProgressWindow::Open() {

@@ -1,6 +1,7 @@
 #include "setup/SystemDialog.h"
 
 #include "app/EngValB.h"
+#include "app/FormPosition.h"
 #include "setup/SystemCaptions.h"
 #include "ui_SystemDialog.h"
 
@@ -12,7 +13,6 @@
 namespace calder {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kFocusLook = 500; // milliseconds
 constexpr int kNumberCharacters = 7;
 constexpr int kValueCharacters = 14;
@@ -64,10 +64,7 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void
   ConnectButtons();
   desk_.SetPort(this);
   desk_.Form_Load();
-  clsRegistry& registry = program_.registry;
-  const int left = registry.GetFormLeft(kFormName) / kTwipsPerPixel;
-  const int top = registry.GetFormTop(kFormName) / kTwipsPerPixel;
-  if (left != 0 || top != 0) move(left, top);
+  if (const auto at = StoredPosition(program_.registry, kFormName)) move(at->left, at->top);
   resize(640, 410);
   ui_->SSTab->setCurrentIndex(0);
   ui_->Comb_System->setFocus();
@@ -329,8 +326,7 @@ void SystemDialog::ShowLastTransfer() {
 
 void SystemDialog::StorePosition() {
   if (isMinimized() || isMaximized() || isFullScreen()) return;
-  program_.registry.SetFormTop(kFormName, pos().y() * kTwipsPerPixel);
-  program_.registry.SetFormLeft(kFormName, pos().x() * kTwipsPerPixel);
+  calder::StorePosition(program_.registry, kFormName, {pos().x(), pos().y()});
 }
 
 // Escape and the window's own button are Cancel; not while a transfer runs.

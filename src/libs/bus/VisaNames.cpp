@@ -1,5 +1,7 @@
 #include "libs/bus/VisaNames.h"
 
+#include "platform/AsciiText.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -7,14 +9,6 @@
 
 namespace calder {
 namespace {
-
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-bool SameText(std::string_view a, std::string_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Lower(x) == Lower(y); });
-}
 
 template <typename Number>
 std::optional<Number> ToNumber(std::string_view text, int base) {
@@ -25,7 +19,7 @@ std::optional<Number> ToNumber(std::string_view text, int base) {
 }
 
 std::optional<std::uint16_t> ToId(std::string_view text) {
-  if (text.size() > 2 && SameText(text.substr(0, 2), "0x")) return ToNumber<std::uint16_t>(text.substr(2), 16);
+  if (text.size() > 2 && EqualWithoutCase(text.substr(0, 2), "0x")) return ToNumber<std::uint16_t>(text.substr(2), 16);
   return ToNumber<std::uint16_t>(text, 10);
 }
 
@@ -50,8 +44,8 @@ std::string Hex4(std::uint16_t number) {
 
 std::optional<UsbName> ParseUsbName(std::string_view name) {
   std::vector<std::string_view> fields = Fields(name);
-  if (SameText(fields.back(), "INSTR")) fields.pop_back();
-  if (fields.size() < 4 || fields.size() > 5 || !SameText(fields[0].substr(0, 3), "USB")) return std::nullopt;
+  if (EqualWithoutCase(fields.back(), "INSTR")) fields.pop_back();
+  if (fields.size() < 4 || fields.size() > 5 || !EqualWithoutCase(fields[0].substr(0, 3), "USB")) return std::nullopt;
   const std::string_view boardText = fields[0].substr(3);
   const auto board = boardText.empty() ? std::optional(0) : ToNumber<int>(boardText, 10);
   const auto vendor = ToId(fields[1]);
@@ -74,7 +68,7 @@ std::string FormatUsbName(const UsbName& name) {
 
 bool SameInstrument(const UsbName& a, const UsbName& b) {
   const bool sameInterface = !a.interface || !b.interface || *a.interface == *b.interface;
-  return a.board == b.board && a.vendor == b.vendor && a.product == b.product && SameText(a.serial, b.serial) &&
+  return a.board == b.board && a.vendor == b.vendor && a.product == b.product && EqualWithoutCase(a.serial, b.serial) &&
          sameInterface;
 }
 

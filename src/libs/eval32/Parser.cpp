@@ -1,5 +1,7 @@
 #include "libs/eval32/Parser.h"
 
+#include "platform/AsciiText.h"
+
 #include <algorithm>
 #include <numbers>
 #include <utility>
@@ -41,8 +43,7 @@ std::string Quoted(const Token& token) {
 
 void MakeLower(std::string_view text, std::string& lower) {
   lower.assign(text);
-  for (char& c : lower)
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+  for (char& c : lower) c = Lower(c);
 }
 
 class Deeper {

@@ -1,5 +1,7 @@
 #include "libs/eval32/Pattern.h"
 
+#include "platform/AsciiText.h"
+
 #include <algorithm>
 
 namespace calder::eval {
@@ -8,9 +10,6 @@ namespace {
 
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
-}
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
 }
 int HexadecimalValue(char c) {
   if (IsDigit(c)) return c - '0';

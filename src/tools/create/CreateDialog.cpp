@@ -1,5 +1,6 @@
 #include "tools/create/CreateDialog.h"
 
+#include "app/FormPosition.h"
 #include "editor/Picture.h"
 #include "libs/eval32/eval32.h"
 #include "platform/qt/ValueBox.h"
@@ -15,7 +16,6 @@
 namespace calder {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kWideCharacters = 13;
 constexpr int kPageCharacters = 4;
 constexpr int kMaxConstants = 944;
@@ -58,10 +58,7 @@ CreateDialog::CreateDialog(Program& program, CreatePages& pages, std::function<v
   ConnectExpression();
   ConnectPreview();
   pages_.SetPort(this);
-  clsRegistry& registry = program_.registry;
-  const int left = registry.GetFormLeft(kFormName) / kTwipsPerPixel;
-  const int top = registry.GetFormTop(kFormName) / kTwipsPerPixel;
-  if (left != 0 || top != 0) move(left, top);
+  if (const auto at = StoredPosition(program_.registry, kFormName)) move(at->left, at->top);
   resize(940, 600);
 }
 
@@ -313,8 +310,7 @@ void CreateDialog::ShowFault(const ExpressionFault& fault) {
 
 void CreateDialog::StorePosition() {
   if (isMinimized() || isMaximized() || isFullScreen()) return;
-  program_.registry.SetFormTop(kFormName, pos().y() * kTwipsPerPixel);
-  program_.registry.SetFormLeft(kFormName, pos().x() * kTwipsPerPixel);
+  calder::StorePosition(program_.registry, kFormName, {pos().x(), pos().y()});
 }
 
 // Every way of closing ends here: the OKs, Cancel, Escape, the window's own button.

@@ -1,32 +1,16 @@
 // The Create dialog's Compute, its ways out, its clears and its files.
 #include "files/FileCommands.h"
 #include "instrument/SystemSetup.h"
+#include "platform/AsciiText.h"
 #include "tools/create/CreateGuards.h"
 #include "tools/create/CreatePages.h"
 
 #include <algorithm>
 
 namespace calder {
-namespace {
-
-std::string Lower(std::string text) {
-  for (char& c : text) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return text;
-}
-
-std::string TrimBlanks(std::string text) {
-  text.erase(text.find_last_not_of(' ') + 1);
-  text.erase(0, std::min(text.find_first_not_of(' '), text.size()));
-  return text;
-}
-
-} // namespace
-
 bool CreatePages::CheckConstants() {
   CreatePage& page = ThePage();
-  page.Constants = Lower(page.Constants);
+  page.Constants = LowerText(page.Constants);
   const ExpressionFault fault = generator_.CheckConstants(page);
   if (fault.message == 0) return true;
   Tell(fault);

@@ -1,6 +1,7 @@
 #include "tools/expression/PreparedText.h"
 
 #include "app/EngValB.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 
@@ -42,12 +43,6 @@ private:
 
 bool IsWordCharacter(char c) {
   return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || (c >= '0' && c <= '9');
-}
-
-std::string Lower(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; });
-  return text;
 }
 
 Traced InsertX(const Traced& text) {
@@ -126,9 +121,9 @@ PreparedText::PreparedText(std::string_view constants, std::string_view expressi
   if (settings.YUnit != 0) text = ScaleY(text, units);
   text = InsertX(text);
   // The rewrite of x looks at a text in lower case, so that X is the variable too; bytes stay where they are.
-  Traced lower{Lower(text.Text())};
+  Traced lower{LowerText(text.Text())};
   lower = ScaleX(lower, units, settings);
-  text_ += Lower(lower.Text());
+  text_ += LowerText(lower.Text());
   for (const std::size_t position : lower.TakeOrigins()) origins_.push_back(text.Origin(position));
 }
 
@@ -139,7 +134,7 @@ PreparedText::PreparedText(std::string_view constants, long long number) {
 
 void PreparedText::AddConstants(std::string_view constants) {
   constantsLength_ = constants.size();
-  text_ = "[" + Lower(std::string(constants)) + "]";
+  text_ = "[" + LowerText(std::string(constants)) + "]";
   constantsEnd_ = text_.size();
 }
 
