@@ -2,6 +2,7 @@
 #include "libs/wavelb32/Generate.h"
 
 #include "libs/wavelb32/State.h"
+#include "libs/wavelb32/StraightPieces.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -57,7 +58,7 @@ std::int32_t W_MakeSin(WaveHandle handle, double start, double count, double off
 std::int32_t W_MakeTriangle(WaveHandle handle, double start, double count, double offset, double amplitude,
                             double period, double phase, double symmetry) {
   const Task task = Prepare(handle, start, count, period, phase, {offset, amplitude, symmetry});
-  wavelb::FillTriangle(task.codes, task.turns, {offset, amplitude / 2}, Part(symmetry));
+  wavelb::FillPieces(task.codes, task.turns, wavelb::TrianglePieces({offset, amplitude / 2}, Part(symmetry)));
   return task.status;
 }
 
@@ -66,7 +67,7 @@ std::int32_t W_MakeSquare(WaveHandle handle, double start, double count, double 
   const Task task = Prepare(handle, start, count, period, phase, {offset, amplitude, duty, transition});
   const double high = Part(duty);
   const double edge = std::min({Part(transition), high, 1 - high});
-  wavelb::FillSquare(task.codes, task.turns, {offset, amplitude / 2}, high, edge);
+  wavelb::FillPieces(task.codes, task.turns, wavelb::SquarePieces({offset, amplitude / 2}, high, edge));
   return task.status;
 }
 

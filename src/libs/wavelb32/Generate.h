@@ -4,6 +4,7 @@
 // range. The product comes before the quotient, so that a whole number of periods falls on whole points exactly.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <span>
 
@@ -21,12 +22,13 @@ struct Level {
   double half; // half of the amplitude
 };
 
+// In the usual case the count is a power of two, and a division by that is a product with its inverse, to the last bit.
+[[nodiscard]] inline bool HasStep(const Turns& turns) {
+  int exponent = 0;
+  return std::frexp(turns.count, &exponent) == 0.5 && std::abs(turns.period) > 1e-200;
+}
+
 void FillSine(std::span<std::int16_t> codes, const Turns& turns, const Level& level);
-// rise: the part of a period that rises, 0 to 1.
-void FillTriangle(std::span<std::int16_t> codes, const Turns& turns, const Level& level, double rise);
-// high: the part of a period that is high, 0 to 1. edge: the part of a period that each edge takes, 0 to the smaller of
-// high and 1 - high.
-void FillSquare(std::span<std::int16_t> codes, const Turns& turns, const Level& level, double high, double edge);
 // Values index, index + 1, ... of the noise sequence of the key.
 void FillNoise(std::span<std::int16_t> codes, const Level& level, std::uint64_t key, std::uint64_t index);
 

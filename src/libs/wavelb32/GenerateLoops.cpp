@@ -10,10 +10,6 @@ namespace calder::wavelb {
 
 namespace {
 
-// Jumps have this width, in turns, before them in which a point already counts as behind: the rounding of a turn must
-// not decide on which side of a jump a point stands that is meant to be on it.
-constexpr double jumpTolerance = 1e-9;
-
 // No value of these levels leaves 32 bits.
 bool IsSmall(const Level& level) {
   return std::abs(level.offset) + std::abs(level.half) < 1e9;
@@ -26,21 +22,11 @@ bool IsSmall(const Level& level) {
   return static_cast<std::int16_t>(above > W_CODE_MAX ? W_CODE_MAX : above);
 }
 
-template <bool small>
-[[gnu::always_inline]] inline std::int16_t CodeOf(double value) {
-  if constexpr (small) return SmallToCode(value);
-  return ToCode(value);
-}
-
-// Fills every point with what codeAt makes of its turn; codeAt's second argument says whether CodeOf<true> will do. In
-// the usual case the level is small and the count a power of two, and a division by that is a product with its inverse,
-// to the last bit.
+// Fills every point with what codeAt makes of its turn; codeAt's second argument says whether SmallToCode will do.
 template <typename CodeAt>
 [[gnu::always_inline]] inline void FillTurns(std::int16_t* codes, std::int32_t count, const Turns& turns,
                                              const Level& level, CodeAt codeAt) {
-  int exponent = 0;
-  const bool powerOfTwo = std::frexp(turns.count, &exponent) == 0.5;
-  if (powerOfTwo && IsSmall(level) && std::abs(turns.period) > 1e-200) {
+  if (HasStep(turns) && IsSmall(level)) {
     const double step = turns.period / turns.count;
     for (std::int32_t i = 0; i < count; ++i)
       codes[i] = codeAt(step * (turns.first + i) + turns.phase, std::true_type());
@@ -48,12 +34,6 @@ template <typename CodeAt>
   }
   for (std::int32_t i = 0; i < count; ++i)
     codes[i] = codeAt(turns.period * (turns.first + i) / turns.count + turns.phase, std::false_type());
-}
-
-// The part of a turn behind its last whole number, 0 <= part < 1.
-[[gnu::always_inline]] inline double PartOf(double turn) {
-  const double part = turn - std::floor(turn);
-  return part < 1 ? part : 0; // a tiny negative turn rounds to 1
 }
 
 // sin(2 pi turn). The turn is first reduced to -1/4..1/4 without an error; there the series to the 21st power is off by
@@ -80,47 +60,9 @@ template <typename CodeAt>
 CALDER_VECTOR void SineLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level) {
   FillTurns(
       codes, count, turns, level, [=](double turn, auto small) __attribute__((always_inline)) {
-        return CodeOf<small.value>(level.offset + level.half * SineOfTurn(turn));
-      });
-}
-
-CALDER_VECTOR void TriangleLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double rise) {
-  // A period begins in the middle of the rise.
-  const double shift = rise / 2;
-  const double upSlope = rise > 0 ? 2 / rise : 0;
-  const double downSlope = rise < 1 ? 2 / (1 - rise) : 0;
-  FillTurns(
-      codes, count, turns, level, [=](double turn, auto small) __attribute__((always_inline)) {
-        const double moved = turn + shift;
-        const double part = moved - std::floor(moved);
-        const double place = part < 1 - jumpTolerance ? part : 0;
-        const double up = place * upSlope - 1;
-        const double down = 1 - (place - rise) * downSlope;
-        return CodeOf<small.value>(level.offset + level.half * (place < rise ? up : down));
-      });
-}
-
-CALDER_VECTOR void JumpSquareLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double high) {
-  const auto highCode = static_cast<double>(ToCode(level.offset + level.half));
-  const auto lowCode = static_cast<double>(ToCode(level.offset - level.half));
-  FillTurns(
-      codes, count, turns, level, [=](double turn, auto) __attribute__((always_inline)) {
-        const double code = PartOf(turn + jumpTolerance) < high ? highCode : lowCode;
-        return static_cast<std::int16_t>(static_cast<std::int32_t>(code));
-      });
-}
-
-CALDER_VECTOR void EdgeSquareLoop(std::int16_t* codes, std::int32_t count, Turns turns, Level level, double high,
-                                  double edge) {
-  const double middle = high / 2; // of the high part
-  const double slope = 2 / edge;
-  FillTurns(
-      codes, count, turns, level, [=](double turn, auto small) __attribute__((always_inline)) {
-        const double away = turn - middle;
-        const double distance = std::abs(away - std::rint(away)); // from the nearest middle of a high part
-        const double raw = (middle - distance) * slope;
-        const double above = raw < -1 ? -1 : raw;
-        return CodeOf<small.value>(level.offset + level.half * (above > 1 ? 1 : above));
+        const double value = level.offset + level.half * SineOfTurn(turn);
+        if constexpr (small.value) return SmallToCode(value);
+        return ToCode(value);
       });
 }
 
@@ -154,18 +96,6 @@ std::int32_t Length(std::span<std::int16_t> codes) {
 
 void FillSine(std::span<std::int16_t> codes, const Turns& turns, const Level& level) {
   SineLoop(codes.data(), Length(codes), turns, level);
-}
-
-void FillTriangle(std::span<std::int16_t> codes, const Turns& turns, const Level& level, double rise) {
-  TriangleLoop(codes.data(), Length(codes), turns, level, rise);
-}
-
-void FillSquare(std::span<std::int16_t> codes, const Turns& turns, const Level& level, double high, double edge) {
-  // An edge so short that no point can stand on it is a jump.
-  if (edge > jumpTolerance)
-    EdgeSquareLoop(codes.data(), Length(codes), turns, level, high, edge);
-  else
-    JumpSquareLoop(codes.data(), Length(codes), turns, level, high);
 }
 
 void FillNoise(std::span<std::int16_t> codes, const Level& level, std::uint64_t key, std::uint64_t index) {

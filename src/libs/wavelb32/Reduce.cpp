@@ -22,7 +22,7 @@ CALDER_VECTOR Extremes ExtremesVector(const std::int16_t* codes, std::int32_t co
   return ExtremesOf(codes, count);
 }
 
-CALDER_VECTOR void ReduceVector(const std::int16_t* codes, const std::int32_t* edges, std::int32_t columns,
+CALDER_SHORT_VECTOR void ReduceVector(const std::int16_t* codes, const std::int32_t* edges, std::int32_t columns,
                                 std::int16_t* lows, std::int16_t* highs) {
   for (std::int32_t c = 0; c < columns; ++c) {
     const std::int32_t first = edges[c];

@@ -64,6 +64,61 @@ TEST(Generate, TriangleRisesForItsSymmetry) {
   EXPECT_EQ(triangle(0, 250), triangle(0, 100)) << "a symmetry beyond 100 is 100";
 }
 
+// As the formulas are documented, one point at a time.
+double TriangleAt(double turn, double rise) {
+  const double u = turn + rise / 2 - std::floor(turn + rise / 2);
+  return u < rise ? -1 + 2 * u / rise : 1 - 2 * (u - rise) / (1 - rise);
+}
+
+double SquareAt(double turn, double duty, double edge) {
+  if (edge == 0) return turn - std::floor(turn) < duty ? 1 : -1;
+  const double away = std::abs(turn - duty / 2 - std::rint(turn - duty / 2));
+  return std::clamp((duty / 2 - away) / (edge / 2), -1.0, 1.0);
+}
+
+TEST(Generate, LongRunsAndShortPeriodsHaveTheCodesOfTheFormulas) {
+  struct Row {
+    std::int32_t points;
+    double start;
+    double count;
+    double offset;
+    double amplitude;
+    double period;
+    double phase;
+  };
+  const Row rows[] = {{65536, 0, 65536, 0, 65534, 1.01, 33},      {60000, 7.5, 59000.25, 1000, 65534, 12.37, -77.7},
+                      {60000, 0, 60000, -5, 3000, 116.9, 12.3},   {60000, 0, 60000, 0, 65534, -3.03, 5},
+                      {65536, 0, 65536, 0, 65534, 7000.123, 1.5}, {40000, 0, 40000, 12, 90000, 1e-7, 100},
+                      {40000, 0, 40000, 12, -65534, 2.3, 359.9}};
+  for (const Row& row : rows) {
+    const TestWave triangle(row.points);
+    const TestWave sharp(row.points);
+    const TestWave sloped(row.points);
+    for (const double part : {0.3, 0.5, 0.97}) {
+      const double edge = std::min({0.1, part, 1 - part});
+      const auto make = [&](const TestWave& wave, auto generator, auto... shape) {
+        ASSERT_EQ(generator(wave.Handle(), row.start, row.count, row.offset, row.amplitude, row.period, row.phase,
+                            shape * 100 ...),
+                  W_SUCCESS);
+      };
+      make(triangle, W_MakeTriangle, part);
+      make(sharp, W_MakeSquare, part, 0.0);
+      make(sloped, W_MakeSquare, part, 0.1);
+      int wrong = 0;
+      for (int p = static_cast<int>(std::ceil(row.start)); p < row.start + row.count; ++p) {
+        const double turn = row.period * (p - row.start) / row.count + row.phase / 360;
+        const auto differs = [&](const TestWave& wave, double unit) {
+          const double exact = std::clamp(row.offset + row.amplitude / 2 * unit, -32767.0, 32767.0);
+          return std::abs(wave.Codes()[static_cast<std::size_t>(p)] - exact) > 0.5 + 1e-6;
+        };
+        wrong += differs(triangle, TriangleAt(turn, part)) || differs(sharp, SquareAt(turn, part, 0)) ||
+                 differs(sloped, SquareAt(turn, part, edge));
+      }
+      EXPECT_EQ(wrong, 0) << row.period << " " << part;
+    }
+  }
+}
+
 TEST(Generate, SquareIsHighForItsDutyAndItsEdgesAreCentredOnTheJumps) {
   const auto square = [](double duty, double transition, double phase = 0) {
     return Made(10, [&](WaveHandle h) { return W_MakeSquare(h, 0, 10, 0, 200, 1, phase, duty, transition); });
