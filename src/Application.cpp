@@ -52,7 +52,8 @@ private:
   Program& program_;
 };
 
-Application::Application(const Desktop& desktop) : program_(std::make_unique<Program>(desktop)) {
+Application::Application(const Desktop& desktop, ModelDatabase database)
+    : program_(std::make_unique<Program>(desktop, std::move(database))) {
   InitIcons();
   ApplyTheme(*qApp, program_->language == Language::English);
 }

@@ -19,6 +19,7 @@ add_library(calder_ui STATIC
   platform/qt/QtFileDialogs.cpp
   platform/qt/QtMessageBoxes.cpp
   platform/qt/QtWorker.cpp
+  platform/qt/SvgIcon.cpp
   platform/qt/Theme.cpp
   platform/qt/ValueBox.cpp
   platform/qt/ValueBox.h

@@ -2,6 +2,7 @@
 
 #include "app/FormPosition.h"
 #include "editor/MainWindowCaptions.h"
+#include "platform/qt/SvgIcon.h"
 #include "ui_MainWindow.h"
 
 #include <QCloseEvent>
@@ -46,7 +47,7 @@ void Show(QScrollBar* bar, const ScrollBarState& state) {
 
 MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<Ui::MainWindow>()) {
   ui_->setupUi(this);
-  setWindowIcon(QIcon(QStringLiteral(":/icons/calder.svg")));
+  setWindowIcon(IconNamed("calder"));
   HideUnbuilt();
   editor_.program.formSetup = true;
   SetMainWindowCaptions(*this, editor_.program.messages);

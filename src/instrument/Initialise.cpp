@@ -39,7 +39,7 @@ std::string DatabaseFault(const Program& program, std::int32_t status) {
 }
 
 bool LoadDatabase(Program& program) {
-  const std::string folder = FindProgramFile(program.desktop.folders, "models");
+  const std::string folder = FindProgramFile(program.desktop.folders.read, kModelFolder);
   const std::int32_t status = program.models.SysInitDeviceInfo(folder);
   const ErrMsg& messages = program.messages;
   if (status < 0) {
