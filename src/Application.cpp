@@ -93,7 +93,8 @@ bool Application::Start(const std::string& file) {
   QObject::connect(
       qApp, &QGuiApplication::commitDataRequest, window_.get(),
       [this](QSessionManager& session) {
-        if (!window_->SessionMayEnd()) session.cancel();
+        // Who may not speak to the user may still refuse.
+        if (!session.allowsErrorInteraction() || !window_->SessionMayEnd()) session.cancel();
       },
       Qt::DirectConnection);
   window_->show();

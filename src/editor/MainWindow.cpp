@@ -322,7 +322,10 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
-  editor_.FileDropped(event->mimeData()->urls().front().toLocalFile().toStdString());
+  // Behind the drop: a message box here would hold up the program that the file came from.
+  const std::string path = event->mimeData()->urls().front().toLocalFile().toStdString();
+  QMetaObject::invokeMethod(
+      this, [this, path] { editor_.FileDropped(path); }, Qt::QueuedConnection);
 }
 
 } // namespace calder

@@ -2,9 +2,11 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QLibraryInfo>
 #include <QPalette>
 #include <QStyle>
 #include <QStyleFactory>
+#include <QTranslator>
 
 namespace calder {
 namespace {
@@ -41,6 +43,12 @@ QPalette DarkPalette() {
 } // namespace
 
 void ApplyTheme(QApplication& application, bool english) {
+  // The texts of the toolkit's own dialogs and buttons.
+  if (!english) {
+    auto* translator = new QTranslator(&application); // NOLINT: the application owns it
+    if (translator->load(QStringLiteral("qtbase_ja"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+      QCoreApplication::installTranslator(translator);
+  }
   if (QStyle* style = QStyleFactory::create(QStringLiteral("Fusion"))) QApplication::setStyle(style);
   QApplication::setPalette(DarkPalette());
   // The second names are what free desktops have in place of the first.
