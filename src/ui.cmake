@@ -13,6 +13,8 @@ add_library(calder_ui STATIC
   editor/Picture.cpp
   editor/Picture.h
   editor/icons/icons.qrc
+  platform/qt/CalmStyle.cpp
+  platform/qt/CalmStyle.h
   platform/qt/Captions.cpp
   platform/qt/QtClipboard.cpp
   platform/qt/QtDesktop.cpp

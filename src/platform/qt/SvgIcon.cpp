@@ -12,6 +12,9 @@
 namespace calder {
 namespace {
 
+constexpr int kSmall = 16;
+constexpr int kLarge = 48;
+
 // The toolkit's own engine is a plug-in that is searched, loaded and asked at every start; this one is here already.
 class SvgIcon final : public QIconEngine {
 public:
@@ -41,6 +44,12 @@ public:
     }
     QPixmapCache::insert(key, drawn);
     return drawn;
+  }
+
+  // What window managers are given; everybody else asks for the size that is wanted.
+  QList<QSize> availableSizes(QIcon::Mode mode, QIcon::State state) override {
+    static_cast<void>(mode), static_cast<void>(state);
+    return {{kSmall, kSmall}, {kLarge, kLarge}};
   }
 
   [[nodiscard]] QIconEngine* clone() const override { return new SvgIcon(file_); } // NOLINT: the toolkit owns it
