@@ -12,20 +12,21 @@ namespace {
 
 using Codes = std::vector<std::int16_t>;
 
+struct Row {
+  std::int32_t points;
+  double start;
+  double count;
+  double offset;
+  double amplitude;
+  double period;
+  double phase;
+};
+
 std::int16_t Rounded(double value) {
   return static_cast<std::int16_t>(std::lrint(std::clamp(value, -32767.0, 32767.0)));
 }
 
 TEST(Generate, SineIsTheLibrarySineRounded) {
-  struct Row {
-    std::int32_t points;
-    double start;
-    double count;
-    double offset;
-    double amplitude;
-    double period;
-    double phase;
-  };
   const Row rows[] = {{524288, 0, 524288, 0, 65534, 1, 0},      {524288, 0, 524288, 100, 40000, 12345.678, 17},
                       {1000, 10.25, 777.5, -3.5, 65534, 3, 90}, {1000, 0, 1000, 20000, 65534, -2.5, -360},
                       {65536, 1, 65535, 0, -65534, 0.01, 1e-3}, {4096, 0, 4096, 0.25, 7, 4000, 123.4}};
@@ -77,15 +78,6 @@ double SquareAt(double turn, double duty, double edge) {
 }
 
 TEST(Generate, LongRunsAndShortPeriodsHaveTheCodesOfTheFormulas) {
-  struct Row {
-    std::int32_t points;
-    double start;
-    double count;
-    double offset;
-    double amplitude;
-    double period;
-    double phase;
-  };
   const Row rows[] = {{65536, 0, 65536, 0, 65534, 1.01, 33},      {60000, 7.5, 59000.25, 1000, 65534, 12.37, -77.7},
                       {60000, 0, 60000, -5, 3000, 116.9, 12.3},   {60000, 0, 60000, 0, 65534, -3.03, 5},
                       {65536, 0, 65536, 0, 65534, 7000.123, 1.5}, {40000, 0, 40000, 12, 90000, 1e-7, 100},
