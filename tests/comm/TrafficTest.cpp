@@ -3,6 +3,8 @@
 #include "comm/SettingsTransfer.h"
 #include "comm/Wires.h"
 
+#include <gmock/gmock.h>
+
 #include <cmath>
 
 namespace calder {
@@ -18,8 +20,6 @@ struct Talk {
   int divisor;
   bool lowByteFirst;
 };
-
-const Lines kStatus{"?*ESR?"};
 
 const Talk kTalks[] = {
     {0,
@@ -159,14 +159,14 @@ struct Traffic : BusFixture {
     }
     return bytes;
   }
-  Lines Expected(const Talk& talk, InterfaceKind kind, const Lines& script) {
-    const std::unique_ptr<Wire> wire = MakeWire(kind, talk.model);
+  Lines Expected(int model, InterfaceKind kind, const Lines& script, const std::string& payload) {
+    const std::unique_ptr<Wire> wire = MakeWire(kind, model);
     wire->Open();
     for (const std::string& step : script) {
       if (step == "30") {
         wire->LongLimit();
       } else if (step[0] == '#') {
-        wire->Block(step.substr(1), Payload(talk));
+        wire->Block(step.substr(1), payload);
       } else if (step[0] == '?') {
         wire->Put(step.substr(1));
         wire->Get();
@@ -192,13 +192,49 @@ TEST_F(Traffic, SettingsAndWaveformOfEveryKindOfModelOnEveryBus) {
       settings.MemoryName = "NAME";
       talk.prepare(settings);
       EXPECT_TRUE(SettingsTransfer(*program, *bus));
-      EXPECT_EQ(Calls(), Expected(talk, kind, talk.settings));
+      EXPECT_EQ(Calls(), Expected(talk.model, kind, talk.settings, {}));
       ExpectIdle();
       sim::Reset();
       EXPECT_TRUE(TransferWave());
-      EXPECT_EQ(Calls(), Expected(talk, kind, talk.waveform));
+      EXPECT_EQ(Calls(), Expected(talk.model, kind, talk.waveform, Payload(talk)));
       ExpectIdle();
     }
+  }
+}
+
+TEST_F(Traffic, ControlPointsAndThinnedBlocks) {
+  for (const InterfaceKind kind : {kNiGpib, kUsbTmc}) {
+    SCOPED_TRACE("kind " + std::to_string(kind));
+    Choose(0, kind);
+    program->settings.MemoryNo = 5;
+    program->settings.MemoryName = "NAME";
+    const auto codes = W_Lock(program->buffers.Current());
+    for (std::size_t i = 0; i < 1024; ++i) codes[i] = static_cast<std::int16_t>(i);
+    setup->RefreshControlPoints();
+    sim::Reset();
+    EXPECT_TRUE(TransferWave());
+    // Two control points, the last one at 1023 / 1024 of the full scale.
+    const std::string line("\0\0\0\1\0\0\0\2\0\0\0\0\0\0\0\7\xFE\0\3\xFF", 20);
+    EXPECT_EQ(Calls(), Expected(0, kind, kTalks[0].waveform, line));
+
+    setup->ForgetControlPoints();
+    setup->ChooseMemorySize(static_cast<int>(setup->MemorySizes().size()) - 2);
+    setup->ApplyMemorySize();
+    setup->ChooseMemorySize(static_cast<int>(setup->MemorySizes().size()) - 1);
+    std::string thinned("\0\0\0\0\0\0\4\0", 8);
+    for (std::size_t i = 0; i < 2048; i += 2)
+      (thinned += static_cast<char>(codes[i] >> 8)) += static_cast<char>(codes[i]);
+    sim::Reset();
+    EXPECT_TRUE(TransferWave());
+    EXPECT_EQ(Calls(), Expected(0, kind, kTalks[0].waveform, thinned));
+    if (kind != kUsbTmc) continue;
+    // A model without a header is thinned from the start; this instrument is no such one and says so.
+    program->settings.ModelNo = 26;
+    desktop.boxes.acceptAll = true;
+    sim::Reset();
+    EXPECT_FALSE(TransferWave());
+    EXPECT_THAT(Calls(), testing::IsSupersetOf(Lines{"viWrite(2, \":TRAC:DATA 5,NAME,#42048\")",
+                                                     "viWriteFromFile(2, " + InQuotes(thinned.substr(8)) + ")"}));
   }
 }
 
