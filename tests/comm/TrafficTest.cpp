@@ -134,14 +134,6 @@ const Talk kTalks[] = {
 };
 
 struct Traffic : BusFixture {
-  std::unique_ptr<Wire> MakeWire(InterfaceKind kind, int model) const {
-    switch (kind) {
-    case kNiGpib: return std::make_unique<NiWire>(model + 1);
-    case kKiGpib: return std::make_unique<KiWire>(model + 1);
-    case kUsb488: return std::make_unique<Usb488Wire>(model + 1);
-    default: return std::make_unique<TmcWire>(Resource());
-    }
-  }
   [[nodiscard]] std::string Payload(const Talk& talk) const {
     const SystemInfo& settings = program->settings;
     std::string bytes;
@@ -159,23 +151,47 @@ struct Traffic : BusFixture {
     }
     return bytes;
   }
+  // What the script makes of the wire, with the payload where the block stands.
   Lines Expected(int model, InterfaceKind kind, const Lines& script, const std::string& payload) {
-    const std::unique_ptr<Wire> wire = MakeWire(kind, model);
-    wire->Open();
+    const Wire& wire = WireOf(kind);
+    Lines calls;
+    std::string end = "\n"; // CR LF behind a block
+    const auto add = [&](const Lines& lines, const std::string& text = {}, const std::string& header = {}) {
+      const std::pair<std::string, std::string> values[] = {
+          {"%t", Shown(text)},
+          {"%e", Shown(end)},
+          {"%k", end == "\n" ? " 10" : " 13 10"},
+          {"%a", std::to_string(model + 1)},
+          {"%l", Shown(std::string(1, static_cast<char>(33 + model)))},
+          {"%r", Shown(std::string(1, static_cast<char>(65 + model)))},
+          {"%h", Shown(header)}};
+      for (std::string line : lines) {
+        for (const auto& [mark, value] : values) {
+          if (const std::size_t at = line.find(mark); at != std::string::npos) line.replace(at, 2, value);
+        }
+        calls.push_back(line);
+      }
+    };
+    add(wire.open, Resource());
     for (const std::string& step : script) {
       if (step == "30") {
-        wire->LongLimit();
+        add(wire.longLimit);
       } else if (step[0] == '#') {
-        wire->Block(step.substr(1), payload);
-      } else if (step[0] == '?') {
-        wire->Put(step.substr(1));
-        wire->Get();
+        const std::string count = std::to_string(payload.size());
+        add(wire.beforeBlock, {}, step.substr(1) + "#" + std::to_string(count.size()) + count);
+        const std::size_t last = wire.chunk.empty() ? 0 : payload.size() - 2;
+        for (std::size_t at = 0; at < last; at += 512)
+          add(wire.chunk, payload.substr(at, std::min<std::size_t>(512, last - at)));
+        add(wire.last, payload.substr(last));
+        end = "\r\n";
       } else {
-        wire->Put(step);
+        const bool query = step[0] == '?';
+        add(wire.put, step.substr(query ? 1 : 0));
+        if (query) add(wire.get);
       }
     }
-    wire->Close();
-    return wire->lines;
+    add(wire.close);
+    return calls;
   }
 };
 
@@ -234,7 +250,7 @@ TEST_F(Traffic, ControlPointsAndThinnedBlocks) {
     sim::Reset();
     EXPECT_FALSE(TransferWave());
     EXPECT_THAT(Calls(), testing::IsSupersetOf(Lines{"viWrite(2, \":TRAC:DATA 5,NAME,#42048\")",
-                                                     "viWriteFromFile(2, " + InQuotes(thinned.substr(8)) + ")"}));
+                                                     "viWriteFromFile(2, \"" + Shown(thinned.substr(8)) + "\")"}));
   }
 }
 

