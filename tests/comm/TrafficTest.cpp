@@ -10,13 +10,14 @@
 namespace calder {
 namespace {
 
-// "?query" is followed by a read, "#header" is the block, "30" a time limit of 30 s; all else is sent as it stands.
+// Steps stand between bars. "?query" is followed by a read, "#header" is the block, "30" a time limit of 30 s; all else
+// is sent as it stands.
 struct Talk {
   int model;
   std::vector<InterfaceKind> kinds;
   void (*prepare)(SystemInfo&);
-  Lines settings;
-  Lines waveform;
+  std::string settings;
+  std::string waveform;
   int divisor;
   bool lowByteFirst;
 };
@@ -32,35 +33,30 @@ const Talk kTalks[] = {
        s.RangeNo = 1;
        s.Output = 0;
      },
-     {":SYST:HEAD OFF", "?:SOUR1:SEQ:STAT?", "OUTP1:LOAD INFinity", "?*IDN?", "?:SOUR1:FUNC:SHAPE?",
-      ":SOUR1:FREQ 12345.678;:SOUR1:VOLT:RANG 1;:OUTP1:POL SIN, INV;:OUTP1:SCAL SIN, PFS;:SOUR1:VOLT 0PK;"
-      ":SOUR1:VOLT:OFFS 0;:SOUR1:VOLT 1.5PK;:SOUR1:VOLT:OFFS -0.25;:OUTP1 ON",
-      "?*ESR?", "?*ESR?"},
-     {":SYST:HEAD OFF", "?:SOUR1:SEQ:STAT?", "OUTP1:LOAD INFinity", "?*IDN?", "?*ESR?", "?*IDN?",
-      "#:TRAC:DATA 5,\"NAME\",", ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 5", "?*ESR?", "?*ESR?"},
+     ":SYST:HEAD OFF | ?:SOUR1:SEQ:STAT? | OUTP1:LOAD INFinity | ?*IDN? | ?:SOUR1:FUNC:SHAPE? | :SOUR1:FREQ "
+     "12345.678;:SOUR1:VOLT:RANG 1;:OUTP1:POL SIN, INV;:OUTP1:SCAL SIN, PFS;:SOUR1:VOLT 0PK;:SOUR1:VOLT:OFFS "
+     "0;:SOUR1:VOLT 1.5PK;:SOUR1:VOLT:OFFS -0.25;:OUTP1 ON | ?*ESR? | ?*ESR?",
+     ":SYST:HEAD OFF | ?:SOUR1:SEQ:STAT? | OUTP1:LOAD INFinity | ?*IDN? | ?*ESR? | ?*IDN? | #:TRAC:DATA 5,\"NAME\", | "
+     ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 5 | ?*ESR? | ?*ESR?",
      1,
      false},
     {1,
      {kNiGpib, kKiGpib, kUsb488, kUsbTmc},
      [](SystemInfo& s) { s.Channel = 1; },
-     {":SYST:HEAD OFF", "?:SOUR1:SEQ:STAT?", "OUTP1:LOAD INFinity", "OUTP2:LOAD INFinity", "?*IDN?",
-      "?:SOUR2:FUNC:SHAPE?",
-      ":INST:SEL 2;:SOUR2:FREQ 1000;:SOUR2:VOLT:RANG 0;:OUTP2:POL SIN, NORM;:OUTP2:SCAL SIN, FS;:SOUR2:VOLT 0PP;"
-      ":SOUR2:VOLT:OFFS 0;:SOUR2:VOLT 1PP;:SOUR2:VOLT:OFFS 0;:OUTP2 OFF",
-      "?*ESR?", "?*ESR?"},
-     {":SYST:HEAD OFF", "?:SOUR1:SEQ:STAT?", "OUTP1:LOAD INFinity", "OUTP2:LOAD INFinity", "?*IDN?", "?*ESR?", "?*IDN?",
-      "#:TRAC:DATA 5,\"NAME\",", ":SOUR2:FUNC:SHAP USER;:SOUR2:FUNC:USER 5", "?*ESR?", "?*ESR?"},
+     ":SYST:HEAD OFF | ?:SOUR1:SEQ:STAT? | OUTP1:LOAD INFinity | OUTP2:LOAD INFinity | ?*IDN? | ?:SOUR2:FUNC:SHAPE? | "
+     ":INST:SEL 2;:SOUR2:FREQ 1000;:SOUR2:VOLT:RANG 0;:OUTP2:POL SIN, NORM;:OUTP2:SCAL SIN, FS;:SOUR2:VOLT "
+     "0PP;:SOUR2:VOLT:OFFS 0;:SOUR2:VOLT 1PP;:SOUR2:VOLT:OFFS 0;:OUTP2 OFF | ?*ESR? | ?*ESR?",
+     ":SYST:HEAD OFF | ?:SOUR1:SEQ:STAT? | OUTP1:LOAD INFinity | OUTP2:LOAD INFinity | ?*IDN? | ?*ESR? | ?*IDN? | "
+     "#:TRAC:DATA 5,\"NAME\", | :SOUR2:FUNC:SHAP USER;:SOUR2:FUNC:USER 5 | ?*ESR? | ?*ESR?",
      1,
      false},
     {2,
      {kNiGpib, kKiGpib, kUsb488},
      [](SystemInfo& s) { s.Output = 2; },
-     {":SYST:HEAD OFF", "?*IDN?", "?:SOUR1:FUNC:SHAPE?",
-      ":SOUR1:FREQ 1000;:SOUR1:VOLT:RANG 0;:OUTP1:POL SIN, NORM;:OUTP1:SCAL SIN, FS;:SOUR1:VOLT 0PP;"
-      ":SOUR1:VOLT:OFFS 0;:SOUR1:VOLT 1PP;:SOUR1:VOLT:OFFS 0",
-      "?*ESR?", "?*ESR?"},
-     {":SYST:HEAD OFF", "?*IDN?", "?*ESR?", "?*IDN?", "30", ":TRAC:POIN 1024;:FORM:BORD NORM;:TRAC:DATA 5,NAME,", "#",
-      ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 5", "?*ESR?", "?*ESR?"},
+     ":SYST:HEAD OFF | ?*IDN? | ?:SOUR1:FUNC:SHAPE? | :SOUR1:FREQ 1000;:SOUR1:VOLT:RANG 0;:OUTP1:POL SIN, "
+     "NORM;:OUTP1:SCAL SIN, FS;:SOUR1:VOLT 0PP;:SOUR1:VOLT:OFFS 0;:SOUR1:VOLT 1PP;:SOUR1:VOLT:OFFS 0 | ?*ESR? | ?*ESR?",
+     ":SYST:HEAD OFF | ?*IDN? | ?*ESR? | ?*IDN? | 30 | :TRAC:POIN 1024;:FORM:BORD NORM;:TRAC:DATA 5,NAME, | # | "
+     ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 5 | ?*ESR? | ?*ESR?",
      4,
      false},
     {6,
@@ -69,12 +65,10 @@ const Talk kTalks[] = {
        s.OffsetOn = 1;
        s.MemoryNo = 2;
      },
-     {"*CLS;:SYST:HEAD OFF", "?*IDN?",
-      ":SOUR1:FREQ 1000;:SOUR1:VOLT:OFFS:STAT ON;:SOUR1:VOLT 0PP;:SOUR1:VOLT:OFFS 0;:SOUR1:VOLT 1PP;:SOUR1:VOLT:OFFS 0;"
-      ":OUTP1 OFF",
-      "?*ESR?", "?*ESR?"},
-     {"*CLS;:SYST:HEAD OFF", "?*IDN?", "?*ESR?", "?*IDN?", "30", "MEM:MODE BIN;:MEM:SIZE 2048;MEM:DATA 2,", "#",
-      ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 2", "?*ESR?", "?*ESR?"},
+     "*CLS;:SYST:HEAD OFF | ?*IDN? | :SOUR1:FREQ 1000;:SOUR1:VOLT:OFFS:STAT ON;:SOUR1:VOLT 0PP;:SOUR1:VOLT:OFFS "
+     "0;:SOUR1:VOLT 1PP;:SOUR1:VOLT:OFFS 0;:OUTP1 OFF | ?*ESR? | ?*ESR?",
+     "*CLS;:SYST:HEAD OFF | ?*IDN? | ?*ESR? | ?*IDN? | 30 | MEM:MODE BIN;:MEM:SIZE 2048;MEM:DATA 2, | # | "
+     ":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 2 | ?*ESR? | ?*ESR?",
      16,
      true},
     {10,
@@ -87,48 +81,32 @@ const Talk kTalks[] = {
        s.Offset = -1.25;
        s.Output = 0;
      },
-     {"*CLS",
-      "?*IDN?",
-      "?*ESR?",
-      "?MODE?",
-      ":Outp 0",
-      ":Mode ACDC-ADD",
-      "?STAT:OPER:COND?",
-      "?STAT:OPER:COND?",
-      "?STAT:OPER:COND?",
-      "?:VOLT:RANG?",
-      ":VOLT:RANG 200",
-      "?STAT:OPER:COND?",
-      "?STAT:OPER:COND?",
-      "?STAT:OPER:COND?",
-      ":FUNC ARB5",
-      ":VOLT 0.5;:VOLT:OFFS -1.25;:Freq 50",
-      "Outp 1",
-      "?STAT:OPER:COND?",
-      "?STAT:OPER:COND?",
-      "?STAT:OPER:COND?"},
-     {":SYST:HEAD OFF", "?*IDN?", "?*ESR?", "?*IDN?", "30", ":TRAC:DATA ARB5,", "#", ":FUNC ARB5", "?*ESR?", "?*ESR?"},
+     "*CLS | ?*IDN? | ?*ESR? | ?MODE? | :Outp 0 | :Mode ACDC-ADD | ?STAT:OPER:COND? | ?STAT:OPER:COND? | "
+     "?STAT:OPER:COND? | ?:VOLT:RANG? | :VOLT:RANG 200 | ?STAT:OPER:COND? | ?STAT:OPER:COND? | ?STAT:OPER:COND? | "
+     ":FUNC ARB5 | :VOLT 0.5;:VOLT:OFFS -1.25;:Freq 50 | Outp 1 | ?STAT:OPER:COND? | ?STAT:OPER:COND? | "
+     "?STAT:OPER:COND?",
+     ":SYST:HEAD OFF | ?*IDN? | ?*ESR? | ?*IDN? | 30 | :TRAC:DATA ARB5, | # | :FUNC ARB5 | ?*ESR? | ?*ESR?",
      1,
      false},
     {21,
      {kNiGpib},
      [](SystemInfo&) {},
-     {"?*IDN?", "FRQ 1000;AMP 0PP;OFS 0;AMP 1PP;OFS 0;OUT OFF", "?*ESR?", "*CLS", "?*ESR?"},
-     {"?*IDN?", "?*ESR?", "?*IDN?", "30", "SIZE 1024;BANK 6;DATA 5,", "#", "FUNC 7", "?*ESR?", "*CLS", "?*ESR?"},
+     "?*IDN? | FRQ 1000;AMP 0PP;OFS 0;AMP 1PP;OFS 0;OUT OFF | ?*ESR? | *CLS | ?*ESR?",
+     "?*IDN? | ?*ESR? | ?*IDN? | 30 | SIZE 1024;BANK 6;DATA 5, | # | FUNC 7 | ?*ESR? | *CLS | ?*ESR?",
      4,
      false},
     {22,
      {kNiGpib},
      [](SystemInfo&) {},
-     {"?*IDN?", "FRQ 1000;AMP 0PP;OFS 0;AMP 1PP;OFS 0;OUT OFF", "?*ESR?", "*CLS", "?*ESR?"},
-     {"?*IDN?", "?*ESR?", "?*IDN?", "30", "SIZE 1024;BANK 6;DATA 5,", "#", "FNC 10", "?*ESR?", "*CLS", "?*ESR?"},
+     "?*IDN? | FRQ 1000;AMP 0PP;OFS 0;AMP 1PP;OFS 0;OUT OFF | ?*ESR? | *CLS | ?*ESR?",
+     "?*IDN? | ?*ESR? | ?*IDN? | 30 | SIZE 1024;BANK 6;DATA 5, | # | FNC 10 | ?*ESR? | *CLS | ?*ESR?",
      4,
      false},
     {23,
      {kNiGpib},
      [](SystemInfo& s) { s.Output = 0; },
-     {"?*IDN?", "Freq 60;Ampl 0PP;Offs 0;Ampl 0PP;Offs 0", "?*ESR?", "?*ESR?"},
-     {"?*IDN?", "?*ESR?", "?*IDN?", "30", "Size 4096;Data 5,", "#", "Wave 6", "Outp 1", "?*ESR?", "?*ESR?"},
+     "?*IDN? | Freq 60;Ampl 0PP;Offs 0;Ampl 0PP;Offs 0 | ?*ESR? | ?*ESR?",
+     "?*IDN? | ?*ESR? | ?*IDN? | 30 | Size 4096;Data 5, | # | Wave 6 | Outp 1 | ?*ESR? | ?*ESR?",
      1,
      false},
 };
@@ -152,7 +130,7 @@ struct Traffic : BusFixture {
     return bytes;
   }
   // What the script makes of the wire, with the payload where the block stands.
-  Lines Expected(int model, InterfaceKind kind, const Lines& script, const std::string& payload) {
+  Lines Expected(int model, InterfaceKind kind, const std::string& script, const std::string& payload) {
     const Wire& wire = WireOf(kind);
     Lines calls;
     std::string end = "\n"; // CR LF behind a block
@@ -173,7 +151,10 @@ struct Traffic : BusFixture {
       }
     };
     add(wire.open, Resource());
-    for (const std::string& step : script) {
+    for (std::size_t from = 0; from < script.size();) {
+      const std::size_t to = std::min(script.find(" | ", from), script.size());
+      const std::string step = script.substr(from, to - from);
+      from = to + 3;
       if (step == "30") {
         add(wire.longLimit);
       } else if (step[0] == '#') {

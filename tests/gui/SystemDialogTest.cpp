@@ -240,6 +240,8 @@ TEST_F(SystemDialogTest, TheInstrumentIsLocalAgainWhenTheProgramEndsInATransfer)
   program->interfaceKind = kNiGpib;
   ASSERT_EQ(road->bus.Setup(), kBusOk);
   program->registry.SetGpibBusy(true);
+  EXPECT_TRUE(program->registry.GetGpibHost());
+  EXPECT_EQ(desktop.settings.Get("GPIB0", "Busy"), "True");
   road.reset();
   EXPECT_EQ(sim::Traffic().back().substr(0, 11), "ibsre(0, 0)");
   EXPECT_EQ(desktop.settings.Get("GPIB0", "Busy"), "False");

@@ -115,6 +115,8 @@ TEST_F(Desk, UsbInstrumentsAreListedAndNoneStopsATransfer) {
   EXPECT_EQ(settings.Address, 0);
   EXPECT_EQ(port.transferring, (std::vector<bool>{true, false}));
   EXPECT_FALSE(sim::Messages("XG5531").empty());
+  EXPECT_EQ(SimulatedBench(CALDER_SIM_FOLDER).AddressOf("XG5531"), 2);
+  EXPECT_FALSE(SimulatedBench("").Present());
 
   ASSERT_TRUE(sim::Set("XG5531", "power", "off"));
   ChooseKind(kUsbTmc);
@@ -176,16 +178,6 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   desktop.boxes.Expect("[" + path + "] File Read error.");
   desk->Menu_FileOpen_Click();
   EXPECT_EQ(settings, before);
-}
-
-TEST_F(Desk, ReadBackDrawsAndTheBenchIsNamed) {
-  ChooseKind(kUsbTmc);
-  desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
-  desk->Btn_Trans_Click(SetupDesk::Transfer::ReadBack);
-  EXPECT_EQ(port.changes, 1);
-  ChooseKind(kNiGpib);
-  EXPECT_EQ(SimulatedBench(CALDER_SIM_FOLDER).AddressOf("XG5531"), 2);
-  EXPECT_FALSE(SimulatedBench("").Present());
 }
 
 TEST_F(Desk, PointsThatALargerMemoryBringsAreClearBeforeATransfer) {
