@@ -1,10 +1,8 @@
 #include "Application.h"
 
 #include "editor/MainWindow.h"
-#include "libs/bus/UsbtmcVisa.h"
 #include "platform/qt/Theme.h"
-#include "setup/FrmGPIBExit.h"
-#include "setup/SystemDialog.h"
+#include "setup/Communication.h"
 #include "tools/create/CreateDialog.h"
 
 #include <QApplication>
@@ -22,35 +20,6 @@ namespace {
 constexpr int kWarmUpDelay = 150; // milliseconds
 
 } // namespace
-
-// What stands in for a VISA library on a machine that has none.
-std::function<std::unique_ptr<Visa>()> KernelVisa(const Program& program) {
-  return [&program]() -> std::unique_ptr<Visa> {
-    const auto& usbtmc = program.desktop.usbtmc;
-    if (!usbtmc) return nullptr;
-    return std::make_unique<UsbtmcVisa>(usbtmc());
-  };
-}
-
-// The road to the instrument: made with the editor, asked nothing before the user wants it.
-class Communication {
-public:
-  Communication(Program& program, Editor& editor)
-      : bus(program, KernelVisa(program), [] { QCoreApplication::quit(); }), progress(program),
-        desk(program, editor.setup, editor.fileCommands, editor.waveFiles, bus, progress), program_(program) {
-    program_.registry.SetLocalControl([this] { bus.Local(); });
-  }
-  ~Communication() { program_.registry.SetLocalControl({}); }
-  Communication(const Communication&) = delete;
-  Communication& operator=(const Communication&) = delete;
-
-  IntfcLib bus;
-  ProgressWindow progress;
-  SetupDesk desk;
-
-private:
-  Program& program_;
-};
 
 Application::Application(const Desktop& desktop, ModelDatabase database)
     : program_(std::make_unique<Program>(desktop, std::move(database))) {
@@ -70,11 +39,10 @@ void Application::AddTools() {
 }
 
 void Application::AddSystemSetup() {
-  communication_ = std::make_unique<Communication>(*program_, *editor_);
+  communication_ =
+      std::make_unique<Communication>(*program_, editor_->setup, editor_->fileCommands, editor_->waveFiles);
   window_->AddSystemSetup([this] {
-    SystemDialog dialog(
-        *program_, communication_->desk, [this] { editor_->ToolChanged(); }, window_.get());
-    dialog.exec();
+    communication_->ShowSystemSetup([this] { editor_->ToolChanged(); }, window_.get());
     editor_->ToolChanged();
   });
   if (SimulatedBench(program_->desktop.folders.bus).Present()) {

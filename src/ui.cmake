@@ -26,6 +26,7 @@ add_library(calder_ui STATIC
   platform/qt/ValueBox.cpp
   platform/qt/ValueBox.h
   platform/qt/XcbWindowList.cpp
+  setup/Communication.cpp
   setup/FrmGPIBExit.cpp
   setup/FrmGPIBExit.h
   setup/FrmGPIBExit.ui
@@ -61,4 +62,6 @@ if(PROJECT_IS_TOP_LEVEL)
   install(TARGETS calder RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/models DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
   install(FILES ${PROJECT_SOURCE_DIR}/data/USBTMC.ID DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
+  # Not below CMAKE_INSTALL_LIBDIR: udev knows this place only.
+  install(FILES ${PROJECT_SOURCE_DIR}/packaging/60-calder-usbtmc.rules DESTINATION lib/udev/rules.d)
 endif()

@@ -178,15 +178,20 @@ public:
 // The bus libraries of a folder, or none at all: a library that the process has loaded once is found by its name alone.
 class Libraries final : public BusLibraries {
 public:
-  [[nodiscard]] std::unique_ptr<BusLibrary> Open(std::span<const char* const> names) override {
-    return folder.empty() ? nullptr : DlBusLibraries(folder).Open(names);
+  void Offer(std::span<const char* const> names,
+             const std::function<bool(std::unique_ptr<BusLibrary>)>& take) override {
+    if (!folder.empty()) DlBusLibraries(folder).Offer(names, take);
   }
   std::string folder;
 };
 
 class InlineWorker final : public Worker {
 public:
-  void Run(const std::function<void()>& work) override { work(); }
+  void Run(const std::function<void()>& work, Meanwhile meanwhile) override {
+    if (onRun) onRun(meanwhile);
+    work();
+  }
+  std::function<void(Meanwhile)> onRun; // what happens meanwhile
 };
 
 struct FakeDesktop {

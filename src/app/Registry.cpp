@@ -57,7 +57,9 @@ clsRegistry::clsRegistry(SettingsStore& store, const Instances& instances) : sto
   LoadPositions();
 }
 
-clsRegistry::~clsRegistry() {
+void clsRegistry::Release() {
+  if (released_) return;
+  released_ = true;
   std::int32_t count = 0;
   store_.Update(kSystem, "WinCount", [&](const std::optional<std::string>& old) {
     count = ToInteger<std::int32_t>(old.value_or("0")) - 1;

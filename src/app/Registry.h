@@ -19,7 +19,7 @@ public:
   static constexpr int kFormSlots = 11; // 0 to 10; the last one is never written
 
   clsRegistry(SettingsStore& store, const Instances& instances);
-  ~clsRegistry();
+  ~clsRegistry() { Release(); }
   clsRegistry(const clsRegistry&) = delete;
   clsRegistry& operator=(const clsRegistry&) = delete;
 
@@ -62,6 +62,9 @@ public:
   [[nodiscard]] std::string GetSerialNum() const;
   void SetSerialNum(const std::string& text);
 
+  // Counts this copy out, ends a transfer of its own that is under way, and as the last copy writes the positions. The
+  // destructor does it; earlier, whoever holds what SetLocalControl needs. Twice is once.
+  void Release();
   // Puts the instrument back to local control when this copy ends in the middle of a transfer.
   void SetLocalControl(std::function<void()> goToLocal) { goToLocal_ = std::move(goToLocal); }
 
@@ -82,6 +85,7 @@ private:
   SettingsStore& store_;
   std::int16_t gpibId_ = 0;
   bool gpibHost_ = false;
+  bool released_ = false;
   std::int16_t winH_ = 0;
   bool debugMode_ = false;
   bool loopTest_ = false;

@@ -1,6 +1,5 @@
 #include "comm/BackEnd.h"
 
-#include "comm/BusTrace.h"
 #include "libs/sysinf32/CommandColumns.h"
 #include "platform/AsciiText.h"
 #include "platform/MessageBoxes.h"
@@ -18,11 +17,11 @@ std::size_t FindKey(const std::string& configuration, std::string_view key) {
 }
 
 // In the order of their weight, when several bits are set.
-const char* WordOf(int result) {
-  if ((result & kBusFailed) != 0) return "Error";
-  if ((result & kBusTimeout) != 0) return "Time Out";
-  if ((result & kBusNoBoard) != 0) return "Board is Northing";
-  return (result & kBusOverflow) != 0 ? "Buffer Over" : "";
+const char* WordOf(int result, const BusWords& words) {
+  if ((result & kBusFailed) != 0) return words.failed;
+  if ((result & kBusTimeout) != 0) return words.timeout;
+  if ((result & kBusNoBoard) != 0) return words.noBoard;
+  return (result & kBusOverflow) != 0 ? words.overflow : "";
 }
 
 } // namespace
@@ -57,14 +56,15 @@ void BackEnd::ReadReporting(const std::string& configuration) {
   showDialog_ = ConfigurationHas(configuration, "VIEW_ERR_DIALOG");
 }
 
-void BackEnd::Report(const BackEndHost& host, const char* operation, int address, std::string_view data,
+void BackEnd::Report(const BackEndHost& host, const char* operation, int address, const BusData& data,
                      int result) const {
+  const char* word = WordOf(result, Words());
   if (!logFile_.empty()) {
     std::ofstream log(logFile_, std::ios::app);
-    log << operation << ' ' << address << ' ' << ShowBytes(data, data.size()) << ' ' << WordOf(result) << '\n';
+    log << operation << ' ' << address << ' ' << ShowData(data) << ' ' << word << '\n';
   }
   if (result == kBusOk || !showDialog_) return;
-  const std::string text = std::string(operation) + '\n' + WordOf(result) + "\nアプリケーションを終了しますか?";
+  const std::string text = std::string(operation) + '\n' + word + "\nアプリケーションを終了しますか?";
   const BoxAnswer answer = host.boxes.Show(Name(), text, BoxButtons::YesNo, BoxIcon::Critical);
   if (answer == BoxAnswer::Yes && host.quit) host.quit();
 }

@@ -4,14 +4,12 @@
 // thread at a time; an operation may block as long as its time limit says.
 #pragma once
 
-#include <cstddef>
+#include "comm/BusData.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
-#include <span>
-#include <string>
-#include <string_view>
 
 namespace calder {
 
@@ -46,6 +44,14 @@ struct BackEndHost {
   std::function<std::unique_ptr<Visa>()> kernelVisa;
 };
 
+// What a back end calls its error codes in its log and its box.
+struct BusWords {
+  const char* failed;
+  const char* timeout;
+  const char* noBoard;
+  const char* overflow;
+};
+
 // What the user can do about a failure, when the back end knows more than its error code says.
 enum class BusRemark { None, NotPermitted };
 
@@ -58,6 +64,7 @@ public:
   // Whether its calls may block, so that they belong on the worker.
   [[nodiscard]] virtual bool Blocks() const { return true; }
   [[nodiscard]] virtual BusRemark Remark() const { return BusRemark::None; } // about the last operation
+  [[nodiscard]] virtual BusWords Words() const { return {"Error", "Time Out", "Board does not exit", "Buffer over"}; }
 
   // "KEY = value, KEY = value": see ConfigurationValue.
   virtual int GP_Init(const std::string& configuration) = 0;
@@ -89,7 +96,7 @@ public:
   void ReadReporting(const std::string& configuration);
   // After an operation, on the caller's thread: a line in the log file, when there is one, and with the dialog on a
   // failure is shown and may end the program.
-  void Report(const BackEndHost& host, const char* operation, int address, std::string_view data, int result) const;
+  void Report(const BackEndHost& host, const char* operation, int address, const BusData& data, int result) const;
 
 private:
   std::string logFile_;

@@ -1,6 +1,5 @@
 #include "comm/BusTrace.h"
 
-#include <cmath>
 #include <cstdio>
 
 namespace calder {
@@ -18,58 +17,47 @@ std::string TimeText(double secondsOfDay) {
 
 } // namespace
 
-std::string ShowBytes(std::string_view bytes, std::size_t longest) {
-  static constexpr char kHex[] = "0123456789ABCDEF";
-  std::string text = "\"";
-  for (const char c : bytes.substr(0, longest)) {
-    const auto code = static_cast<unsigned char>(c);
-    if (c == '\n')
-      text += "\\n";
-    else if (c == '\r')
-      text += "\\r";
-    else if (c == '"' || c == '\\')
-      (text += '\\') += c;
-    else if (code >= ' ' && code < 127)
-      text += c;
-    else
-      ((text += "\\x") += kHex[code / 16]) += kHex[code % 16];
-  }
-  text += '"';
-  if (bytes.size() > longest) text += "... " + std::to_string(bytes.size()) + " bytes";
-  return text;
-}
-
 void BusTrace::Begin(std::string_view title) {
-  if (!keep_) lines_.clear();
-  lastBegin_ = lines_.size();
+  if (!keep_) {
+    lines_.clear();
+    bytes_ = 0;
+  }
+  ++transfers_;
+  within_ = true;
   Push("-- " + std::string(title));
 }
 
-void BusTrace::Add(double secondsOfDay, std::string_view operation, int address, std::string_view data, int errorCode) {
+void BusTrace::Add(double secondsOfDay, std::string_view operation, int address, const BusData& data, int errorCode) {
   std::string line = TimeText(secondsOfDay) + "  " + std::string(operation);
   if (address >= 0) line += " " + std::to_string(address);
-  if (!data.empty()) line += "  " + ShowBytes(data, kShownBytes);
+  if (const std::string shown = ShowData(data, keep_ ? std::string::npos : kShownBytes); !shown.empty())
+    line += "  " + shown;
   if (errorCode != 0) line += "  error " + std::to_string(errorCode);
   Push(std::move(line));
 }
 
 std::string BusTrace::Text() const {
   std::string text;
-  for (const std::string& line : lines_) (text += line) += '\n';
+  text.reserve(bytes_ + lines_.size());
+  for (const Line& line : lines_) (text += line.text) += '\n';
   return text;
 }
 
 std::string BusTrace::LastTransfer() const {
   std::string text;
-  for (std::size_t i = lastBegin_; i < lines_.size(); ++i) (text += lines_[i]) += '\n';
+  for (const Line& line : lines_) {
+    if (transfers_ > 0 && line.transfer == transfers_) (text += line.text) += '\n';
+  }
   return text;
 }
 
-void BusTrace::Push(std::string line) {
-  lines_.push_back(std::move(line));
-  if (lines_.size() <= kMostLines) return;
-  lines_.pop_front();
-  if (lastBegin_ > 0) --lastBegin_;
+void BusTrace::Push(std::string text) {
+  bytes_ += text.size();
+  lines_.push_back({std::move(text), within_ ? transfers_ : 0});
+  while (lines_.size() > kMostLines || bytes_ > kMostBytes) {
+    bytes_ -= lines_.front().text.size();
+    lines_.pop_front();
+  }
 }
 
 } // namespace calder

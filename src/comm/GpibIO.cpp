@@ -39,15 +39,14 @@ bool GpibIO::Begin(const std::string& title) {
     program_.messages.ErrorBox(kMsgInterfaceBusy);
     return false;
   }
+  bus_.Trace().Begin(title);
   const int controller = ControllerAddress(program_, bus_);
   registry.SetGpibAddress(static_cast<std::int16_t>(controller));
   registry.SetGpibBusy(true);
   held_ = true;
   snapshot_ = program_.settings;
-  bus_.Trace().Begin(title);
   if (program_.interfaceKind != kUsbTmc && static_cast<std::int16_t>(controller) == snapshot_.Address) {
-    registry.SetGpibBusy(false);
-    held_ = false;
+    Release();
     program_.messages.ErrorBoxText(program_.messages.MessageText(kMsgInterfaceAddress) +
                                    "Address:" + std::to_string(snapshot_.Address));
     return false;
@@ -60,9 +59,14 @@ bool GpibIO::Begin(const std::string& title) {
 void GpibIO::End() {
   if (!held_) return;
   CloseBus();
-  program_.registry.SetGpibBusy(false);
-  held_ = false;
+  Release();
   if (broken_ && !told_) TellFailure();
+}
+
+void GpibIO::Release() {
+  program_.registry.SetGpibBusy(false);
+  bus_.Trace().End();
+  held_ = false;
 }
 
 bool GpibIO::OpenBus() {
@@ -111,14 +115,14 @@ bool GpibIO::Reopen() {
 }
 
 bool GpibIO::Send(const std::string& command) {
-  if (broken_) return false;
+  if (Ended()) return false;
   if (command.empty()) return true;
   Debug("GpibPuts", command);
   return Check(bus_.Puts(Address(), command));
 }
 
 std::string GpibIO::Read() {
-  if (broken_) return {};
+  if (Ended()) return {};
   std::string reply = bus_.Gets(Address());
   if (bus_.ErrorCode() != kBusOk) Break(bus_.ErrorCode());
   return reply;
@@ -132,7 +136,7 @@ bool GpibIO::Check(int errorCode) {
 }
 
 void GpibIO::Tell(const std::string& text) {
-  if (broken_ && told_) return;
+  if (broken_ ? told_ : Ended()) return;
   told_ = broken_;
   program_.messages.ErrorBoxText(text);
 }
@@ -141,8 +145,9 @@ void GpibIO::TellFailure() {
   std::string text = program_.messages.MessageText(FailureMessage(failure_));
   if (remark_ == BusRemark::NotPermitted) {
     text += program_.messages.Pick(
-        "USB機器はありますが、このユーザーには開く権限がありません。udevルールを入れてください。",
-        "The USB instrument is there, but this user may not open it. Install the udev rule.");
+        "USB機器はありますが、このユーザーには開く権限がありません。udevルール 60-calder-usbtmc.rules "
+        "を入れてください。",
+        "The USB instrument is there, but this user may not open it. Install the udev rule 60-calder-usbtmc.rules.");
   }
   Tell(text);
 }

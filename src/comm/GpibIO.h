@@ -30,7 +30,10 @@ enum BusMessageNo : int {
 
 class GpibIO {
 public:
-  GpibIO(Program& program, IntfcLib& interfaceLayer) : program_(program), bus_(interfaceLayer) {}
+  // cancelled: whether the user wants the transfer to end; empty: this transfer is cancelled elsewhere. Once it says
+  // so, nothing more is sent, read or told.
+  GpibIO(Program& program, IntfcLib& interfaceLayer, std::function<bool()> cancelled = {})
+      : program_(program), bus_(interfaceLayer), cancelled_(std::move(cancelled)) {}
   ~GpibIO() { End(); }
   GpibIO(const GpibIO&) = delete;
   GpibIO& operator=(const GpibIO&) = delete;
@@ -63,17 +66,21 @@ public:
 
   // An operation on the interface has failed.
   [[nodiscard]] bool Broken() const { return broken_; }
+  // It has, or the user has cancelled.
+  [[nodiscard]] bool Ended() const { return broken_ || (cancelled_ && cancelled_()); }
   [[nodiscard]] IntfcLib& Bus() { return bus_; }
   [[nodiscard]] Program& GetProgram() { return program_; }
 
 private:
   [[nodiscard]] bool OpenBus();
   void CloseBus();
+  void Release();
   void Break(int errorCode);
   void TellFailure();
 
   Program& program_;
   IntfcLib& bus_;
+  const std::function<bool()> cancelled_;
   SystemInfo snapshot_;
   bool held_ = false; // the busy flag is ours
   bool broken_ = false;

@@ -12,12 +12,6 @@ namespace {
 constexpr double kSequenceStop = 2; // seconds
 constexpr std::uint32_t kSequenceRuns = 0x0C;
 
-// The numeric value of a reply as bits.
-std::uint32_t Bits(std::string_view reply) {
-  const double value = LeadingNumber(reply);
-  return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::clamp(value, -2147483648.0, 4294967295.0)));
-}
-
 // `length` characters from `start`, which counts from 1.
 std::string_view Field(std::string_view reply, int start, int length) {
   const auto from = static_cast<std::size_t>(std::max(start, 1) - 1);
@@ -26,6 +20,11 @@ std::string_view Field(std::string_view reply, int start, int length) {
 }
 
 } // namespace
+
+std::uint32_t ReplyBits(std::string_view reply) {
+  const double value = LeadingNumber(reply);
+  return static_cast<std::uint32_t>(static_cast<std::int64_t>(std::clamp(value, -2147483648.0, 4294967295.0)));
+}
 
 std::string JoinCommands(std::initializer_list<std::string> pieces) {
   std::string command;
@@ -53,7 +52,7 @@ bool Instrument::PolarityCommand(std::string& command) {
   static constexpr const char* kScales[] = {" FS", " PFS", " MFS"};
   const SystemInfo& live = io_.GetProgram().settings;
   const std::string shape = io_.Query(":SOUR" + std::to_string(live.Channel + 1) + ":FUNC:SHAPE?");
-  if (io_.Broken()) return false;
+  if (io_.Ended()) return false;
   const std::string output = live.Channel == 0 ? ":OUTP1" : ":OUTP2";
   const int polarity = std::clamp<int>(live.Polarity, 0, 5);
   command = output + ":POL " + shape + "," + (polarity < 3 ? " NORM" : " INV") + ";" + output + ":SCAL " + shape + "," +
@@ -62,7 +61,7 @@ bool Instrument::PolarityCommand(std::string& command) {
 }
 
 bool Instrument::SendSettings(const clsGpibCommand& commands) {
-  if (io_.Broken()) return false;
+  if (io_.Ended()) return false;
   const SystemInfo& settings = io_.Snapshot();
   const std::string suffix = io_.GetProgram().settings.Polarity % 3 == 0 ? "PP" : "PK";
   const auto amplitude = [&](double value) {
@@ -89,7 +88,7 @@ bool Instrument::SequenceCheck() {
   if (state.empty()) return false;
   if (LeadingNumber(state) == 1) {
     const std::string condition = io_.Query(":STAT:OPER:CH1:COND?");
-    if ((Bits(condition) & kSequenceRuns) != 0 && !io_.Send(":TRIG1:SEL:EXEC ISTOP")) return false;
+    if ((ReplyBits(condition) & kSequenceRuns) != 0 && !io_.Send(":TRIG1:SEL:EXEC ISTOP")) return false;
     io_.Wait(kSequenceStop);
     if (!io_.Send(":SOUR1:SEQ:STAT 0")) return false;
   }
@@ -117,19 +116,19 @@ bool Instrument::Identify(const clsGpibCommand& common) {
 bool Instrument::StatusError(const clsGpibCommand& common) {
   if (!io_.Send(common.GetStatus())) return true;
   const std::string reply = io_.Read();
-  if (io_.Broken()) return true;
-  return (Bits(reply) & common.ErrorMask()) != 0;
+  if (io_.Ended()) return true;
+  return (ReplyBits(reply) & common.ErrorMask()) != 0;
 }
 
 void Instrument::ErrorReport(const clsGpibCommand& common) {
-  if (io_.Broken()) return; // told, or told at the end
+  if (io_.Ended()) return; // told, or told at the end
   const ErrMsg& messages = io_.GetProgram().messages;
   if (common.GetErrorMessage().empty()) {
     io_.Tell(kMsgCheckModel);
     return;
   }
   const std::string reply = io_.Query(common.GetErrorMessage());
-  if (io_.Broken()) return;
+  if (io_.Ended()) return;
   if (LeadingNumber(reply) == 0) {
     io_.Tell(kMsgInterfaceOther);
   } else {

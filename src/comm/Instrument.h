@@ -34,6 +34,9 @@ private:
   GpibIO& io_;
 };
 
+// The numeric value of a reply as bits; what 32 bits cannot hold is limited to what they can.
+[[nodiscard]] std::uint32_t ReplyBits(std::string_view reply);
+
 // Joins with ";" what is not empty.
 [[nodiscard]] std::string JoinCommands(std::initializer_list<std::string> pieces);
 

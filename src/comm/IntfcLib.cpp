@@ -3,7 +3,6 @@
 #include "app/Program.h"
 #include "libs/sysinf32/CommandColumns.h"
 #include "platform/Clock.h"
-#include "platform/Worker.h"
 
 #include <algorithm>
 #include <cmath>
@@ -65,13 +64,17 @@ BackEnd* IntfcLib::Selected() {
 }
 
 template <typename Operation>
-int IntfcLib::Call(const char* operation, const std::string& context, int address, const std::string_view& data,
-                   Operation run) {
-  BackEnd* backEnd = Selected();
+int IntfcLib::Call(const char* operation, const std::string& context, int address, const BusData& data, Operation run) {
+  return CallOn(Selected(), Worker::Meanwhile::Everything, operation, context, address, data, run);
+}
+
+template <typename Operation>
+int IntfcLib::CallOn(BackEnd* backEnd, Worker::Meanwhile meanwhile, const char* operation, const std::string& context,
+                     int address, const BusData& data, Operation run) {
   int result = kBusFailed;
   if (backEnd != nullptr) {
     if (backEnd->Blocks()) {
-      program_.desktop.worker.Run([&] { result = run(*backEnd); });
+      program_.desktop.worker.Run([&] { result = run(*backEnd); }, meanwhile);
     } else {
       result = run(*backEnd);
     }
@@ -104,11 +107,11 @@ int IntfcLib::Setup() {
   std::filesystem::create_directories(host_.folder, ignored);
   const std::string configuration =
       "MYADRS = 0, BOARD_NAME = GPIB0, USB488ID = " + std::to_string(program_.settings.Address);
+  showErrors_ = true; // also of the opening itself: a broken transfer has turned them off
   const int result = Call("GP_Init", Context("Setup"), -1, {}, [&](BackEnd& backEnd) {
     backEnd.ReadReporting(configuration);
     return backEnd.GP_Init(configuration);
   });
-  showErrors_ = true;
   if (result != kBusOk) return result;
   eos_ = "\n";
   eot_ = 2;
@@ -125,17 +128,17 @@ int IntfcLib::End() {
 
 int IntfcLib::Puts(int address, const std::string& text) {
   if (const int result = SetUpFirst(); result != kBusOk) return result;
-  return Call("GP_Send_Str", Context("Puts", address), address, text,
+  return Call("GP_Send_Str", Context("Puts", address), address, {.text = text},
               [&](BackEnd& backEnd) { return backEnd.GP_Send_Str(address, text); });
 }
 
 std::string IntfcLib::Gets(int address) {
   if (SetUpFirst() != kBusOk) return {};
   std::string reply;
-  std::string_view received;
+  BusData received;
   const int result = Call("GP_Receive_Str", Context("Gets"), address, received, [&](BackEnd& backEnd) {
     const int code = backEnd.GP_Receive_Str(address, reply);
-    received = reply;
+    received.text = reply;
     return code;
   });
   if (result != kBusOk) return {};
@@ -197,29 +200,35 @@ int IntfcLib::Eot(int mode) {
 
 int IntfcLib::Data(int address, std::span<const std::byte> bytes) {
   if (const int result = SetUpFirst(); result != kBusOk) return result;
-  const std::string_view data(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-  return Call("GP_Send_Binary_Data", Context("Data"), address, data, [&](BackEnd& backEnd) {
+  return Call("GP_Send_Binary_Data", Context("Data"), address, {.block = bytes}, [&](BackEnd& backEnd) {
     return backEnd.GP_Send_Binary_Data(bytes, address, static_cast<int>(bytes.size()), 0, false);
   });
 }
 
 int IntfcLib::DataScpi(int address, const std::string& header, std::span<const std::byte> bytes) {
   if (const int result = SetUpFirst(); result != kBusOk) return result;
-  return Call("GP_Send_AsciiBinary_Data", Context("Data SCPI"), address, header,
+  return Call("GP_Send_AsciiBinary_Data", Context("Data SCPI"), address, {.text = header, .block = bytes},
               [&](BackEnd& backEnd) { return backEnd.GP_Send_AsciiBinary_Data(address, header, bytes); });
 }
 
 int IntfcLib::DataRecvScpi(int address, const std::string& file, int limit) {
   if (const int result = SetUpFirst(); result != kBusOk) return result;
-  return Call("GP_Receive_Binary_Data", Context("Data Recv SCPI"), address, {},
-              [&](BackEnd& backEnd) { return backEnd.GP_Receive_Binary_Data(address, file, limit); });
+  std::vector<char> content;
+  BusData received;
+  return Call("GP_Receive_Binary_Data", Context("Data Recv SCPI"), address, received, [&](BackEnd& backEnd) {
+    const int code = backEnd.GP_Receive_Binary_Data(address, file, limit);
+    // For the trace; what cannot be read was not received.
+    if (ReadWholeFile(file, content) == 0) received.block = std::as_bytes(std::span(content));
+    return code;
+  });
 }
 
 int IntfcLib::BoardAdr(int address) {
   int answer = -1;
-  const auto ask = [&] { answer = niGpib_.BoardAdr(address); };
-  program_.desktop.worker.Run(ask);
-  return answer;
+  // Also asked while no transfer runs, where nothing is prepared for a press in the middle.
+  const int result = CallOn(&niGpib_, Worker::Meanwhile::NoUserInput, "BoardAdr", Context("BoardAdr"), address, {},
+                            [&](BackEnd&) { return niGpib_.BoardAdr(address, answer); });
+  return result == kBusOk ? answer : -1;
 }
 
 bool IntfcLib::GpErrMsgOn(int flag) {
@@ -240,7 +249,7 @@ BusRemark IntfcLib::Remark() {
 
 std::vector<std::string> IntfcLib::UsbSerialNumbers(const std::string& prefix) {
   std::vector<std::string> serials;
-  program_.desktop.worker.Run([&] { serials = usbTmc_.SerialNumbers(prefix); });
+  program_.desktop.worker.Run([&] { serials = usbTmc_.SerialNumbers(prefix); }, Worker::Meanwhile::NoUserInput);
   return serials;
 }
 

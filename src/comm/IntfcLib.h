@@ -12,6 +12,7 @@
 #include "comm/NI_GPIB_Mdl.h"
 #include "comm/USB488_MDL.h"
 #include "comm/USBTMC_MDL.h"
+#include "platform/Worker.h"
 
 #include <array>
 #include <optional>
@@ -20,7 +21,6 @@ namespace calder {
 
 class Clock;
 class Program;
-class Worker;
 
 class IntfcLib {
 public:
@@ -47,7 +47,7 @@ public:
   int Data(int address, std::span<const std::byte> bytes);
   int DataScpi(int address, const std::string& header, std::span<const std::byte> bytes);
   int DataRecvScpi(int address, const std::string& file, int limit);
-  // The board's own address: -1 and 0 ask, a positive value sets. -1 on failure.
+  // The NI board's own address, whatever the kind: -1 and 0 ask, a positive value sets. -1 on failure.
   [[nodiscard]] int BoardAdr(int address);
   // 1 asks, -1 turns the boxes on, 0 off. The current flag.
   bool GpErrMsgOn(int flag);
@@ -63,9 +63,13 @@ public:
 
 private:
   [[nodiscard]] BackEnd* Selected();
-  // Runs the operation on the back end and applies the error rule. data: what was sent, or what the operation received.
+  // Runs the operation on the chosen back end and applies the error rule. data: what is sent, or where the operation
+  // leaves what it received.
   template <typename Operation>
-  int Call(const char* operation, const std::string& context, int address, const std::string_view& data, Operation run);
+  int Call(const char* operation, const std::string& context, int address, const BusData& data, Operation run);
+  template <typename Operation>
+  int CallOn(BackEnd* backEnd, Worker::Meanwhile meanwhile, const char* operation, const std::string& context,
+             int address, const BusData& data, Operation run);
   int SetUpFirst();
   void Finish(int errorCode, const std::string& context);
   int Invalid(const char* context);
@@ -82,7 +86,7 @@ private:
   bool initialised_ = false;
   int errorCode_ = 0;
   std::string errorText_;
-  bool showErrors_ = true;
+  bool showErrors_ = false; // until the first Setup
   std::string eos_;
   int eot_ = 0;
 };

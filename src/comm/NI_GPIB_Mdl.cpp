@@ -56,6 +56,12 @@ int NI_GPIB_Mdl::Do(Call call) {
   return error == Ni4882::kNoBoard ? kBusNoBoard : kBusFailed;
 }
 
+template <typename Call>
+int NI_GPIB_Mdl::DoMoving(std::size_t bytes, Call call) {
+  const int result = Do(call);
+  return result == kBusOk && count_ != static_cast<long>(bytes) ? kBusFailed : result;
+}
+
 int NI_GPIB_Mdl::GP_Init(const std::string& configuration) {
   std::string name = ConfigurationValue(configuration, "BOARD_NAME");
   if (name.empty()) name = "gpib0";
@@ -129,9 +135,8 @@ int NI_GPIB_Mdl::GP_Send_Binary_Data(std::span<const std::byte> data, int addres
   return Write(BinaryPayload(data, count, width, swap));
 }
 
-int NI_GPIB_Mdl::BoardAdr(int address) {
-  int answer = -1;
-  const int result = Do([&](const Ni4882& api) {
+int NI_GPIB_Mdl::BoardAdr(int address, int& answer) {
+  return Do([&](const Ni4882& api) {
     if (address > 0) {
       api.ibpad(board_, address);
       answer = address;
@@ -139,11 +144,11 @@ int NI_GPIB_Mdl::BoardAdr(int address) {
       api.ibask(board_, Ni4882::kAskPrimaryAddress, &answer);
     }
   });
-  return result == kBusOk ? answer : -1;
 }
 
 int NI_GPIB_Mdl::Commands(std::string_view bytes) {
-  return Do([&](const Ni4882& api) { api.ibcmd(board_, bytes.data(), static_cast<long>(bytes.size())); });
+  return DoMoving(bytes.size(),
+                  [&](const Ni4882& api) { api.ibcmd(board_, bytes.data(), static_cast<long>(bytes.size())); });
 }
 
 int NI_GPIB_Mdl::AddressListener(int address) {
@@ -159,7 +164,8 @@ int NI_GPIB_Mdl::AddressTalker(int address) {
 }
 
 int NI_GPIB_Mdl::Write(std::string_view bytes) {
-  return Do([&](const Ni4882& api) { api.ibwrt(board_, bytes.data(), static_cast<long>(bytes.size())); });
+  return DoMoving(bytes.size(),
+                  [&](const Ni4882& api) { api.ibwrt(board_, bytes.data(), static_cast<long>(bytes.size())); });
 }
 
 } // namespace calder

@@ -12,6 +12,7 @@ public:
   explicit NI_GPIB_Mdl(BackEndHost& host) : host_(host) {}
 
   [[nodiscard]] const char* Name() const override { return "NI_GPIB"; }
+  [[nodiscard]] BusWords Words() const override { return {"Error", "Time Out", "Board is Northing", "Buffer Over"}; }
   int GP_Init(const std::string& configuration) override;
   int GP_End() override { return GP_REN(false); }
   int GP_Send_Str(int address, const std::string& text) override;
@@ -25,14 +26,17 @@ public:
   int GP_EOI(bool on) override;
   int GP_Send_Binary_Data(std::span<const std::byte> data, int address, int count, int width, bool swap) override;
 
-  // The board's own primary address: -1 and 0 ask, a positive value sets it. The address, -1 on failure.
-  [[nodiscard]] int BoardAdr(int address);
+  // The board's own primary address: -1 and 0 ask, a positive value sets it; the answer on success. The error code.
+  [[nodiscard]] int BoardAdr(int address, int& answer);
   // The number in the board's name, 0 to 3.
   [[nodiscard]] int BoardNumber() const { return boardNumber_; }
 
 private:
   template <typename Call>
   int Do(Call call);
+  // Does a call that moves bytes to the bus; fewer than asked for is a failure.
+  template <typename Call>
+  int DoMoving(std::size_t bytes, Call call);
   int Commands(std::string_view bytes);
   int AddressListener(int address);
   int AddressTalker(int address);

@@ -57,13 +57,13 @@ void JoinControlPoints(const Program& program, const ReceivedBlock& block) {
 
 } // namespace
 
-bool ReceiveWaveform(Program& program, IntfcLib& bus) {
+bool ReceiveWaveform(Program& program, IntfcLib& bus, const std::function<bool()>& cancelled) {
   std::remove(ReceiveFile(program).c_str()); // never decode an old one
-  GpibIO io(program, bus);
+  GpibIO io(program, bus, cancelled);
   if (!io.Begin("Read back")) return false;
   const std::string memory = std::to_string(io.Snapshot().MemoryNo);
   const std::string information = io.Query(":TRAC:INF? " + memory);
-  if (io.Broken()) return false;
+  if (io.Ended()) return false;
   if (SaysEmpty(information)) {
     io.Tell(kMsgNoWaveInMemory);
     return false;

@@ -11,8 +11,9 @@ namespace calder {
 
 class SystemSetup;
 
-// Fetches the waveform of memory MemoryNo into the receive file. False: the user was told why.
-[[nodiscard]] bool ReceiveWaveform(Program& program, IntfcLib& bus);
+// Fetches the waveform of memory MemoryNo into the receive file. False: the user was told why, or has cancelled
+// (cancelled is asked before each command).
+[[nodiscard]] bool ReceiveWaveform(Program& program, IntfcLib& bus, const std::function<bool()>& cancelled = {});
 
 // Decodes the receive file into the edit buffer, with an undo step, and sets the transfer format. False: the file holds
 // no waveform block; nothing was changed.

@@ -34,15 +34,15 @@ bool GeneratorSettings(GpibIO& io) {
          SendChecked(instrument, instrument.Commands(Instrument::kClosing), common);
 }
 
-// Bit 1 of the operation condition: the output is not settled.
+// Bit 1 of the operation condition: the output is not settled. An instrument may say so for ever; the user can cancel.
 bool WaitForSettling(GpibIO& io) {
   constexpr std::uint32_t kSettling = 2;
   while (true) {
     io.Wait(1);
     if (!io.Send("STAT:OPER:COND?")) return false;
     const std::string reply = io.Read();
-    if (reply.empty()) return !io.Broken();
-    if ((static_cast<std::uint32_t>(LeadingNumber(reply)) & kSettling) == 0) return true;
+    if (reply.empty()) return !io.Ended();
+    if ((ReplyBits(reply) & kSettling) == 0) return true;
   }
 }
 
@@ -51,7 +51,7 @@ bool ChangeMode(GpibIO& io) {
   static constexpr std::array<const char*, 4> kCommands{":Mode AC-INT", ":Mode AC-ADD", ":Mode ACDC-INT",
                                                         ":Mode ACDC-ADD"};
   const std::string reply = io.Query("MODE?");
-  if (io.Broken()) return false;
+  if (io.Ended()) return false;
   std::size_t mode = 0;
   while (mode < kReplies.size() && reply != kReplies[mode]) ++mode;
   const auto wanted = static_cast<std::size_t>(io.Snapshot().Channel);
@@ -64,7 +64,7 @@ bool ChangeMode(GpibIO& io) {
 
 bool ChangeRange(GpibIO& io) {
   const std::string reply = io.Query(":VOLT:RANG?");
-  if (io.Broken()) return false;
+  if (io.Ended()) return false;
   const int range = reply == "200" ? 1 : 0;
   const int wanted = io.Snapshot().RangeNo;
   if (range == wanted) return true;
@@ -93,12 +93,12 @@ bool PowerSourceSettings(GpibIO& io) {
 
 } // namespace
 
-bool SettingsTransfer(Program& program, IntfcLib& bus) {
-  GpibIO io(program, bus);
+bool SettingsTransfer(Program& program, IntfcLib& bus, const std::function<bool()>& cancelled) {
+  GpibIO io(program, bus, cancelled);
   if (!io.Begin("Oscillator settings")) return false;
   const bool sent = program.settings.ModelNo == kPowerSource ? PowerSourceSettings(io) : GeneratorSettings(io);
   io.End();
-  return sent && !io.Broken();
+  return sent && !io.Ended();
 }
 
 } // namespace calder

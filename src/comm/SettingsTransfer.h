@@ -5,7 +5,8 @@
 
 namespace calder {
 
-// One transfer from beginning to end; the user is told what fails. False: it did not reach its end.
-bool SettingsTransfer(Program& program, IntfcLib& bus);
+// One transfer from beginning to end; the user is told what fails. False: it did not reach its end. cancelled: asked
+// before each command; the transfer then ends without a word.
+bool SettingsTransfer(Program& program, IntfcLib& bus, const std::function<bool()>& cancelled = {});
 
 } // namespace calder

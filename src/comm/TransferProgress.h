@@ -15,9 +15,10 @@ public:
   virtual void Step(const std::string& text, int maximum) = 0;
   // 0 to the maximum. The window's events run meanwhile, so that a cancel is noticed.
   virtual void Value(int value) = 0;
-  // Bytes on their way so far, of how many: for the rate and the remaining time.
+  // Bytes sent so far, of how many: for the rate and the remaining time. With 0 bytes, right before the first one, the
+  // time begins to count.
   virtual void Sent(std::size_t bytes, std::size_t total) = 0;
-  // A wait of that many seconds is still to come.
+  // A wait of that many seconds is still to come. The rate of what was sent before it stays.
   virtual void Left(int seconds) = 0;
   // Also for the windows to come; empty: the window's own.
   virtual void Caption(const std::string& text) = 0;

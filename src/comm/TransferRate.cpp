@@ -7,6 +7,7 @@ namespace calder {
 namespace {
 
 constexpr double kFirstLook = 0.2; // seconds; a rate of before means little
+constexpr double kShortest = 0.01; // seconds; the clock has steps of a millisecond
 
 // Three digits of a value and its unit.
 std::string RateText(double bytesPerSecond) {
@@ -25,15 +26,18 @@ std::string RateText(double bytesPerSecond) {
 } // namespace
 
 std::string TransferRateText(std::size_t bytes, std::size_t total, double seconds, Language language) {
-  if (bytes == 0 || bytes > total || seconds < kFirstLook) return {};
+  const bool complete = bytes == total;
+  if (bytes == 0 || bytes > total || seconds < (complete ? kShortest : kFirstLook)) return {};
   const double rate = static_cast<double>(bytes) / seconds;
+  if (complete) return RateText(rate);
   const auto left = static_cast<long>(std::ceil(static_cast<double>(total - bytes) / rate));
-  return RateText(rate) + (language == Language::Japanese ? "、" : ", ") + SecondsLeftText(left, language);
+  return SecondsLeftText(left, language, RateText(rate));
 }
 
-std::string SecondsLeftText(long seconds, Language language) {
+std::string SecondsLeftText(long seconds, Language language, const std::string& rate) {
   const std::string count = std::to_string(seconds);
-  return language == Language::Japanese ? "残り " + count + " 秒" : count + " s left";
+  if (language == Language::Japanese) return rate + (rate.empty() ? "" : "、") + "残り " + count + " 秒";
+  return rate + (rate.empty() ? "" : ", ") + count + " s left";
 }
 
 } // namespace calder

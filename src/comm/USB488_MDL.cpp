@@ -21,6 +21,7 @@ int ResultOf(int status) {
 } // namespace
 
 int USB488_MDL::GP_Init(const std::string& configuration) {
+  openFailed_ = false;
   if (!api_) api_ = Usb488::Load(host_.libraries);
   if (!api_) return kBusNoBoard;
   if (open_) {
@@ -37,11 +38,21 @@ int USB488_MDL::GP_Init(const std::string& configuration) {
   return ResultOf(api_->UsbInitialize());
 }
 
+BusWords USB488_MDL::Words() const {
+  if (!openFailed_) return BackEnd::Words();
+  constexpr const char* kWord = "Device Open Error"; // whatever the library says of it
+  return {kWord, kWord, kWord, kWord};
+}
+
 // The device, opened when it is not.
 int USB488_MDL::Open() {
+  openFailed_ = false;
   if (!api_) return kBusNoBoard;
   if (open_) return kBusOk;
-  if (const int result = ResultOf(api_->UsbOpenDevice(device_)); result != kBusOk) return result;
+  if (const int result = ResultOf(api_->UsbOpenDevice(device_)); result != kBusOk) {
+    openFailed_ = true;
+    return result;
+  }
   open_ = true;
   int result = GP_IFC();
   result |= GP_REN(true);
@@ -52,6 +63,7 @@ int USB488_MDL::Open() {
 }
 
 int USB488_MDL::GP_End() {
+  openFailed_ = false;
   if (!api_) return kBusNoBoard;
   int result = kBusOk;
   if (open_) {

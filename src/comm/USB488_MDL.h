@@ -11,6 +11,7 @@ public:
   explicit USB488_MDL(BackEndHost& host) : host_(host) {}
 
   [[nodiscard]] const char* Name() const override { return "USB488"; }
+  [[nodiscard]] BusWords Words() const override;
   int GP_Init(const std::string& configuration) override;
   int GP_End() override;
   int GP_Send_Str(int address, const std::string& text) override;
@@ -31,6 +32,7 @@ private:
   std::unique_ptr<Usb488> api_;
   int device_ = 0;
   bool open_ = false;
+  bool openFailed_ = false; // by the last operation that needed the device
   int timeLimit_ = 0;
   int terminator_ = kTermNone;
   bool endMark_ = true;

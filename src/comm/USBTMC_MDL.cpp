@@ -17,6 +17,11 @@ int ResultOf(ViStatus status) {
   return status == VI_ERROR_RSRC_NFOUND ? kBusNoBoard : kBusFailed;
 }
 
+// Fewer bytes than asked for are a failure, though VISA calls it a success.
+int MovedResultOf(ViStatus status, std::uint32_t moved, std::size_t asked) {
+  return status >= VI_SUCCESS && moved != asked ? kBusFailed : ResultOf(status);
+}
+
 // An instrument without remote control has nothing to be asked for.
 int RemoteResultOf(ViStatus status) {
   return status == VI_ERROR_NSUP_OPER ? kBusOk : ResultOf(status);
@@ -41,8 +46,11 @@ std::string SerialNumberOf(std::string_view name) {
 } // namespace
 
 bool USBTMC_MDL::Ready() {
-  if (!visa_) visa_ = LoadVisa(host_.libraries);
-  if (!visa_ && host_.kernelVisa) visa_ = host_.kernelVisa();
+  if (visa_) return true;
+  bool found = false;
+  visa_ = LoadVisa(host_.libraries, &found);
+  // A VISA library that is not complete is to be mended, not to be passed over in silence.
+  if (!visa_ && !found && host_.kernelVisa) visa_ = host_.kernelVisa();
   return visa_ != nullptr;
 }
 
@@ -84,9 +92,7 @@ int USBTMC_MDL::GP_End() {
 int USBTMC_MDL::GP_Send_Str(int address, const std::string& text) {
   Resource& resource = At(address);
   if (const int result = Open(resource); result != kBusOk) return result;
-  const std::string line = text + std::string(TerminatorText(terminator_));
-  std::uint32_t written = 0;
-  return ResultOf(visa_->viWrite(resource.session, line.data(), static_cast<std::uint32_t>(line.size()), written));
+  return Write(resource, text + std::string(TerminatorText(terminator_)));
 }
 
 int USBTMC_MDL::GP_Receive_Str(int address, std::string& text) {
@@ -145,10 +151,7 @@ int USBTMC_MDL::GP_Send_Binary_Data(std::span<const std::byte> data, int address
 int USBTMC_MDL::GP_Send_AsciiBinary_Data(int address, const std::string& header, std::span<const std::byte> data) {
   Resource& resource = At(address);
   if (const int result = Open(resource); result != kBusOk) return result;
-  std::uint32_t written = 0;
-  const int result =
-      ResultOf(visa_->viWrite(resource.session, header.data(), static_cast<std::uint32_t>(header.size()), written));
-  if (result != kBusOk) return result;
+  if (const int result = Write(resource, header); result != kBusOk) return result;
   return WriteFile(resource, {reinterpret_cast<const char*>(data.data()), data.size()});
 }
 
@@ -224,14 +227,20 @@ int USBTMC_MDL::SetOnAll(std::uint32_t attribute, std::uint64_t value) {
   return result;
 }
 
+int USBTMC_MDL::Write(const Resource& resource, std::string_view bytes) {
+  std::uint32_t written = 0;
+  const ViStatus status =
+      visa_->viWrite(resource.session, bytes.data(), static_cast<std::uint32_t>(bytes.size()), written);
+  return MovedResultOf(status, written, bytes.size());
+}
+
 int USBTMC_MDL::WriteFile(const Resource& resource, std::string_view payload) {
   const std::string path = host_.folder + kSendFile;
   if (!WritePayload(path, payload)) return kBusFailed;
   std::uint32_t written = 0;
   const ViStatus status =
       visa_->viWriteFromFile(resource.session, path, static_cast<std::uint32_t>(payload.size()), written);
-  if (status >= VI_SUCCESS && written != payload.size()) return kBusFailed;
-  return ResultOf(status);
+  return MovedResultOf(status, written, payload.size());
 }
 
 } // namespace calder

@@ -51,6 +51,7 @@ private:
   int Open(Resource& resource);
   int SetTimeLimit(const Resource& resource);
   int SetOnAll(std::uint32_t attribute, std::uint64_t value);
+  int Write(const Resource& resource, std::string_view bytes);
   int WriteFile(const Resource& resource, std::string_view payload);
 
   BackEndHost& host_;

@@ -49,10 +49,11 @@ std::string SelectionCommand(const SystemInfo& settings) {
 bool WaveTransfer::Run() {
   GpibIO io(program_, bus_);
   if (!io.Begin("Waveform")) return false;
+  cancelled_ = false;
   const bool sent = Transfer(io);
   io.End();
   progress_.Unload();
-  return sent && !io.Broken();
+  return sent && !cancelled_ && !io.Broken();
 }
 
 bool WaveTransfer::Transfer(GpibIO& io) {
@@ -72,17 +73,25 @@ bool WaveTransfer::Transfer(GpibIO& io) {
     if (!io.Check(bus_.ErrorCode()) || !io.Check(bus_.Puts(io.Address(), command))) return false;
   }
   if (!SendBlock(io, instrument, common, command)) return false;
+  cancelled_ = progress_.Cancelled();
   progress_.Unload();
   if (!Select(io)) return false;
 
-  if (instrument.StatusError(common)) {
-    instrument.ErrorReport(common);
-    if (io.Broken()) return false;
-  }
+  // The closing table is sent whatever the status says: it leaves the instrument as the user wants it.
+  const bool content = !instrument.StatusError(common);
+  if (!content) instrument.ErrorReport(common);
   if (!instrument.SendSettings(instrument.Commands(Instrument::kClosing))) return false;
-  if (!instrument.StatusError(common)) return true;
+  if (!instrument.StatusError(common)) return content;
   instrument.ErrorReport(common);
   return false;
+}
+
+// The memory shown is smaller than the waveform: the points in between are left out. Models with a header know it from
+// the header on every bus; for the others only USBTMC tells the length.
+bool WaveTransfer::Thinned(const BlockRequest& request) const {
+  if (request.layout == BlockLayout::ControlPoints) return false;
+  if (request.layout == BlockLayout::PointsAlone && program_.interfaceKind != kUsbTmc) return false;
+  return static_cast<std::size_t>(request.shownPoints) != request.codes.size();
 }
 
 bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) {
@@ -107,9 +116,9 @@ bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) 
     return !progress_.Cancelled();
   });
   if (!built) return false;
-  // The memory shown is smaller than the waveform: the points in between are left out.
-  if (request.layout == BlockLayout::HeaderAndPoints && shown != settings.MemorySize)
-    ThinBlock(block_, kHeader, static_cast<std::size_t>(shown), points / static_cast<std::size_t>(std::max(shown, 1)));
+  if (!Thinned(request)) return true;
+  const std::size_t header = request.layout == BlockLayout::HeaderAndPoints ? kHeader : 0;
+  ThinBlock(block_, header, static_cast<std::size_t>(shown), points / static_cast<std::size_t>(std::max(shown, 1)));
   return true;
 }
 
@@ -166,6 +175,7 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
   if (!io.Check(bus_.ErrorCode())) return false;
   if (!HasBlockHeader(io.Snapshot())) io.Debug("GpPuts", command);
   const std::string header = command + DefiniteLengthHeader(block_.size());
+  progress_.Sent(0, block_.size());
   if (!io.Check(bus_.DataScpi(io.Address(), header, block_))) return false;
   progress_.Sent(block_.size(), block_.size());
   // The instrument takes the block in by itself: nothing tells when it is done.
@@ -184,6 +194,7 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
 }
 
 bool WaveTransfer::SendUsb488(GpibIO& io) {
+  progress_.Sent(0, block_.size());
   if (!io.Check(bus_.Data(io.Address(), block_))) return false;
   progress_.Sent(block_.size(), block_.size());
   bus_.Eot(2);
@@ -195,6 +206,7 @@ bool WaveTransfer::SendChunks(GpibIO& io) {
   const std::span<const std::byte> block(block_);
   const std::size_t size = block.size();
   std::size_t sent = 0;
+  progress_.Sent(0, size);
   while (sent + kLastBytes < size && !progress_.Cancelled()) {
     const std::size_t bytes = std::min(kChunk, size - kLastBytes - sent);
     const int address = sent == 0 ? io.Address() : kNoAddress;

@@ -16,10 +16,12 @@ public:
   WaveTransfer(Program& program, const SystemSetup& setup, IntfcLib& bus, TransferProgress& progress)
       : program_(program), setup_(setup), bus_(bus), progress_(progress) {}
 
-  // One transfer from beginning to end; the user is told what fails. False: stopped or cancelled on the way.
+  // One transfer from beginning to end; the user is told what fails. False: it was stopped or cancelled, or the
+  // instrument reported an error at its end.
   bool Run();
 
 private:
+  [[nodiscard]] bool Thinned(const BlockRequest& request) const;
   [[nodiscard]] bool BuildBlock(const GpibIO& io, const clsGpibCommand& waveform);
   [[nodiscard]] bool Prepare(GpibIO& io, Instrument& instrument, const clsGpibCommand& common);
   [[nodiscard]] std::string WaveformCommand(const GpibIO& io, const clsGpibCommand& waveform) const;
@@ -37,6 +39,7 @@ private:
   const SystemSetup& setup_;
   IntfcLib& bus_;
   TransferProgress& progress_;
+  bool cancelled_ = false;       // while the block was sent
   std::vector<std::byte> block_; // kept, so that the next transfer needs no new memory
 };
 

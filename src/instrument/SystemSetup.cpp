@@ -109,6 +109,12 @@ void SystemSetup::ChooseInterface(std::int16_t kind) {
   program_.models.SysChangeInterface(program_.settings.ModelNo, kind, program_.settings);
 }
 
+void SystemSetup::FitInterface() {
+  const std::int16_t kind = program_.interfaceKind;
+  const bool listed = kind == kNiGpib || kind == kKiGpib || kind == kUsbTmc;
+  if (listed && InterfaceChoice() < 0 && !interfaces_.empty()) ChooseInterface(interfaces_.front().kind);
+}
+
 void SystemSetup::LoadCommandTables() {
   for (int table = 0; table < 4; ++table) {
     const auto i = static_cast<std::size_t>(table);
@@ -141,6 +147,7 @@ void SystemSetup::ChooseTransferFormat(int format) {
 void SystemSetup::RecordLoaded() {
   RefillLists();
   if (program_.interfaceKind < kNiGpib || program_.interfaceKind > kSimulated) program_.interfaceKind = kUsbTmc;
+  FitInterface();
   LoadCommandTables();
   ShowRecord();
 }

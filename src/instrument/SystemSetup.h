@@ -55,6 +55,8 @@ public:
   // Makes the chosen size the waveform's: grown points are cleared, the view starts again.
   void ApplyMemorySize();
   void ChooseInterface(std::int16_t kind);
+  // A kind of the list that the model does not offer becomes the model's first one. The kinds that no list offers stay.
+  void FitInterface();
   // Reads the model's four command tables.
   void LoadCommandTables();
 

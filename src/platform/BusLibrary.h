@@ -1,6 +1,7 @@
 // The instrument bus libraries of the machine, loaded when they are first needed and never linked.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -18,8 +19,9 @@ public:
 class BusLibraries {
 public:
   virtual ~BusLibraries() = default;
-  // The first of these file names that can be loaded; null when none can.
-  [[nodiscard]] virtual std::unique_ptr<BusLibrary> Open(std::span<const char* const> names) = 0;
+  // Offers those of these file names that can be loaded, in their order, until one is taken.
+  virtual void Offer(std::span<const char* const> names,
+                     const std::function<bool(std::unique_ptr<BusLibrary>)>& take) = 0;
 };
 
 // Puts the entry point into a function pointer. False: there is none.
@@ -27,6 +29,22 @@ template <typename Function>
 [[nodiscard]] bool Bind(const BusLibrary& library, const char* name, Function*& pointer) {
   pointer = reinterpret_cast<Function*>(library.Entry(name));
   return pointer != nullptr;
+}
+
+// The first of these libraries that has every entry point; null when none has. bindAll(library, api): fills the
+// pointers of an Api, which keeps the library; false when one is missing.
+template <typename Api, typename BindAll>
+[[nodiscard]] std::unique_ptr<Api> LoadComplete(BusLibraries& libraries, std::span<const char* const> names,
+                                                BindAll bindAll) {
+  std::unique_ptr<Api> complete;
+  libraries.Offer(names, [&](std::unique_ptr<BusLibrary> library) {
+    auto api = std::make_unique<Api>();
+    api->library = std::move(library);
+    if (!bindAll(*api->library, *api)) return false;
+    complete = std::move(api);
+    return true;
+  });
+  return complete;
 }
 
 } // namespace calder

@@ -29,8 +29,8 @@ FrmGPIBExit::FrmGPIBExit(Program& program, QWidget* parent)
   leaving_ = new QTimer(this);
   leaving_->setSingleShot(true);
   connect(leaving_, &QTimer::timeout, this, [this] {
-    close();
-    deleteLater();
+    StorePosition();
+    hide();
   });
   connect(ui_->CmdGpibExit, &QPushButton::clicked, this, &FrmGPIBExit::CmdGpibExit_Click);
   if (const auto at = StoredPosition(program_.registry, kFormName)) move(at->left, at->top);
@@ -94,15 +94,14 @@ void FrmGPIBExit::StorePosition() {
 void ProgressWindow::Open() {
   cancelled_ = false;
   unloaded_ = false;
-  if (!form_)
-    form_ = new FrmGPIBExit(program_, QApplication::activeModalWidget()); // goes by itself, or with its parent
+  rate_.clear();
+  if (!form_) form_ = new FrmGPIBExit(program_, QApplication::activeModalWidget());
   if (!caption_.empty()) form_->setWindowTitle(Text(caption_));
   form_->Stay();
 }
 
 void ProgressWindow::Step(const std::string& text, int maximum) {
   if (!form_ || unloaded_) Open();
-  sent_ = 0;
   form_->ShowStep(Text(text), maximum);
   program_.desktop.clock.Wait(0, true);
 }
@@ -114,14 +113,15 @@ void ProgressWindow::Value(int value) {
 
 void ProgressWindow::Sent(std::size_t bytes, std::size_t total) {
   const double now = program_.desktop.clock.SecondsOfDay();
-  if (sent_ == 0) began_ = now;
-  sent_ = bytes;
+  if (bytes == 0) began_ = now;
   const double seconds = now >= began_ ? now - began_ : now + kDay - began_;
-  if (form_) form_->ShowRate(Text(TransferRateText(bytes, total, seconds, program_.language)));
+  const std::string text = TransferRateText(bytes, total, seconds, program_.language);
+  rate_ = bytes == total ? text : std::string();
+  if (form_) form_->ShowRate(Text(text));
 }
 
 void ProgressWindow::Left(int seconds) {
-  if (form_) form_->ShowRate(Text(SecondsLeftText(seconds, program_.language)));
+  if (form_) form_->ShowRate(Text(SecondsLeftText(seconds, program_.language, rate_)));
 }
 
 void ProgressWindow::Caption(const std::string& text) {

@@ -29,7 +29,8 @@ public:
   void ShowStep(const QString& text, int maximum);
   void ShowValue(int value);
   void ShowRate(const QString& text);
-  // Closes the window in a moment, unless Stay comes first: a transfer whose next step follows at once keeps it.
+  // Hides the window in a moment, unless Stay comes first: a transfer whose next step follows at once keeps it. It is
+  // never deleted by itself: something may be open over it.
   void Leave();
   void Stay();
 
@@ -50,7 +51,8 @@ private:
   bool gpibExit_ = false;
 };
 
-// Makes the window when a transfer wants it and takes it away again.
+// Makes the window when a transfer wants it and hides it behind the transfer. The window goes with the window that it
+// belongs to, or with this object.
 class ProgressWindow final : public TransferProgress {
 public:
   explicit ProgressWindow(Program& program) : program_(program) {}
@@ -71,10 +73,10 @@ private:
   Program& program_;
   QPointer<FrmGPIBExit> form_;
   std::string caption_;    // of the loop test; empty: the form's own
-  bool cancelled_ = false; // the form went with a cancel
-  bool unloaded_ = false;  // the form is about to go
-  double began_ = 0;       // second of the day of the first byte
-  std::size_t sent_ = 0;
+  bool cancelled_ = false; // the form was left with a cancel
+  bool unloaded_ = false;  // the form is hidden, or about to be
+  double began_ = 0;       // second of the day when the first byte went
+  std::string rate_;       // of what was sent, when all of it is
 };
 
 } // namespace calder

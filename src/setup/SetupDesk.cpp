@@ -43,7 +43,9 @@ SetupDesk::SetupDesk(Program& program, SystemSetup& setup, FileCommands& files, 
   handlers.writeSystem = [this](const std::string& path) { return systemFile_.Write_SystemFile(path); };
   handlers.systemRead = [this] {
     setup_.RecordLoaded();
+    ClearAddedPoints();
     setup_.RefreshControlPoints();
+    AskController();
     RefreshSerials();
     Show();
   };
@@ -51,10 +53,12 @@ SetupDesk::SetupDesk(Program& program, SystemSetup& setup, FileCommands& files, 
 
 void SetupDesk::Form_Load() {
   cancelCopy_ = program_.settings;
+  knownPoints_ = program_.settings.MemorySize;
   program_.selectedTool = kToolSystem;
   setup_.RefreshControlPoints();
   setup_.RefillLists();
-  controller_ = UsbShown() ? -1 : ControllerAddress(program_, bus_);
+  setup_.FitInterface();
+  AskController();
   RefreshSerials();
   Show();
 }
@@ -95,6 +99,8 @@ std::string SetupDesk::ResourceName() const {
 
 void SetupDesk::ChooseModel(int model) {
   setup_.ChooseModel(model);
+  ClearAddedPoints();
+  setup_.RefreshControlPoints(); // of as many points as the model's memory has
   AvoidController();
   RefreshSerials();
   Show();
@@ -108,11 +114,15 @@ void SetupDesk::ChooseInterface(int index) {
   Show();
 }
 
+void SetupDesk::AskController() {
+  controller_ = UsbShown() ? -1 : ControllerAddress(program_, bus_);
+}
+
 // The instrument keeps off the controller's own address.
 void SetupDesk::AvoidController() {
+  AskController();
   if (UsbShown()) return;
   SystemInfo& settings = program_.settings;
-  controller_ = ControllerAddress(program_, bus_);
   if (controller_ != settings.Address) return;
   settings.Address = -1;
   program_.models.SysChangeInterface(settings.ModelNo, program_.interfaceKind, settings);
@@ -291,6 +301,12 @@ std::string SetupDesk::BenchHint() const {
          language.Pick(" のアドレスは ", " has the address ") + std::to_string(address) + language.Pick("です。", ".");
 }
 
+void SetupDesk::ClearAddedPoints() {
+  if (program_.settings.MemorySize <= knownPoints_) return;
+  program_.buffers.ClearGrownPoints(knownPoints_);
+  knownPoints_ = program_.settings.MemorySize;
+}
+
 bool SetupDesk::MemoryNameValid() const {
   const std::string_view name = TrimCommandText(program_.settings.MemoryName);
   return std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c <= '~' && c != '"'; });
@@ -325,27 +341,32 @@ void SetupDesk::Btn_Trans_Click(Transfer transfer) {
     return;
   }
   const bool outermost = !transferring_; // a second press is told that the bus is busy
-  transferring_ = true;
-  port_->SetTransferring(true);
+  if (outermost) {
+    transferring_ = true;
+    cancellable_ = !loop && transfer != Transfer::Waveform;
+    cancelRequested_ = false;
+    port_->SetTransferring(true);
+  }
   if (loop) {
     loopTest_.Press();
   } else {
     Run(transfer);
   }
   if (!outermost) return;
-  transferring_ = false;
+  transferring_ = cancellable_ = false;
   if (port_ == nullptr) return;
   port_->SetTransferring(false);
   Show();
 }
 
 void SetupDesk::Run(Transfer transfer) {
+  const auto cancelled = [this] { return cancelRequested_; };
   switch (transfer) {
-  case Transfer::Settings: SettingsTransfer(program_, bus_); return;
+  case Transfer::Settings: SettingsTransfer(program_, bus_, cancelled); return;
   case Transfer::Waveform: waveTransfer_.Run(); return;
   case Transfer::ReadBack: break;
   }
-  if (!ReceiveWaveform(program_, bus_)) return;
+  if (!ReceiveWaveform(program_, bus_, cancelled)) return;
   if (DecodeWaveform(program_, setup_)) {
     if (port_ != nullptr) port_->WaveformChanged();
   } else {
@@ -354,14 +375,16 @@ void SetupDesk::Run(Transfer transfer) {
 }
 
 void SetupDesk::Btn_OK_Click() {
-  // A system file may have brought a larger memory: what it added to the waveform is clear.
-  const std::int32_t before = cancelCopy_.MemorySize;
-  if (program_.settings.MemorySize > before) program_.buffers.ClearGrownPoints(before);
+  ClearAddedPoints();
   setup_.Accept();
   port_->Close();
 }
 
 void SetupDesk::Btn_Cancel_Click() {
+  if (transferring_) {
+    cancelRequested_ = cancellable_;
+    return;
+  }
   SystemInfo& settings = program_.settings;
   SystemInfo restored = cancelCopy_;
   // These two belong to the waveform, which may have been read back meanwhile.

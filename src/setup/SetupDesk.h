@@ -69,6 +69,7 @@ public:
 
   void Btn_Trans_Click(Transfer transfer);
   void Btn_OK_Click();
+  // Puts the settings back and closes; while a transfer runs it cancels the transfer instead, when that is Cancellable.
   void Btn_Cancel_Click();
   void Menu_FileOpen_Click();
   void Menu_FileSave_Click();
@@ -88,6 +89,10 @@ public:
   // A line about the simulated bench; empty when the buses are real.
   [[nodiscard]] std::string BenchHint() const;
   [[nodiscard]] bool Transferring() const { return transferring_; }
+  // The dialog's own Cancel ends the transfer under way; waveforms are cancelled in the progress window.
+  [[nodiscard]] bool Cancellable() const { return cancellable_; }
+  // A window shows this desk.
+  [[nodiscard]] bool Shown() const { return port_ != nullptr; }
   [[nodiscard]] bool PowerSource() const { return program_.settings.ModelNo == 10; }
   [[nodiscard]] BusTrace& Trace() { return bus_.Trace(); }
   [[nodiscard]] const SystemSetup& Setup() const { return setup_; }
@@ -96,7 +101,11 @@ private:
   [[nodiscard]] bool PrepareUsb();
   [[nodiscard]] bool MemoryNameValid() const;
   void RefreshSerials();
+  void AskController();
   void AvoidController();
+  // Points that a larger memory has brought since the dialog opened hold what was there before: they are cleared,
+  // before anything is made of them.
+  void ClearAddedPoints();
   void Show() const;
   void Run(Transfer transfer);
   [[nodiscard]] std::string UsbPrefix() const;
@@ -113,8 +122,11 @@ private:
   SetupPort* port_ = nullptr;
   SystemInfo cancelCopy_;
   std::vector<std::string> serials_;
-  int controller_ = -1; // its address when the interface was chosen
+  std::int32_t knownPoints_ = 0; // from here on points have never been the waveform's since the dialog opened
+  int controller_ = -1;          // its address when it was asked last
   bool transferring_ = false;
+  bool cancellable_ = false;
+  bool cancelRequested_ = false;
 };
 
 } // namespace calder

@@ -5,9 +5,9 @@
 #include "setup/SystemCaptions.h"
 #include "ui_SystemDialog.h"
 
-#include <QIntValidator>
 #include <QMenuBar>
 #include <QPlainTextEdit>
+#include <QRegularExpressionValidator>
 #include <QTimer>
 
 namespace calder {
@@ -50,7 +50,9 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void
   for (ValueBox* box : findChildren<ValueBox*>()) box->SetCharacters(kValueCharacters);
   for (ValueBox* box : {ui_->Txt_GPIB_0, ui_->Txt_GPIB_1}) {
     box->SetCharacters(kNumberCharacters);
-    box->setValidator(new QIntValidator(0, 99999, box));
+    // A number's own validator would let signs and separators through.
+    box->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,5}")), box));
+    connect(box, &ValueBox::MoveOn, this, [this] { focusNextChild(); });
   }
   ui_->Txt_MName->SetCharacters(kNameCharacters);
   ui_->Txt_MName->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -130,7 +132,9 @@ void SystemDialog::ConnectOscillator() {
   connect(ui_->Comb_Range, &QComboBox::activated, this, [this](int range) { desk_.ChooseRange(range); });
   connect(ui_->Comb_AmplLim, &QComboBox::activated, this, [this](int polarity) { desk_.ChoosePolarity(polarity); });
   for (int i = 0; i < 4; ++i) {
-    connect(oscillator_[static_cast<std::size_t>(i)], &ValueBox::Left, this,
+    ValueBox* box = oscillator_[static_cast<std::size_t>(i)];
+    box->RefuseBlanks();
+    connect(box, &ValueBox::Left, this,
             [this, i](const QString& text) { desk_.EnterOscillator(i, text.toStdString()); });
   }
   QRadioButton* const outputs[] = {ui_->Opt_Output_0, ui_->Opt_Output_1, ui_->Opt_Output_2};
@@ -297,7 +301,8 @@ void SystemDialog::GoToMemoryName() {
   ui_->Txt_MName->setFocus();
 }
 
-// What would change the settings under a transfer waits; the loop test's buttons stop it.
+// What would change the settings under a transfer waits. The loop test's buttons stop it; Cancel ends a transfer that
+// has no progress window.
 void SystemDialog::SetTransferring(bool transferring) {
   const bool loop = program_.registry.GetLoopTest();
   if (transferring) focusBefore_ = focusWidget();
@@ -305,7 +310,8 @@ void SystemDialog::SetTransferring(bool transferring) {
   layout()->menuBar()->setEnabled(!transferring);
   ui_->Btn_Trans_0->setEnabled(!transferring);
   for (QPushButton* button : {ui_->Btn_Trans_1, ui_->Btn_Trans_2}) button->setEnabled(!transferring || loop);
-  for (QPushButton* button : {ui_->Btn_OK, ui_->Btn_Cancel}) button->setEnabled(!transferring);
+  ui_->Btn_OK->setEnabled(!transferring);
+  ui_->Btn_Cancel->setEnabled(!transferring || desk_.Cancellable());
   if (!transferring && focusBefore_) focusBefore_->setFocus();
 }
 
@@ -329,9 +335,9 @@ void SystemDialog::StorePosition() {
   calder::StorePosition(program_.registry, kFormName, {pos().x(), pos().y()});
 }
 
-// Escape and the window's own button are Cancel; not while a transfer runs.
+// Escape and the window's own button are Cancel.
 void SystemDialog::reject() {
-  if (!desk_.Transferring()) desk_.Btn_Cancel_Click();
+  desk_.Btn_Cancel_Click();
 }
 
 void SystemDialog::done(int result) {

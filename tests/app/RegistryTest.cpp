@@ -63,19 +63,6 @@ TEST_F(RegistryTest, PositionsOffTheScreenBecomeZeroAndSpareNumbersAreKept) {
   EXPECT_EQ(store.Get("FormProperty", "MainWindow"), "0,200,7,9");
 }
 
-TEST_F(RegistryTest, TheBusyFlagGoesWithTheCopyThatSetIt) {
-  int local = 0;
-  {
-    clsRegistry registry(store, copies);
-    registry.SetLocalControl([&] { ++local; });
-    registry.SetGpibBusy(true);
-    EXPECT_TRUE(registry.GetGpibHost());
-    EXPECT_EQ(store.Get("GPIB0", "Busy"), "True");
-  }
-  EXPECT_EQ(local, 1);
-  EXPECT_EQ(store.Get("GPIB0", "Busy"), "False");
-}
-
 TEST_F(RegistryTest, SwitchesReadAnySpellingOfTrue) {
   store.Set("System", "DebugMode", "TRUE");
   store.Set("System", "LoopTest", "yes");

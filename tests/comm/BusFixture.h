@@ -14,38 +14,40 @@
 
 namespace calder {
 
+// A cancel lasts until the window opens anew, as it does for a step behind an Unload.
 struct RecordingProgress final : TransferProgress {
-  void Open() override { cancelled = false; }
+  void Open() override { cancelled = closed = false; }
   void Step(const std::string& text, int maximum) override {
+    if (closed) Open();
     steps.push_back(text + " " + std::to_string(maximum));
-    cancelled = false;
   }
   void Value(int value) override {
     values.push_back(value);
     if (onValue) onValue(value);
   }
-  void Sent(std::size_t bytes, std::size_t) override { sent = bytes; }
+  void Sent(std::size_t bytes, std::size_t) override { sends.push_back(sent = bytes); }
   void Left(int) override {}
   void Caption(const std::string& text) override { captions.push_back(text); }
   [[nodiscard]] bool Cancelled() const override { return cancelled; }
-  void Unload() override { ++unloads; }
+  void Unload() override { closed = true; }
 
   std::vector<std::string> steps;
   std::vector<int> values;
   std::vector<std::string> captions;
   std::size_t sent = 0;
-  int unloads = 0;
+  std::vector<std::size_t> sends;
+  bool closed = true;
   bool cancelled = false;
   std::function<void(int)> onValue;
 };
 
 struct BusFixture : testing::Test {
-
   fake::FakeDesktop desktop;
   std::optional<Program> program;
   std::optional<SystemSetup> setup;
   std::optional<IntfcLib> bus;
   RecordingProgress progress;
+  std::function<std::unique_ptr<Visa>()> kernelVisa;
   std::filesystem::path folder = std::filesystem::temp_directory_path() / ("calder_bus_" + std::to_string(::getpid()));
 
   BusFixture() {
@@ -56,7 +58,7 @@ struct BusFixture : testing::Test {
     desktop.folders.state = folder.string();
     program.emplace(desktop.Services());
     setup.emplace(*program);
-    bus.emplace(*program, std::function<std::unique_ptr<Visa>()>(), std::function<void()>());
+    MakeBus();
     EXPECT_TRUE(ReadUsbIds(CALDER_SOURCE_DIR "/data/USBTMC.ID", program->usbIds));
     EXPECT_TRUE(InitialiseSystem(*program, *setup));
   }
@@ -65,6 +67,16 @@ struct BusFixture : testing::Test {
     std::filesystem::remove_all(folder);
   }
 
+  // The interface layer as at the program's start.
+  void MakeBus() {
+    bus.emplace(*program, kernelVisa, std::function<void()>());
+    bus->SetUsbResource(Resource());
+  }
+  static std::string TextOf(const std::string& path) {
+    std::vector<char> content;
+    EXPECT_EQ(ReadWholeFile(path, content), 0) << path;
+    return {content.begin(), content.end()};
+  }
   // The model on that interface, at the address where the bench has it, with a small memory.
   void Choose(int model, InterfaceKind kind) {
     SystemInfo& settings = program->settings;

@@ -1,6 +1,10 @@
 #include "comm/BusFixture.h"
+#include "comm/ReadBack.h"
+
+#include <gmock/gmock.h>
 
 #include <fstream>
+#include <set>
 
 namespace calder {
 namespace {
@@ -51,6 +55,24 @@ TEST_F(Interface, SetsItselfUpAndKeepsTerminatorAndEndMode) {
   EXPECT_EQ(bus->Puts(2, "X"), kBusFailed);
 }
 
+TEST_F(Interface, BoardAdrKeepsTheErrorRuleAndEverySetupShowsItsFailure) {
+  Choose(1, kNiGpib);
+  ASSERT_TRUE(sim::Script("fail ibask 1\nfail ibask 2"));
+  EXPECT_EQ(bus->BoardAdr(-1), -1); // nothing is shown before the first Setup
+  EXPECT_EQ(bus->ErrorCode(), kBusFailed);
+  bus->Setup();
+  desktop.boxes.Expect("Interface error\rModule IntfcLib : Function BoardAdr");
+  EXPECT_EQ(bus->BoardAdr(-1), -1);
+  EXPECT_EQ(bus->BoardAdr(-1), 0);
+  EXPECT_EQ(bus->ErrorCode(), kBusOk);
+  EXPECT_NE(bus->Trace().Text().find("  BoardAdr  error 2\n"), std::string::npos);
+  bus->GpErrMsgOn(0); // as behind a broken transfer
+  bus->End();
+  ASSERT_TRUE(sim::Script("fail ibfind 2"));
+  desktop.boxes.Expect("Interface error\rModule IntfcLib : Function Setup");
+  EXPECT_EQ(bus->Setup(), kBusFailed);
+}
+
 TEST_F(Interface, RepliesLoseTheirEnds) {
   Choose(1, kNiGpib);
   bus->Puts(2, "*IDN?");
@@ -85,19 +107,94 @@ TEST_F(Interface, TheSimulatedInstrumentAnswersFromItsFile) {
   EXPECT_EQ(bus->Gets(2), "Buffer Over");
 }
 
-TEST_F(Interface, TheTraceHoldsTheLastTransferOrAll) {
+TEST_F(Interface, TheTraceHoldsTheLastTransferOrAllOfThemWithEveryByte) {
   Choose(1, kUsbTmc);
   BusTrace& trace = bus->Trace();
   TransferWave();
-  EXPECT_NE(trace.LastTransfer().find("GP_Send_Str 0  \":SOUR1:FUNC:SHAP USER;"), std::string::npos);
+  EXPECT_THAT(trace.LastTransfer(), testing::HasSubstr("GP_Send_Str 0  \":SOUR1:FUNC:SHAP USER;"));
+  EXPECT_THAT(trace.LastTransfer(), testing::HasSubstr("#42056\" 2056 bytes 0000000000000400"));
+  EXPECT_THAT(trace.LastTransfer(), testing::HasSubstr("...\n"));
   trace.Keep(true);
   const std::string first = trace.LastTransfer();
   TransferWave();
-  EXPECT_EQ(trace.Text().substr(0, first.size()), first);
   EXPECT_EQ(trace.Text(), first + trace.LastTransfer());
+  EXPECT_EQ(bus->BoardAdr(-1), 0); // belongs to no transfer
+  EXPECT_THAT(trace.LastTransfer(), testing::Not(testing::HasSubstr("BoardAdr")));
+  // The block whole, on its way there and back.
+  const auto codes = std::as_bytes(W_Lock(program->buffers.Current()).first(1024));
+  std::vector<std::byte> swapped(codes.begin(), codes.end());
+  for (std::size_t i = 0; i < swapped.size(); i += 2) std::swap(swapped[i], swapped[i + 1]);
+  const std::string block = ShowData({.block = swapped}).substr(std::string("2048 bytes ").size());
+  EXPECT_THAT(trace.LastTransfer(), testing::HasSubstr(block + "\n"));
+  EXPECT_TRUE(ReceiveWaveform(*program, *bus));
+  EXPECT_THAT(trace.LastTransfer(), testing::HasSubstr(block));
+  for (int i = 0; i < 30; ++i) trace.Add(0, "X", 1, {.block = std::vector<std::byte>(1 << 20)}, 0);
+  EXPECT_GT(trace.Text().size(), BusTrace::kMostBytes - (4 << 20));
+  EXPECT_LE(trace.Text().size(), BusTrace::kMostBytes + BusTrace::kMostLines);
   trace.Keep(false);
   TransferWave();
   EXPECT_EQ(trace.Text(), trace.LastTransfer());
+}
+
+namespace {
+
+// Libraries that have every entry point but, each, the one of that name.
+struct Lacking final : BusLibraries {
+  struct Library final : BusLibrary {
+    Lacking& all;
+    std::string lacks;
+    Library(Lacking& libraries, std::string name) : all(libraries), lacks(std::move(name)) {}
+    [[nodiscard]] void* Entry(const char* name) const override {
+      all.asked.insert(name);
+      return name == lacks ? nullptr : &all;
+    }
+  };
+  void Offer(std::span<const char* const>, const std::function<bool(std::unique_ptr<BusLibrary>)>& take) override {
+    for (const std::string& name : lacking) {
+      if (take(std::make_unique<Library>(*this, name))) return;
+    }
+  }
+  std::vector<std::string> lacking;
+  std::set<std::string> asked;
+};
+
+} // namespace
+
+TEST(BusLoaders, ALibraryThatLacksAnEntryPointIsPassedOver) {
+  using Load = bool (*)(BusLibraries&);
+  const Load loads[] = {[](BusLibraries& all) { return Ni4882::Load(all) != nullptr; },
+                        [](BusLibraries& all) { return KiGpib::Load(all) != nullptr; },
+                        [](BusLibraries& all) { return Usb488::Load(all) != nullptr; },
+                        [](BusLibraries& all) { return LoadVisa(all) != nullptr; }};
+  for (const Load load : loads) {
+    Lacking libraries;
+    libraries.lacking = {"nothing"};
+    EXPECT_TRUE(load(libraries));
+    const std::set<std::string> entries = libraries.asked;
+    EXPECT_GE(entries.size(), 7U);
+    for (const std::string& entry : entries) {
+      libraries.lacking = {entry, "nothing"};
+      EXPECT_TRUE(load(libraries)) << entry;
+      libraries.lacking = {entry, entry};
+      if (entry.find("GpibGlobals") == std::string::npos) { // there is another way to the status
+        EXPECT_FALSE(load(libraries)) << entry;
+      }
+    }
+  }
+  // The kernel's driver stands in for a library that is missing, not for a broken one.
+  fake::Boxes boxes;
+  Lacking libraries;
+  libraries.lacking = {"viClear"};
+  bool stoodIn = false;
+  BackEndHost host{boxes, libraries, "", {}, [&] {
+                     stoodIn = true;
+                     return std::unique_ptr<Visa>();
+                   }};
+  EXPECT_EQ(USBTMC_MDL(host).GP_Init(""), kBusNoBoard);
+  EXPECT_FALSE(stoodIn);
+  libraries.lacking.clear();
+  EXPECT_EQ(USBTMC_MDL(host).GP_Init(""), kBusNoBoard);
+  EXPECT_TRUE(stoodIn);
 }
 
 } // namespace calder

@@ -1,9 +1,11 @@
 // What a transfer decides on its way: busy and address checks, refusals by the instrument, cancelling, formats, the way
 // back.
 #include "comm/BusFixture.h"
-#include "comm/LoopTest.h"
 #include "comm/ReadBack.h"
 #include "comm/SettingsTransfer.h"
+#include "comm/TransferRate.h"
+
+#include <gmock/gmock.h>
 
 namespace calder {
 namespace {
@@ -60,6 +62,33 @@ TEST_F(Transfers, TellTheInstrumentsOwnError) {
   desktop.boxes.Expect("Interface command error. Check Model.\r-222,");
   EXPECT_FALSE(SettingsTransfer(*program, *bus));
   ExpectIdle();
+  // There is no such memory: USBTMC learns it behind the block, GPIB when the waveform is chosen.
+  Choose(1, kUsbTmc);
+  program->settings.MemoryNo = 200;
+  desktop.boxes.Expect("-222,");
+  desktop.boxes.Expect("Transfer is interrupted because an error occurred.");
+  EXPECT_FALSE(TransferWave());
+  ExpectIdle();
+  Choose(1, kNiGpib);
+  program->settings.MemoryNo = 200;
+  desktop.boxes.Expect("Interface command error. Check Model.\r-222,");
+  EXPECT_FALSE(TransferWave());
+  EXPECT_EQ(sim::Messages("XG5531").back(), "*ESR?"); // to the end all the same
+  ExpectIdle();
+}
+
+TEST_F(Transfers, TheDebugSwitchShowsEachCommand) {
+  Choose(2, kNiGpib);
+  program->registry.SetDebugMode(true);
+  desktop.boxes.acceptAll = true;
+  EXPECT_TRUE(TransferWave());
+  program->settings.Address = 5; // another instrument
+  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  std::vector<std::string> shown;
+  for (const auto& box : desktop.boxes.shown) shown.push_back(box.title + ": " + box.text);
+  for (const char* wanted : {"GpibPuts: '*IDN?'", "GpPuts: ':TRAC:POIN 1024;:FORM:BORD NORM;:TRAC:DATA 1,USER1,'",
+                             "ModelCheck: System Setting Model:XJ2110\rReturn ID:'ORVO,XJ3310,1234567,1.00'"})
+    EXPECT_THAT(shown, testing::Contains(wanted));
 }
 
 TEST_F(Transfers, StopARunningSequence) {
@@ -79,18 +108,34 @@ TEST_F(Transfers, CancelBeforeAndWhileSending) {
   ExpectIdle();
 
   sim::Reset();
-  bool sending = false;
+  const sim::Waveform held{"OLD", 0, std::vector<std::int16_t>(1024, 7), {}};
+  ASSERT_TRUE(sim::Store("XG5531", 1, held));
   progress.onValue = [&](int value) {
-    sending = sending || (progress.sent > 512 && value > 0);
-    if (progress.steps.back() == "Send data 1000" && progress.sent > 512) progress.cancelled = true;
+    if (progress.steps.back() == "Send data 1000" && value > 0 && progress.sent > 512) progress.cancelled = true;
   };
-  desktop.boxes.acceptAll = true; // the instrument has no waveform to choose
-  TransferWave();
-  EXPECT_TRUE(sending);
+  EXPECT_FALSE(TransferWave());
   const auto calls = Calls();
   EXPECT_EQ(std::count(calls.begin(), calls.end(), "ibfind(\"GPIB0\")"), 2); // closed and opened again
-  EXPECT_FALSE(sim::Memory("XG5531", 1));
+  EXPECT_EQ(sim::Memory("XG5531", 1), held);
+  // All that follows the block is done, the waits included.
+  EXPECT_EQ(progress.steps.back(), "load data 5");
+  EXPECT_EQ(desktop.clock.seconds, 5);
+  const auto messages = sim::Messages("XG5531");
+  EXPECT_EQ(std::vector(messages.end() - 3, messages.end()),
+            (std::vector<std::string>{":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 1", "*ESR?", "*ESR?"}));
   ExpectIdle();
+}
+
+TEST_F(Transfers, ASettingsTransferThatNeverSettlesIsCancelledWithoutAWord) {
+  Choose(10, kNiGpib);
+  program->settings.RangeNo = 1;
+  desktop.clock.onWait = [] { EXPECT_TRUE(sim::Set("PJ7410", "settling", "9")); };
+  EXPECT_FALSE(SettingsTransfer(*program, *bus, [&] { return desktop.clock.seconds > 30; }));
+  EXPECT_EQ(sim::Messages("PJ7410").back(), "STAT:OPER:COND?");
+  EXPECT_EQ(Calls().back(), "ibsre(0, 0)"); // closed as ever
+  ExpectIdle();
+  const std::pair<const char*, std::uint32_t> replies[] = {{"6", 6}, {"1e30", 0xFFFFFFFF}, {"-1e30", 0x80000000}};
+  for (const auto& [reply, bits] : replies) EXPECT_EQ(ReplyBits(reply), bits) << reply;
 }
 
 TEST_F(Transfers, ShowTheirSteps) {
@@ -99,6 +144,28 @@ TEST_F(Transfers, ShowTheirSteps) {
   EXPECT_EQ(progress.steps,
             (std::vector<std::string>{"Data convert 1000", "Send data 1000", "Send data 9", "load data 5"}));
   EXPECT_EQ(desktop.clock.seconds, 9 + 5);
+  EXPECT_EQ(progress.sends, (std::vector<std::size_t>{0, 2056})); // the clock starts before the first byte
+}
+
+TEST(TransferRate, IsToldWhenItMeansSomething) {
+  struct {
+    std::size_t bytes;
+    double seconds;
+    const char* english;
+    const char* japanese;
+  } const cases[] = {{0, 1, "", ""},
+                     {500, 0.1, "", ""}, // too early
+                     {500000, 0.5, "1.00 MB/s, 1 s left", "1.00 MB/s、残り 1 秒"},
+                     {12345, 1, "12.3 kB/s, 81 s left", "12.3 kB/s、残り 81 秒"},
+                     {1000000, 0.02, "50.0 MB/s", "50.0 MB/s"},
+                     {1000000, 0, "", ""},
+                     {2000000, 1, "", ""}};
+  for (const auto& one : cases) {
+    EXPECT_EQ(TransferRateText(one.bytes, 1000000, one.seconds, Language::English), one.english);
+    EXPECT_EQ(TransferRateText(one.bytes, 1000000, one.seconds, Language::Japanese), one.japanese);
+  }
+  EXPECT_EQ(SecondsLeftText(9, Language::English, "50.0 MB/s"), "50.0 MB/s, 9 s left");
+  EXPECT_EQ(SecondsLeftText(9, Language::Japanese), "残り 9 秒");
 }
 
 TEST_F(Transfers, AWaveformComesBackAsItWasSent) {
@@ -122,38 +189,19 @@ TEST_F(Transfers, AWaveformComesBackAsItWasSent) {
     program->buffers.Undo_Swap(); // the read-back is an edit
     EXPECT_EQ(Codes(), std::vector<std::int16_t>(sent.size(), 0));
   }
-}
-
-TEST_F(Transfers, ControlPointsGoThereAndBack) {
-  Choose(1, kUsbTmc);
+  Choose(1, kUsbTmc); // and as control points
   const auto codes = W_Lock(program->buffers.Current());
   for (std::size_t i = 0; i < 1024; ++i) codes[i] = static_cast<std::int16_t>(i < 512 ? i * 30 : (1023 - i) * 20);
   const std::vector<std::int16_t> sent = Codes();
   setup->RefreshControlPoints();
-  ASSERT_EQ(setup->TransferFormatChoice(), 1);
   ASSERT_TRUE(TransferWave());
   const auto held = sim::Memory("XG5531", program->settings.MemoryNo);
   ASSERT_TRUE(held);
-  EXPECT_EQ(held->format, 1);
   EXPECT_EQ(static_cast<int>(held->controls.size()), program->settings.ControlPointCount);
   W_ClearMemory(program->buffers.Current(), 0, 1024);
   ASSERT_TRUE(ReadBack());
   EXPECT_EQ(Codes(), sent);
   EXPECT_EQ(program->settings.TransferFormat, 1);
-}
-
-TEST_F(Transfers, ASmallerShownMemoryThinsTheWaveform) {
-  Choose(0, kUsbTmc);
-  setup->ChooseMemorySize(static_cast<int>(setup->MemorySizes().size()) - 2);
-  setup->ApplyMemorySize();
-  setup->ChooseMemorySize(static_cast<int>(setup->MemorySizes().size()) - 1);
-  const std::vector<std::int16_t> codes = Codes();
-  ASSERT_EQ(codes.size(), 2048U);
-  ASSERT_TRUE(TransferWave());
-  const auto held = sim::Memory("XG5530", program->settings.MemoryNo);
-  ASSERT_TRUE(held);
-  ASSERT_EQ(held->codes.size(), 1024U);
-  for (std::size_t i = 0; i < 1024; ++i) ASSERT_EQ(held->codes[i], codes[2 * i]);
 }
 
 TEST_F(Transfers, AnEmptyMemoryAndAnOldFileGiveNothing) {
@@ -185,23 +233,6 @@ TEST(ReceivedBlockTest, OnlyAWholeBlockIsTaken) {
   other[11] = 7; // a format that nobody knows
   EXPECT_EQ(ParseReceivedBlock(other).kind, ReceivedBlock::Kind::None);
   EXPECT_EQ(ParseReceivedBlock(std::string(30, ' ') + good).kind, ReceivedBlock::Kind::None); // too far behind
-}
-
-TEST_F(Transfers, TheLoopTestCountsUntilItIsStopped) {
-  Choose(1, kUsbTmc);
-  WaveTransfer transfer(*program, *setup, *bus, progress);
-  LoopTest loop(*program, transfer, progress);
-  int opened = 0;
-  progress.onValue = [&](int value) {
-    if (progress.steps.back() == "load data 5" && value == 5 && ++opened == 3) {
-      desktop.boxes.Expect("次の転送完了後テストを終了します");
-      loop.Press();
-    }
-  };
-  loop.Press();
-  EXPECT_EQ(progress.captions, (std::vector<std::string>{"1", "2", "3", ""}));
-  EXPECT_FALSE(loop.Running());
-  ExpectIdle();
 }
 
 } // namespace calder

@@ -2,20 +2,26 @@
 #include "setup/SystemDialog.h"
 
 #include "editor/EditorFixture.h"
+#include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtWorker.h"
 #include "platform/qt/Theme.h"
 #include "platform/qt/ValueBox.h"
-#include "setup/FrmGPIBExit.h"
+#include "setup/Communication.h"
 #include "sim/SimBench.h"
 
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
+
+#include <atomic>
 
 namespace calder {
 namespace {
@@ -28,24 +34,20 @@ protected:
     desktop.folders.state = QDir::tempPath().toStdString() + "/calder_setup_" + std::to_string(::getpid());
     Begin();
     ApplyTheme(*qApp, program->language == Language::English);
-    bus.emplace(*program, std::function<std::unique_ptr<Visa>()>(), std::function<void()>());
-    progress.emplace(*program);
-    desk.emplace(*program, editor->setup, editor->fileCommands, editor->waveFiles, *bus, *progress);
+    road.emplace(*program, editor->setup, editor->fileCommands, editor->waveFiles);
     Open();
   }
   void Open() {
     dialog.reset();
     dialog = std::make_unique<SystemDialog>(
-        *program, *desk, [this] { ++changes; }, nullptr);
+        *program, road->desk, [this] { ++changes; }, nullptr);
     dialog->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
     QApplication::setActiveWindow(dialog.get());
   }
   void TearDown() override {
     dialog.reset();
-    desk.reset();
-    progress.reset();
-    bus.reset();
+    road.reset();
     QDir(QString::fromStdString(desktop.folders.state)).removeRecursively();
   }
   template <typename Widget>
@@ -71,9 +73,7 @@ protected:
   std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
   void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
 
-  std::optional<IntfcLib> bus;
-  std::optional<ProgressWindow> progress;
-  std::optional<SetupDesk> desk;
+  std::optional<Communication> road;
   std::unique_ptr<SystemDialog> dialog;
   int changes = 0;
 };
@@ -100,7 +100,7 @@ TEST_F(SystemDialogTest, ListsAndEnabledControlsFollowTheModel) {
 
 TEST_F(SystemDialogTest, ValuesAreTypedCheckedAndShownAgain) {
   Page(3);
-  Type("Txt_Oscil_0", "2.5k");
+  Type("Txt_Oscil_0", "2 .5 k"); // blanks are not taken
   EXPECT_EQ(Shown("Txt_Oscil_1"), "400u");
   Type("Txt_Oscil_2", "21");
   EXPECT_EQ(Shown("Txt_Oscil_2"), "1") << "out of range: the setting again";
@@ -116,6 +116,13 @@ TEST_F(SystemDialogTest, ValuesAreTypedCheckedAndShownAgain) {
   Page(2);
   Type("Txt_GPIB_1", "999");
   EXPECT_EQ(Shown("Txt_GPIB_1"), "1");
+  Type("Txt_GPIB_1", "+1,-0.x7 ");
+  EXPECT_EQ(Shown("Txt_GPIB_1"), "107");
+  EXPECT_FALSE(Find<ValueBox>("Txt_GPIB_1")->hasFocus()); // Enter moves on, and so does Tab
+  Find<ValueBox>("Txt_GPIB_1")->setFocus();
+  QTest::keyClick(Find<ValueBox>("Txt_GPIB_1"), Qt::Key_Tab);
+  EXPECT_FALSE(Find<ValueBox>("Txt_GPIB_1")->hasFocus());
+  Type("Txt_GPIB_1", "1");
   Click("UD_GPIB_1_Up");
   EXPECT_EQ(Shown("Txt_GPIB_1"), "2");
   Click("Btn_Cancel");
@@ -149,7 +156,7 @@ TEST_F(SystemDialogTest, AWaveformIsTransferredWatchedAndReadBack) {
   Click("Btn_Trans_2");
   EXPECT_EQ(changes, 1);
   EXPECT_EQ(Code(1000), 1000);
-  EXPECT_TRUE(desk->Trace().LastTransfer().find(":TRAC:DATA? 1") != std::string::npos);
+  EXPECT_TRUE(road->desk.Trace().LastTransfer().find(":TRAC:DATA? 1") != std::string::npos);
 }
 
 TEST_F(SystemDialogTest, TheProgressWindowCancelsByButtonKeyAndClose) {
@@ -157,18 +164,128 @@ TEST_F(SystemDialogTest, TheProgressWindowCancelsByButtonKeyAndClose) {
       [](FrmGPIBExit* form) { form->findChild<QPushButton*>(QStringLiteral("CmdGpibExit"))->click(); },
       [](FrmGPIBExit* form) { QTest::keyClick(form, Qt::Key_Escape); }, [](FrmGPIBExit* form) { form->close(); }};
   for (const auto& way : ways) {
-    progress->Open();
-    progress->Step("Send data", 1000);
-    progress->Value(500);
-    FrmGPIBExit* form = nullptr;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-      if (auto* candidate = qobject_cast<FrmGPIBExit*>(widget)) form = candidate;
-    }
+    road->progress.Open();
+    road->progress.Step("Send data", 1000);
+    road->progress.Value(500);
+    auto* form = dialog->findChild<FrmGPIBExit*>();
     ASSERT_NE(form, nullptr);
     EXPECT_EQ(form->findChild<QProgressBar*>(QStringLiteral("PrgGPIB"))->value(), 500);
-    EXPECT_FALSE(progress->Cancelled());
+    EXPECT_FALSE(road->progress.Cancelled());
     way(form);
-    EXPECT_TRUE(progress->Cancelled());
+    EXPECT_TRUE(road->progress.Cancelled());
+  }
+}
+
+TEST_F(SystemDialogTest, ABoxOutlivesTheProgressWindowBeneathIt) {
+  road->progress.Open();
+  const QPointer<FrmGPIBExit> form = dialog->findChild<FrmGPIBExit*>();
+  QApplication::setActiveWindow(form);
+  road->progress.Unload();
+  bool closed = false;
+  auto* look = new QTimer(dialog.get());
+  QObject::connect(look, &QTimer::timeout, look, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr || (form && form->isVisible())) return;
+    closed = true;
+    EXPECT_EQ(box->parentWidget(), dialog.get());
+    box->accept();
+  });
+  look->start(20);
+  EXPECT_EQ(QtMessageBoxes().Show("Error Message", "text", BoxButtons::Ok, BoxIcon::None), BoxAnswer::Ok);
+  look->stop();
+  EXPECT_TRUE(closed);
+  EXPECT_FALSE(road->progress.Cancelled());
+  EXPECT_TRUE(form) << "only whoever made it takes it away";
+}
+
+TEST_F(SystemDialogTest, AnEndlessSettingsTransferIsCancelledByButtonKeyAndClose) {
+  Choose("Comb_System", 10);
+  Type("Txt_GPIB_0", "11");
+  program->settings.RangeNo = 1;
+  const std::function<void()> ways[] = {[this] { Click("Btn_Cancel"); },
+                                        [this] { QTest::keyClick(dialog.get(), Qt::Key_Escape); },
+                                        [this] { dialog->close(); }};
+  for (const auto& way : ways) {
+    sim::Reset();
+    desktop.clock.seconds = 0;
+    desktop.clock.onWait = [&] {
+      EXPECT_TRUE(sim::Set("PJ7410", "settling", "9"));
+      EXPECT_FALSE(Find<QWidget>("Btn_OK")->isEnabled());
+      if (desktop.clock.seconds == 20) way();
+    };
+    Click("Btn_Trans_0");
+    EXPECT_EQ(desktop.clock.seconds, 20);
+    EXPECT_TRUE(dialog->isVisible());
+    EXPECT_FALSE(program->registry.GetGpibBusy());
+    EXPECT_FALSE(road->bus.Initialised());
+  }
+}
+
+TEST_F(SystemDialogTest, OpensOnceAndAsksTheBusWithoutTheUsersInput) {
+  dialog.reset();
+  int runs = 0;
+  desktop.worker.onRun = [&](Worker::Meanwhile meanwhile) {
+    ++runs;
+    EXPECT_EQ(meanwhile, Worker::Meanwhile::NoUserInput);
+    road->ShowSystemSetup({}, nullptr); // the menu once more: nothing
+  };
+  QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+  road->ShowSystemSetup([] {}, nullptr);
+  EXPECT_EQ(runs, 1);
+  EXPECT_FALSE(road->desk.Shown());
+}
+
+TEST_F(SystemDialogTest, TheInstrumentIsLocalAgainWhenTheProgramEndsInATransfer) {
+  dialog.reset();
+  program->interfaceKind = kNiGpib;
+  ASSERT_EQ(road->bus.Setup(), kBusOk);
+  program->registry.SetGpibBusy(true);
+  EXPECT_TRUE(program->registry.GetGpibHost());
+  EXPECT_EQ(desktop.settings.Get("GPIB0", "Busy"), "True");
+  road.reset();
+  EXPECT_EQ(sim::Traffic().back().substr(0, 11), "ibsre(0, 0)");
+  EXPECT_EQ(desktop.settings.Get("GPIB0", "Busy"), "False");
+}
+
+TEST_F(SystemDialogTest, NoCaptionIsClippedInEitherLanguage) {
+  for (const int language : {SystemLanguage::kJapanese, SystemLanguage::kEnglish}) {
+    TearDown();
+    desktop.language.id = language;
+    SetUp();
+    for (int page = 0; page < 4; ++page) {
+      Page(page);
+      for (QWidget* widget : dialog->findChildren<QWidget*>()) {
+        const bool captioned = qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget);
+        if (!captioned || !widget->isVisible()) continue;
+        EXPECT_LE(widget->sizeHint().width(), widget->width()) << widget->objectName().toStdString() << language;
+        EXPECT_LE(widget->sizeHint().height(), widget->height()) << widget->objectName().toStdString() << language;
+      }
+    }
+  }
+}
+
+// Work runs on one other thread in the order in which it was asked for, also when an event of the window asks for it
+// while other work runs.
+TEST(QtWorkerTest, EventsGoOnAndTheirWorkWaitsItsTurn) {
+  QtWorker worker;
+  std::vector<std::pair<std::string, std::thread::id>> done;
+  std::atomic<bool> event = false;
+  const auto did = [&](const char* what) { done.emplace_back(what, std::this_thread::get_id()); };
+  QTimer::singleShot(0, [&] {
+    event = true;
+    worker.Run([&] { did("of the event"); }, Worker::Meanwhile::NoUserInput);
+  });
+  const auto first = [&] {
+    while (!event) std::this_thread::yield();
+    did("first");
+  };
+  worker.Run(first, Worker::Meanwhile::Everything);
+  worker.Run([&] { did("last"); }, Worker::Meanwhile::Everything);
+  ASSERT_EQ(done.size(), 3U);
+  EXPECT_EQ(done[0].first + ", " + done[1].first + ", " + done[2].first, "first, of the event, last");
+  for (const auto& [what, thread] : done) {
+    EXPECT_EQ(thread, done[0].second) << what;
+    EXPECT_NE(thread, std::this_thread::get_id()) << what;
   }
 }
 

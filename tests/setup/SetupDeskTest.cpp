@@ -4,6 +4,8 @@
 #include "files/FileCommands.h"
 #include "files/WaveFiles.h"
 
+#include <numeric>
+
 namespace calder {
 namespace {
 
@@ -113,6 +115,8 @@ TEST_F(Desk, UsbInstrumentsAreListedAndNoneStopsATransfer) {
   EXPECT_EQ(settings.Address, 0);
   EXPECT_EQ(port.transferring, (std::vector<bool>{true, false}));
   EXPECT_FALSE(sim::Messages("XG5531").empty());
+  EXPECT_EQ(SimulatedBench(CALDER_SIM_FOLDER).AddressOf("XG5531"), 2);
+  EXPECT_FALSE(SimulatedBench("").Present());
 
   ASSERT_TRUE(sim::Set("XG5531", "power", "off"));
   ChooseKind(kUsbTmc);
@@ -153,6 +157,20 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   EXPECT_EQ(settings.XUserName, "ms");
   EXPECT_EQ(program->interfaceKind, kNiGpib);
   EXPECT_EQ(setup->ModelChoice(), 1);
+  desktop.boxes.Expect("This Address is Controller Address.\r   Address: 0"); // asked for again
+  desk->EnterAddress("0");
+
+  // A kind that the model lacks becomes its first one; a kind that no list offers stays.
+  for (const auto& [stored, shown] : {std::pair(kUsbTmc, kNiGpib), {kUsb488, kUsb488}, {kSimulated, kSimulated}}) {
+    desk->ChooseModel(2);
+    program->interfaceKind = stored;
+    const std::string other = (folder / "other.ocb").string();
+    for (const bool save : {true, false}) {
+      desktop.dialogs.Answer(other);
+      save ? desk->Menu_FileSave_Click() : desk->Menu_FileOpen_Click();
+    }
+    EXPECT_EQ(program->interfaceKind, shown);
+  }
 
   std::filesystem::resize_file(path, 100);
   const SystemInfo before = settings;
@@ -162,14 +180,55 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   EXPECT_EQ(settings, before);
 }
 
-TEST_F(Desk, ReadBackDrawsAndTheBenchIsNamed) {
-  ChooseKind(kUsbTmc);
-  desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
-  desk->Btn_Trans_Click(SetupDesk::Transfer::ReadBack);
-  EXPECT_EQ(port.changes, 1);
+TEST_F(Desk, PointsThatALargerMemoryBringsAreClearBeforeATransfer) {
+  setup->ChooseMemorySize(9);
+  setup->ApplyMemorySize();
+  desk->Form_Load();
+  const auto codes = W_Lock(program->buffers.Current());
+  std::iota(codes.begin(), codes.end(), std::int16_t{0}); // also behind the 1024 points of the waveform
+  desk->ChooseModel(6);
+  EXPECT_EQ(settings.MemorySize, 8192);
+  EXPECT_EQ(codes[1023], 1023);
+  EXPECT_EQ(codes[1024], 0);
+  EXPECT_EQ(codes[8192], 8192);
+  EXPECT_EQ(settings.TransferFormat, 1); // a ramp and a line, now over 8192 points
+  EXPECT_EQ(settings.ControlPointCount, 4);
+  codes[8191] = 5; // from now on they are the waveform's
   ChooseKind(kNiGpib);
-  EXPECT_EQ(SimulatedBench(CALDER_SIM_FOLDER).AddressOf("XG5531"), 2);
-  EXPECT_FALSE(SimulatedBench("").Present());
+  desk->EnterAddress("7");
+  desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
+  EXPECT_EQ(codes[8191], 5);
+  desk->Btn_Cancel_Click();
+  EXPECT_EQ(settings.MemorySize, 1024);
+  EXPECT_EQ(codes[1023], 1023);
+}
+
+TEST_F(Desk, TheLoopTestCountsUntilItIsStoppedOrCancelled) {
+  program->registry.SetLoopTest(true);
+  setup->ChooseMemorySize(9);
+  setup->ApplyMemorySize();
+  int opened = 0;
+  progress.onValue = [&](int value) {
+    if (progress.steps.back() != "load data 5" || value != 5 || ++opened != 3) return;
+    EXPECT_EQ(port.transferring, std::vector<bool>{true});
+    desk->Btn_Cancel_Click(); // is the progress window's
+    desktop.boxes.Expect("次の転送完了後テストを終了します");
+    desk->Btn_Trans_Click(SetupDesk::Transfer::ReadBack);
+  };
+  desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
+  EXPECT_EQ(progress.captions, (std::vector<std::string>{"1", "2", "3", ""}));
+  EXPECT_EQ(port.transferring, (std::vector<bool>{true, false}));
+  ExpectIdle();
+  progress.onValue = [&](int) { progress.cancelled = progress.sent > 0; };
+  for (const InterfaceKind kind : {kNiGpib, kKiGpib, kUsbTmc}) {
+    progress.captions.clear();
+    progress.sent = 0;
+    ChooseKind(kind);
+    settings.Address = 2;
+    desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
+    EXPECT_EQ(progress.captions, std::vector<std::string>{""}) << kind;
+    ExpectIdle();
+  }
 }
 
 } // namespace calder

@@ -38,19 +38,6 @@ TEST_F(BenchTest, ALateCallIsATimeoutBehindItsLimit) {
   EXPECT_EQ(sim::Messages("XG5530").size(), 1U);
 }
 
-TEST_F(BenchTest, VisaFaultsAreItsStatuses) {
-  const ViSession device = OpenVisa();
-  ASSERT_TRUE(sim::Script("timeout viWrite 1\nfail viWrite 2\nshort viRead 1 4\nunplug viRead 2"));
-  std::uint32_t moved = 9;
-  EXPECT_EQ(visa->viWrite(device, "*IDN?", 5, moved), VI_ERROR_TMO);
-  EXPECT_EQ(moved, 0U);
-  EXPECT_EQ(visa->viWrite(device, "*IDN?", 5, moved), VI_ERROR_IO);
-  EXPECT_EQ(AskVisa(device, "*IDN?"), "ORVO");
-  std::array<char, 8> text{};
-  EXPECT_EQ(visa->viRead(device, text.data(), 8, moved), VI_ERROR_CONN_LOST);
-  EXPECT_EQ(visa->viClear(device), VI_ERROR_CONN_LOST);
-}
-
 TEST_F(BenchTest, AScriptIsTakenWholeOrNotAtAll) {
   for (const char* line :
        {"fail", "fail 0", "fail x", "fail ibwrt 1 2", "break 1", "short 1", "short ibwrt 1 x", "late 2 -1"}) {

@@ -121,33 +121,6 @@ TEST_F(BenchTest, ABlockWithoutACommandIsKeptForTheNextChoice) {
   EXPECT_EQ(sim::Memory("XG5530", 7)->codes.size(), 3U);
 }
 
-TEST_F(BenchTest, VisaSendsAndReadsBackBothFormats) {
-  const ViSession device = OpenVisa();
-  const TempFolder folder;
-  const std::string file = folder / "block";
-  std::uint32_t moved = 0;
-  const std::string blocks[] = {"\0\0\0\0\0\0\0\2"s + BlockOf({-32767, 0x0A00}),
-                                "\0\0\0\1\0\0\0\2"s + "\0\0\0\0\x80\x01"s + "\0\x08\0\0\x7f\xff"s};
-  for (const std::string& block : blocks) {
-    // The header ends a transfer of its own, the block comes in the next.
-    const std::string size = std::to_string(block.size());
-    const std::string header = ":TRAC:DATA 128,\"A,B\",#" + std::to_string(size.size()) + size;
-    EXPECT_EQ(visa->viWrite(device, header.data(), static_cast<std::uint32_t>(header.size()), moved), VI_SUCCESS);
-    std::ofstream(file, std::ios::binary) << block;
-    EXPECT_EQ(visa->viWriteFromFile(device, file, static_cast<std::uint32_t>(block.size()), moved), VI_SUCCESS);
-    EXPECT_EQ(moved, block.size());
-    EXPECT_EQ(sim::Messages("XG5531").back(), header + block);
-    EXPECT_EQ(AskVisa(device, ":SYST:ERR?"), "0,\"No error\"\n");
-
-    EXPECT_EQ(visa->viWrite(device, ":TRAC:DATA? 128", 15, moved), VI_SUCCESS);
-    EXPECT_EQ(visa->viReadToFile(device, file, 1048832, moved), VI_SUCCESS);
-    std::ostringstream text;
-    text << std::ifstream(file, std::ios::binary).rdbuf();
-    EXPECT_EQ(text.str(), "\"A,B\",#" + std::to_string(size.size()) + size + block + "\n");
-  }
-  EXPECT_EQ(sim::Memory("XG5531", 128)->controls, (std::vector<sim::ControlPoint>{{0, -32767}, {524288, 32767}}));
-}
-
 TEST_F(BenchTest, ARunningSequenceIsInTheWay) {
   OpenNi();
   ASSERT_TRUE(sim::Set("XG5530", "sequence", "1"));

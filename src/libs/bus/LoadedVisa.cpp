@@ -11,15 +11,15 @@ constexpr std::size_t kNameLength = 256; // what the library writes a resource n
 
 class LoadedVisa final : public Visa {
 public:
-  explicit LoadedVisa(std::unique_ptr<BusLibrary> library) : library_(std::move(library)) {}
+  std::unique_ptr<BusLibrary> library;
 
   [[nodiscard]] bool BindAll() {
-    return Bind(*library_, "viOpenDefaultRM", viOpenDefaultRM_) && Bind(*library_, "viFindRsrc", viFindRsrc_) &&
-           Bind(*library_, "viFindNext", viFindNext_) && Bind(*library_, "viOpen", viOpen_) &&
-           Bind(*library_, "viClose", viClose_) && Bind(*library_, "viSetAttribute", viSetAttribute_) &&
-           Bind(*library_, "viWrite", viWrite_) && Bind(*library_, "viRead", viRead_) &&
-           Bind(*library_, "viClear", viClear_) && Bind(*library_, "viGpibControlREN", viGpibControlREN_) &&
-           Bind(*library_, "viWriteFromFile", viWriteFromFile_) && Bind(*library_, "viReadToFile", viReadToFile_);
+    return Bind(*library, "viOpenDefaultRM", viOpenDefaultRM_) && Bind(*library, "viFindRsrc", viFindRsrc_) &&
+           Bind(*library, "viFindNext", viFindNext_) && Bind(*library, "viOpen", viOpen_) &&
+           Bind(*library, "viClose", viClose_) && Bind(*library, "viSetAttribute", viSetAttribute_) &&
+           Bind(*library, "viWrite", viWrite_) && Bind(*library, "viRead", viRead_) &&
+           Bind(*library, "viClear", viClear_) && Bind(*library, "viGpibControlREN", viGpibControlREN_) &&
+           Bind(*library, "viWriteFromFile", viWriteFromFile_) && Bind(*library, "viReadToFile", viReadToFile_);
   }
 
   ViStatus viOpenDefaultRM(ViSession& manager) override { return viOpenDefaultRM_(&manager); }
@@ -61,7 +61,6 @@ public:
   }
 
 private:
-  std::unique_ptr<BusLibrary> library_;
   ViStatus (*viOpenDefaultRM_)(ViSession*) = nullptr;
   ViStatus (*viFindRsrc_)(ViSession, const char*, ViSession*, std::uint32_t*, char*) = nullptr;
   ViStatus (*viFindNext_)(ViSession, char*) = nullptr;
@@ -78,12 +77,12 @@ private:
 
 } // namespace
 
-std::unique_ptr<Visa> LoadVisa(BusLibraries& libraries) {
-  std::unique_ptr<BusLibrary> library = libraries.Open(kNames);
-  if (!library) return nullptr;
-  auto visa = std::make_unique<LoadedVisa>(std::move(library));
-  if (!visa->BindAll()) return nullptr;
-  return visa;
+std::unique_ptr<Visa> LoadVisa(BusLibraries& libraries, bool* found) {
+  if (found != nullptr) *found = false;
+  return LoadComplete<LoadedVisa>(libraries, kNames, [&](const BusLibrary&, LoadedVisa& visa) {
+    if (found != nullptr) *found = true;
+    return visa.BindAll();
+  });
 }
 
 } // namespace calder

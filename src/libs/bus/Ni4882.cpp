@@ -25,10 +25,9 @@ bool BindStatus(const BusLibrary& library, Ni4882& api) {
 } // namespace
 
 std::unique_ptr<Ni4882> Ni4882::Load(BusLibraries& libraries) {
-  auto api = std::make_unique<Ni4882>();
-  api->library = libraries.Open(kNames);
-  if (!api->library || !BindCalls(*api->library, *api) || !BindStatus(*api->library, *api)) return nullptr;
-  return api;
+  return LoadComplete<Ni4882>(libraries, kNames, [](const BusLibrary& library, Ni4882& api) {
+    return BindCalls(library, api) && BindStatus(library, api);
+  });
 }
 
 } // namespace calder

@@ -41,7 +41,7 @@ struct Ni4882 {
 
   std::unique_ptr<BusLibrary> library; // what keeps the pointers good
 
-  // Null when no library can be loaded or one lacks an entry point.
+  // Null when none of the libraries can be loaded or none has every entry point.
   [[nodiscard]] static std::unique_ptr<Ni4882> Load(BusLibraries& libraries);
 };
 

@@ -69,7 +69,8 @@ public:
                                 std::uint32_t& received) = 0;
 };
 
-// A VISA library of the machine; null when there is none or it lacks an entry point.
-[[nodiscard]] std::unique_ptr<Visa> LoadVisa(BusLibraries& libraries);
+// The first VISA library of the machine that has every entry point; null when there is none. found: whether there was
+// any at all, complete or not.
+[[nodiscard]] std::unique_ptr<Visa> LoadVisa(BusLibraries& libraries, bool* found = nullptr);
 
 } // namespace calder

@@ -2,6 +2,8 @@
 
 #include <dlfcn.h>
 
+#include <vector>
+
 namespace calder {
 namespace {
 
@@ -26,16 +28,16 @@ std::unique_ptr<BusLibrary> OpenOne(const std::string& name) {
 
 } // namespace
 
-std::unique_ptr<BusLibrary> DlBusLibraries::Open(std::span<const char* const> names) {
+void DlBusLibraries::Offer(std::span<const char* const> names,
+                           const std::function<bool(std::unique_ptr<BusLibrary>)>& take) {
+  std::vector<std::string> files;
   if (!folder_.empty()) {
-    for (const char* name : names) {
-      if (auto library = OpenOne(folder_ + "/" + name)) return library;
-    }
+    for (const char* name : names) files.push_back(folder_ + "/" + name);
   }
-  for (const char* name : names) {
-    if (auto library = OpenOne(name)) return library;
+  files.insert(files.end(), names.begin(), names.end());
+  for (const std::string& file : files) {
+    if (auto library = OpenOne(file); library && take(std::move(library))) return;
   }
-  return nullptr;
 }
 
 } // namespace calder

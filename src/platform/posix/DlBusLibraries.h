@@ -9,7 +9,7 @@ class DlBusLibraries final : public BusLibraries {
 public:
   // folder: looked into before the system's own places; empty for none.
   explicit DlBusLibraries(std::string folder) : folder_(std::move(folder)) {}
-  [[nodiscard]] std::unique_ptr<BusLibrary> Open(std::span<const char* const> names) override;
+  void Offer(std::span<const char* const> names, const std::function<bool(std::unique_ptr<BusLibrary>)>& take) override;
 
 private:
   std::string folder_;

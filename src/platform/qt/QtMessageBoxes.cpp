@@ -26,10 +26,19 @@ QString Lines(const std::string& text) {
   return lines;
 }
 
+// A box lies on the stack, so it belongs to a window that outlives it: a window that belongs to another one and is not
+// modal, as the progress of a transfer, may go while the box is open.
+QWidget* Owner() {
+  QWidget* window = QApplication::activeWindow();
+  while (window != nullptr && !window->isModal() && window->parentWidget() != nullptr)
+    window = window->parentWidget()->window();
+  return window;
+}
+
 } // namespace
 
 BoxAnswer QtMessageBoxes::Show(const std::string& title, const std::string& text, BoxButtons buttons, BoxIcon icon) {
-  QMessageBox box(QApplication::activeWindow());
+  QMessageBox box(Owner());
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setWindowModality(Qt::ApplicationModal);
   box.setWindowTitle(QString::fromStdString(title));
@@ -49,8 +58,7 @@ BoxAnswer QtMessageBoxes::Show(const std::string& title, const std::string& text
 }
 
 std::string QtMessageBoxes::Input(const std::string& title, const std::string& prompt) {
-  return QInputDialog::getText(QApplication::activeWindow(), QString::fromStdString(title), Lines(prompt))
-      .toStdString();
+  return QInputDialog::getText(Owner(), QString::fromStdString(title), Lines(prompt)).toStdString();
 }
 
 } // namespace calder

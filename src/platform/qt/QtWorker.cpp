@@ -24,7 +24,9 @@ QtWorker::~QtWorker() {
   thread_.join();
 }
 
-void QtWorker::Run(const std::function<void()>& work) {
+void QtWorker::Run(const std::function<void()>& work, Meanwhile meanwhile) {
+  const QEventLoop::ProcessEventsFlags events =
+      meanwhile == Meanwhile::NoUserInput ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents;
   Task task{&work};
   std::unique_lock lock(mutex_);
   if (!thread_.joinable()) thread_ = std::thread([this] { Loop(); });
@@ -32,7 +34,7 @@ void QtWorker::Run(const std::function<void()>& work) {
   wake_.notify_one();
   while (!finished_.wait_for(lock, kPatience, [&] { return task.done; })) {
     lock.unlock();
-    QCoreApplication::processEvents(QEventLoop::AllEvents);
+    QCoreApplication::processEvents(events);
     lock.lock();
   }
 }

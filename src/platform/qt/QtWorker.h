@@ -17,7 +17,7 @@ public:
   QtWorker(const QtWorker&) = delete;
   QtWorker& operator=(const QtWorker&) = delete;
   ~QtWorker() override;
-  void Run(const std::function<void()>& work) override;
+  void Run(const std::function<void()>& work, Meanwhile meanwhile) override;
 
 private:
   struct Task {

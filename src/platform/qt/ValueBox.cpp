@@ -37,6 +37,10 @@ bool ValueBox::event(QEvent* event) {
 
 void ValueBox::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
+  case Qt::Key_Space:
+    if (!refuseBlanks_) QLineEdit::keyPressEvent(event);
+    event->accept();
+    return;
   case Qt::Key_Return:
   case Qt::Key_Enter:
     Commit();

@@ -17,6 +17,8 @@ public:
   void ShowText(const QString& text);
   // Ctrl+C and its kin edit the box's own text.
   void KeepEditKeys(bool keep) { keepEditKeys_ = keep; }
+  // A blank cannot be typed.
+  void RefuseBlanks() { refuseBlanks_ = true; }
   // Wide enough for that many digits.
   void SetCharacters(int characters);
 
@@ -39,6 +41,7 @@ private:
 
   QString shown_;
   bool keepEditKeys_ = false;
+  bool refuseBlanks_ = false;
   bool selectOnPress_ = false;
 };
 

@@ -1,0 +1,40 @@
+#include "setup/Communication.h"
+
+#include "libs/bus/UsbtmcVisa.h"
+#include "setup/SystemDialog.h"
+
+#include <QCoreApplication>
+
+namespace calder {
+namespace {
+
+// What stands in for a VISA library on a machine that has none.
+std::function<std::unique_ptr<Visa>()> KernelVisa(const Program& program) {
+  return [&program]() -> std::unique_ptr<Visa> {
+    const auto& usbtmc = program.desktop.usbtmc;
+    if (!usbtmc) return nullptr;
+    return std::make_unique<UsbtmcVisa>(usbtmc());
+  };
+}
+
+} // namespace
+
+Communication::Communication(Program& program, SystemSetup& setup, FileCommands& files, const WaveFiles& waveFiles)
+    : bus(program, KernelVisa(program), [] { QCoreApplication::quit(); }), progress(program),
+      desk(program, setup, files, waveFiles, bus, progress), program_(program) {
+  program_.registry.SetLocalControl([this] { bus.Local(); });
+}
+
+Communication::~Communication() {
+  program_.registry.Release();
+  program_.registry.SetLocalControl({});
+}
+
+// Making the dialog asks the bus, and events go on meanwhile.
+void Communication::ShowSystemSetup(const std::function<void()>& waveformChanged, QWidget* parent) {
+  if (desk.Shown()) return;
+  SystemDialog dialog(program_, desk, waveformChanged, parent);
+  dialog.exec();
+}
+
+} // namespace calder
