@@ -15,6 +15,13 @@ TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
   EXPECT_EQ(Page(1).Expression, "X*10") << "stored back trimmed";
   EXPECT_FALSE(create->PageModified());
   EXPECT_FALSE(create->ExprEnabled());
+  desktop.dialogs.Cancel();
+  create->Menu_FileOpen_Click();
+  EXPECT_EQ(Generated(150), 1500) << "no list was read";
+  create->Make_Wave(1);
+  EXPECT_EQ(Generated(150), 0);
+  create->Btn_OK_Click();
+  EXPECT_EQ(Code(150), 1500) << "what was cleared is computed again";
   create->Text_X_LostFocus(CreatePages::AreaEnd::End, create->StartText(), "300");
   EXPECT_EQ(Generated(150), 0);
   create->Btn_OK_Click();

@@ -160,14 +160,17 @@ void CreatePages::Menu_FileOpen_Click() {
   if (!fromMainWindow_) return;
   listRead_ = false;
   files_.Open_File(Kind_List);
-  if (listRead_) {
-    // A list shows its first page unless it has the one on show.
-    const int first = program_.pages.FirstValid();
-    if (Page().Valid == 0 && first != 0) currentPage_ = first;
-    drag_.Release();
-    pageModified_ = true;
-    ShowPageArea();
+  if (!listRead_) { // the page on show keeps what was computed for it
+    Change_Parameter();
+    port_->ShowPreview();
+    return;
   }
+  // A list shows its first page unless it has the one on show.
+  const int first = program_.pages.FirstValid();
+  if (Page().Valid == 0 && first != 0) currentPage_ = first;
+  drag_.Release();
+  pageModified_ = true;
+  ShowPageArea();
   Change_Parameter();
   Refresh();
 }
