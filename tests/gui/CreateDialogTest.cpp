@@ -8,12 +8,15 @@
 
 #include <QApplication>
 #include <QComboBox>
+#include <QClipboard>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QMenu>
 #include <QTest>
 #include <QToolButton>
+#include <QTimer>
 
 namespace calder {
 namespace {
@@ -51,6 +54,16 @@ protected:
     QTest::keyClick(box, Qt::Key_Return);
   }
   std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
+  // Types and leaves the focus in the box.
+  void TypeOn(QWidget* box, const char* text) {
+    box->setFocus();
+    QCoreApplication::processEvents();
+    QTest::keyClicks(box, QLatin1String(text));
+  }
+  static std::string Focus() {
+    const QWidget* widget = QApplication::focusWidget();
+    return widget == nullptr ? "" : widget->objectName().toStdString();
+  }
   void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
 
   int rangeChanges = 0;
@@ -89,6 +102,114 @@ TEST_F(CreateDialogTest, AnExpressionShowsItsFaultWhileItIsTyped) {
   QTest::keyClicks(constants, "k=0.5");
   EXPECT_EQ(Find<QLabel>("Label_Fault")->text(), "");
   Click("Btn_Comp");
+TEST_F(CreateDialogTest, KeysWalkThroughTheBoxesAndTurnPagesFromAnywhere) {
+  const Qt::Key ends[] = {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Enter, Qt::Key_Tab, Qt::Key_Return};
+  Find<ValueBox>("Text_0")->setFocus();
+  std::string way;
+  for (const Qt::Key end : ends) {
+    QTest::keyClick(QApplication::focusWidget(), end);
+    way += Focus() + " ";
+  }
+  EXPECT_EQ(way, "Text_1 Text_2 Text_3 Text_4 Cmd_Page_0 ");
+  auto* next = Find<QToolButton>("Cmd_Page_2");
+  next->setFocus();
+  QTest::keyClick(next, Qt::Key_Space);
+  EXPECT_EQ(Shown("Txt_Page"), "2");
+  EXPECT_EQ(Focus(), "Cmd_Page_2") << "the button that was pressed keeps the focus";
+  TypeOn(Find<ValueBox>("Text_3"), "4");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+  EXPECT_EQ(Shown("Txt_Page"), "1");
+  EXPECT_EQ(Focus(), "Text_3");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(Find<ValueBox>("Text_3")->selectedText(), "4") << "kept, and the next text takes its place";
+}
+
+TEST_F(CreateDialogTest, MenuEntriesTakeWhatWasTypedFirst) {
+  auto* size = Find<ValueBox>("Text_1");
+  double typed = 0;
+  for (const char* entry : {"Menu_FileOpen", "Menu_FileSave", "Menu_Clear", "Menu_AllClear"}) {
+    if (std::string(entry).starts_with("Menu_File")) desktop.dialogs.Cancel();
+    size->selectAll();
+    TypeOn(size, std::to_string(typed += 0.125).c_str());
+    const int before = rangeChanges;
+    Find<QAction>(entry)->trigger();
+    EXPECT_EQ(rangeChanges, before + 1) << entry;
+  }
+}
+
+// What was typed last goes into the page, not into the operand that a Cancel clears.
+TEST_F(CreateDialogTest, ForTheOperateDialogThereIsOnePageAndItsRange) {
+  dialog->hide();
+  const WaveHandle operand = W_AllocMemory(100);
+  int redraws = 0;
+  const auto open = [&](const std::function<void()>& act) {
+    QTimer::singleShot(0, dialog.get(), [&] {
+      QApplication::setActiveWindow(dialog.get());
+      act();
+    });
+    dialog->OpenFromOperate({operand, {100, 200}}, [&] { ++redraws; });
+  };
+  open([&] {
+    EXPECT_FALSE(Find<QWidget>("Panel_Page")->isVisible());
+    EXPECT_FALSE(Find<QMenu>("Menu_File")->menuAction()->isEnabled());
+    const auto ground = [this](const char* box) { return Find<ValueBox>(box)->grab().toImage().pixel(4, 4); };
+    for (const char* box : {"Text_X_0", "Text_X_1", "Text_1"}) {
+      EXPECT_FALSE(Find<ValueBox>(box)->isEnabled()) << box;
+      EXPECT_NE(ground(box), ground("Text_2")) << box << " is not grey";
+    }
+    TypeOn(Find<ValueBox>("Text_0"), "0.25");
+    dialog->close();
+  });
+  EXPECT_NEAR(program->pages[0].Offset, 8192, 1);
+  EXPECT_EQ(redraws, 0);
+  for (double point = 0; point < 100; ++point) ASSERT_EQ(W_GetWaveData(operand, point, 100), 0);
+  open([&] { Click("Btn_OK"); });
+  EXPECT_EQ(redraws, 1);
+  EXPECT_EQ(W_GetWaveData(operand, 25, 100), 32767);
+  W_FreeMemory(operand);
+}
+
+TEST_F(CreateDialogTest, TheExpressionBoxMarksPairsAndFaultsAndHasALimit) {
+  Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
+  auto* box = Find<ExpressionBox>("Txt_Expr");
+  const struct {
+    const char* why;
+    const char* text;
+    int cursor;
+    const char* pair;
+    int fault;
+  } rows[] = {
+      {"behind the last one", "(1*(x)+2)", 9, "8 0 ", -1},
+      {"before the inner one", "(1*(x)+2)", 3, "3 5 ", -1},
+      {"one that is alone", "1+(x", 3, "2 ", 2},
+      {"none at the cursor", "1+foo", 1, "", 2},
+      {"a fault at the end", "1+", 2, "", 1},
+  };
+  for (const auto& row : rows) {
+    box->setFocus();
+    box->selectAll();
+    QTest::keyClicks(box, row.text);
+    QTextCursor cursor = box->textCursor();
+    cursor.setPosition(row.cursor);
+    box->setTextCursor(cursor);
+    std::string pair;
+    int fault = -1;
+    for (const auto& mark : box->extraSelections()) {
+      if (mark.format.underlineStyle() == QTextCharFormat::WaveUnderline)
+        fault = mark.cursor.selectionStart();
+      else
+        pair += std::to_string(mark.cursor.selectionStart()) + " ";
+    }
+    EXPECT_EQ(pair, row.pair) << row.why;
+    EXPECT_EQ(fault, row.fault) << row.why;
+  }
+  box->selectAll();
+  QApplication::clipboard()->setText("1\n+" + QString(1030, QLatin1Char('x')));
+  box->paste();
+  QTest::keyClicks(box, "y");
+  EXPECT_EQ(box->Text(), "1 +" + QString(1021, QLatin1Char('x')));
+}
+
   Click("Btn_OK");
   EXPECT_FALSE(dialog->isVisible());
   EXPECT_NEAR(Code(131072), 16384, 1);

@@ -52,6 +52,7 @@ void ApplyTheme(QApplication& application, bool english) {
       "QToolTip { color: #dce3ea; background: #36414d; border: 1px solid #55616e; padding: 2px; }"
       "QLineEdit { background: #171c22; border: 1px solid #3a4552; border-radius: 3px; padding: 1px 4px; }"
       "QPlainTextEdit, QListWidget { background: #171c22; border: 1px solid #3a4552; border-radius: 3px; }"
+      "QLineEdit:disabled { background: #2c353f; }"
       "QLineEdit:focus, QPlainTextEdit:focus, QListWidget:focus { border-color: #4d9ae0; }"
       "QRadioButton::indicator, QCheckBox::indicator { width: 11px; height: 11px; border: 1px solid #7c8895;"
       " background: #171c22; border-radius: 6px; }"

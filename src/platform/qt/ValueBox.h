@@ -17,6 +17,8 @@ public:
   void ShowText(const QString& text);
   // Ctrl+C and its kin edit the box's own text.
   void KeepEditKeys(bool keep) { keepEditKeys_ = keep; }
+  // Takes the text as leaving the box does. The focus stays, the whole text is selected.
+  void Commit();
   // Wide enough for that many digits.
   void SetCharacters(int characters);
 
@@ -35,8 +37,6 @@ protected:
   bool focusNextPrevChild(bool next) override;
 
 private:
-  void Commit();
-
   QString shown_;
   bool keepEditKeys_ = false;
   bool selectOnPress_ = false;
