@@ -148,6 +148,9 @@ TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
   EXPECT_EQ(Generated(150), 0);
   EXPECT_EQ(Page(1), before);
   create->LivePreview("", "55");
+  double unused = 0;
+  ASSERT_EQ(program->evaluator.EvalOneL("[c=3]0", 0, unused), 0);
+  EXPECT_EQ(create->LivePreview("", "c*100").message, 0) << "those that are remembered are";
   create->Btn_OK_Click();
   EXPECT_EQ(Code(150), 1) << "the stored text, not what the preview showed last";
 }

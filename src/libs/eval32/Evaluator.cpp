@@ -120,6 +120,10 @@ void Evaluator::ClearConstant() {
   state_->constants.clear();
 }
 
+void Evaluator::TakeConstants(const Evaluator& other) {
+  state_->constants = other.state_->constants;
+}
+
 void Evaluator::EvalInitRandom(std::int32_t seed) {
   state_->seed = seed;
 }

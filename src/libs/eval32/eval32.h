@@ -100,3 +100,5 @@ struct EvalEntry {
 [[nodiscard]] std::span<const EvalEntry> EvalEntries();
 
 } // namespace calder
+  // Remembers what the other one remembers, and nothing else.
+  void TakeConstants(const Evaluator& other);

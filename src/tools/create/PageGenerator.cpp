@@ -75,7 +75,7 @@ ExpressionFault PageGenerator::Evaluate(const CreatePage& page) {
 }
 
 ExpressionFault PageGenerator::EvaluateAside(const CreatePage& page) {
-  live_.ClearConstant();
+  live_.TakeConstants(program_.evaluator);
   live_.EvalInitRandom(seed_);
   return EvaluateWith(live_, page);
 }

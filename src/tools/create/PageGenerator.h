@@ -40,7 +40,8 @@ public:
   // fault the buffer is as it was.
   [[nodiscard]] ExpressionFault Make_Wave(const CreatePage& page);
   [[nodiscard]] ExpressionFault Evaluate(const CreatePage& page);
-  // The same with constants and random values of its own, so that it leaves no trace but in the buffer.
+  // The same by an evaluator of its own, which knows the constants that are remembered but defines none: it leaves no
+  // trace but in the buffer.
   [[nodiscard]] ExpressionFault EvaluateAside(const CreatePage& page);
   // Whether the page's constants are well formed at both ends of its area; message 18 when not.
   [[nodiscard]] ExpressionFault CheckConstants(const CreatePage& page);
