@@ -299,6 +299,11 @@ TEST_F(CreateDialogTest, NothingIsClippedInEitherLanguage) {
     }
   }
 }
+    QTest::keyClicks(Find<ExpressionBox>("Txt_Expr"), "1+");
+    const bool english = language == SystemLanguage::kEnglish;
+    EXPECT_TRUE(Find<QLabel>("Label_Fault")
+                    ->text()
+                    .endsWith(english ? "before the end of the text" : "文末の前に値が必要です"));
 
 } // namespace
 } // namespace calder

@@ -17,7 +17,7 @@ struct ExpressionFault {
   int message = 0; // of the message table; 0: none
   // Where the user wrote it, in bytes of the page's text; none when the fault is in no place.
   std::optional<TextPlace> place;
-  std::string reason; // plain English, may be empty
+  std::string reason; // a sentence in the language of the program, may be empty
 };
 
 class PageGenerator {
@@ -49,7 +49,7 @@ public:
   void ClearArea(const CreatePage& page) const;
 
 private:
-  [[nodiscard]] ExpressionFault EvaluateWith(Evaluator& evaluator, const CreatePage& page) const;
+  [[nodiscard]] ExpressionFault EvaluateWith(Evaluator& evaluator, const CreatePage& page);
   [[nodiscard]] std::int32_t MakeStandard(const CreatePage& page) const;
 
   Program& program_;

@@ -14,7 +14,8 @@ TEST(Examples, OfTheDocumentHold) {
     ASSERT_EQ(row.size(), 3U) << row[0];
     Evaluator evaluator;
     double value = 0;
-    EXPECT_EQ(evaluator.EvalOneL(row[0], std::stoi(row[1]), value), 0) << row[0] << evaluator.LastFault().reason;
+    EXPECT_EQ(evaluator.EvalOneL(row[0], std::stoi(row[1]), value), 0)
+        << row[0] << EvalReasonText(evaluator.LastFault()).english;
     EXPECT_DOUBLE_EQ(value, std::stod(row[2])) << row[0];
   }
 }
