@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <random>
 
 namespace calder {
@@ -17,15 +18,35 @@ struct Row {
   double high;
 };
 
-constexpr Row rows[] = {
-    {"sin", &std::sin, -1e3, 1e3},  {"sin", &std::sin, 1e5, 1e15},     {"cos", &std::cos, -1e3, 1e3},
-    {"tan", &std::tan, -1e3, 1e3},  {"asin", &std::asin, -1, 1},       {"acos", &std::acos, -1, 1},
-    {"atan", &std::atan, -50, 50},  {"sinh", &std::sinh, -700, 700},   {"cosh", &std::cosh, -700, 700},
-    {"tanh", &std::tanh, -20, 20},  {"asinh", &std::asinh, -1e6, 1e6}, {"acosh", &std::acosh, 1, 1e6},
-    {"atanh", &std::atanh, -1, 1},  {"exp", &std::exp, -700, 700},     {"exp2", &std::exp2, -1000, 1000},
-    {"log", &std::log, 0, 1e6},     {"log", &std::log, 0.5, 2},        {"ln", &std::log, 0, 1e-3},
-    {"log10", &std::log10, 0, 1e6}, {"log2", &std::log2, 0, 1e6},      {"sqrt", &std::sqrt, 0, 1e6},
-    {"cbrt", &std::cbrt, -1e6, 1e6}};
+long double Gauss(long double t) {
+  return std::exp(-t * t / 2);
+}
+
+constexpr Row rows[] = {{"sin", &std::sin, -1e3, 1e3},
+                        {"sin", &std::sin, 1e5, 1e15},
+                        {"cos", &std::cos, -1e3, 1e3},
+                        {"tan", &std::tan, -1e3, 1e3},
+                        {"asin", &std::asin, -1, 1},
+                        {"acos", &std::acos, -1, 1},
+                        {"atan", &std::atan, -50, 50},
+                        {"sinh", &std::sinh, -700, 700},
+                        {"cosh", &std::cosh, -700, 700},
+                        {"tanh", &std::tanh, -20, 20},
+                        {"asinh", &std::asinh, -1e6, 1e6},
+                        {"acosh", &std::acosh, 1, 1e6},
+                        {"atanh", &std::atanh, -1, 1},
+                        {"exp", &std::exp, -700, 700},
+                        {"exp2", &std::exp2, -1000, 1000},
+                        {"log", &std::log, 0, 1e6},
+                        {"log", &std::log, 0.5, 2},
+                        {"ln", &std::log, 0, 1e-3},
+                        {"log10", &std::log10, 0, 1e6},
+                        {"log2", &std::log2, 0, 1e6},
+                        {"sqrt", &std::sqrt, 0, 1e6},
+                        {"cbrt", &std::cbrt, -1e6, 1e6},
+                        {"exp10", [](long double v) { return std::pow(10.0L, v); }, -300, 300},
+                        {"gauss", &Gauss, -39, 39},
+                        {"sinc", [](long double t) { return std::sin(t) / t; }, -1e3, 1e3}};
 
 // Units in the last place of the true value.
 double Error(double value, long double exact) {
@@ -74,6 +95,13 @@ TEST(Accuracy, FunctionsOfTwoAndSmallPowersToo) {
         << text;
     for (const int power : {2, 3, 4, 5, 13})
       EXPECT_LE(Error(value("(%.17g)^%.0f", a, power), std::pow(static_cast<long double>(a), power)), 3.5) << text;
+    EXPECT_LE(Error(value("gauss(%.17g,%.17g)", a, b), Gauss(static_cast<long double>(a) / b)), 3.5) << text;
+    // The phase is rounded as any expression is.
+    const long double turns = 2.0L * a + (3.0L - 2.0L) / (2 * 7.0L) * a * a;
+    const long double turnsLimit = 2.0L * std::abs(a) + (3.0L - 2.0L) / (2 * 7.0L) * a * a;
+    const long double twoPi = 2 * std::numbers::pi_v<long double>;
+    const long double off = std::abs(value("chirp(%.17g,2,%.0f,7)", a, 3) - std::sin(twoPi * turns));
+    EXPECT_LE(off, 1e-15L * (1 + twoPi * turnsLimit)) << text;
     const double rest = std::fmod(std::abs(a), std::abs(b));
     EXPECT_EQ(value("%.17g%%(%.17g)", std::abs(a), std::abs(b)), rest) << text;
   }
