@@ -168,6 +168,7 @@ TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
   EXPECT_TRUE(bar->isEnabled());
   EXPECT_EQ(bar->maximum(), 16384);
   bar->setValue(16384);
+  EXPECT_EQ(bar->singleStep(), 1);
   EXPECT_EQ(State().view.XStart, 262144);
   EXPECT_EQ(Find<QScrollBar>("HScroll_1")->value(), 16384);
   EXPECT_EQ(Find<QLabel>("Label_End_0")->text(), "1.000000");
