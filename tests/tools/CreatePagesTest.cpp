@@ -237,12 +237,19 @@ TEST_F(CreatePagesTest, PageOkCopiesTheAreaAlone) {
 
 TEST_F(CreatePagesTest, APageWithoutEffectIsNotCopied) {
   Ramp();
+  Page(2).SetArea(100, 200);
   create->PrepareCreate();
+  create->GoToPage(2);
   create->Text_LostFocus(kBoxOffset, "1");
   create->Opt_effect_Click(false);
   create->Btn_OK_Click();
   EXPECT_EQ(Code(150), 150);
   EXPECT_EQ(createPort->closes, 1);
+  // Of a page that nobody has visited yet, the OK is the first touch.
+  create->GoToPage(1);
+  create->Opt_effect_Click(false);
+  create->Btn_OK_Click();
+  EXPECT_EQ(Code(125), 32767);
 }
 
 TEST_F(CreatePagesTest, AllPageOkOverlaysThePagesInOrder) {
