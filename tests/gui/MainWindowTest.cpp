@@ -1,5 +1,6 @@
 // The real window off-screen, driven by keys and mouse.
 #include "editor/MainWindow.h"
+#include "AccessKeys.h"
 #include "Application.h"
 #include "FakeDesktop.h"
 #include "editor/Picture.h"
@@ -167,8 +168,8 @@ TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
   EXPECT_EQ(Find<QComboBox>("Comb_XZoom_1")->currentIndex(), 1);
   EXPECT_TRUE(bar->isEnabled());
   EXPECT_EQ(bar->maximum(), 16384);
-  bar->setValue(16384);
   EXPECT_EQ(bar->singleStep(), 1);
+  bar->setValue(16384);
   EXPECT_EQ(State().view.XStart, 262144);
   EXPECT_EQ(Find<QScrollBar>("HScroll_1")->value(), 16384);
   EXPECT_EQ(Find<QLabel>("Label_End_0")->text(), "1.000000");
@@ -266,6 +267,7 @@ TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize) {
     window->resize(window->minimumSize());
     QCoreApplication::processEvents();
     EXPECT_EQ(window->size(), QSize(614, 416));
+    EXPECT_EQ(SharedAccessKeys(*window), "");
     for (const QLabel* label : window->findChildren<QLabel*>()) {
       if (!label->isVisible()) continue;
       EXPECT_GE(label->width(), label->sizeHint().width()) << label->objectName().toStdString();
