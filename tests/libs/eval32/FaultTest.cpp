@@ -4,8 +4,26 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
+#include <new>
 #include <random>
+
+// The evaluator's rows are aligned memory, which can be made to run out here.
+static bool isMemoryGone = false;
+
+void* operator new(std::size_t size, std::align_val_t alignment) {
+  const auto step = static_cast<std::size_t>(alignment);
+  void* memory = isMemoryGone ? nullptr : std::aligned_alloc(step, (size + step - 1) / step * step);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+void operator delete(void* memory, std::align_val_t) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
+  std::free(memory);
+}
 
 namespace calder {
 namespace {
@@ -90,6 +108,20 @@ TEST(Fault, TheBufferIsLeftAlone) {
   EXPECT_EQ(evaluator.EvalArray1(0, 4999, wave.Handle(), "1/(x-4999)"), 0)
       << "the point behind the range is not looked at";
   EXPECT_EQ(wave.Codes()[4999], 7);
+}
+
+TEST(Fault, MissingMemoryIsOne) {
+  const TestWave wave(std::vector<std::int16_t>(100, 7));
+  Evaluator evaluator;
+  double result = 77;
+  isMemoryGone = true;
+  EXPECT_EQ(evaluator.EvalArray1(0, 100, wave.Handle(), "sin(x)"), EVAL_NO_MEMORY);
+  EXPECT_EQ(evaluator.EvalOneL("sin(x)", 0, result), EVAL_NO_MEMORY);
+  isMemoryGone = false;
+  EXPECT_EQ(wave.Codes()[99], 7);
+  EXPECT_EQ(result, 77);
+  EXPECT_EQ(evaluator.EvalArray1(0, 100, wave.Handle(), "x"), 0);
+  EXPECT_EQ(wave.Codes()[99], 99);
 }
 
 std::string Repeated(std::string_view part, int times) {
