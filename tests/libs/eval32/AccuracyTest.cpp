@@ -22,31 +22,23 @@ long double Gauss(long double t) {
   return std::exp(-t * t / 2);
 }
 
-constexpr Row rows[] = {{"sin", &std::sin, -1e3, 1e3},
-                        {"sin", &std::sin, 1e5, 1e15},
-                        {"cos", &std::cos, -1e3, 1e3},
-                        {"tan", &std::tan, -1e3, 1e3},
-                        {"asin", &std::asin, -1, 1},
-                        {"acos", &std::acos, -1, 1},
-                        {"atan", &std::atan, -50, 50},
-                        {"sinh", &std::sinh, -700, 700},
-                        {"cosh", &std::cosh, -700, 700},
-                        {"tanh", &std::tanh, -20, 20},
-                        {"asinh", &std::asinh, -1e6, 1e6},
-                        {"acosh", &std::acosh, 1, 1e6},
-                        {"atanh", &std::atanh, -1, 1},
-                        {"exp", &std::exp, -700, 700},
-                        {"exp2", &std::exp2, -1000, 1000},
-                        {"log", &std::log, 0, 1e6},
-                        {"log", &std::log, 0.5, 2},
-                        {"ln", &std::log, 0, 1e-3},
-                        {"log10", &std::log10, 0, 1e6},
-                        {"log2", &std::log2, 0, 1e6},
-                        {"sqrt", &std::sqrt, 0, 1e6},
-                        {"cbrt", &std::cbrt, -1e6, 1e6},
-                        {"exp10", [](long double v) { return std::pow(10.0L, v); }, -300, 300},
-                        {"gauss", &Gauss, -39, 39},
-                        {"sinc", [](long double t) { return std::sin(t) / t; }, -1e3, 1e3}};
+long double Exp10(long double v) {
+  return std::pow(10.0L, v);
+}
+long double Sinc(long double t) {
+  return std::sin(t) / t;
+}
+
+constexpr Row rows[] = {
+    {"sin", &std::sin, -1e3, 1e3},   {"sin", &std::sin, 1e5, 1e15},     {"cos", &std::cos, -1e3, 1e3},
+    {"tan", &std::tan, -1e3, 1e3},   {"asin", &std::asin, -1, 1},       {"acos", &std::acos, -1, 1},
+    {"atan", &std::atan, -50, 50},   {"sinh", &std::sinh, -700, 700},   {"cosh", &std::cosh, -700, 700},
+    {"tanh", &std::tanh, -20, 20},   {"asinh", &std::asinh, -1e6, 1e6}, {"acosh", &std::acosh, 1, 1e6},
+    {"atanh", &std::atanh, -1, 1},   {"exp", &std::exp, -700, 700},     {"exp2", &std::exp2, -1000, 1000},
+    {"log", &std::log, 0, 1e6},      {"log", &std::log, 0.5, 2},        {"ln", &std::log, 0, 1e-3},
+    {"log10", &std::log10, 0, 1e6},  {"log2", &std::log2, 0, 1e6},      {"sqrt", &std::sqrt, 0, 1e6},
+    {"cbrt", &std::cbrt, -1e6, 1e6}, {"exp10", &Exp10, -300, 300},      {"gauss", &Gauss, -39, 39},
+    {"sinc", &Sinc, -1e3, 1e3}};
 
 // Units in the last place of the true value.
 double Error(double value, long double exact) {
