@@ -46,13 +46,9 @@ TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
   }
 }
 
-TEST_F(EditorTest, ASecondCopyIsNoSibling) {
-  desktop.windows.captions = {"Orvo Calder for XG5530/31 <Untitled>"};
-  desktop.copies.others = true;
-  Begin();
-}
-
 TEST_F(EditorTest, TheLastModelAddressAndMemorySizeComeBack) {
+  desktop.windows.captions = {"Orvo Calder for XG5530/31 <Untitled>"}; // a second copy is no sibling
+  desktop.copies.others = true;
   desktop.settings.Set("Sysinfo", "sys_no", "1");
   desktop.settings.Set("Sysinfo", "Gpib_Address", "7");
   desktop.settings.Set("Sysinfo", "memory_width_no", "1");
@@ -95,8 +91,11 @@ TEST_F(EditorTest, CutPasteDeleteAndUndoMoveExactlyTheRange) {
   EXPECT_EQ(editor->commands.UndoCaption(), "&Redo");
   editor->Undo();
   EXPECT_EQ(Code(1000), 11);
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100}));
+  EXPECT_EQ(editor->commands.UndoCaption(), "&Redo") << "until the next edit";
   editor->Delete();
   EXPECT_EQ(Code(1000), 1200);
+  EXPECT_EQ(editor->commands.UndoCaption(), "&Undo");
 }
 
 TEST_F(EditorTest, PastingAtTheEndIsCutThere) {

@@ -1,29 +1,23 @@
 // The Create dialog's real form off-screen.
 #include "tools/create/CreateDialog.h"
-#include "FormChecks.h"
+#include "FormDriver.h"
 #include "editor/EditorFixture.h"
 #include "editor/Picture.h"
 #include "platform/qt/Theme.h"
-#include "platform/qt/ValueBox.h"
 #include "tools/create/ExpressionBox.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
-#include <QLabel>
 #include <QListWidget>
-#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
 #include <QTimer>
 #include <QToolButton>
 
 namespace calder {
 namespace {
 
-class CreateDialogTest : public EditorFixture {
-protected:
+struct CreateDialogTest : EditorFixture, FormDriver {
   void SetUp() override { Open(); }
   void Open() {
     Begin();
@@ -31,6 +25,7 @@ protected:
     pages = std::make_unique<CreatePages>(*program, editor->setup, editor->fileCommands, [] { return 0.5; });
     dialog = std::make_unique<CreateDialog>(
         *program, *pages, [this] { ++rangeChanges; }, nullptr);
+    form = dialog.get();
     pages->PrepareCreate();
     dialog->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
@@ -40,33 +35,6 @@ protected:
     dialog.reset();
     pages.reset();
   }
-  template <typename Widget>
-  Widget* Find(const char* name) {
-    auto* widget = dialog->findChild<Widget*>(QLatin1String(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-  }
-  void Type(const char* name, const char* text) {
-    auto* box = Find<ValueBox>(name);
-    box->setFocus();
-    QCoreApplication::processEvents();
-    box->selectAll();
-    QTest::keyClicks(box, QLatin1String(text));
-    QTest::keyClick(box, Qt::Key_Return);
-  }
-  // Types and leaves the focus in the box.
-  void TypeOn(QWidget* box, const char* text) {
-    box->setFocus();
-    QCoreApplication::processEvents();
-    QTest::keyClicks(box, QLatin1String(text));
-  }
-  static std::string Focus() {
-    const QWidget* widget = QApplication::focusWidget();
-    return widget == nullptr ? "" : widget->objectName().toStdString();
-  }
-  std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
-  void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
-
   int rangeChanges = 0;
   std::unique_ptr<CreatePages> pages;
   std::unique_ptr<CreateDialog> dialog;
@@ -103,7 +71,7 @@ TEST_F(CreateDialogTest, KeysWalkThroughTheBoxesAndTurnPagesFromAnywhere) {
   next->setFocus();
   QTest::keyClick(next, Qt::Key_Space);
   EXPECT_EQ(Focus() + Shown("Txt_Page"), "Cmd_Page_22") << "the button that was pressed keeps the focus";
-  TypeOn(Find<ValueBox>("Text_3"), "4");
+  TypeOn("Text_3", "4");
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
   EXPECT_EQ(Focus() + Shown("Txt_Page"), "Text_31");
   QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
@@ -111,12 +79,10 @@ TEST_F(CreateDialogTest, KeysWalkThroughTheBoxesAndTurnPagesFromAnywhere) {
 }
 
 TEST_F(CreateDialogTest, MenuEntriesTakeWhatWasTypedFirst) {
-  auto* size = Find<ValueBox>("Text_1");
   double typed = 0;
   for (const char* entry : {"Menu_FileOpen", "Menu_FileSave", "Menu_Clear", "Menu_AllClear"}) {
     if (std::string(entry).starts_with("Menu_File")) desktop.dialogs.Cancel();
-    size->selectAll();
-    TypeOn(size, std::to_string(typed += 0.125).c_str());
+    TypeOn("Text_1", std::to_string(typed += 0.125).c_str());
     const int before = rangeChanges;
     Find<QAction>(entry)->trigger();
     EXPECT_EQ(rangeChanges, before + 1) << entry;
@@ -143,13 +109,13 @@ TEST_F(CreateDialogTest, ForTheOperateDialogThereIsOnePageAndItsRange) {
       EXPECT_FALSE(Find<ValueBox>(box)->isEnabled()) << box;
       EXPECT_NE(ground(box), ground("Text_2")) << box << " is not grey";
     }
-    TypeOn(Find<ValueBox>("Text_0"), "0.25");
+    TypeOn("Text_0", "0.25");
     dialog->close();
   });
   EXPECT_NEAR(program->pages[0].Offset, 8192, 1);
   EXPECT_EQ(W_GetWaveData(operand, 25, 100), 0);
   open([&] {
-    TypeOn(Find<ValueBox>("Text_0"), "0.5");
+    TypeOn("Text_0", "0.5");
     Click("Btn_Cancel");
   });
   EXPECT_EQ(W_GetWaveData(operand, 25, 100), 0);
@@ -172,9 +138,8 @@ TEST_F(CreateDialogTest, TheExpressionBoxMarksPairsAndFaultsAndHasALimit) {
               {"none at the cursor", "1+foo", "", 1, 2},
               {"a fault at the end", "1+", "", 2, 1}};
   for (const auto& row : rows) {
-    box->setFocus();
     box->selectAll();
-    QTest::keyClicks(box, row.text);
+    TypeOn("Txt_Expr", row.text);
     QTextCursor cursor = box->textCursor();
     cursor.setPosition(row.cursor);
     box->setTextCursor(cursor);
@@ -199,8 +164,7 @@ TEST_F(CreateDialogTest, TheExpressionBoxMarksPairsAndFaultsAndHasALimit) {
 TEST_F(CreateDialogTest, AnExpressionShowsItsFaultWhileItIsTyped) {
   Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
   auto* box = Find<ExpressionBox>("Txt_Expr");
-  box->setFocus();
-  QTest::keyClicks(box, "sin(2*pi*x");
+  TypeOn("Txt_Expr", "sin(2*pi*x");
   EXPECT_FALSE(Find<QLabel>("Label_Fault")->text().isEmpty());
   QTest::keyClicks(box, ")*k");
   EXPECT_FALSE(Find<QLabel>("Label_Fault")->text().isEmpty()) << "k is not known";
@@ -208,9 +172,7 @@ TEST_F(CreateDialogTest, AnExpressionShowsItsFaultWhileItIsTyped) {
   Click("Btn_OK");
   EXPECT_TRUE(dialog->isVisible());
   EXPECT_EQ(box->textCursor().position(), 12) << "at the fault";
-  auto* constants = Find<ExpressionBox>("Txt_Const");
-  constants->setFocus();
-  QTest::keyClicks(constants, "k=0.5");
+  TypeOn("Txt_Const", "k=0.5");
   EXPECT_EQ(Find<QLabel>("Label_Fault")->text(), "");
   Click("Btn_Comp");
   Click("Btn_OK");
@@ -272,7 +234,7 @@ TEST_F(CreateDialogTest, NothingIsClippedOrTwiceOnAKeyInEitherLanguage) {
       QCoreApplication::processEvents();
       ExpectWellLaidOut(*dialog);
     }
-    QTest::keyClicks(Find<ExpressionBox>("Txt_Expr"), "1+");
+    TypeOn("Txt_Expr", "1+");
     const char* reason = language == SystemLanguage::kEnglish ? "before the end of the text" : "文末の前に値が必要です";
     EXPECT_TRUE(Find<QLabel>("Label_Fault")->text().endsWith(reason));
   }

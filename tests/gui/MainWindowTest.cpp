@@ -2,33 +2,25 @@
 #include "editor/MainWindow.h"
 #include "Application.h"
 #include "FakeDesktop.h"
-#include "FormChecks.h"
+#include "FormDriver.h"
 #include "editor/Picture.h"
 #include "libs/file32/TempFolder.h"
 #include "platform/qt/QtClipboard.h"
-#include "platform/qt/ValueBox.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDropEvent>
-#include <QLabel>
 #include <QMenu>
-#include <QMenuBar>
 #include <QMimeData>
 #include <QRadioButton>
 #include <QScrollBar>
-#include <QTest>
 #include <QToolButton>
 #include <QWheelEvent>
 
 namespace calder {
 namespace {
 
-class MainWindowTest : public testing::Test {
-protected:
+struct MainWindowTest : testing::Test, FormDriver {
   void Start(const std::string& file = {}) {
     Desktop services = {desktop.boxes,     desktop.dialogs, desktop.settings, desktop.clock,
                         clipboard,         desktop.windows, desktop.copies,   desktop.language,
@@ -36,30 +28,13 @@ protected:
     application = std::make_unique<Application>(services);
     ASSERT_TRUE(application->Start(file));
     window = &application->Window();
+    form = window;
     window->resize(1000, 640);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     QApplication::setActiveWindow(window);
     QCoreApplication::processEvents();
   }
 
-  template <typename Widget>
-  Widget* Find(const char* name) {
-    auto* widget = window->findChild<Widget*>(QLatin1String(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-  }
-  std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
-  void Type(const char* name, const char* text, Qt::Key end = Qt::Key_Return) {
-    auto* box = Find<ValueBox>(name);
-    box->setFocus();
-    QCoreApplication::processEvents();
-    QTest::keyClicks(box, QLatin1String(text));
-    QTest::keyClick(box, end);
-    QCoreApplication::processEvents();
-  }
-  std::string Focus() {
-    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName().toStdString() : "";
-  }
   void Wheel(Picture* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {
     QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase,
                       false);
@@ -184,6 +159,7 @@ TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
 
 TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
   Start();
+  Ramp();
   Type("Txt_End_X", "0.5");
   auto* picture = Find<Picture>("Pict_Wave");
   const int column = application->TheEditor().view.PointToPixelX(262144, picture->PixelWidth());
@@ -194,24 +170,14 @@ TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
   QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, QPoint(column + 40, 100));
   const double expected = application->TheEditor().view.PixelXToPoint(column + 40, picture->PixelWidth());
   EXPECT_NEAR(State().buffers.CurrentScope().End, expected, 1);
+  const QImage moved = picture->Image().copy();
+  window->Draw_Wave();
+  EXPECT_EQ(moved, picture->Image()) << "drawing again gives the same pixels as moving the marker";
   // A press with a key held grabs nothing.
   QTest::mousePress(picture, Qt::LeftButton, Qt::ShiftModifier, QPoint(column + 40, 100));
   QTest::mouseMove(picture, QPoint(column, 100));
   EXPECT_NEAR(State().buffers.CurrentScope().End, expected, 1);
   QTest::mouseRelease(picture, Qt::LeftButton, Qt::ShiftModifier, QPoint(column, 100));
-}
-
-TEST_F(MainWindowTest, DrawingAgainGivesTheSamePixelsAsMovingMarkers) {
-  Start();
-  Ramp();
-  auto* picture = Find<Picture>("Pict_Wave");
-  State().buffers.CurrentScope() = {100000, 300000};
-  window->Draw_Wave();
-  State().buffers.CurrentScope() = {150000, 400000};
-  window->MoveMarkers();
-  const QImage moved = picture->Image().copy();
-  window->Draw_Wave();
-  EXPECT_EQ(moved, picture->Image());
 }
 
 TEST_F(MainWindowTest, TheDigitalViewTakesTheOthersPlace) {

@@ -1,17 +1,50 @@
-// What holds for every form: nothing that it shows is clipped, and no two controls share an access key (Alt and a
-// letter).
+// Drives a form by its controls' names, with real keys and clicks; and what holds for every form.
 #pragma once
+
+#include "platform/qt/ValueBox.h"
 
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QApplication>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
+#include <QTest>
 
 namespace calder {
 
+struct FormDriver {
+  template <typename Widget>
+  Widget* Find(const char* name) {
+    auto* widget = form->findChild<Widget*>(QLatin1String(name));
+    EXPECT_NE(widget, nullptr) << name;
+    return widget;
+  }
+  std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
+  void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
+  // The focus stays in the box.
+  void TypeOn(const char* name, const char* text) {
+    auto* box = Find<QWidget>(name);
+    box->setFocus();
+    QCoreApplication::processEvents();
+    QTest::keyClicks(box, QLatin1String(text));
+  }
+  void Type(const char* name, const char* text, Qt::Key end = Qt::Key_Return) {
+    TypeOn(name, text);
+    QTest::keyClick(Find<QWidget>(name), end);
+    QCoreApplication::processEvents();
+  }
+  static std::string Focus() {
+    const QWidget* widget = QApplication::focusWidget();
+    return widget == nullptr ? "" : widget->objectName().toStdString();
+  }
+
+  QWidget* form = nullptr;
+};
+
+// Nothing that it shows is clipped, and no two controls share an access key (Alt and a letter).
 inline void ExpectWellLaidOut(const QWidget& form) {
   QMap<QString, QString> owners;
   const auto expectOwnKey = [&owners](const QString& text) {
