@@ -18,7 +18,7 @@ namespace calder {
 struct FormDriver {
   template <typename Widget>
   Widget* Find(const char* name) {
-    auto* widget = form->findChild<Widget*>(QLatin1String(name));
+    auto* widget = driven->findChild<Widget*>(QLatin1String(name));
     EXPECT_NE(widget, nullptr) << name;
     return widget;
   }
@@ -41,7 +41,7 @@ struct FormDriver {
     return widget == nullptr ? "" : widget->objectName().toStdString();
   }
 
-  QWidget* form = nullptr;
+  QWidget* driven = nullptr;
 };
 
 // Nothing that it shows is clipped, and no two controls share an access key (Alt and a letter).

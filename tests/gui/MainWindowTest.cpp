@@ -28,7 +28,7 @@ struct MainWindowTest : testing::Test, FormDriver {
     application = std::make_unique<Application>(services);
     ASSERT_TRUE(application->Start(file));
     window = &application->Window();
-    form = window;
+    driven = window;
     window->resize(1000, 640);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     QApplication::setActiveWindow(window);

@@ -94,8 +94,7 @@ TEST_F(CreatePagesTest, TypedAreasPushTheOtherEndOrAreRefused) {
   const struct {
     const char* why;
     End edited;
-    const char* start;
-    const char* end;
+    const char *start, *end;
     Scope after;
   } rows[] = {
       {"start", End::Start, "150", "200.0000000", {150, 200}},
@@ -328,9 +327,8 @@ TEST_F(CreatePagesTest, TheSameSeedGivesTheSameNoise) {
     program->buffers.CurrentScope() = {100, 200};
     create->PrepareCreate();
     create->Comb_Wave_Click(kFunctionNoise);
-    std::vector<std::int32_t> codes;
-    for (int point = 100; point < 200; ++point) codes.push_back(Generated(point));
-    return codes;
+    const auto codes = W_Lock(program->buffers.Create()).subspan(100, 100);
+    return std::vector(codes.begin(), codes.end());
   };
   const auto first = noise();
   EXPECT_EQ(noise(), first);

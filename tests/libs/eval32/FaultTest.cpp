@@ -20,9 +20,6 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
 void operator delete(void* memory, std::align_val_t) noexcept {
   std::free(memory);
 }
-void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
-  std::free(memory);
-}
 
 namespace calder {
 namespace {
