@@ -9,7 +9,6 @@ struct EditBuffersTest : testing::Test {
   void SetUp() override {
     settings.MemorySize = 1000;
     ASSERT_TRUE(buffers.Allocate());
-    buffers.ResetScopes();
   }
   SystemInfo settings;
   EditBuffers buffers{settings};

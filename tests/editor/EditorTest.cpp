@@ -22,8 +22,7 @@ TEST_F(EditorTest, StartsWithAnEmptyWaveformInUserUnits) {
 
 TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
   const struct {
-    const char* why;
-    const char* message;
+    const char *why, *message;
     void (*spoil)(fake::FakeDesktop&);
   } rows[] = {
       {"no USBTMC.ID", "Lost the file of USBTMC.ID", [](fake::FakeDesktop& d) { d.folders.read = {"/nonexistent"}; }},

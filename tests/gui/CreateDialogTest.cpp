@@ -76,10 +76,9 @@ TEST_F(CreateDialogTest, KeysWalkThroughTheBoxesAndTurnPagesFromAnywhere) {
 }
 
 TEST_F(CreateDialogTest, MenuEntriesTakeWhatWasTypedFirst) {
-  double typed = 0;
   for (const char* entry : {"Menu_FileOpen", "Menu_FileSave", "Menu_Clear", "Menu_AllClear"}) {
     if (std::string(entry).starts_with("Menu_File")) desktop.dialogs.Cancel();
-    TypeOn("Text_1", std::to_string(typed += 0.125).c_str());
+    TypeOn("Text_1", std::to_string(0.125 * (rangeChanges + 1)).c_str());
     const int before = rangeChanges;
     Find<QAction>(entry)->trigger();
     EXPECT_EQ(rangeChanges, before + 1) << entry;
@@ -209,10 +208,9 @@ TEST_F(CreateDialogTest, PagesAreWalkedAndAllWritten) {
 
 TEST_F(CreateDialogTest, DraggingThePreviewChangesTheBoxes) {
   auto* picture = Find<Picture>("PictWave");
-  const QPoint top(picture->width() / 2, 10);
-  QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, top);
-  QTest::mouseMove(picture, top + QPoint(-50, 0));
-  QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, top + QPoint(-50, 0));
+  QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, {200, 10});
+  QTest::mouseMove(picture, {150, 10});
+  QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, {150, 10});
   EXPECT_EQ(Shown("Text_3"), "2");
 }
 

@@ -36,10 +36,7 @@ struct FormDriver {
     QTest::keyClick(Find<QWidget>(name), end);
     QCoreApplication::processEvents();
   }
-  static std::string Focus() {
-    const QWidget* widget = QApplication::focusWidget();
-    return widget == nullptr ? "" : widget->objectName().toStdString();
-  }
+  static std::string Focus() { return QApplication::focusWidget()->objectName().toStdString(); }
 
   QWidget* driven = nullptr;
 };

@@ -112,8 +112,7 @@ TEST_F(MainWindowTest, ShortcutsWorkOnTheWaveformWhateverBoxHasTheFocus) {
   QTest::keyClick(box, Qt::Key_X, Qt::ControlModifier);
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 0, 524288), 262144 % 30000);
   EXPECT_TRUE(Find<QAction>("Menu_Undo")->isEnabled());
-  EXPECT_EQ(QApplication::clipboard()->text().left(8), "0\n1\n2\n3\n")
-      << QApplication::clipboard()->text().left(8).toStdString();
+  EXPECT_EQ(QApplication::clipboard()->text().left(8).toStdString(), "0\n1\n2\n3\n");
   QTest::keyClick(box, Qt::Key_U, Qt::ControlModifier);
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 5, 524288), 5);
   EXPECT_EQ(Find<QAction>("Menu_Undo")->text(), "&Redo");
@@ -130,7 +129,7 @@ TEST_F(MainWindowTest, AColumnOfNumbersPastesAsAWaveform) {
   Find<QAction>("Menu_Paste")->trigger();
 }
 
-TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
+TEST_F(MainWindowTest, ListsBarsWheelAndBothViewsGoTogether) {
   Start();
   auto* bar = Find<QScrollBar>("HScroll_0");
   EXPECT_FALSE(bar->isEnabled());
@@ -155,6 +154,14 @@ TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
   EXPECT_EQ(State().view.YZoom, 2);
   Wheel(picture, QPointF(10, 50), -20);
   EXPECT_EQ(State().view.XZoom, 1);
+  Find<QToolButton>("Opt_DspSel_1")->click();
+  EXPECT_FALSE(Find<QWidget>("Frm_Wave")->isVisible());
+  EXPECT_TRUE(Find<QWidget>("Frm_Digital")->isVisible());
+  Find<QComboBox>("Comb_XZoom_1")->setCurrentIndex(3);
+  EXPECT_EQ(State().view.XZoom, 8);
+  Find<QToolButton>("Opt_DspSel_0")->click();
+  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->currentIndex(), 3);
+  EXPECT_TRUE(Find<QWidget>("Frm_Wave")->isVisible());
 }
 
 TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
@@ -178,18 +185,6 @@ TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
   QTest::mouseMove(picture, QPoint(column, 100));
   EXPECT_NEAR(State().buffers.CurrentScope().End, expected, 1);
   QTest::mouseRelease(picture, Qt::LeftButton, Qt::ShiftModifier, QPoint(column, 100));
-}
-
-TEST_F(MainWindowTest, TheDigitalViewTakesTheOthersPlace) {
-  Start();
-  Find<QToolButton>("Opt_DspSel_1")->click();
-  EXPECT_FALSE(Find<QWidget>("Frm_Wave")->isVisible());
-  EXPECT_TRUE(Find<QWidget>("Frm_Digital")->isVisible());
-  Find<QComboBox>("Comb_XZoom_1")->setCurrentIndex(3);
-  EXPECT_EQ(State().view.XZoom, 8);
-  Find<QToolButton>("Opt_DspSel_0")->click();
-  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->currentIndex(), 3);
-  EXPECT_TRUE(Find<QWidget>("Frm_Wave")->isVisible());
 }
 
 TEST_F(MainWindowTest, ADroppedFileOpens) {

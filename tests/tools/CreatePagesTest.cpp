@@ -127,10 +127,6 @@ TEST_F(CreatePagesTest, FunctionsShowTheirBoxesAndEnterGoesThroughThem) {
     for (std::optional<int> box = create->NextBox(-1); box; box = create->NextBox(*box)) boxes += std::to_string(*box);
     EXPECT_EQ(boxes, shown[function]);
   }
-  program->formSetup = true;
-  create->Comb_Wave_Click(0);
-  program->formSetup = false;
-  EXPECT_EQ(Page(1).Function, kFunctionExpression) << "a list that is being filled chooses nothing";
 }
 
 TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
@@ -234,19 +230,21 @@ TEST_F(CreatePagesTest, PageOkCopiesTheAreaAlone) {
   EXPECT_EQ(Code(150), 150);
 }
 
-TEST_F(CreatePagesTest, APageWithoutEffectIsNotCopied) {
+TEST_F(CreatePagesTest, PagesWithoutEffectAreNotCopied) {
   Ramp();
-  Page(2).SetArea(100, 200);
   create->PrepareCreate();
+  create->Opt_effect_Click(false);
+  create->Btn_Confirm_Click();
+  EXPECT_EQ(createPort->closes, 1);
+  EXPECT_FALSE(editor->commands.CanUndo()) << "there was nothing to do";
+  Page(2).SetArea(100, 200);
   create->GoToPage(2);
   create->Text_LostFocus(kBoxOffset, "1");
   create->Opt_effect_Click(false);
   create->Btn_OK_Click();
+  EXPECT_EQ(createPort->closes, 2);
   EXPECT_EQ(Code(150), 150);
-  EXPECT_EQ(createPort->closes, 1);
-  // Of a page that nobody has visited yet, the OK is the first touch.
-  create->GoToPage(1);
-  create->Opt_effect_Click(false);
+  create->GoToPage(1); // which nobody has visited yet: the OK is the first touch
   create->Btn_OK_Click();
   EXPECT_EQ(Code(125), 32767);
 }
@@ -266,16 +264,6 @@ TEST_F(CreatePagesTest, AllPageOkOverlaysThePagesInOrder) {
   EXPECT_EQ(Code(549), 3000);
   EXPECT_EQ(Code(550), 550);
   EXPECT_EQ(createPort->closes, 1);
-}
-
-TEST_F(CreatePagesTest, AllPageOkWithoutPagesClosesAndLeavesTheWaveform) {
-  Ramp();
-  create->PrepareCreate();
-  create->Opt_effect_Click(false);
-  create->Btn_Confirm_Click();
-  EXPECT_EQ(Code(150), 150);
-  EXPECT_EQ(createPort->closes, 1);
-  EXPECT_FALSE(editor->commands.CanUndo());
 }
 
 TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndTheOperandHasOnePage) {
@@ -322,18 +310,15 @@ TEST_F(CreatePagesTest, ClearsKeepWhatTheyShould) {
 }
 
 TEST_F(CreatePagesTest, TheSameSeedGivesTheSameNoise) {
-  const auto noise = [this] {
-    program->pages = PageTable{};
-    program->buffers.CurrentScope() = {100, 200};
+  const auto noise = [this](double seed) {
+    random = seed;
     create->PrepareCreate();
     create->Comb_Wave_Click(kFunctionNoise);
     const auto codes = W_Lock(program->buffers.Create()).subspan(100, 100);
     return std::vector(codes.begin(), codes.end());
   };
-  const auto first = noise();
-  EXPECT_EQ(noise(), first);
-  random = 0.51;
-  EXPECT_NE(noise(), first);
+  EXPECT_EQ(noise(0.5), noise(0.5));
+  EXPECT_NE(noise(0.5), noise(0.51));
 }
 
 TEST_F(CreatePagesTest, ThePreviewShowsTheAreaAndNothingWhileTheFormIsFilled) {
