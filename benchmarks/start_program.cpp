@@ -2,7 +2,9 @@
 #include "Application.h"
 #include "editor/MainWindow.h"
 #include "editor/Picture.h"
+#include "instrument/Initialise.h"
 #include "platform/posix/BigPages.h"
+#include "platform/posix/ReadFolders.h"
 #include "platform/qt/QtDesktop.h"
 
 #include <QApplication>
@@ -30,9 +32,11 @@ private:
 
 int main(int argc, char** argv) {
   calder::UseBigPagesForHeap();
+  calder::ModelDatabase models; // read while the toolkit starts
+  models.ReadAhead(calder::FindProgramFile(calder::ReadFolders(), calder::kModelFolder));
   QApplication qtApplication(argc, argv);
   calder::QtDesktop desktop;
-  calder::Application application(desktop.Services());
+  calder::Application application(desktop.Services(), std::move(models));
   if (!application.Start(argc > 1 ? argv[1] : "")) return 1;
   FirstPicture first(application.Window());
   application.Window().findChild<calder::Picture*>(QStringLiteral("Pict_Wave"))->installEventFilter(&first);

@@ -58,6 +58,8 @@ class Tour:
         self.desktop.key("ctrl+a")
         self.desktop.type(path)
         self.desktop.key("Return")
+        self.desktop.wait_title("^Caution Message$")  # it is a new file
+        self.desktop.key("Return")
         self.desktop.wait_title(re.escape(name))
         check(os.path.exists(path), name + " was not written")
         return path
@@ -155,6 +157,8 @@ class Tour:
         d.wait_title("^(Save|Open)")
         d.key("ctrl+a")
         d.type(self.path("pages.wfn"))
+        d.key("Return")
+        d.wait_title("^Caution Message$")
         d.key("Return")
         d.wait_title("Waveform Create$")
         check(os.path.exists(self.path("pages.wfn")), "the list was not written")

@@ -52,7 +52,8 @@ private:
   Program& program_;
 };
 
-Application::Application(const Desktop& desktop) : program_(std::make_unique<Program>(desktop)) {
+Application::Application(const Desktop& desktop, ModelDatabase database)
+    : program_(std::make_unique<Program>(desktop, std::move(database))) {
   InitIcons();
   ApplyTheme(*qApp, program_->language == Language::English);
 }
@@ -92,7 +93,8 @@ bool Application::Start(const std::string& file) {
   QObject::connect(
       qApp, &QGuiApplication::commitDataRequest, window_.get(),
       [this](QSessionManager& session) {
-        if (!window_->SessionMayEnd()) session.cancel();
+        // Who may not speak to the user may still refuse.
+        if (!session.allowsErrorInteraction() || !window_->SessionMayEnd()) session.cancel();
       },
       Qt::DirectConnection);
   window_->show();

@@ -1,6 +1,7 @@
 // The whole program on a desktop's services: start it, show it, end it.
 #pragma once
 
+#include "libs/sysinf32/sysinf32.h"
 #include "platform/Desktop.h"
 
 #include <memory>
@@ -16,8 +17,9 @@ class Program;
 
 class Application {
 public:
-  // REQUIRES: a QApplication. The services must outlive this object.
-  explicit Application(const Desktop& desktop);
+  // REQUIRES: a QApplication. The services must outlive this object. database: one that was told to read ahead while
+  // the toolkit started, or an empty one.
+  explicit Application(const Desktop& desktop, ModelDatabase database = {});
   ~Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;

@@ -1,5 +1,7 @@
 #include "Application.h"
+#include "instrument/Initialise.h"
 #include "platform/posix/BigPages.h"
+#include "platform/posix/ReadFolders.h"
 #include "platform/qt/QtDesktop.h"
 
 #include <QApplication>
@@ -7,6 +9,8 @@
 
 int main(int argc, char** argv) {
   calder::UseBigPagesForHeap();
+  calder::ModelDatabase models; // read while the toolkit starts
+  models.ReadAhead(calder::FindProgramFile(calder::ReadFolders(), calder::kModelFolder));
   QApplication qtApplication(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Calder"));
   QApplication::setDesktopFileName(QStringLiteral("calder"));
@@ -16,7 +20,7 @@ int main(int argc, char** argv) {
   if (!file.isEmpty()) file = QFileInfo(file).absoluteFilePath();
 
   calder::QtDesktop desktop;
-  calder::Application application(desktop.Services());
+  calder::Application application(desktop.Services(), std::move(models));
   if (!application.Start(file.toStdString())) return 1;
   return QApplication::exec();
 }

@@ -13,12 +13,15 @@ add_library(calder_ui STATIC
   editor/Picture.cpp
   editor/Picture.h
   editor/icons/icons.qrc
+  platform/qt/CalmStyle.cpp
+  platform/qt/CalmStyle.h
   platform/qt/Captions.cpp
   platform/qt/QtClipboard.cpp
   platform/qt/QtDesktop.cpp
   platform/qt/QtFileDialogs.cpp
   platform/qt/QtMessageBoxes.cpp
   platform/qt/QtWorker.cpp
+  platform/qt/SvgIcon.cpp
   platform/qt/Theme.cpp
   platform/qt/ValueBox.cpp
   platform/qt/ValueBox.h

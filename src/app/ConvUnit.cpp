@@ -32,7 +32,7 @@ bool Limit(double& value, double low, double high) {
 
 double SnapToWhole(double point) {
   const double whole = std::nearbyint(point);
-  return std::fabs(point - whole) <= kWholeTolerance * std::fabs(whole) ? whole : point;
+  return std::fabs(point - whole) <= kWholeTolerance * std::max(1.0, std::fabs(whole)) ? whole : point;
 }
 
 double Finite(double value) {

@@ -1,5 +1,7 @@
 #include "app/EngValB.h"
 
+#include "libs/file32/TextLines.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -232,10 +234,9 @@ double LeadingNumber(std::string_view text) {
   const auto result = std::from_chars(plain.data(), plain.data() + plain.size(), value);
   if (result.ec == std::errc::result_out_of_range) {
     // from_chars leaves the value alone; a tiny magnitude counts as 0, a huge one as the largest double.
-    const auto exponentAt = plain.find('e');
-    const bool tiny = exponentAt != std::string::npos && plain.find('-', exponentAt) != std::string::npos;
-    value = tiny ? 0 : std::numeric_limits<double>::max();
-    if (plain[0] == '-') value = -value;
+    const bool negative = plain[0] == '-';
+    value = IsTiny(std::string_view(plain).substr(negative ? 1 : 0)) ? 0 : std::numeric_limits<double>::max();
+    if (negative) value = -value;
   }
   return value;
 }
@@ -246,8 +247,11 @@ double ParseEng(std::string_view text) {
   const double number = LeadingNumber(text);
   const auto prefix = kPrefixes.find(text[last]);
   if (prefix == std::string_view::npos) return number;
-  static constexpr std::array<double, 11> kMultipliers{1e-18, 1e-15, 1e-12, 1e-9, 1e-6, 1e-3, 1, 1e3, 1e6, 1e9, 1e12};
-  return number * kMultipliers[prefix];
+  // Powers of ten below 1 are no binary fractions: dividing by the power above 1 rounds once, so "1.3m" is 0.0013.
+  static constexpr std::array<double, 11> kPowers{1e18, 1e15, 1e12, 1e9, 1e6, 1e3, 1, 1e3, 1e6, 1e9, 1e12};
+  constexpr double kMost = std::numeric_limits<double>::max();
+  const double power = kPowers[prefix];
+  return std::clamp(prefix < kPrefixes.find(' ') ? number / power : number * power, -kMost, kMost);
 }
 
 } // namespace calder

@@ -49,11 +49,12 @@ struct RememberedNames {
 
 class Program {
 public:
-  explicit Program(const Desktop& desktopServices)
+  // database: a loaded one, one that is being read, or an empty one.
+  explicit Program(const Desktop& desktopServices, ModelDatabase database = {})
       : desktop(desktopServices), registry(desktop.settings, desktop.instances),
         language(desktop.language.DefaultLangID() == SystemLanguage::kJapanese ? Language::Japanese
                                                                                : Language::English),
-        messages(desktop.messageBoxes, language) {}
+        messages(desktop.messageBoxes, language), models(std::move(database)) {}
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 

@@ -1,5 +1,6 @@
 #include "editor/EditCommands.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace calder {
@@ -71,8 +72,11 @@ std::string EditCommands::UndoCaption() const {
 bool EditCommands::CopyRange() {
   const EditBuffers& buffers = program_.buffers;
   const Scope& scope = buffers.CurrentScope();
-  const std::int32_t result = program_.fileLibrary.SetClipBoard(program_.desktop.clipboard, buffers.Current(),
-                                                                WholeUp(scope.Start), WholeUp(scope.Length()));
+  const std::int32_t start = WholeUp(scope.Start);
+  // Where both are rounded up the last point may lie behind the waveform's end.
+  const std::int32_t count = std::min(WholeUp(scope.Length()), std::max(program_.settings.MemorySize - start, 0));
+  const std::int32_t result =
+      program_.fileLibrary.SetClipBoard(program_.desktop.clipboard, buffers.Current(), start, count);
   if (result != 0) program_.messages.ErrorBox(result);
   return result == 0;
 }

@@ -36,7 +36,7 @@ bool Editor::Start() {
   std::error_code error;
   const std::string usbIds = std::filesystem::exists(kUsbIdFile, error)
                                  ? std::string(kUsbIdFile)
-                                 : FindProgramFile(program.desktop.folders, kUsbIdFile);
+                                 : FindProgramFile(program.desktop.folders.read, kUsbIdFile);
   if (!ReadUsbIds(usbIds, program.usbIds)) {
     program.desktop.messageBoxes.Show(kApplicationTitle, "Lost the file of USBTMC.ID", BoxButtons::Ok,
                                       BoxIcon::Critical);

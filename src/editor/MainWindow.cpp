@@ -2,6 +2,7 @@
 
 #include "app/FormPosition.h"
 #include "editor/MainWindowCaptions.h"
+#include "platform/qt/SvgIcon.h"
 #include "ui_MainWindow.h"
 
 #include <QCloseEvent>
@@ -46,7 +47,7 @@ void Show(QScrollBar* bar, const ScrollBarState& state) {
 
 MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<Ui::MainWindow>()) {
   ui_->setupUi(this);
-  setWindowIcon(QIcon(QStringLiteral(":/icons/calder.svg")));
+  setWindowIcon(IconNamed("calder"));
   HideUnbuilt();
   editor_.program.formSetup = true;
   SetMainWindowCaptions(*this, editor_.program.messages);
@@ -321,7 +322,10 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
-  editor_.FileDropped(event->mimeData()->urls().front().toLocalFile().toStdString());
+  // Behind the drop: a message box here would hold up the program that the file came from.
+  const std::string path = event->mimeData()->urls().front().toLocalFile().toStdString();
+  QMetaObject::invokeMethod(
+      this, [this, path] { editor_.FileDropped(path); }, Qt::QueuedConnection);
 }
 
 } // namespace calder

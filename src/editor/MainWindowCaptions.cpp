@@ -1,6 +1,7 @@
 #include "editor/MainWindowCaptions.h"
 
 #include "platform/qt/Captions.h"
+#include "platform/qt/SvgIcon.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -107,10 +108,6 @@ constexpr Caption kBoxNames[] = {
     {"Pict_Wave", "波形", "Waveform"},
     {"Pict_Digital", "ディジタルパターン", "Digital pattern"},
 };
-
-QIcon IconNamed(const char* name) {
-  return QIcon(QStringLiteral(":/icons/") + QLatin1String(name) + QStringLiteral(".svg"));
-}
 
 // The text without the access key: "開く(&O)..." is "開く", "Cu&t" is "Cut".
 QString Plain(QString text) {

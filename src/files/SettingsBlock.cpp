@@ -154,8 +154,9 @@ bool IsSound(const SystemInfo& record) {
   if (!std::all_of(std::begin(values), std::end(values), [](double value) { return std::isfinite(value); }))
     return false;
   return record.MemorySize >= 1 && record.MemorySize <= W_MAX_POINTS && record.Frequency > 0 && record.Period > 0 &&
-         record.XUserMin < record.XUserMax && record.YUserMin < record.YUserMax && record.XUnit >= 0 &&
-         record.XUnit <= 2 && record.YUnit >= 0 && record.YUnit <= 2;
+         record.XUserMin < record.XUserMax && record.YUserMin < record.YUserMax &&
+         std::isfinite(record.XUserMax - record.XUserMin) && std::isfinite(record.YUserMax - record.YUserMin) &&
+         record.XUnit >= 0 && record.XUnit <= 2 && record.YUnit >= 0 && record.YUnit <= 2;
 }
 
 } // namespace calder

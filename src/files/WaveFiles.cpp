@@ -2,6 +2,7 @@
 
 #include "files/FileNames.h"
 #include "files/SettingsBlock.h"
+#include "files/TextReasons.h"
 #include "instrument/SystemSetup.h"
 #include "platform/AsciiText.h"
 
@@ -119,12 +120,12 @@ void WaveFiles::Resolve_Model(SystemInfo& record) const {
 }
 
 bool WaveFiles::Write_WaveFile(const std::string& path) {
+  setup_.ApplyMemorySize();
   const bool binary = Is_FileExt(path, "wdb");
   if (!binary && !Is_FileExt(path, "txt")) {
     program_.messages.ErrorBox(kMsgBadExtension);
     return false;
   }
-  setup_.ApplyMemorySize();
   const std::int32_t result =
       binary ? Write_Wdb(path)
              : program_.fileLibrary.SaveWaveData(path, program_.buffers.Current(), 0, program_.settings.MemorySize);
@@ -157,12 +158,8 @@ std::int32_t WaveFiles::Write_Wdb(const std::string& path) {
 void WaveFiles::TellReadFailure() const {
   const TextFault& fault = program_.fileLibrary.LastFault();
   std::string text = program_.messages.MessageText(kMsgReadFailed);
-  if (fault.line > 0) {
-    text += program_.messages.Pick("行 ", "Line ") + std::to_string(fault.line) + ": " + fault.reason;
-  } else if (!fault.reason.empty()) {
-    text += fault.reason;
-  }
-  program_.messages.ErrorBoxText(text);
+  if (fault.line > 0) text += program_.messages.Pick("行 ", "Line ") + std::to_string(fault.line) + ": ";
+  program_.messages.ErrorBoxText(text + ReasonText(fault.reason, program_.language));
 }
 
 void WaveFiles::Remember(const std::string& path) {

@@ -27,7 +27,9 @@ std::string DatabaseFault(const Program& program, std::int32_t status) {
   const ErrMsg& messages = program.messages;
   const std::string file = "(" + database.SysGetSysErrorFileName() + ")";
   const std::string line = " Line[" + std::to_string(database.SysGetSysErrorLineNo()) + "]";
-  const std::string reason = database.SysGetSysErrorText().empty() ? "" : "\r" + database.SysGetSysErrorText();
+  // The database knows plain English only; file and line lead there in any language.
+  const bool isTold = program.language == Language::English && !database.SysGetSysErrorText().empty();
+  const std::string reason = isTold ? "\r" + database.SysGetSysErrorText() : "";
   switch (status) {
   case SYS_NO_MODEL_FILE: return messages.MessageText(kMsgNoModelFile);
   case SYS_READ_FAILED: return messages.MessageText(kMsgModelFileRead) + file;
@@ -39,7 +41,7 @@ std::string DatabaseFault(const Program& program, std::int32_t status) {
 }
 
 bool LoadDatabase(Program& program) {
-  const std::string folder = FindProgramFile(program.desktop.folders, "models");
+  const std::string folder = FindProgramFile(program.desktop.folders.read, kModelFolder);
   const std::int32_t status = program.models.SysInitDeviceInfo(folder);
   const ErrMsg& messages = program.messages;
   if (status < 0) {

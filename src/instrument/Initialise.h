@@ -3,6 +3,9 @@
 
 namespace calder {
 
+// The folder of the model database, in one of the folders that the program reads.
+inline constexpr const char* kModelFolder = "models";
+
 class Program;
 class SystemSetup;
 

@@ -65,7 +65,7 @@ struct Desktop {
   std::function<std::unique_ptr<UsbtmcPort>()> usbtmc; // the system's USBTMC devices; empty when it has none
 };
 
-// The first existing `name` (a file or a folder) in folders.read; empty when there is none.
-[[nodiscard]] std::string FindProgramFile(const ProgramFolders& folders, const std::string& name);
+// The first existing `name` (a file or a folder) in these folders; empty when there is none.
+[[nodiscard]] std::string FindProgramFile(const std::vector<std::string>& folders, const std::string& name);
 
 } // namespace calder

@@ -22,7 +22,8 @@ struct FileDialogAnswer {
 class FileDialogs {
 public:
   virtual ~FileDialogs() = default;
-  // No value: cancelled. Opening lets only existing files through; saving asks before it replaces a file.
+  // No value: cancelled. Opening lets only existing files through; saving asks before it replaces a
+  // file and before it creates one.
   virtual std::optional<FileDialogAnswer> Open(const FileDialogRequest& request) = 0;
   virtual std::optional<FileDialogAnswer> Save(const FileDialogRequest& request) = 0;
 };

@@ -48,9 +48,13 @@ TEST(ConvUnit, APointAboveTheMemoryCountsAsTheFirstInConversionsOnly) {
 TEST(ConvUnit, APointThatIsPrintedAndTypedIsTheSamePoint) {
   for (const int unit : {0, 1, 2}) {
     SystemInfo settings = Settings(unit, 0);
-    settings.XUserMax = 7.3;
+    settings.Frequency = 1 / 0.524288;
+    settings.Period = 0.524288; // a microsecond a point, which seven digits hold
+    settings.XUserMin = 0.0013;
+    settings.XUserMax = 0.0013 + 0.524288;
     const ConvUnit units(settings);
-    for (const double point : {0.0, 1.0, 3.0, 4711.0, 262143.0, 524287.0, 524288.0}) {
+    for (double point = 0; point <= 524288; point += point < 3000 ? 1 : 997) {
+      EXPECT_EQ(units.XToPoint(ParseEng(units.PointToXText(point))), point) << unit;
       EXPECT_EQ(units.XToPoint(units.PointToX(point)), point) << unit;
     }
   }

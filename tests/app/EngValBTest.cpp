@@ -134,10 +134,13 @@ TEST(EngValB, ParserTakesTheLeadingNumberAndTheLastLetter) {
       {"1e400", std::numeric_limits<double>::max()},
       {"-1e400", std::numeric_limits<double>::lowest()},
       {"1e-400", 0},
+      {"1e300T", std::numeric_limits<double>::max()},
       {"12,5", 12},
       {"1  u  ", 1e-6},
   };
-  for (const auto& row : rows) EXPECT_DOUBLE_EQ(ParseEng(row.text), row.value) << '"' << row.text << '"';
+  for (const auto& row : rows) EXPECT_EQ(ParseEng(row.text), row.value) << '"' << row.text << '"';
+  EXPECT_EQ(ParseEng("0." + std::string(400, '0') + "1"), 0);
+  EXPECT_EQ(ParseEng(std::string(400, '1') + "e-5"), std::numeric_limits<double>::max());
 }
 
 TEST(EngValB, GeneralFormHasFifteenDigits) {

@@ -31,6 +31,20 @@ def windows(desktop, pattern):
     return desktop.run("xdotool", "search", "--onlyvisible", "--name", pattern, check_status=False).split()
 
 
+def own_copies(desktop):
+    """The copies on this desktop, however they were started; those on another one are somebody else's."""
+    display = ("DISPLAY=" + desktop.env["DISPLAY"]).encode()
+    for process in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            if os.readlink("/proc/%s/exe" % process) != os.path.realpath(PROGRAM):
+                continue
+            with open("/proc/%s/environ" % process, "rb") as file:
+                if display in file.read().split(b"\0"):
+                    yield int(process)
+        except OSError:
+            continue  # it has ended, or is another user's
+
+
 def start(desktop):
     """Starts one more copy and waits for its window."""
     before = set(windows(desktop, "Orvo Calder"))
@@ -125,7 +139,8 @@ def main():
             print("FAIL  %s: %r" % (step.__name__, fault), flush=True)
             return 1
         finally:
-            subprocess.run(["pkill", "-KILL", "-f", "^" + PROGRAM + "$"], check=False)
+            for process in own_copies(desktop):
+                os.kill(process, signal.SIGKILL)
             desktop.close()
     return 0
 

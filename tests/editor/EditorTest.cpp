@@ -91,6 +91,20 @@ TEST_F(EditorTest, CutPasteDeleteAndUndoMoveExactlyTheRange) {
   EXPECT_EQ(editor->commands.UndoCaption(), "&Undo");
 }
 
+TEST_F(EditorTest, ARangeFromBetweenTwoPointsToTheEndEndsThere) {
+  Begin();
+  for (const std::int32_t size : {W_MAX_POINTS, 16384}) {
+    program->settings.MemorySize = size;
+    Ramp();
+    program->buffers.CurrentScope() = {size - 9.6, static_cast<double>(size)};
+    editor->Copy();
+    program->buffers.CurrentScope() = {0, 0};
+    editor->Paste();
+    EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 9}));
+    EXPECT_EQ(Code(0), (size - 9) % 30000);
+  }
+}
+
 TEST_F(EditorTest, AClipboardThatFailsLosesNothing) {
   Begin();
   Ramp();

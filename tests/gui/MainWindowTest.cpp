@@ -198,6 +198,7 @@ TEST_F(MainWindowTest, ADroppedFileOpens) {
   EXPECT_TRUE(enter.isAccepted());
   QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(window, &drop);
+  QCoreApplication::processEvents(); // the file is opened behind the drop
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 9, 524288), 5);
   EXPECT_NE(window->windowTitle().indexOf("five.txt"), -1);
 }

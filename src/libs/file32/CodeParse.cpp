@@ -109,23 +109,23 @@ CALDER_VECTOR bool ParseLines(const Lines& lines, std::size_t count, std::int16_
   return odd == 0 && tooLarge == 0;
 }
 
-// One number: whole, in the range of the codes. The reason why not, or empty.
-std::string_view ParseCode(std::string_view number, std::int16_t& code) {
+// One number: whole, in the range of the codes. The reason why not, or none.
+TextReason ParseCode(std::string_view number, std::int16_t& code) {
   std::string_view digits = number;
   if (digits.starts_with('+') && !digits.starts_with("+-")) digits.remove_prefix(1);
   std::int16_t whole = 0;
   const std::from_chars_result result = std::from_chars(digits.data(), digits.data() + digits.size(), whole);
   if (result.ec == std::errc() && result.ptr == digits.data() + digits.size()) {
     code = whole;
-    return {};
+    return TextReason::None;
   }
   // Other programs write whole numbers as "12.0" or "1.2e+01".
   double real = 0;
-  if (!ParseReal(number, real)) return "not a number";
-  if (real < kLowestCode || real > kHighestCode) return "outside -32768 to 32767";
+  if (!ParseReal(number, real)) return TextReason::NotANumber;
+  if (real < kLowestCode || real > kHighestCode) return TextReason::OutsideTheCodes;
   code = static_cast<std::int16_t>(real);
-  if (code != real) return "not a whole number";
-  return {};
+  if (code != real) return TextReason::NotWhole;
+  return TextReason::None;
 }
 
 bool IsComment(std::string_view line) {
@@ -134,13 +134,13 @@ bool IsComment(std::string_view line) {
 
 // Reads one line from `position` on, and goes behind it. True when it held a code; the reason when it is refused.
 bool ParseLine(std::string_view text, std::size_t& position, bool mayBeComment, std::int16_t& code,
-               std::string_view& reason) {
+               TextReason& reason) {
   const std::string_view rest = text.substr(position);
   const std::string_view line = rest.substr(0, LineLength(rest));
   const std::string_view number = Trimmed(line);
   const bool skipped = number.empty() || (mayBeComment && IsComment(number));
   if (!skipped) reason = ParseCode(number, code);
-  if (reason.empty()) position += line.size() + LineEndLength(rest.substr(line.size()));
+  if (reason == TextReason::None) position += line.size() + LineEndLength(rest.substr(line.size()));
   return !skipped;
 }
 
@@ -164,15 +164,15 @@ bool ParseCodes(std::string_view text, std::span<std::int16_t> codes, std::size_
       }
       lineByLine = usable != 0 ? blockEnd : text.size();
     }
-    std::string_view reason;
+    TextReason reason = TextReason::None;
     if (ParseLine(text, position, filled == 0, codes[filled], reason)) ++filled;
-    if (!reason.empty()) {
-      fault = {LineNumber(text, position), std::string(reason)};
+    if (reason != TextReason::None) {
+      fault = {LineNumber(text, position), reason};
       return false;
     }
   }
   if (filled == 0 && !codes.empty()) {
-    fault = {0, "no number in the file"};
+    fault = {0, TextReason::NoNumber};
     return false;
   }
   count = filled;

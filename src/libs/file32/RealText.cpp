@@ -28,7 +28,7 @@ bool ParseReals(std::string_view text, std::size_t most, RealValues& reals, Text
     if (number.empty() && OnlyBlankLines(rest)) break;
     double value = 0;
     if (!ParseReal(number, value)) {
-      fault = {LineNumber(text, position), number.empty() ? "an empty line between numbers" : "not a number"};
+      fault = {LineNumber(text, position), number.empty() ? TextReason::EmptyLine : TextReason::NotANumber};
       return false;
     }
     const bool first = reals.values.empty();
@@ -39,7 +39,7 @@ bool ParseReals(std::string_view text, std::size_t most, RealValues& reals, Text
     position += line.size() + LineEndLength(rest.substr(line.size()));
   }
   if (reals.values.empty()) {
-    fault = {0, "no number in the file"};
+    fault = {0, TextReason::NoNumber};
     return false;
   }
   return true;
@@ -48,7 +48,7 @@ bool ParseReals(std::string_view text, std::size_t most, RealValues& reals, Text
 bool ScaleReals(const RealValues& reals, std::span<std::int16_t> codes, TextFault& fault) {
   const double scale = std::max(reals.maximum, std::abs(reals.minimum)) / kFullScale;
   if (scale == 0) {
-    fault = {0, "every value is zero, or too small to be scaled"};
+    fault = {0, TextReason::NoScale};
     return false;
   }
   for (std::size_t i = 0; i < reals.values.size(); ++i) {

@@ -13,8 +13,8 @@ bool IsDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// Whether a number beyond the range of a double is too small, not too large: whether its first digit that counts stands
-// behind the decimal point.
+} // namespace
+
 bool IsTiny(std::string_view number) {
   const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
   const std::string_view digits = number.substr(0, mark);
@@ -31,8 +31,6 @@ bool IsTiny(std::string_view number) {
   }
   return exponent < -magnitude;
 }
-
-} // namespace
 
 std::string_view WithoutByteOrderMark(std::string_view text) {
   if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);

@@ -22,6 +22,10 @@ namespace calder {
 // Without blanks and tabs at both ends.
 [[nodiscard]] std::string_view Trimmed(std::string_view text);
 
+// Whether a number beyond the range of a double (without a sign, "12.5e-400") is too small, not too large: whether its
+// first digit that counts stands that far behind the decimal point.
+[[nodiscard]] bool IsTiny(std::string_view number);
+
 // A decimal number with an optional sign, fraction and exponent, nothing before or behind it. False, with `value`
 // unchanged: not such a number, infinite, or too large for a double. What is too small for one is 0.
 [[nodiscard]] bool ParseReal(std::string_view text, double& value);

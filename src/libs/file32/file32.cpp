@@ -33,8 +33,8 @@ struct File32::Impl {
   // Two, because the clipboard still holds the last one while the next one is filled.
   std::array<std::shared_ptr<WaveClip>, 2> clips;
 
-  std::int32_t Refuse(std::string reason) {
-    fault = {0, std::move(reason)};
+  std::int32_t Refuse(TextReason reason) {
+    fault = {0, reason};
     return FILE_READ_FAILED;
   }
   std::shared_ptr<WaveClip> FreeClip();
@@ -99,8 +99,8 @@ std::int32_t File32::LoadWaveData(const std::string& path, WaveHandle buffer, st
                                   std::int32_t& read) {
   impl_->fault = {};
   const std::optional<std::span<std::int16_t>> points = PointsOf(buffer, first, most);
-  if (!points || points->empty()) return impl_->Refuse("no room for the points");
-  if (ReadWholeFile(path, impl_->bytes) != 0) return impl_->Refuse("the file cannot be read");
+  if (!points || points->empty()) return impl_->Refuse(TextReason::NoRoom);
+  if (ReadWholeFile(path, impl_->bytes) != 0) return impl_->Refuse(TextReason::Unreadable);
   std::vector<std::int16_t>& codes = impl_->codes;
   std::size_t count = 0;
   try {
@@ -108,7 +108,7 @@ std::int32_t File32::LoadWaveData(const std::string& path, WaveHandle buffer, st
     const std::string_view text(impl_->bytes.data(), impl_->bytes.size());
     if (!ParseCodes(text, std::span(codes).first(points->size()), count, impl_->fault)) return FILE_READ_FAILED;
   } catch (const std::bad_alloc&) {
-    return impl_->Refuse("not enough memory");
+    return impl_->Refuse(TextReason::NoMemory);
   }
   std::copy_n(codes.begin(), count, points->begin());
   read = static_cast<std::int32_t>(count);
@@ -117,8 +117,8 @@ std::int32_t File32::LoadWaveData(const std::string& path, WaveHandle buffer, st
 
 std::int32_t File32::LoadRealData(const std::string& path, std::int32_t most, std::vector<std::int16_t>& codes) {
   impl_->fault = {};
-  if (most < 1) return impl_->Refuse("no room for the points");
-  if (ReadWholeFile(path, impl_->bytes) != 0) return impl_->Refuse("the file cannot be read");
+  if (most < 1) return impl_->Refuse(TextReason::NoRoom);
+  if (ReadWholeFile(path, impl_->bytes) != 0) return impl_->Refuse(TextReason::Unreadable);
   RealValues& reals = impl_->reals;
   std::vector<std::int16_t>& scaled = impl_->codes;
   try {
@@ -128,7 +128,7 @@ std::int32_t File32::LoadRealData(const std::string& path, std::int32_t most, st
     if (!ScaleReals(reals, scaled, impl_->fault)) return FILE_READ_FAILED;
     codes.assign(scaled.begin(), scaled.begin() + static_cast<std::ptrdiff_t>(reals.values.size()));
   } catch (const std::bad_alloc&) {
-    return impl_->Refuse("not enough memory");
+    return impl_->Refuse(TextReason::NoMemory);
   }
   return 0;
 }

@@ -4,7 +4,9 @@
 #include "libs/sysinf32/ModelRecord.h"
 
 #include <algorithm>
+#include <future>
 #include <new>
+#include <system_error>
 
 namespace calder {
 
@@ -21,11 +23,29 @@ std::int32_t Count(const std::vector<Item>& items) {
   return static_cast<std::int32_t>(items.size());
 }
 
+struct Loaded {
+  std::vector<Model> models;
+  ModelFault fault;
+};
+
+Loaded LoadAll(const std::string& folder) {
+  Loaded loaded;
+  try {
+    if (std::optional<ModelFault> fault = LoadModels(folder, loaded.models)) loaded.fault = std::move(*fault);
+  } catch (const std::bad_alloc&) {
+    loaded.models.clear();
+    loaded.fault.status = SYS_NO_MEMORY;
+  }
+  return loaded;
+}
+
 } // namespace
 
 struct ModelDatabase::Impl {
   std::vector<Model> models;
   ModelFault fault;
+  std::future<Loaded> ahead;
+  std::string aheadFolder;
 
   [[nodiscard]] const Model* At(std::int32_t model) const { return calder::At(models, model); }
   [[nodiscard]] const ModelChannel* At(std::int32_t model, std::int32_t channel) const {
@@ -40,15 +60,24 @@ struct ModelDatabase::Impl {
 
 ModelDatabase::ModelDatabase() : impl_(std::make_unique<Impl>()) {}
 ModelDatabase::~ModelDatabase() = default;
+ModelDatabase::ModelDatabase(ModelDatabase&&) noexcept = default;
+ModelDatabase& ModelDatabase::operator=(ModelDatabase&&) noexcept = default;
+
+void ModelDatabase::ReadAhead(const std::string& folder) {
+  impl_->aheadFolder = folder;
+  try {
+    impl_->ahead = std::async(std::launch::async, LoadAll, folder);
+  } catch (const std::system_error&) {
+    impl_->ahead = {}; // no thread: the files are read when they are wanted
+  }
+}
 
 std::int32_t ModelDatabase::SysInitDeviceInfo(const std::string& folder) {
-  impl_->fault = ModelFault();
-  try {
-    if (std::optional<ModelFault> fault = LoadModels(folder, impl_->models)) impl_->fault = std::move(*fault);
-  } catch (const std::bad_alloc&) {
-    impl_->models.clear();
-    impl_->fault.status = SYS_NO_MEMORY;
-  }
+  const bool isAhead = impl_->ahead.valid() && impl_->aheadFolder == folder;
+  Loaded loaded = isAhead ? impl_->ahead.get() : LoadAll(folder);
+  impl_->ahead = {};
+  impl_->models = std::move(loaded.models);
+  impl_->fault = std::move(loaded.fault);
   return impl_->fault.status;
 }
 

@@ -45,8 +45,14 @@ class ModelDatabase {
 public:
   ModelDatabase();
   ~ModelDatabase();
+  ModelDatabase(ModelDatabase&&) noexcept;
+  ModelDatabase& operator=(ModelDatabase&&) noexcept;
   ModelDatabase(const ModelDatabase&) = delete;
   ModelDatabase& operator=(const ModelDatabase&) = delete;
+
+  // Begins to read the files of a folder on a thread of its own: a SysInitDeviceInfo of the same folder takes what it
+  // found. Any other one forgets it.
+  void ReadAhead(const std::string& folder);
 
   // Reads index.toml and the model files that it lists, in its order, from `folder`. >= 0: loaded; negative: one of the
   // statuses above, and SysGetSysErrorFileName and SysGetSysErrorLineNo (1-based, 0 when no line is to blame) tell

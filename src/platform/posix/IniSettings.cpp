@@ -1,7 +1,6 @@
 #include "platform/posix/IniSettings.h"
 
 #include "libs/file32/WholeFile.h"
-#include "platform/posix/IniText.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -37,14 +36,11 @@ private:
   bool held_ = false;
 };
 
-// A file that is not there yet is an empty store.
-bool Load(IniText& ini, const std::string& path) {
-  std::error_code error;
-  if (!std::filesystem::exists(path, error)) return true;
-  std::vector<char> content;
-  if (ReadWholeFile(path, content) != 0) return false;
-  ini.Parse({content.data(), content.size()});
-  return true;
+// A file that is replaced is another one, and one that is written over has another time or size.
+bool SameFile(const struct stat& a, const struct stat& b) {
+  return a.st_dev == b.st_dev && a.st_ino == b.st_ino && a.st_size == b.st_size &&
+         a.st_mtim.tv_sec == b.st_mtim.tv_sec && a.st_mtim.tv_nsec == b.st_mtim.tv_nsec &&
+         a.st_ctim.tv_sec == b.st_ctim.tv_sec && a.st_ctim.tv_nsec == b.st_ctim.tv_nsec;
 }
 
 } // namespace
@@ -54,10 +50,25 @@ IniSettings::IniSettings(std::string path) : path_(std::move(path)) {
   std::filesystem::create_directories(std::filesystem::path(path_).parent_path(), error);
 }
 
+IniText* IniSettings::Current() const {
+  struct stat now {};
+  if (stat(path_.c_str(), &now) != 0) {
+    text_ = IniText(); // a file that is not there yet is an empty store
+    state_ = {};
+    return &text_;
+  }
+  if (SameFile(now, state_)) return &text_;
+  std::vector<char> content;
+  if (ReadWholeFile(path_, content) != 0) return nullptr;
+  text_ = IniText();
+  text_.Parse({content.data(), content.size()});
+  state_ = now; // older than what was read at the worst: then it is read again
+  return &text_;
+}
+
 std::optional<std::string> IniSettings::Get(const std::string& section, const std::string& key) const {
-  IniText ini;
-  if (!Load(ini, path_)) return std::nullopt;
-  const std::string* value = ini.Find(section, key);
+  const IniText* ini = Current();
+  const std::string* value = ini == nullptr ? nullptr : ini->Find(section, key);
   return value == nullptr ? std::nullopt : std::optional(*value);
 }
 
@@ -68,21 +79,23 @@ bool IniSettings::Set(const std::string& section, const std::string& key, const 
 bool IniSettings::Update(const std::string& section, const std::string& key, const Change& change) {
   const StoreLock lock(path_ + ".lock");
   if (!lock.Held()) return false;
-  IniText ini;
-  if (!Load(ini, path_)) return false;
-  const std::string* old = ini.Find(section, key);
+  IniText* ini = Current();
+  if (ini == nullptr) return false;
+  const std::string* old = ini->Find(section, key);
   std::string value = change(old == nullptr ? std::nullopt : std::optional(*old));
   if (old != nullptr && value == *old) return true;
-  ini.Set(section, key, std::move(value));
-  const std::string text = ini.Write();
+  state_ = {}; // whether the write succeeds or not, the file is the truth
+  ini->Set(section, key, std::move(value));
+  const std::string text = ini->Write();
   const std::array pieces{std::as_bytes(std::span(text))};
-  return ReplaceFile(path_, pieces, {}, Durability::Renamed) == 0;
+  if (ReplaceFile(path_, pieces, {}, Durability::Renamed) != 0) return false;
+  static_cast<void>(stat(path_.c_str(), &state_)); // nobody else writes while the lock is held
+  return true;
 }
 
 std::vector<std::pair<std::string, std::string>> IniSettings::All(const std::string& section) const {
-  IniText ini;
-  if (!Load(ini, path_)) return {};
-  const IniText::Entries* entries = ini.FindSection(section);
+  const IniText* ini = Current();
+  const IniText::Entries* entries = ini == nullptr ? nullptr : ini->FindSection(section);
   return entries == nullptr ? IniText::Entries{} : *entries;
 }
 

@@ -1,11 +1,15 @@
 // The settings store as an INI file in the user's configuration folder.
 //
-// Several copies of the program read and write the same file. Every call reads the file anew; a write holds an
-// exclusive lock on a lock file beside it while it reads, changes and replaces the file in one step, so that no copy
-// sees a torn file and none loses what another one wrote. Keys keep the order in which they were first written.
+// Several copies of the program read and write the same file. Every call asks for the file's state and reads it anew
+// when another copy has replaced it; a write holds an exclusive lock on a lock file beside it while it reads, changes
+// and replaces the file in one step, so that no copy sees a torn file and none loses what another one wrote. Keys keep
+// the order in which they were first written.
 #pragma once
 
 #include "platform/SettingsStore.h"
+#include "platform/posix/IniText.h"
+
+#include <sys/stat.h>
 
 namespace calder {
 
@@ -20,7 +24,12 @@ public:
   [[nodiscard]] std::vector<std::pair<std::string, std::string>> All(const std::string& section) const override;
 
 private:
+  // The text as the file has it now; null when there is a file that cannot be read.
+  [[nodiscard]] IniText* Current() const;
+
   std::string path_;
+  mutable IniText text_;
+  mutable struct stat state_ {}; // of the file that text_ was read from; all zeros: of none
 };
 
 } // namespace calder

@@ -1,6 +1,7 @@
 #include "platform/qt/QtDesktop.h"
 
 #include "platform/posix/LinuxUsbtmc.h"
+#include "platform/posix/ReadFolders.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -30,9 +31,7 @@ std::string StateFolder() {
 
 ProgramFolders Folders() {
   ProgramFolders folders;
-  const QString program = QCoreApplication::applicationDirPath();
-  folders.read = {Location(QStandardPaths::GenericDataLocation) + kFolderName, program.toStdString(),
-                  QDir::cleanPath(program + QStringLiteral("/../share/calder")).toStdString()};
+  folders.read = ReadFolders();
   folders.state = StateFolder();
   folders.documents = Location(QStandardPaths::DocumentsLocation);
   if (!QDir(QString::fromStdString(folders.documents)).exists()) folders.documents = QDir::homePath().toStdString();

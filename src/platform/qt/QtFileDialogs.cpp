@@ -3,27 +3,33 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMessageBox>
 
 #include <algorithm>
 
 namespace calder {
 namespace {
 
-// "text|pattern|text|pattern" as the toolkit's own filters. A text that names its pattern in brackets keeps it once.
+// "text|pattern|text|pattern" as the toolkit's own filters: the pattern stands in brackets at the text's end. It tells
+// extensions apart without regard to case.
 QStringList Filters(const std::string& filter) {
   const QStringList parts = QString::fromStdString(filter).split(QLatin1Char('|'));
   QStringList filters;
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    QString pattern = parts[i + 1];
-    if (pattern == QLatin1String("*.*")) pattern = QStringLiteral("*");
-    QString text = parts[i];
-    text.truncate(text.lastIndexOf(QLatin1Char('(')) < 0 ? text.size() : text.lastIndexOf(QLatin1Char('(')));
-    // Extensions are told apart without regard to case, so both forms are listed.
-    const QString upper = pattern.toUpper();
-    filters << (pattern == upper ? QStringLiteral("%1 (%2)").arg(text.trimmed(), pattern)
-                                 : QStringLiteral("%1 (%2 %3)").arg(text.trimmed(), pattern, upper));
+    const QString bracket = QLatin1Char('(') + parts[i + 1] + QLatin1Char(')');
+    filters << (parts[i].endsWith(bracket) ? parts[i] : parts[i] + bracket);
   }
   return filters;
+}
+
+// A saved file is new: asked as replacing one is.
+bool MayCreate(const QString& path) {
+  const QString question = QLocale::system().language() == QLocale::Japanese
+                               ? QStringLiteral("%1 は存在しません。新しく作成しますか？")
+                               : QStringLiteral("%1 does not exist. Create it?");
+  return QMessageBox::question(QApplication::activeWindow(), QStringLiteral("Caution Message"),
+                               question.arg(QFileInfo(path).fileName()), QMessageBox::Yes | QMessageBox::No,
+                               QMessageBox::Yes) == QMessageBox::Yes;
 }
 
 } // namespace
@@ -57,10 +63,13 @@ std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& requ
   }
   if (initial.dir().exists()) dialog.setDirectory(initial.dir());
   if (!initial.fileName().isEmpty()) dialog.selectFile(initial.fileName());
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  QString path;
+  do { // behind the dialog, which comes back on a No
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
+    path = dialog.selectedFiles().constFirst();
+  } while (save && !QFileInfo::exists(path) && !MayCreate(path));
   const qsizetype chosen = filters.indexOf(dialog.selectedNameFilter());
-  return FileDialogAnswer{dialog.selectedFiles().constFirst().toStdString(),
-                          static_cast<int>(std::max<qsizetype>(chosen, 0)) + 1};
+  return FileDialogAnswer{path.toStdString(), static_cast<int>(std::max<qsizetype>(chosen, 0)) + 1};
 }
 
 } // namespace calder

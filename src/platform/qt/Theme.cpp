@@ -1,10 +1,12 @@
 #include "platform/qt/Theme.h"
 
+#include "platform/qt/CalmStyle.h"
+
 #include <QApplication>
 #include <QFont>
+#include <QLibraryInfo>
 #include <QPalette>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QTranslator>
 
 namespace calder {
 namespace {
@@ -41,27 +43,19 @@ QPalette DarkPalette() {
 } // namespace
 
 void ApplyTheme(QApplication& application, bool english) {
-  if (QStyle* style = QStyleFactory::create(QStringLiteral("Fusion"))) QApplication::setStyle(style);
+  // The texts of the toolkit's own dialogs and buttons.
+  if (!english) {
+    auto* translator = new QTranslator(&application); // NOLINT: the application owns it
+    if (translator->load(QStringLiteral("qtbase_ja"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+      QCoreApplication::installTranslator(translator);
+  }
+  QApplication::setStyle(new CalmStyle); // NOLINT: the application owns it
   QApplication::setPalette(DarkPalette());
   // The second names are what free desktops have in place of the first.
   QFont font = english ? QFont(QStringList{QStringLiteral("Arial"), QStringLiteral("Liberation Sans")})
                        : QFont(QStringList{QStringLiteral("ＭＳ ゴシック"), QStringLiteral("IPAGothic")});
   font.setPointSize(kFontSize);
   QApplication::setFont(font);
-  application.setStyleSheet(QStringLiteral(
-      "QToolTip { color: #dce3ea; background: #36414d; border: 1px solid #55616e; padding: 2px; }"
-      "QLineEdit { background: #171c22; border: 1px solid #3a4552; border-radius: 3px; padding: 1px 4px; }"
-      "QPlainTextEdit, QListWidget { background: #171c22; border: 1px solid #3a4552; border-radius: 3px; }"
-      "QLineEdit:disabled { background: #2c353f; }"
-      "QLineEdit:focus, QPlainTextEdit:focus, QListWidget:focus { border-color: #4d9ae0; }"
-      "QRadioButton::indicator, QCheckBox::indicator { width: 11px; height: 11px; border: 1px solid #7c8895;"
-      " background: #171c22; border-radius: 6px; }"
-      "QCheckBox::indicator { border-radius: 2px; }"
-      "QRadioButton::indicator:checked { border-color: #6fb7ff; background: qradialgradient(cx:0.5, cy:0.5,"
-      " radius:0.5, fx:0.5, fy:0.5, stop:0 #6fb7ff, stop:0.5 #6fb7ff, stop:0.6 #171c22, stop:1 #171c22); }"
-      "QCheckBox::indicator:checked { border-color: #6fb7ff; background: #6fb7ff; }"
-      "QRadioButton::indicator:focus, QCheckBox::indicator:focus { border-color: #9fd0ff; }"
-      "QLineEdit[readOnly=\"true\"] { background: transparent; border-color: transparent; color: #b9c5d1; }"));
 }
 
 } // namespace calder

@@ -1,4 +1,4 @@
-// The look of all windows: one calm dark palette, and the primary font of the language.
+// The look of all windows: one calm dark palette, the primary font of the language, and the toolkit's own texts in it.
 #pragma once
 
 class QApplication;

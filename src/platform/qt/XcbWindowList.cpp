@@ -3,7 +3,9 @@
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 
 namespace calder {
@@ -38,6 +40,7 @@ std::string Caption(xcb_ewmh_connection_t* ewmh, xcb_window_t window) {
   return text;
 }
 
+// A window manager lists the windows that users know, minimised and on other workspaces too.
 std::vector<xcb_window_t> ListedWindows(xcb_ewmh_connection_t* ewmh, int screen) {
   xcb_ewmh_get_windows_reply_t listed{};
   std::vector<xcb_window_t> windows;
@@ -46,12 +49,13 @@ std::vector<xcb_window_t> ListedWindows(xcb_ewmh_connection_t* ewmh, int screen)
     xcb_ewmh_get_windows_reply_wipe(&listed);
     return windows;
   }
-  // No window manager: the root's own children.
+  // No window manager: those of the root's own children that can be seen.
   const std::unique_ptr<xcb_query_tree_reply_t, Freed> tree(
       xcb_query_tree_reply(ewmh->connection, xcb_query_tree(ewmh->connection, ewmh->screens[screen]->root), nullptr));
   if (tree != nullptr) {
     const xcb_window_t* children = xcb_query_tree_children(tree.get());
-    windows.assign(children, children + xcb_query_tree_children_length(tree.get()));
+    std::copy_if(children, children + xcb_query_tree_children_length(tree.get()), std::back_inserter(windows),
+                 [&](xcb_window_t window) { return Visible(ewmh->connection, window); });
   }
   return windows;
 }
@@ -65,9 +69,7 @@ std::vector<std::string> XcbWindowList::Captions() const {
   if (xcb_connection_has_error(connection) == 0) {
     xcb_ewmh_connection_t ewmh{};
     if (xcb_ewmh_init_atoms_replies(&ewmh, xcb_ewmh_init_atoms(connection, &ewmh), nullptr) != 0) {
-      for (const xcb_window_t window : ListedWindows(&ewmh, screen)) {
-        if (Visible(connection, window)) captions.push_back(Caption(&ewmh, window));
-      }
+      for (const xcb_window_t window : ListedWindows(&ewmh, screen)) captions.push_back(Caption(&ewmh, window));
       xcb_ewmh_connection_wipe(&ewmh);
     }
   }

@@ -157,10 +157,10 @@ TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
   PutFile(folder / "a.txt", "10\r\n20\r\n3.5\r\n");
   EXPECT_EQ(file.LoadWaveData(folder / "a.txt", buffer.Handle(), 0, 4, read), FILE_READ_FAILED);
   EXPECT_EQ(file.LastFault().line, 3);
-  EXPECT_EQ(file.LastFault().reason, "not a whole number");
+  EXPECT_EQ(file.LastFault().reason, TextReason::NotWhole);
   EXPECT_EQ(file.LoadWaveData(folder / "missing.txt", buffer.Handle(), 0, 4, read), FILE_READ_FAILED);
   EXPECT_EQ(file.LastFault().line, 0);
-  EXPECT_EQ(file.LastFault().reason, "the file cannot be read");
+  EXPECT_EQ(file.LastFault().reason, TextReason::Unreadable);
 
   PutFile(folder / "good.txt", "10\r\n");
   for (const auto [first, most] : {std::array{-1, 2}, {0, 5}, {4, 1}, {INT32_MAX, INT32_MAX}, {0, -1}, {0, 0}}) {
@@ -183,7 +183,7 @@ TEST_F(File32Test, RealTextGivesCodes) {
 
   PutFile(folder / "zero.txt", "0\r\n0\r\n");
   EXPECT_EQ(file.LoadRealData(folder / "zero.txt", 3, codes), FILE_READ_FAILED);
-  EXPECT_NE(file.LastFault().reason, "");
+  EXPECT_NE(file.LastFault().reason, TextReason::None);
   EXPECT_EQ(file.LoadRealData(folder / "a.txt", 0, codes), FILE_READ_FAILED);
   EXPECT_THAT(codes, testing::ElementsAre(32767));
 }

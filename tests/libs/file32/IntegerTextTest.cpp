@@ -1,4 +1,5 @@
 #include "libs/file32/IntegerText.h"
+#include "files/TextReasons.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -22,7 +23,8 @@ std::string Parse(std::string_view text, std::size_t most = 100) {
   std::vector<std::int16_t> codes(most, 99);
   std::size_t count = 0;
   TextFault fault;
-  if (!ParseCodes(text, codes, count, fault)) return std::to_string(fault.line) + ": " + fault.reason;
+  if (!ParseCodes(text, codes, count, fault))
+    return std::to_string(fault.line) + ": " + ReasonText(fault.reason, Language::English);
   std::string list;
   for (std::size_t i = 0; i < count; ++i) list += (i == 0 ? "" : " ") + std::to_string(codes[i]);
   return list;
@@ -40,7 +42,7 @@ TEST(IntegerText, WritesAndReadsEveryCode) {
     std::vector<std::int16_t> back(codes.size());
     std::size_t count = 0;
     TextFault fault;
-    ASSERT_TRUE(ParseCodes(text, back, count, fault)) << fault.line << fault.reason;
+    ASSERT_TRUE(ParseCodes(text, back, count, fault)) << fault.line << ReasonText(fault.reason, Language::English);
     EXPECT_EQ(count, codes.size());
     EXPECT_EQ(back, codes);
   }

@@ -1,4 +1,5 @@
 #include "libs/file32/RealText.h"
+#include "files/TextReasons.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,7 @@ std::string Load(std::string_view text, std::size_t most = 100) {
   TextFault fault;
   std::vector<std::int16_t> codes(most);
   if (!ParseReals(text, most, reals, fault) || !ScaleReals(reals, codes, fault)) {
-    return std::to_string(fault.line) + ": " + fault.reason;
+    return std::to_string(fault.line) + ": " + ReasonText(fault.reason, Language::English);
   }
   std::string list;
   for (std::size_t i = 0; i < reals.values.size(); ++i) list += (i == 0 ? "" : " ") + std::to_string(codes[i]);

@@ -1,0 +1,13 @@
+// Where the program looks for the files that it only reads.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace calder {
+
+// The user's data folder, the program's own folder, the installed data folder, in this order; without a trailing
+// separator. Needs no toolkit, so it can be asked before one starts.
+[[nodiscard]] std::vector<std::string> ReadFolders();
+
+} // namespace calder
