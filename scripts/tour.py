@@ -150,7 +150,7 @@ class Tour:
         self.page_area("0.5", "1")
         d.key("alt+c")
         d.type("k=0.8")
-        d.key("alt+e")
+        d.key("alt+s")
         d.type("k*sin(2*pi*8*x)*(1-x)")
         d.picture("8-create-expression")
         d.key("alt+f", "s")

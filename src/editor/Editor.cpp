@@ -227,15 +227,15 @@ void Editor::ChooseView(ViewKind kind) {
 }
 
 void Editor::MouseMove(int x, int y, int width, int height, double scale, bool overWave) {
+  // A grabbed marker waits too. The far edges count, so that it can be taken to the end of the waveform.
+  if (x < 0 || y < 0 || x > width || y > height) return;
   if (markers.Grabbed()) {
     if (markers.Drag(x, width)) port_->MoveMarkers();
   } else if (overWave) {
     markers.Hover(x, y, width, scale);
   }
-  if (x >= 0 && y >= 0 && x < width && y < height) {
-    mouseX_ = view.PixelXToText(x, width);
-    mouseY_ = view.PixelYToText(y, height);
-  }
+  mouseX_ = view.PixelXToText(x, width);
+  mouseY_ = view.PixelYToText(y, height);
   port_->ShowState();
 }
 

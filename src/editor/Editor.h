@@ -76,7 +76,7 @@ public:
   void TypeScope(const std::string& text);
   void ChooseTrack(bool track);
   void ChooseView(ViewKind kind);
-  // The mouse over a picture of that size in device pixels.
+  // The mouse over a picture of that size in device pixels; what happens outside of it is ignored.
   void MouseMove(int x, int y, int width, int height, double scale, bool overWave);
   void MousePress(bool leftAlone);
   void MouseRelease();

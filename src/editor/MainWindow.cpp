@@ -38,7 +38,7 @@ void Show(QScrollBar* bar, const ScrollBarState& state) {
   bar->setRange(state.minimum, state.maximum);
   // A bar that cannot move shows that everything is in view.
   bar->setPageStep(state.enabled ? std::max(1, state.largeChange) : kAllInView);
-  bar->setSingleStep(std::max(1, state.largeChange / 40));
+  bar->setSingleStep(1);
   bar->setValue(state.value);
   bar->setEnabled(state.enabled);
 }

@@ -40,7 +40,8 @@ void WavePainter::Draw_Digital(DeviceContext& picture, std::uint16_t selectedBit
   const Scope& scope = program_.buffers.CurrentScope();
   W_DrawDigitalPattern(picture, program_.buffers.Current(), view.XStart, view.XEnd - view.XStart,
                        program_.settings.DataBits, selectedBits, scope.Start, scope.End, picture.Width(),
-                       picture.Height(), theme::kBitTrace, theme::kBitQuiet, theme::kBitSelected, theme::kBitScope);
+                       picture.Height(), theme::kBitTrace, theme::kBitQuiet, theme::kBitSelected, theme::kBitScope,
+                       program_.settings.MemorySize);
   if (!overlay_) markers_.Draw_Marker(picture);
   overlay_ = false;
 }

@@ -9,31 +9,10 @@ struct EditBuffersTest : testing::Test {
   void SetUp() override {
     settings.MemorySize = 1000;
     ASSERT_TRUE(buffers.Allocate());
-    buffers.ResetScopes();
   }
   SystemInfo settings;
   EditBuffers buffers{settings};
 };
-
-TEST_F(EditBuffersTest, UndoTwiceIsTheEditAgain) {
-  W_MakeDC(buffers.Current(), 0, 1000, 5);
-  buffers.CurrentScope() = {10, 20};
-  EXPECT_TRUE(buffers.UndoDisabled());
-  buffers.Save_Undo();
-  EXPECT_FALSE(buffers.UndoDisabled());
-  W_MakeDC(buffers.Current(), 0, 1000, 7);
-  buffers.CurrentScope() = {30, 40};
-  buffers.Undo_Swap();
-  EXPECT_EQ(W_GetWaveData(buffers.Current(), 500, 1000), 5);
-  EXPECT_EQ(buffers.CurrentScope(), (Scope{10, 20}));
-  EXPECT_FALSE(buffers.UndoMark());
-  buffers.Undo_Swap();
-  EXPECT_EQ(W_GetWaveData(buffers.Current(), 500, 1000), 7);
-  EXPECT_EQ(buffers.CurrentScope(), (Scope{30, 40}));
-  EXPECT_FALSE(buffers.UndoMark()) << "it stays a redo until the next edit";
-  buffers.Save_Undo();
-  EXPECT_TRUE(buffers.UndoMark());
-}
 
 TEST_F(EditBuffersTest, AGrowingMemoryClearsOnlyTheNewPoints) {
   for (const WaveHandle handle : {buffers.Current(), buffers.UndoCopy(), buffers.Create(), buffers.Work()}) {

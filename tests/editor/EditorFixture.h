@@ -24,7 +24,9 @@ struct EditorFixture : testing::Test {
   std::optional<Program> program;
   std::optional<Editor> editor;
 
+  // A second call starts anew.
   void Begin() {
+    editor.reset();
     program.emplace(desktop.Services());
     editor.emplace(*program);
     ASSERT_TRUE(editor->Start());

@@ -96,8 +96,13 @@ TEST_F(MarkersTest, ADragStopsAtTheOtherMarkerAndTheEnds) {
   editor->MousePress(true);
   editor->MouseMove(700, 300, 1024, 400, 1, true);
   EXPECT_EQ(TheScope(), (Scope{51200, 256000})) << "A does not pass B";
-  editor->MouseMove(-50, 300, 1024, 400, 1, true);
-  EXPECT_EQ(TheScope().Start, 0) << "a pointer outside the picture means its edge";
+  for (const auto& [x, y] : {std::pair{-1, 300}, {1025, 300}, {50, -1}, {50, 401}}) {
+    editor->MouseMove(x, y, 1024, 400, 1, true);
+    EXPECT_EQ(TheScope(), (Scope{51200, 256000})) << "a pointer outside the picture is ignored";
+    EXPECT_EQ(editor->MouseXText(), "358400.0");
+  }
+  editor->MouseMove(0, 400, 1024, 400, 1, true);
+  EXPECT_EQ(TheScope().Start, 0);
   editor->MouseRelease();
   Put(51200, 102400, true);
   editor->MouseMove(200, 300, 1024, 400, 1, true);
@@ -106,6 +111,8 @@ TEST_F(MarkersTest, ADragStopsAtTheOtherMarkerAndTheEnds) {
   EXPECT_EQ(TheScope(), (Scope{51200, 102400})) << "B does not pass A";
   editor->MouseMove(1020, 300, 1024, 400, 1, true);
   EXPECT_EQ(TheScope(), (Scope{1020 * 512.0 - 51200, 1020 * 512.0})) << "together";
+  editor->MouseMove(1024, 300, 1024, 400, 1, true);
+  EXPECT_EQ(TheScope().End, 524288) << "the far edge is the end";
 }
 
 struct Canvas {

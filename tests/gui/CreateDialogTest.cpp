@@ -1,25 +1,23 @@
 // The Create dialog's real form off-screen.
 #include "tools/create/CreateDialog.h"
+#include "FormDriver.h"
 #include "editor/EditorFixture.h"
 #include "editor/Picture.h"
 #include "platform/qt/Theme.h"
-#include "platform/qt/ValueBox.h"
 #include "tools/create/ExpressionBox.h"
 
-#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
-#include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 namespace calder {
 namespace {
 
-class CreateDialogTest : public EditorFixture {
-protected:
+struct CreateDialogTest : EditorFixture, FormDriver {
   void SetUp() override { Open(); }
   void Open() {
     Begin();
@@ -27,6 +25,7 @@ protected:
     pages = std::make_unique<CreatePages>(*program, editor->setup, editor->fileCommands, [] { return 0.5; });
     dialog = std::make_unique<CreateDialog>(
         *program, *pages, [this] { ++rangeChanges; }, nullptr);
+    driven = dialog.get();
     pages->PrepareCreate();
     dialog->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
@@ -36,23 +35,6 @@ protected:
     dialog.reset();
     pages.reset();
   }
-  template <typename Widget>
-  Widget* Find(const char* name) {
-    auto* widget = dialog->findChild<Widget*>(QLatin1String(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-  }
-  void Type(const char* name, const char* text) {
-    auto* box = Find<ValueBox>(name);
-    box->setFocus();
-    QCoreApplication::processEvents();
-    box->selectAll();
-    QTest::keyClicks(box, QLatin1String(text));
-    QTest::keyClick(box, Qt::Key_Return);
-  }
-  std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
-  void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
-
   int rangeChanges = 0;
   std::unique_ptr<CreatePages> pages;
   std::unique_ptr<CreateDialog> dialog;
@@ -76,35 +58,119 @@ TEST_F(CreateDialogTest, ASquareIsTypedPreviewedAndWritten) {
   EXPECT_EQ(Code(1000), 0);
 }
 
+TEST_F(CreateDialogTest, KeysWalkThroughTheBoxesAndTurnPagesFromAnywhere) {
+  const Qt::Key ends[] = {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Enter, Qt::Key_Tab, Qt::Key_Return};
+  Find<ValueBox>("Text_0")->setFocus();
+  std::string way;
+  for (const Qt::Key end : ends) {
+    QTest::keyClick(QApplication::focusWidget(), end);
+    way += Focus() + " ";
+  }
+  EXPECT_EQ(way, "Text_1 Text_2 Text_3 Text_4 Cmd_Page_0 ");
+  Type("Txt_Page", "2");
+  TypeOn("Text_3", "4");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
+  EXPECT_EQ(Focus() + Shown("Txt_Page"), "Text_31");
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(Find<ValueBox>("Text_3")->selectedText(), "4") << "kept, and the next text takes its place";
+}
+
+TEST_F(CreateDialogTest, MenuEntriesTakeWhatWasTypedFirst) {
+  for (const char* entry : {"Menu_FileOpen", "Menu_FileSave", "Menu_Clear", "Menu_AllClear"}) {
+    if (std::string(entry).starts_with("Menu_File")) desktop.dialogs.Cancel();
+    TypeOn("Text_1", std::to_string(0.125 * (rangeChanges + 1)).c_str());
+    const int before = rangeChanges;
+    Find<QAction>(entry)->trigger();
+    EXPECT_EQ(rangeChanges, before + 1) << entry;
+  }
+}
+
+// What was typed last goes into the page, not into the operand that a Cancel clears.
+TEST_F(CreateDialogTest, ForTheOperateDialogThereIsOnePageAndItsRange) {
+  dialog->hide();
+  const WaveHandle operand = W_AllocMemory(100);
+  int redraws = 0;
+  const auto open = [&](const std::function<void()>& act) {
+    QTimer::singleShot(0, dialog.get(), [&] {
+      QApplication::setActiveWindow(dialog.get());
+      act();
+    });
+    dialog->OpenFromOperate({operand, {100, 200}}, [&] { ++redraws; });
+  };
+  open([&] {
+    EXPECT_FALSE(Find<QWidget>("Panel_Page")->isVisible());
+    EXPECT_FALSE(Find<QMenu>("Menu_File")->menuAction()->isEnabled());
+    const auto ground = [this](const char* box) { return Find<ValueBox>(box)->grab().toImage().pixel(4, 4); };
+    for (const char* box : {"Text_X_0", "Text_X_1", "Text_1"}) {
+      EXPECT_FALSE(Find<ValueBox>(box)->isEnabled()) << box;
+      EXPECT_NE(ground(box), ground("Text_2")) << box << " is not grey";
+    }
+    TypeOn("Text_0", "0.25");
+    dialog->close();
+  });
+  EXPECT_NEAR(program->pages[0].Offset, 8192, 1);
+  EXPECT_EQ(W_GetWaveData(operand, 25, 100), 0);
+  open([&] {
+    TypeOn("Text_0", "0.5");
+    Click("Btn_Cancel");
+  });
+  EXPECT_EQ(W_GetWaveData(operand, 25, 100), 0);
+  EXPECT_EQ(redraws, 0);
+  open([&] { Click("Btn_OK"); });
+  EXPECT_EQ(redraws, 1);
+  EXPECT_EQ(W_GetWaveData(operand, 25, 100), 32767);
+  W_FreeMemory(operand);
+}
+
+TEST_F(CreateDialogTest, TheExpressionBoxMarksPairsAndFaultsAndHasALimit) {
+  Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
+  auto* box = Find<ExpressionBox>("Txt_Expr");
+  const struct {
+    const char *why, *text, *marks;
+    int cursor;
+  } rows[] = {{"behind the last one", "(1*(x)+2)", "8 0 ", 9},
+              {"before the inner one", "(1*(x)+2)", "3 5 ", 3},
+              {"one that is alone is the fault", "1+(x", "2 ~2 ", 3},
+              {"none at the cursor", "1+foo", "~2 ", 1},
+              {"a fault at the end", "1+", "~1 ", 2}};
+  for (const auto& row : rows) {
+    box->selectAll();
+    TypeOn("Txt_Expr", row.text);
+    QTextCursor cursor = box->textCursor();
+    cursor.setPosition(row.cursor);
+    box->setTextCursor(cursor);
+    std::string marks;
+    for (const auto& mark : box->extraSelections()) {
+      const bool isFault = mark.format.underlineStyle() == QTextCharFormat::WaveUnderline;
+      marks += (isFault ? "~" : "") + std::to_string(mark.cursor.selectionStart()) + " ";
+    }
+    EXPECT_EQ(marks, row.marks) << row.why;
+  }
+  box->selectAll();
+  QApplication::clipboard()->setText("1\n+" + QString(1030, QLatin1Char('x')));
+  box->paste();
+  QTest::keyClicks(box, "y");
+  EXPECT_EQ(box->Text(), "1 +" + QString(1021, QLatin1Char('x')));
+}
+
 TEST_F(CreateDialogTest, AnExpressionShowsItsFaultWhileItIsTyped) {
   Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
   auto* box = Find<ExpressionBox>("Txt_Expr");
-  box->setFocus();
-  QTest::keyClicks(box, "sin(2*pi*x");
+  TypeOn("Txt_Expr", "sin(2*pi*x");
   EXPECT_FALSE(Find<QLabel>("Label_Fault")->text().isEmpty());
   QTest::keyClicks(box, ")*k");
   EXPECT_FALSE(Find<QLabel>("Label_Fault")->text().isEmpty()) << "k is not known";
-  auto* constants = Find<ExpressionBox>("Txt_Const");
-  constants->setFocus();
-  QTest::keyClicks(constants, "k=0.5");
+  desktop.boxes.Expect("Syntax error in equation.");
+  Click("Btn_OK");
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(box->textCursor().position(), 12) << "at the fault";
+  TypeOn("Txt_Const", "k=0.5");
   EXPECT_EQ(Find<QLabel>("Label_Fault")->text(), "");
   Click("Btn_Comp");
   Click("Btn_OK");
   EXPECT_FALSE(dialog->isVisible());
   EXPECT_NEAR(Code(131072), 16384, 1);
   EXPECT_NEAR(Code(393216), -16384, 1);
-}
-
-TEST_F(CreateDialogTest, ABadExpressionKeepsTheDialogOpenWithTheCursorAtTheFault) {
-  Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
-  auto* box = Find<ExpressionBox>("Txt_Expr");
-  box->setFocus();
-  QTest::keyClicks(box, "1+foo(x)");
-  desktop.boxes.Expect("Syntax error in equation.");
-  Click("Btn_OK");
-  EXPECT_TRUE(dialog->isVisible());
-  EXPECT_EQ(box->textCursor().position(), 2);
-  EXPECT_EQ(Code(5), 0);
 }
 
 TEST_F(CreateDialogTest, ChosenFunctionsAreInserted) {
@@ -123,8 +189,10 @@ TEST_F(CreateDialogTest, ChosenFunctionsAreInserted) {
 
 TEST_F(CreateDialogTest, PagesAreWalkedAndAllWritten) {
   Type("Text_X_1", "0.5");
-  Click("Cmd_Page_2");
-  EXPECT_EQ(Shown("Txt_Page"), "2");
+  auto* next = Find<QToolButton>("Cmd_Page_2");
+  next->setFocus();
+  QTest::keyClick(next, Qt::Key_Space);
+  EXPECT_EQ(Focus() + Shown("Txt_Page"), "Cmd_Page_22") << "the button that was pressed keeps the focus";
   Find<QComboBox>("Comb_Wave")->setCurrentIndex(4);
   Type("Text_X_1", "1");
   Type("Text_X_0", "0.5");
@@ -140,42 +208,27 @@ TEST_F(CreateDialogTest, PagesAreWalkedAndAllWritten) {
 
 TEST_F(CreateDialogTest, DraggingThePreviewChangesTheBoxes) {
   auto* picture = Find<Picture>("PictWave");
-  const QPoint top(picture->width() / 2, 10);
-  QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, top);
-  QTest::mouseMove(picture, top + QPoint(-50, 0));
-  QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, top + QPoint(-50, 0));
+  QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, {200, 10});
+  QTest::mouseMove(picture, {150, 10});
+  QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, {150, 10});
   EXPECT_EQ(Shown("Text_3"), "2");
 }
 
-TEST_F(CreateDialogTest, CancelLeavesTheWaveformAlone) {
-  Type("Text_3", "4");
-  Click("Btn_Cancel");
-  EXPECT_FALSE(dialog->isVisible());
-  EXPECT_EQ(Code(1000), 0);
-  EXPECT_FALSE(editor->commands.CanUndo());
-}
-
-TEST_F(CreateDialogTest, NothingIsClippedInEitherLanguage) {
+TEST_F(CreateDialogTest, NothingIsClippedOrTwiceOnAKeyInEitherLanguage) {
   for (const int language : {SystemLanguage::kEnglish, SystemLanguage::kJapanese}) {
     TearDown();
-    editor.reset();
-    program.reset();
     desktop.language.id = language;
     Open();
-    for (const int function : {2, 5}) {
+    for (const int function : {1, 2, 5}) {
       Find<QComboBox>("Comb_Wave")->setCurrentIndex(function);
       QCoreApplication::processEvents();
       dialog->resize(dialog->minimumSizeHint());
       QCoreApplication::processEvents();
-      for (const QLabel* label : dialog->findChildren<QLabel*>()) {
-        if (!label->isVisible() || label->wordWrap()) continue;
-        EXPECT_GE(label->width(), label->sizeHint().width()) << label->objectName().toStdString();
-      }
-      for (const QAbstractButton* button : dialog->findChildren<QAbstractButton*>()) {
-        if (!button->isVisible()) continue;
-        EXPECT_GE(button->width(), button->sizeHint().width()) << button->objectName().toStdString();
-      }
+      ExpectWellLaidOut(*dialog);
     }
+    TypeOn("Txt_Expr", "1+");
+    const char* reason = language == SystemLanguage::kEnglish ? "before the end of the text" : "文末の前に値が必要です";
+    EXPECT_TRUE(Find<QLabel>("Label_Fault")->text().endsWith(reason));
   }
 }
 

@@ -2,32 +2,25 @@
 #include "editor/MainWindow.h"
 #include "Application.h"
 #include "FakeDesktop.h"
+#include "FormDriver.h"
 #include "editor/Picture.h"
 #include "libs/file32/TempFolder.h"
 #include "platform/qt/QtClipboard.h"
-#include "platform/qt/ValueBox.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDropEvent>
-#include <QLabel>
 #include <QMenu>
-#include <QMenuBar>
 #include <QMimeData>
 #include <QRadioButton>
 #include <QScrollBar>
-#include <QTest>
 #include <QToolButton>
 #include <QWheelEvent>
 
 namespace calder {
 namespace {
 
-class MainWindowTest : public testing::Test {
-protected:
+struct MainWindowTest : testing::Test, FormDriver {
   void Start(const std::string& file = {}) {
     Desktop services = {desktop.boxes,     desktop.dialogs, desktop.settings, desktop.clock,
                         clipboard,         desktop.windows, desktop.copies,   desktop.language,
@@ -35,30 +28,13 @@ protected:
     application = std::make_unique<Application>(services);
     ASSERT_TRUE(application->Start(file));
     window = &application->Window();
+    driven = window;
     window->resize(1000, 640);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     QApplication::setActiveWindow(window);
     QCoreApplication::processEvents();
   }
 
-  template <typename Widget>
-  Widget* Find(const char* name) {
-    auto* widget = window->findChild<Widget*>(QLatin1String(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-  }
-  std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
-  void Type(const char* name, const char* text, Qt::Key end = Qt::Key_Return) {
-    auto* box = Find<ValueBox>(name);
-    box->setFocus();
-    QCoreApplication::processEvents();
-    QTest::keyClicks(box, QLatin1String(text));
-    QTest::keyClick(box, end);
-    QCoreApplication::processEvents();
-  }
-  std::string Focus() {
-    return QApplication::focusWidget() ? QApplication::focusWidget()->objectName().toStdString() : "";
-  }
   void Wheel(Picture* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {
     QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase,
                       false);
@@ -77,14 +53,9 @@ protected:
   MainWindow* window = nullptr;
 };
 
-TEST_F(MainWindowTest, EveryNamedControlIsThereAndCaptioned) {
+TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
   Start();
   EXPECT_EQ(window->windowTitle(), "Orvo Calder for XG5530/31 <Untitled>");
-  for (const char* name :
-       {"Menu_FileNew", "Menu_FileOpen", "Menu_FileSave", "Menu_FileSaveAs", "Menu_FileSaveAs2", "Menu_Exit",
-        "Menu_Undo", "Menu_Cut", "Menu_Copy", "Menu_Paste", "Menu_Delete", "Menu_Grid"}) {
-    EXPECT_FALSE(Find<QAction>(name)->text().isEmpty()) << name;
-  }
   EXPECT_EQ(Find<QAction>("Menu_FileSaveAs2")->text(), "Save As(&TXT)...");
   EXPECT_EQ(Find<QAction>("Menu_FileSaveAs2")->shortcut(), QKeySequence("Ctrl+T"));
   EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->count(), 8);
@@ -141,8 +112,7 @@ TEST_F(MainWindowTest, ShortcutsWorkOnTheWaveformWhateverBoxHasTheFocus) {
   QTest::keyClick(box, Qt::Key_X, Qt::ControlModifier);
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 0, 524288), 262144 % 30000);
   EXPECT_TRUE(Find<QAction>("Menu_Undo")->isEnabled());
-  EXPECT_EQ(QApplication::clipboard()->text().left(8), "0\n1\n2\n3\n")
-      << QApplication::clipboard()->text().left(8).toStdString();
+  EXPECT_EQ(QApplication::clipboard()->text().left(8).toStdString(), "0\n1\n2\n3\n");
   QTest::keyClick(box, Qt::Key_U, Qt::ControlModifier);
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 5, 524288), 5);
   EXPECT_EQ(Find<QAction>("Menu_Undo")->text(), "&Redo");
@@ -159,7 +129,7 @@ TEST_F(MainWindowTest, AColumnOfNumbersPastesAsAWaveform) {
   Find<QAction>("Menu_Paste")->trigger();
 }
 
-TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
+TEST_F(MainWindowTest, ListsBarsWheelAndBothViewsGoTogether) {
   Start();
   auto* bar = Find<QScrollBar>("HScroll_0");
   EXPECT_FALSE(bar->isEnabled());
@@ -167,6 +137,7 @@ TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
   EXPECT_EQ(Find<QComboBox>("Comb_XZoom_1")->currentIndex(), 1);
   EXPECT_TRUE(bar->isEnabled());
   EXPECT_EQ(bar->maximum(), 16384);
+  EXPECT_EQ(bar->singleStep(), 1);
   bar->setValue(16384);
   EXPECT_EQ(State().view.XStart, 262144);
   EXPECT_EQ(Find<QScrollBar>("HScroll_1")->value(), 16384);
@@ -183,10 +154,19 @@ TEST_F(MainWindowTest, ListsBarsAndWheelZoomTogether) {
   EXPECT_EQ(State().view.YZoom, 2);
   Wheel(picture, QPointF(10, 50), -20);
   EXPECT_EQ(State().view.XZoom, 1);
+  Find<QToolButton>("Opt_DspSel_1")->click();
+  EXPECT_FALSE(Find<QWidget>("Frm_Wave")->isVisible());
+  EXPECT_TRUE(Find<QWidget>("Frm_Digital")->isVisible());
+  Find<QComboBox>("Comb_XZoom_1")->setCurrentIndex(3);
+  EXPECT_EQ(State().view.XZoom, 8);
+  Find<QToolButton>("Opt_DspSel_0")->click();
+  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->currentIndex(), 3);
+  EXPECT_TRUE(Find<QWidget>("Frm_Wave")->isVisible());
 }
 
 TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
   Start();
+  Ramp();
   Type("Txt_End_X", "0.5");
   auto* picture = Find<Picture>("Pict_Wave");
   const int column = application->TheEditor().view.PointToPixelX(262144, picture->PixelWidth());
@@ -197,36 +177,14 @@ TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
   QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, QPoint(column + 40, 100));
   const double expected = application->TheEditor().view.PixelXToPoint(column + 40, picture->PixelWidth());
   EXPECT_NEAR(State().buffers.CurrentScope().End, expected, 1);
+  const QImage moved = picture->Image().copy();
+  window->Draw_Wave();
+  EXPECT_EQ(moved, picture->Image()) << "drawing again gives the same pixels as moving the marker";
   // A press with a key held grabs nothing.
   QTest::mousePress(picture, Qt::LeftButton, Qt::ShiftModifier, QPoint(column + 40, 100));
   QTest::mouseMove(picture, QPoint(column, 100));
   EXPECT_NEAR(State().buffers.CurrentScope().End, expected, 1);
   QTest::mouseRelease(picture, Qt::LeftButton, Qt::ShiftModifier, QPoint(column, 100));
-}
-
-TEST_F(MainWindowTest, DrawingAgainGivesTheSamePixelsAsMovingMarkers) {
-  Start();
-  Ramp();
-  auto* picture = Find<Picture>("Pict_Wave");
-  State().buffers.CurrentScope() = {100000, 300000};
-  window->Draw_Wave();
-  State().buffers.CurrentScope() = {150000, 400000};
-  window->MoveMarkers();
-  const QImage moved = picture->Image().copy();
-  window->Draw_Wave();
-  EXPECT_EQ(moved, picture->Image());
-}
-
-TEST_F(MainWindowTest, TheDigitalViewTakesTheOthersPlace) {
-  Start();
-  Find<QToolButton>("Opt_DspSel_1")->click();
-  EXPECT_FALSE(Find<QWidget>("Frm_Wave")->isVisible());
-  EXPECT_TRUE(Find<QWidget>("Frm_Digital")->isVisible());
-  Find<QComboBox>("Comb_XZoom_1")->setCurrentIndex(3);
-  EXPECT_EQ(State().view.XZoom, 8);
-  Find<QToolButton>("Opt_DspSel_0")->click();
-  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->currentIndex(), 3);
-  EXPECT_TRUE(Find<QWidget>("Frm_Wave")->isVisible());
 }
 
 TEST_F(MainWindowTest, ADroppedFileOpens) {
@@ -266,14 +224,7 @@ TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize) {
     window->resize(window->minimumSize());
     QCoreApplication::processEvents();
     EXPECT_EQ(window->size(), QSize(614, 416));
-    for (const QLabel* label : window->findChildren<QLabel*>()) {
-      if (!label->isVisible()) continue;
-      EXPECT_GE(label->width(), label->sizeHint().width()) << label->objectName().toStdString();
-      EXPECT_GE(label->height(), label->sizeHint().height()) << label->objectName().toStdString();
-    }
-    for (const QRadioButton* button : window->findChildren<QRadioButton*>()) {
-      EXPECT_GE(button->width(), button->sizeHint().width()) << button->objectName().toStdString();
-    }
+    ExpectWellLaidOut(*window);
     for (const ValueBox* box : window->findChildren<ValueBox*>()) {
       EXPECT_GE(box->width(), box->fontMetrics().horizontalAdvance("-999.999m") + 8) << box->objectName().toStdString();
     }

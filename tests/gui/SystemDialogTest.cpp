@@ -1,15 +1,16 @@
 // The System Setup dialog's real form off-screen, on the simulated bench.
 #include "setup/SystemDialog.h"
 
+#include "FormDriver.h"
 #include "editor/EditorFixture.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtWorker.h"
 #include "platform/qt/Theme.h"
 #include "platform/qt/ValueBox.h"
 #include "setup/Communication.h"
+#include "setup/FrmGPIBExit.h"
 #include "sim/SimBench.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QLabel>
 #include <QMessageBox>
@@ -26,8 +27,7 @@
 namespace calder {
 namespace {
 
-class SystemDialogTest : public EditorFixture {
-protected:
+struct SystemDialogTest : EditorFixture, FormDriver {
   void SetUp() override {
     sim::Reset();
     desktop.libraries.folder = CALDER_SIM_FOLDER;
@@ -41,6 +41,7 @@ protected:
     dialog.reset();
     dialog = std::make_unique<SystemDialog>(
         *program, road->desk, [this] { ++changes; }, nullptr);
+    driven = dialog.get();
     dialog->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
     QApplication::setActiveWindow(dialog.get());
@@ -50,12 +51,6 @@ protected:
     road.reset();
     QDir(QString::fromStdString(desktop.folders.state)).removeRecursively();
   }
-  template <typename Widget>
-  Widget* Find(const char* name) {
-    auto* widget = dialog->findChild<Widget*>(QLatin1String(name));
-    EXPECT_NE(widget, nullptr) << name;
-    return widget;
-  }
   void Page(int index) { Find<QTabWidget>("SSTab")->setCurrentIndex(index); }
   void Choose(const char* name, int index) {
     auto* box = Find<QComboBox>(name);
@@ -63,15 +58,6 @@ protected:
     while (box->currentIndex() < index) QTest::keyClick(box, Qt::Key_Down);
     while (box->currentIndex() > index) QTest::keyClick(box, Qt::Key_Up);
   }
-  void Type(const char* name, const char* text) {
-    auto* box = Find<ValueBox>(name);
-    box->setFocus();
-    box->selectAll();
-    QTest::keyClicks(box, QLatin1String(text));
-    QTest::keyClick(box, Qt::Key_Return);
-  }
-  std::string Shown(const char* name) { return Find<ValueBox>(name)->text().toStdString(); }
-  void Click(const char* name) { QTest::mouseClick(Find<QAbstractButton>(name), Qt::LeftButton); }
 
   std::optional<Communication> road;
   std::unique_ptr<SystemDialog> dialog;

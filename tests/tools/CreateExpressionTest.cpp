@@ -15,6 +15,13 @@ TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
   EXPECT_EQ(Page(1).Expression, "X*10") << "stored back trimmed";
   EXPECT_FALSE(create->PageModified());
   EXPECT_FALSE(create->ExprEnabled());
+  desktop.dialogs.Cancel();
+  create->Menu_FileOpen_Click();
+  EXPECT_EQ(Generated(150), 1500) << "no list was read";
+  create->Make_Wave(1);
+  EXPECT_EQ(Generated(150), 0);
+  create->Btn_OK_Click();
+  EXPECT_EQ(Code(150), 1500) << "what was cleared is computed again";
   create->Text_X_LostFocus(CreatePages::AreaEnd::End, create->StartText(), "300");
   EXPECT_EQ(Generated(150), 0);
   create->Btn_OK_Click();
@@ -36,12 +43,9 @@ TEST_F(CreateExpressionTest, UnitsAreThoseOnShow) {
   EXPECT_EQ(Generated(500), 16384) << "1 ms: 2 V, a quarter of the span above it (16383.5)";
 }
 
-TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndCostsNothing) {
+TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndWritesNothing) {
   const struct {
-    const char* why;
-    const char* constants;
-    const char* expression;
-    const char* message;
+    const char *why, *constants, *expression, *message;
     TextBox box;
     std::size_t position;
   } rows[] = {
@@ -59,7 +63,7 @@ TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndCostsNothing) {
     desktop.boxes.Expect(row.message);
     create->Btn_OK_Click();
     EXPECT_EQ(Code(150), 150) << row.why;
-    EXPECT_FALSE(editor->commands.CanUndo()) << row.why;
+    EXPECT_TRUE(editor->commands.CanUndo()) << row.why << ": the step is recorded before the page is computed";
     EXPECT_EQ(createPort->closes, 0) << row.why;
     EXPECT_TRUE(create->Cancelled()) << row.why;
     ASSERT_TRUE(createPort->fault && createPort->fault->place) << row.why;
@@ -83,6 +87,13 @@ TEST_F(CreateExpressionTest, ConstantsAreCheckedAtBothEndsAndKeptInSmallLetters)
   create->Txt_Const_LostFocus("a==3");
   desktop.boxes.Expect("Constant format error");
   EXPECT_FALSE(create->CheckConstants());
+  // They end with the dialog.
+  create->Txt_Const_LostFocus("a=3");
+  create->Txt_Expr_LostFocus("a");
+  create->Btn_OK_Click();
+  OpenExpression(0, 100, "a");
+  desktop.boxes.Expect("Syntax error in equation");
+  create->Btn_OK_Click();
 }
 
 TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
@@ -103,6 +114,10 @@ TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
   EXPECT_EQ(Code(250), 0) << "the failed page's area is copied as it was left";
   ASSERT_TRUE(createPort->fault && createPort->fault->place);
   EXPECT_EQ(createPort->fault->place->position, 0U);
+  const int redrawn = createPort->ranges;
+  desktop.boxes.Expect("Syntax error in equation");
+  create->Btn_Confirm_Click();
+  EXPECT_GT(createPort->ranges, redrawn) << "the main window shows the others though the page is the same";
   // Mended, the same button finishes.
   Page(2).Expression = "8";
   Page(3).Expression = "9";
@@ -110,16 +125,6 @@ TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
   EXPECT_EQ(createPort->closes, 1);
   EXPECT_EQ(Code(250), 8);
   EXPECT_EQ(Code(350), 9);
-}
-
-TEST_F(CreateExpressionTest, ConstantsEndWithTheDialog) {
-  OpenExpression(0, 100, "a", "a=5");
-  create->Btn_Comp_Click();
-  create->Btn_OK_Click();
-  create->Form_QueryUnload();
-  OpenExpression(0, 100, "a");
-  desktop.boxes.Expect("Syntax error in equation");
-  create->Btn_OK_Click();
 }
 
 TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
@@ -137,6 +142,9 @@ TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
   EXPECT_TRUE(fault.place);
   EXPECT_EQ(Generated(150), 400) << "what could be computed last stays";
   EXPECT_EQ(create->LivePreview("", "b*100").message, 108) << "constants typed before are not known";
+  double unused = 0;
+  ASSERT_EQ(program->evaluator.EvalOneL("[c=3]0", 0, unused), 0);
+  EXPECT_EQ(create->LivePreview("", "c*100").message, 0) << "those that are remembered are";
   EXPECT_EQ(create->LivePreview("", "").message, 0);
   EXPECT_EQ(Generated(150), 0);
   EXPECT_EQ(Page(1), before);

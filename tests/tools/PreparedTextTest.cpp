@@ -7,8 +7,7 @@ namespace {
 
 TEST(PreparedTextTest, OnlyTheFirstRandomFunctionGetsItsX) {
   const struct {
-    const char* text;
-    const char* result;
+    const char *text, *result;
   } rows[] = {
       {"rnd()", "rnd(x)"},
       {"rnd(5)", "rnd(x,5)"},

@@ -23,7 +23,7 @@ std::int16_t Evaluator::DigitalPattern(std::string_view text, std::int32_t start
     const std::span<std::int16_t> codes = W_Lock(buffer);
     if (codes.empty() || start < 0 || count < 0 || static_cast<std::size_t>(start) > codes.size() ||
         static_cast<std::size_t>(count) > codes.size() - static_cast<std::size_t>(start))
-      return state.Fail(PATTERN_SYNTAX, 0, "the range does not lie in a buffer");
+      return state.Fail(PATTERN_SYNTAX, 0, EvalReason::RangeOutsideBuffer);
     const std::span<std::int16_t> target =
         codes.subspan(static_cast<std::size_t>(start), static_cast<std::size_t>(count));
     state.scratch.assign(target.begin(), target.end());
@@ -34,7 +34,7 @@ std::int16_t Evaluator::DigitalPattern(std::string_view text, std::int32_t start
     if (state.fault.code == EVAL_SUCCESS) std::ranges::copy(state.scratch, target.begin());
     return state.fault.code;
   } catch (const std::bad_alloc&) {
-    return state.Fail(PATTERN_TOO_LONG, 0, "no memory");
+    return state.Fail(PATTERN_TOO_LONG, 0, EvalReason::NoMemory);
   }
 }
 

@@ -55,13 +55,13 @@ bool Evaluator::IsUsable(EvalProcessor processor) {
   return KernelsFor(processor) != nullptr;
 }
 
-std::int16_t Evaluator::State::Fail(std::int16_t code, std::size_t position, std::string_view reason) {
-  fault = {code, position, std::string(reason)};
+std::int16_t Evaluator::State::Fail(std::int16_t code, std::size_t position, EvalReason reason) {
+  fault = {code, position, reason, {}};
   return code;
 }
 
 std::int16_t Evaluator::State::FailCheck(std::uint32_t check) {
-  return Fail(EVAL_DIVIDE_BY_ZERO, graph.Checks()[check].position, "division by zero");
+  return Fail(EVAL_DIVIDE_BY_ZERO, graph.Checks()[check].position, EvalReason::DivisionByZero);
 }
 
 std::int16_t Evaluator::State::Compile(std::string_view text, eval::Outcome outcome, double largestX) {
@@ -84,7 +84,7 @@ std::int16_t Evaluator::EvalArray1(double start, double count, WaveHandle buffer
     if (code != EVAL_SUCCESS) return code;
     const std::span<std::int16_t> codes = W_Lock(buffer);
     const std::optional<PointRange> range = WholePoints(start, count, codes.size());
-    if (codes.empty() || !range) return state.Fail(EVAL_BUFFER, 0, "the range does not lie in a buffer");
+    if (codes.empty() || !range) return state.Fail(EVAL_BUFFER, 0, EvalReason::RangeOutsideBuffer);
     const std::span<std::int16_t> target = codes.subspan(range->first, range->count);
     const auto first = static_cast<double>(range->first);
     if (state.graph.Checks().empty()) {
@@ -99,7 +99,7 @@ std::int16_t Evaluator::EvalArray1(double start, double count, WaveHandle buffer
     std::ranges::copy(scratch, target.begin());
     return EVAL_SUCCESS;
   } catch (const std::bad_alloc&) {
-    return state.Fail(EVAL_NO_MEMORY, 0, "no memory");
+    return state.Fail(EVAL_NO_MEMORY, 0, EvalReason::NoMemory);
   }
 }
 
@@ -112,12 +112,16 @@ std::int16_t Evaluator::EvalOneL(std::string_view text, std::int32_t x, double& 
     const std::uint32_t failed = state.runner.RunValue(state.program, x, result);
     return failed == eval::noCheck ? EVAL_SUCCESS : state.FailCheck(failed);
   } catch (const std::bad_alloc&) {
-    return state.Fail(EVAL_NO_MEMORY, 0, "no memory");
+    return state.Fail(EVAL_NO_MEMORY, 0, EvalReason::NoMemory);
   }
 }
 
 void Evaluator::ClearConstant() {
   state_->constants.clear();
+}
+
+void Evaluator::TakeConstants(const Evaluator& other) {
+  state_->constants = other.state_->constants;
 }
 
 void Evaluator::EvalInitRandom(std::int32_t seed) {

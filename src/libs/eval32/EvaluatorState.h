@@ -14,7 +14,7 @@ struct Evaluator::State {
 
   // A program from a text, or the fault.
   [[nodiscard]] std::int16_t Compile(std::string_view text, eval::Outcome outcome, double largestX);
-  [[nodiscard]] std::int16_t Fail(std::int16_t code, std::size_t position, std::string_view reason);
+  [[nodiscard]] std::int16_t Fail(std::int16_t code, std::size_t position, EvalReason reason);
   // The code of a check that failed.
   [[nodiscard]] std::int16_t FailCheck(std::uint32_t check);
 

@@ -124,21 +124,11 @@ NodeId Pulse(Call& call, Op) {
   return Between(g, place, g.Constant(0), call.arguments[1]);
 }
 
-NodeId Sinc(Call& call, Op) {
+NodeId Gauss(Call& call, Op op) {
   Graph& g = call.graph;
-  const NodeId t = call.arguments[0];
-  const NodeId ratio = g.Binary(Op::Div, g.Unary(Op::Sin, t), t);
-  return g.Select(g.BinaryK(Op::Equal, t, 0.0), g.Constant(1), ratio);
-}
-
-NodeId Gauss(Call& call, Op) {
-  Graph& g = call.graph;
-  NodeId t = call.arguments[0];
-  if (call.arguments.size() > 1) {
-    call.isDividingByZero = !g.CheckDivisor(call.arguments[1], call.position);
-    t = g.Binary(Op::Div, t, call.arguments[1]);
-  }
-  return g.Unary(Op::Exp, g.BinaryK(Op::Mul, g.Binary(Op::Mul, t, t), -0.5));
+  const NodeId sigma = call.arguments.size() > 1 ? call.arguments[1] : g.Constant(1);
+  call.isDividingByZero = !g.CheckDivisor(sigma, call.position);
+  return g.Binary(op, call.arguments[0], sigma);
 }
 
 // sin of 2 pi times the integral of a frequency that runs from f0 at 0 to f1 at the given time.
@@ -189,7 +179,7 @@ constexpr Function functions[] = {
     {"exp2", 1, 1, &OneOperation, Op::Exp2},
     {"floor", 1, 1, &OneOperation, Op::Floor},
     {"frac", 1, 1, &OneOperation, Op::Frac},
-    {"gauss", 1, 2, &Gauss},
+    {"gauss", 1, 2, &Gauss, Op::Gauss},
     {"hypot", 2, 2, &TwoOperands, Op::Hypot},
     {"if", 3, 3, &If},
     {"int", 1, 1, &OneOperation, Op::Trunc},
@@ -211,7 +201,7 @@ constexpr Function functions[] = {
     {"sgn", 1, 1, &OneOperation, Op::Sign},
     {"sign", 1, 1, &OneOperation, Op::Sign},
     {"sin", 1, 1, &OneOperation, Op::Sin},
-    {"sinc", 1, 1, &Sinc},
+    {"sinc", 1, 1, &OneOperation, Op::Sinc},
     {"sinh", 1, 1, &OneOperation, Op::Sinh},
     {"sqr", 1, 2, &Square},
     {"sqrt", 1, 1, &OneOperation, Op::Sqrt},

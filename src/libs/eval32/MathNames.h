@@ -2,6 +2,7 @@
 // place; u10 where there is none, and where whole results shall come out whole). A processor's file defines what one
 // name expands to and includes this in its vectors.
 CALDER_MATH1(Sin, sin, u35)
+CALDER_MATH1(FineSin, sin, u10)
 CALDER_MATH1(Cos, cos, u35)
 CALDER_MATH1(Tan, tan, u35)
 CALDER_MATH1(Asin, asin, u35)

@@ -37,6 +37,7 @@ enum class Op : std::uint8_t {
   Log2,
   Log10,
   Cbrt,
+  Sinc,   // sin(a) / a, 1 at 0
   Wrap,   // twice the place of an angle in its turn: 2 (u - floor(u + value)), u = a / 2 pi
   Random, // value: the number of the rnd in the text
   // of two operands
@@ -50,7 +51,8 @@ enum class Op : std::uint8_t {
   Pow,
   Atan2,
   Hypot,
-  Less, // 1 or 0, as all comparisons
+  Gauss, // exp(-(a / b)^2 / 2)
+  Less,  // 1 or 0, as all comparisons
   LessEqual,
   Equal,
   NotEqual,

@@ -37,8 +37,13 @@ int PrecedenceOf(Symbol symbol) {
   }
 }
 
-std::string Quoted(const Token& token) {
-  return token.symbol == Symbol::End ? "the end of the text" : "\"" + std::string(token.text.substr(0, 20)) + "\"";
+// A word as a sentence shows it: long ones are cut at a whole character.
+std::string Shown(std::string_view word) {
+  constexpr std::size_t limit = 20;
+  if (word.size() <= limit) return std::string(word);
+  std::size_t end = limit;
+  while (end > 0 && (static_cast<unsigned char>(word[end]) & 0xC0U) == 0x80U) --end;
+  return std::string(word.substr(0, end)) + "...";
 }
 
 void MakeLower(std::string_view text, std::string& lower) {
@@ -59,14 +64,14 @@ private:
 
 } // namespace
 
-NodeId Parser::Fail(std::int16_t code, std::size_t position, std::string_view reason) {
-  if (fault_.code == EVAL_SUCCESS) fault_ = {isInBlock_ ? EVAL_BAD_CONSTANTS : code, position, std::string(reason)};
+NodeId Parser::Fail(std::int16_t code, std::size_t position, EvalReason reason, std::string_view word) {
+  if (fault_.code == EVAL_SUCCESS) fault_ = {isInBlock_ ? EVAL_BAD_CONSTANTS : code, position, reason, Shown(word)};
   return noNode;
 }
 
-NodeId Parser::FailAtToken(std::string_view expected) {
-  if (Is(Symbol::BadNumber)) return Fail(EVAL_BAD_NUMBER, token_.position, Quoted(token_) + " is no number");
-  return Fail(EVAL_SYNTAX, token_.position, std::string(expected) + " expected before " + Quoted(token_));
+NodeId Parser::FailAtToken(EvalReason expected) {
+  if (Is(Symbol::BadNumber)) return Fail(EVAL_BAD_NUMBER, token_.position, EvalReason::NoNumber, token_.text);
+  return Fail(EVAL_SYNTAX, token_.position, expected, token_.text);
 }
 
 NodeId Parser::Parse(Constants& constants) {
@@ -81,8 +86,8 @@ NodeId Parser::Parse(Constants& constants) {
   }
   const NodeId result = Expression(conditional);
   if (result == noNode) return noNode;
-  if (Is(Symbol::Close)) return Fail(EVAL_UNBALANCED, token_.position, "\")\" without \"(\"");
-  if (!Is(Symbol::End)) return FailAtToken("an operator");
+  if (Is(Symbol::Close)) return Fail(EVAL_UNBALANCED, token_.position, EvalReason::CloseWithoutOpen);
+  if (!Is(Symbol::End)) return FailAtToken(EvalReason::OperatorExpected);
   return result;
 }
 
@@ -105,12 +110,12 @@ bool Parser::ParseBlock() {
     while (Is(Symbol::Semicolon)) Next();
     if (Is(Symbol::CloseBlock)) return true;
     if (Is(Symbol::End)) {
-      Fail(EVAL_BAD_CONSTANTS, start, "\"[\" without \"]\"");
+      Fail(EVAL_BAD_CONSTANTS, start, EvalReason::BracketWithoutEnd);
       return false;
     }
     if (!ParseDefinition()) return false;
     if (!Is(Symbol::Semicolon) && !Is(Symbol::CloseBlock) && !Is(Symbol::End)) {
-      FailAtToken("\";\" or \"]\"");
+      FailAtToken(EvalReason::DefinitionEndExpected);
       return false;
     }
   }
@@ -119,18 +124,18 @@ bool Parser::ParseBlock() {
 bool Parser::ParseDefinition() {
   const Token name = token_;
   if (!Is(Symbol::Name)) {
-    FailAtToken("the name of a constant");
+    FailAtToken(EvalReason::ConstantNameExpected);
     return false;
   }
   MakeLower(name.text, lowerName_);
   NamedValue definition{lowerName_, 0};
   if (definition.name == "x") {
-    Fail(EVAL_BAD_CONSTANTS, name.position, "x is the variable and no constant");
+    Fail(EVAL_BAD_CONSTANTS, name.position, EvalReason::XIsTheVariable);
     return false;
   }
   Next();
   if (!Is(Symbol::Equal) || token_.text != "=") {
-    FailAtToken("\"=\"");
+    FailAtToken(EvalReason::EqualSignExpected);
     return false;
   }
   Next();
@@ -138,7 +143,7 @@ bool Parser::ParseDefinition() {
   const NodeId value = Expression(conditional);
   if (value == noNode) return false;
   if (!graph_.IsConstant(value)) {
-    Fail(EVAL_BAD_CONSTANTS, start, "a constant cannot depend on x");
+    Fail(EVAL_BAD_CONSTANTS, start, EvalReason::ConstantUsesX);
     return false;
   }
   definition.value = graph_.At(value).value;
@@ -149,7 +154,7 @@ bool Parser::ParseDefinition() {
 NodeId Parser::Expression(int lowest) {
   const Deeper deeper(depth_);
   if (depth_ > depthLimit || graph_.Nodes().size() > nodeLimit)
-    return Fail(EVAL_TOO_COMPLEX, token_.position, "nested too deeply, or too many operations");
+    return Fail(EVAL_TOO_COMPLEX, token_.position, EvalReason::TooComplex);
   NodeId left = Prefix();
   int compared = 0;
   while (left != noNode) {
@@ -157,7 +162,7 @@ NodeId Parser::Expression(int lowest) {
     const int precedence = PrecedenceOf(symbol);
     if (precedence < lowest) break;
     const std::size_t position = token_.position;
-    if (precedence == compared) return Fail(EVAL_SYNTAX, position, "join comparisons with &&");
+    if (precedence == compared) return Fail(EVAL_SYNTAX, position, EvalReason::ComparisonsInARow);
     compared = precedence == equality || precedence == relation ? precedence : 0;
     Next();
     left = precedence == conditional ? Conditional(left) : Operation(left, symbol, position);
@@ -171,7 +176,7 @@ NodeId Parser::Conditional(NodeId condition) {
   const NodeId yes = Expression(conditional);
   graph_.SetGuard(outer);
   if (yes == noNode) return noNode;
-  if (!Is(Symbol::Colon)) return FailAtToken("\":\"");
+  if (!Is(Symbol::Colon)) return FailAtToken(EvalReason::ColonExpected);
   Next();
   graph_.SetGuard(graph_.GuardAnd(condition, false));
   const NodeId no = Expression(conditional);
@@ -180,7 +185,7 @@ NodeId Parser::Conditional(NodeId condition) {
 }
 
 NodeId Parser::Divided(Op op, NodeId left, NodeId right, std::size_t position) {
-  if (!graph_.CheckDivisor(right, position)) return Fail(EVAL_DIVIDE_BY_ZERO, position, "division by zero");
+  if (!graph_.CheckDivisor(right, position)) return Fail(EVAL_DIVIDE_BY_ZERO, position, EvalReason::DivisionByZero);
   return graph_.Binary(op, left, right);
 }
 
@@ -210,7 +215,7 @@ NodeId Parser::Operation(NodeId left, Symbol symbol, std::size_t position) {
 
 NodeId Parser::Prefix() {
   const Deeper deeper(depth_);
-  if (depth_ > depthLimit) return Fail(EVAL_TOO_COMPLEX, token_.position, "nested too deeply");
+  if (depth_ > depthLimit) return Fail(EVAL_TOO_COMPLEX, token_.position, EvalReason::TooComplex);
   bool isNegative = false;
   for (; Is(Symbol::Plus) || Is(Symbol::Minus); Next()) isNegative ^= Is(Symbol::Minus);
   NodeId value = noNode;
@@ -240,13 +245,13 @@ NodeId Parser::Primary() {
     return graph_.Constant(value);
   }
   if (Is(Symbol::Name)) return Name();
-  if (!Is(Symbol::Open)) return FailAtToken("a value");
+  if (!Is(Symbol::Open)) return FailAtToken(EvalReason::ValueExpected);
   const std::size_t open = token_.position;
   Next();
   const NodeId inside = Expression(conditional);
   if (inside == noNode) return noNode;
-  if (Is(Symbol::End) || Is(Symbol::CloseBlock)) return Fail(EVAL_UNBALANCED, open, "\"(\" without \")\"");
-  if (!Is(Symbol::Close)) return FailAtToken("\")\"");
+  if (Is(Symbol::End) || Is(Symbol::CloseBlock)) return Fail(EVAL_UNBALANCED, open, EvalReason::OpenWithoutClose);
+  if (!Is(Symbol::Close)) return FailAtToken(EvalReason::CloseExpected);
   Next();
   return inside;
 }
@@ -263,13 +268,12 @@ NodeId Parser::Name() {
       return graph_.Constant(at->value);
     }
   }
-  if (function != nullptr)
-    return Fail(EVAL_NO_PARENTHESIS, name.position, "\"(\" expected behind the function " + lowerName_);
+  if (function != nullptr) return Fail(EVAL_NO_PARENTHESIS, name.position, EvalReason::OpenExpected, lowerName_);
   Next();
   if (lowerName_ == "x") return graph_.Point();
   if (lowerName_ == "pi") return graph_.Constant(std::numbers::pi);
   if (lowerName_ == "e") return graph_.Constant(std::numbers::e);
-  return Fail(EVAL_UNKNOWN_NAME, name.position, "unknown name " + Quoted(name));
+  return Fail(EVAL_UNKNOWN_NAME, name.position, EvalReason::UnknownName, name.text);
 }
 
 NodeId Parser::CallOf(const Function& function, std::size_t position) {
@@ -282,10 +286,10 @@ NodeId Parser::CallOf(const Function& function, std::size_t position) {
   graph_.SetGuard(outer);
   if (!isRead) return noNode;
   if (arguments.size() < function.minimumArguments || arguments.size() > function.maximumArguments)
-    return Fail(EVAL_ARGUMENT_COUNT, position, "the number of arguments of " + std::string(function.name));
+    return Fail(EVAL_ARGUMENT_COUNT, position, EvalReason::ArgumentCount, function.name);
   Call call{graph_, arguments, position, randomCount, seed_};
   const NodeId result = function.build(call, function.op);
-  return call.isDividingByZero ? Fail(EVAL_DIVIDE_BY_ZERO, position, "division by zero") : result;
+  return call.isDividingByZero ? Fail(EVAL_DIVIDE_BY_ZERO, position, EvalReason::DivisionByZero) : result;
 }
 
 // Begins on the "(" and ends behind the ")".
@@ -315,9 +319,9 @@ bool Parser::ParseArguments(const Function& function, std::vector<NodeId>& argum
       return true;
     }
     if (Is(Symbol::End) || Is(Symbol::CloseBlock))
-      Fail(EVAL_UNBALANCED, open, "\"(\" without \")\"");
+      Fail(EVAL_UNBALANCED, open, EvalReason::OpenWithoutClose);
     else
-      FailAtToken("\",\" or \")\"");
+      FailAtToken(EvalReason::ArgumentEndExpected);
     return false;
   }
 }

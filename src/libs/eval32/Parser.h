@@ -44,8 +44,8 @@ private:
   void Next() { token_ = lexer_.Next(); }
   [[nodiscard]] bool Is(Symbol symbol) const { return token_.symbol == symbol; }
   // Records the first fault; later ones follow from it.
-  NodeId Fail(std::int16_t code, std::size_t position, std::string_view reason);
-  NodeId FailAtToken(std::string_view expected);
+  NodeId Fail(std::int16_t code, std::size_t position, EvalReason reason, std::string_view word = {});
+  NodeId FailAtToken(EvalReason expected);
 
   Lexer lexer_;
   Graph& graph_;

@@ -21,8 +21,8 @@ constexpr std::string_view maskWord = "mask";
 
 } // namespace
 
-bool PatternParser::Fail(std::int16_t code, std::size_t position, std::string_view reason) {
-  fault_ = {code, position, std::string(reason)};
+bool PatternParser::Fail(std::int16_t code, std::size_t position, EvalReason reason) {
+  fault_ = {code, position, reason, {}};
   return false;
 }
 
@@ -39,19 +39,19 @@ void PatternParser::SkipBlanks() {
 EvalFault PatternParser::Parse(Pattern& pattern) {
   pattern_ = &pattern;
   if (text_.size() > patternTextLimit) {
-    Fail(PATTERN_TOO_LONG, patternTextLimit, "the text is too long");
+    Fail(PATTERN_TOO_LONG, patternTextLimit, EvalReason::TextTooLong);
     return fault_;
   }
   for (SkipBlanks(); at_ < text_.size(); SkipBlanks())
     if (!ParseItem()) return fault_;
-  if (!open_.empty()) Fail(PATTERN_UNBALANCED, pattern.items[open_.back()].position, "\"[\" without \"]\"");
+  if (!open_.empty()) Fail(PATTERN_UNBALANCED, pattern.items[open_.back()].position, EvalReason::BracketWithoutEnd);
   return fault_;
 }
 
 bool PatternParser::ParseItem() {
   if (Now() == ']') return ParseClose();
   if (Now() == '[') {
-    if (open_.size() == patternDepthLimit) return Fail(PATTERN_TOO_DEEP, at_, "too many groups inside each other");
+    if (open_.size() == patternDepthLimit) return Fail(PATTERN_TOO_DEEP, at_, EvalReason::GroupsTooDeep);
     open_.push_back(pattern_->items.size());
     pattern_->items.push_back({PatternAct::Open, 0, 1, -1, 0, at_});
     ++at_;
@@ -80,8 +80,7 @@ bool PatternParser::ParseMask() {
   at_ += maskWord.size();
   SkipBlanks();
   PatternItem item{PatternAct::Mask, 0, 1, -1, 0, start};
-  if (Now() != '$' || !ParseHexadecimal(item.bits))
-    return Fail(PATTERN_MASK, start, "Mask takes \"$\" and 1 to 4 hexadecimal digits");
+  if (Now() != '$' || !ParseHexadecimal(item.bits)) return Fail(PATTERN_MASK, start, EvalReason::MaskDigits);
   pattern_->items.push_back(item);
   return true;
 }
@@ -98,14 +97,14 @@ bool PatternParser::ParseRun() {
   case '$': {
     const std::size_t start = at_;
     item.act = PatternAct::Word;
-    if (!ParseHexadecimal(item.bits)) return Fail(PATTERN_SYNTAX, start, "a word has 1 to 4 hexadecimal digits");
+    if (!ParseHexadecimal(item.bits)) return Fail(PATTERN_SYNTAX, start, EvalReason::WordDigits);
     pattern_->items.push_back(item);
     return true;
   }
-  case '}': return Fail(PATTERN_BRACES, at_, "\"}\" without \"{\"");
+  case '}': return Fail(PATTERN_BRACES, at_, EvalReason::BraceWithoutStart);
   default:
-    if (count.isWritten) return Fail(PATTERN_NO_OPERATION, count.position, "L, H, N, X or $ expected behind the count");
-    return Fail(PATTERN_SYNTAX, at_, "no part of the language");
+    if (count.isWritten) return Fail(PATTERN_NO_OPERATION, count.position, EvalReason::ActExpected);
+    return Fail(PATTERN_SYNTAX, at_, EvalReason::NotInLanguage);
   }
   ++at_;
   pattern_->items.push_back(item);
@@ -113,7 +112,7 @@ bool PatternParser::ParseRun() {
 }
 
 bool PatternParser::ParseClose() {
-  if (open_.empty()) return Fail(PATTERN_UNBALANCED, at_, "\"]\" without \"[\"");
+  if (open_.empty()) return Fail(PATTERN_UNBALANCED, at_, EvalReason::BracketWithoutStart);
   const std::size_t position = at_++;
   Count count;
   if (!ParseCount(count)) return false;
@@ -137,7 +136,8 @@ bool PatternParser::ParseCount(Count& count) {
   count.value = 0;
   for (; IsDigit(Now()); ++at_) {
     count.value = count.value * 10 + static_cast<std::uint32_t>(Now() - '0');
-    if (count.value > patternCountLimit) return Fail(PATTERN_COUNT_TOO_LARGE, count.position, "the count is too large");
+    if (count.value > patternCountLimit)
+      return Fail(PATTERN_COUNT_TOO_LARGE, count.position, EvalReason::CountTooLarge);
   }
   SkipBlanks();
   return true;
@@ -145,11 +145,15 @@ bool PatternParser::ParseCount(Count& count) {
 
 bool PatternParser::ParseBraces(Count& count) {
   const std::size_t end = text_.find_first_of("{}", at_ + 1);
-  if (end == std::string_view::npos || text_[end] == '{') return Fail(PATTERN_BRACES, at_, "\"{\" without \"}\"");
+  if (end == std::string_view::npos || text_[end] == '{') return Fail(PATTERN_BRACES, at_, EvalReason::BraceWithoutEnd);
   const std::string_view expression = text_.substr(at_ + 1, end - at_ - 1);
   Program program;
-  const EvalFault fault = compile_(expression, program);
-  if (fault.code != EVAL_SUCCESS) return Fail(PATTERN_EXPRESSION, at_ + 1 + fault.position, fault.reason);
+  fault_ = compile_(expression, program);
+  if (fault_.code != EVAL_SUCCESS) {
+    fault_.code = PATTERN_EXPRESSION;
+    fault_.position += at_ + 1;
+    return false;
+  }
   count.expression = static_cast<std::int32_t>(pattern_->expressions.size());
   pattern_->expressions.push_back(std::move(program));
   count.isWritten = true;

@@ -69,7 +69,7 @@ private:
   // The digits behind a "$"; false when there are none or they make more than 16 bits.
   [[nodiscard]] bool ParseHexadecimal(std::uint16_t& bits);
   void SkipBlanks();
-  bool Fail(std::int16_t code, std::size_t position, std::string_view reason);
+  bool Fail(std::int16_t code, std::size_t position, EvalReason reason);
   [[nodiscard]] char Now() const { return at_ < text_.size() ? text_[at_] : '\0'; }
 
   std::string_view text_;

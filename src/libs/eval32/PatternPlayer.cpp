@@ -22,7 +22,7 @@ EvalFault PatternPlayer::Play() {
 bool PatternPlayer::Spend(double work, std::size_t position) {
   spent_ += work;
   if (spent_ <= workLimit) return true;
-  fault_ = {PATTERN_TOO_DEEP, position, "the groups take too long"};
+  fault_ = {PATTERN_TOO_DEEP, position, EvalReason::GroupsTakeTooLong, {}};
   return false;
 }
 
@@ -48,12 +48,12 @@ bool PatternPlayer::CountOf(const PatternItem& item, std::uint32_t& count) {
   if (!Spend(1 + 4 * static_cast<double>(program.rowCount + program.passes.size()), item.position)) return false;
   double value = 0;
   if (!value_(program, firstPoint_ + static_cast<double>(done_), value)) {
-    fault_ = {PATTERN_EXPRESSION, item.position, "division by zero"};
+    fault_ = {PATTERN_EXPRESSION, item.position, EvalReason::DivisionByZero, {}};
     return false;
   }
   const double whole = std::rint(value);
   if (!(whole >= 0 && whole <= patternCountLimit)) {
-    fault_ = {PATTERN_COUNT_TOO_LARGE, item.position, "the count is negative, too large or no number"};
+    fault_ = {PATTERN_COUNT_TOO_LARGE, item.position, EvalReason::NoCount, {}};
     return false;
   }
   count = static_cast<std::uint32_t>(whole);

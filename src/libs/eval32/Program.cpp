@@ -16,8 +16,8 @@ constexpr std::size_t Index(auto value) {
 
 // Nanoseconds a point, on a processor with short vectors; only the choice of one thread or two hangs on it.
 double CostOf(const Node& node) {
-  if (node.op >= Op::Sin && node.op <= Op::Cbrt) return 1.5;
-  if (node.op >= Op::Pow && node.op <= Op::Hypot) return 3;
+  if (node.op >= Op::Sin && node.op <= Op::Sinc) return 1.5;
+  if (node.op >= Op::Pow && node.op <= Op::Gauss) return 3;
   return node.op == Op::Random || node.op == Op::Mod ? 0.8 : 0.2;
 }
 

@@ -41,12 +41,61 @@ inline constexpr std::int16_t PATTERN_MASK = 116;       // "Mask" without "$" an
 inline constexpr std::int16_t PATTERN_NO_OPERATION = 117; // a count without L, H, N, X or $ behind it
 inline constexpr std::int16_t PATTERN_SYNTAX = 118;       // any other character; no such buffer or range
 
+// Why a text is refused, as the number of a sentence (EvalReasonText). "Expected" reasons are found at a word.
+enum class EvalReason : std::uint8_t {
+  None,
+  NoNumber,
+  OperatorExpected,
+  ValueExpected,
+  CloseExpected,
+  ColonExpected,
+  ArgumentEndExpected,
+  DefinitionEndExpected,
+  ConstantNameExpected,
+  EqualSignExpected,
+  OpenExpected,
+  CloseWithoutOpen,
+  OpenWithoutClose,
+  BracketWithoutEnd,
+  BracketWithoutStart,
+  ArgumentCount,
+  DivisionByZero,
+  UnknownName,
+  XIsTheVariable,
+  ConstantUsesX,
+  ComparisonsInARow,
+  TooComplex,
+  RangeOutsideBuffer,
+  NoMemory,
+  // of patterns
+  TextTooLong,
+  GroupsTooDeep,
+  GroupsTakeTooLong,
+  MaskDigits,
+  WordDigits,
+  BraceWithoutEnd,
+  BraceWithoutStart,
+  ActExpected,
+  NotInLanguage,
+  CountTooLarge,
+  NoCount,
+  Count
+};
+
 // Where the last call found a fault, for people: code 0 when it found none.
 struct EvalFault {
   std::int16_t code = EVAL_SUCCESS;
   std::size_t position = 0; // bytes from the start of the text as it was passed
-  std::string reason;       // a short English sentence
+  EvalReason reason = EvalReason::None;
+  std::string word; // what the sentence names, long ones cut; empty where it names nothing, or the end of the text
 };
+
+// A reason as a short sentence, UTF-8; empty without one.
+struct EvalSentence {
+  std::string japanese;
+  std::string english;
+};
+[[nodiscard]] EvalSentence EvalReasonText(const EvalFault& fault);
 
 // The processors that the evaluator has programs for. The first two give the same bits. The last is for processors that
 // lack fused multiplication; its functions are as exact, but may differ in the last bits.
@@ -75,6 +124,8 @@ public:
   [[nodiscard]] std::int16_t EvalOneL(std::string_view text, std::int32_t x, double& result);
   // Forgets the constants of earlier texts.
   void ClearConstant();
+  // Remembers what the other one remembers, and nothing else.
+  void TakeConstants(const Evaluator& other);
   // The same seed gives the same rnd. An evaluator starts with seed 0.
   void EvalInitRandom(std::int32_t seed);
 

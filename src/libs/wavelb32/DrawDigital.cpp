@@ -95,9 +95,11 @@ int LimitedColumn(const HorizontalView& across, double position) {
 std::int32_t W_DrawDigitalPattern(DeviceContext& context, WaveHandle handle, double xStart, double xSpan,
                                   std::int32_t bitCount, std::int32_t bitMask, double markerA, double markerB,
                                   int width, int height, std::uint32_t traceColor, std::uint32_t quietColor,
-                                  std::uint32_t selectedColor, std::uint32_t scopeColor) {
-  const std::span<const std::int16_t> codes = W_Lock(handle);
+                                  std::uint32_t selectedColor, std::uint32_t scopeColor, std::int32_t pointCount) {
+  std::span<const std::int16_t> codes = W_Lock(handle);
   if (codes.empty()) return W_BAD_HANDLE;
+  if (pointCount < 0 || static_cast<std::size_t>(pointCount) > codes.size()) return W_BAD_RANGE;
+  if (pointCount > 0) codes = codes.first(static_cast<std::size_t>(pointCount));
   const HorizontalView across{xStart, xSpan, width};
   if (!across.IsUsable() || height < 1 || height > wavelb::pictureLimit) return W_BAD_VALUE;
   if (!wavelb::IsUsable(markerA) || !wavelb::IsUsable(markerB)) return W_BAD_VALUE;

@@ -85,11 +85,11 @@ std::int32_t W_DrawGrid2(DeviceContext& context, double yStart, double ySpan, in
 // 16 lanes, the most significant bit at the top: the height is 49 units, one of margin above, three a lane. Lanes whose
 // bit is in bitMask are selected; bits that the model lacks (beyond the top bitCount) are drawn in the quiet colour;
 // the range from markerA to markerB has its own ground in selected lanes. Lanes that are not selected keep the ground
-// that the picture has. The context's pen is changed.
+// that the picture has. The context's pen is changed. pointCount as for W_DrawWave2.
 std::int32_t W_DrawDigitalPattern(DeviceContext& context, WaveHandle handle, double xStart, double xSpan,
                                   std::int32_t bitCount, std::int32_t bitMask, double markerA, double markerB,
                                   int width, int height, std::uint32_t traceColor, std::uint32_t quietColor,
-                                  std::uint32_t selectedColor, std::uint32_t scopeColor);
+                                  std::uint32_t selectedColor, std::uint32_t scopeColor, std::int32_t pointCount = 0);
 // The lanes whose bits are in bitMask, in the context's pen, for paper.
 std::int32_t W_DrawDigital(DeviceContext& context, WaveHandle handle, double xStart, double xSpan, std::int32_t bitMask,
                            int width, int height);

@@ -7,6 +7,7 @@ namespace calder {
 namespace {
 
 constexpr QRgb kBoxGround = 0xFF171C22;
+constexpr QRgb kDisabledGround = 0xFF2C353F;
 constexpr QRgb kBoxBorder = 0xFF3A4552;
 constexpr QRgb kFocusBorder = 0xFF4D9AE0;
 constexpr QRgb kMarkBorder = 0xFF7C8895;
@@ -69,7 +70,10 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
     // A box within a larger control (a list that can be typed into) has no frame; one that only shows has no ground.
     const auto* frame = qstyleoption_cast<const QStyleOptionFrame*>(option);
     if (frame == nullptr || frame->lineWidth <= 0) break;
-    if (!IsReadOnly(*option)) DrawBox(*painter, option->rect, focused ? kFocusBorder : kBoxBorder, QColor(kBoxGround));
+    if (IsReadOnly(*option)) return;
+    const bool enabled = (option->state & State_Enabled) != 0;
+    DrawBox(*painter, option->rect, focused ? kFocusBorder : kBoxBorder,
+            QColor(enabled ? kBoxGround : kDisabledGround));
     return;
   }
   case PE_Frame: {

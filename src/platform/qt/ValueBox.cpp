@@ -13,7 +13,11 @@ void ValueBox::ShowText(const QString& text) {
   shown_ = text;
   if (text != this->text()) {
     setText(text);
-    setCursorPosition(0);
+    if (hasFocus()) {
+      selectAll();
+    } else {
+      setCursorPosition(0);
+    }
   }
 }
 
@@ -89,6 +93,7 @@ void ValueBox::Commit() {
   Q_EMIT Left(text());
   // A refused text leaves what was shown.
   setText(shown_);
+  if (hasFocus()) selectAll(); // what is typed next replaces it
 }
 
 } // namespace calder

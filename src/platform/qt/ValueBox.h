@@ -19,6 +19,8 @@ public:
   void KeepEditKeys(bool keep) { keepEditKeys_ = keep; }
   // A blank cannot be typed.
   void RefuseBlanks() { refuseBlanks_ = true; }
+  // Takes the text as leaving the box does. The focus stays, the whole text is selected.
+  void Commit();
   // Wide enough for that many digits.
   void SetCharacters(int characters);
 
@@ -37,8 +39,6 @@ protected:
   bool focusNextPrevChild(bool next) override;
 
 private:
-  void Commit();
-
   QString shown_;
   bool keepEditKeys_ = false;
   bool refuseBlanks_ = false;

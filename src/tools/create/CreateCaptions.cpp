@@ -22,7 +22,7 @@ constexpr Caption kLabels[] = {
     {"Label_ParamUnit_7", "%", "%"},
     {"Label_Wave", "波形(&T)", "Func&tion"},
     {"Label_Const", "定数(&C)", "&Constant"},
-    {"Label_Expr", "波形関数(&E)", "&Expression"},
+    {"Label_Expr", "波形関数(&S)", "Expre&ssion"},
     {"Label_Area", "範囲(&X)", "Area(&X)"},
     {"Label_To", "～", "to"},
 };

@@ -70,7 +70,23 @@ CreateDialog::~CreateDialog() {
 
 void CreateDialog::OpenFromMainWindow() {
   pages_.PrepareCreate();
-  boxes_[kBoxOffset]->setFocus();
+  Run();
+}
+
+void CreateDialog::OpenFromOperate(const OperateTarget& target, std::function<void()> redrawOperand) {
+  redrawOperand_ = std::move(redrawOperand);
+  pages_.PrepareCreate(target);
+  Run();
+  redrawOperand_ = [] {};
+}
+
+void CreateDialog::Run() {
+  closing_ = false;
+  if (pages_.ExpressionShown()) {
+    ui_->Txt_Expr->setFocus();
+  } else {
+    boxes_[kBoxOffset]->setFocus();
+  }
   exec();
 }
 
@@ -86,10 +102,16 @@ void CreateDialog::MakeMenus() {
   edit->addActions({ui_->Menu_Clear, ui_->Menu_AllClear});
   fileMenu_ = file->menuAction();
   layout()->setMenuBar(bar);
-  connect(ui_->Menu_FileOpen, &QAction::triggered, this, [this] { pages_.Menu_FileOpen_Click(); });
-  connect(ui_->Menu_FileSave, &QAction::triggered, this, [this] { pages_.Menu_FileSave_Click(); });
-  connect(ui_->Menu_Clear, &QAction::triggered, this, [this] { pages_.Menu_Clear_Click(); });
-  connect(ui_->Menu_AllClear, &QAction::triggered, this, [this] { pages_.Menu_AllClear_Click(); });
+  const auto on = [this](QAction* entry, void (CreatePages::*handler)()) {
+    connect(entry, &QAction::triggered, this, [this, handler] {
+      CommitFocus();
+      (pages_.*handler)();
+    });
+  };
+  on(ui_->Menu_FileOpen, &CreatePages::Menu_FileOpen_Click);
+  on(ui_->Menu_FileSave, &CreatePages::Menu_FileSave_Click);
+  on(ui_->Menu_Clear, &CreatePages::Menu_Clear_Click);
+  on(ui_->Menu_AllClear, &CreatePages::Menu_AllClear_Click);
 }
 
 void CreateDialog::FillLists() {
@@ -214,11 +236,12 @@ void CreateDialog::ConnectPreview() {
   connect(picture, &Picture::Released, this, [this](QPoint, Qt::MouseButton) { pages_.PictWave_MouseUp(); });
 }
 
-// A box that has the focus is left before anything else happens, also when a key presses a button.
+// The text of a box that has the focus counts before anything else happens: a menu, a shortcut or the window's own
+// button leaves the focus where it is.
 void CreateDialog::CommitFocus() {
   QWidget* focused = focusWidget();
-  if (focused == nullptr) return;
-  focused->clearFocus();
+  if (auto* value = qobject_cast<ValueBox*>(focused)) value->Commit();
+  if (auto* text = qobject_cast<ExpressionBox*>(focused)) text->Commit();
 }
 
 void CreateDialog::MoveOnFrom(int box) {
@@ -313,10 +336,12 @@ void CreateDialog::StorePosition() {
   calder::StorePosition(program_.registry, kFormName, {pos().x(), pos().y()});
 }
 
-// Every way of closing ends here: the OKs, Cancel, Escape, the window's own button.
+// Every way of closing ends here: the OKs, Cancel, Escape, the window's own button. What was typed last is kept in its
+// page; taken later, it would write into the operand that Cancel has just cleared.
 void CreateDialog::done(int result) {
   if (closing_) return;
   closing_ = true;
+  CommitFocus();
   StorePosition();
   pages_.Form_QueryUnload();
   QDialog::done(result);

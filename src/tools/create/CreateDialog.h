@@ -6,6 +6,7 @@
 #include <QDialog>
 
 #include <array>
+#include <functional>
 #include <memory>
 
 class QLabel;
@@ -29,6 +30,9 @@ public:
 
   // Prepares the pages for the main window, shows the form and returns when it is closed.
   void OpenFromMainWindow();
+  // The same for the Operate dialog: one page, as long as the target's range. redrawOperand is called once an OK has
+  // put a waveform into the target's buffer; after Cancel the buffer holds zeros.
+  void OpenFromOperate(const OperateTarget& target, std::function<void()> redrawOperand);
 
   static constexpr const char* kFormName = "CreateDialog";
 
@@ -40,11 +44,12 @@ private:
   void ShowPage() override;
   void ShowPreview() override;
   void ShowMainRange() override { mainRangeChanged_(); }
-  void ShowOperand() override {}
+  void ShowOperand() override { redrawOperand_(); }
   void SetBusy(bool busy) override;
   void ShowFault(const ExpressionFault& fault) override;
   void Close() override { done(Accepted); }
 
+  void Run();
   void MakeMenus();
   void FillLists();
   void ConnectBoxes();
@@ -60,6 +65,7 @@ private:
   Program& program_;
   CreatePages& pages_;
   std::function<void()> mainRangeChanged_;
+  std::function<void()> redrawOperand_ = [] {}; // nothing but while the Operate dialog has it open
   std::unique_ptr<Ui::CreateDialog> ui_;
   std::array<ValueBox*, kPageBoxes> boxes_{};
   std::array<QLabel*, kPageBoxes> labels_{};

@@ -132,6 +132,8 @@ void CreatePages::Check_Visit() {
 }
 
 int CreatePages::Make_Wave(int page) {
+  // An expression that is not evaluated leaves an empty area, which no OK may take for the page's waveform.
+  if (program_.pages[page].Function == kFunctionExpression && !generator_.ExprEnabled) pageModified_ = true;
   const BusyFor busy(*port_);
   lastFault_ = generator_.Make_Wave(program_.pages[page]);
   return lastFault_.message;

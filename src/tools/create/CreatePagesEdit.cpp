@@ -61,8 +61,6 @@ void CreatePages::Comb_Wave_Click(int function) {
 void CreatePages::Opt_effect_Click(bool effect) {
   if (program_.formSetup) return;
   ThePage().Valid = effect ? kPageTrue : std::int16_t{0};
-  // A choice against the page is a touch, or the next one would undo it.
-  if (!effect) ThePage().Visited = kPageTrue;
 }
 
 void CreatePages::StoreText(std::string& field, const std::string& text, std::size_t limit) {

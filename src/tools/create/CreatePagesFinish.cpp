@@ -58,23 +58,22 @@ void CreatePages::CopyArea(const CreatePage& page) const {
 }
 
 void CreatePages::Btn_OK_Click() {
-  if (fromMainWindow_) Check_Visit();
+  if (fromMainWindow_) {
+    Check_Visit();
+    program_.buffers.Save_Undo();
+  }
   const bool wanted = !fromMainWindow_ || Page().Valid != 0;
-  // Computed before the undo step, which an expression with a fault must not cost.
   const ExpressionFault fault = wanted ? Regenerate() : ExpressionFault{};
   if (fault.message != 0) {
     port_->ShowPreview();
     Tell(fault);
     return;
   }
-  if (fromMainWindow_) {
-    program_.buffers.Save_Undo();
-    if (wanted) {
-      CopyArea(Page());
-      setup_.ForgetControlPoints();
-    }
-  } else {
+  if (!fromMainWindow_) {
     port_->ShowOperand();
+  } else if (wanted) {
+    CopyArea(Page());
+    setup_.ForgetControlPoints();
   }
   CloseAfterOk();
 }
@@ -116,6 +115,7 @@ void CreatePages::Btn_Confirm_Click() {
   pageModified_ = true; // other pages may have written into this one's area of the buffer
   GoToPage(failedPage);
   Refresh();
+  port_->ShowMainRange(); // the other pages are in the waveform
   Tell(failure);
 }
 
@@ -160,14 +160,17 @@ void CreatePages::Menu_FileOpen_Click() {
   if (!fromMainWindow_) return;
   listRead_ = false;
   files_.Open_File(Kind_List);
-  if (listRead_) {
-    // A list shows its first page unless it has the one on show.
-    const int first = program_.pages.FirstValid();
-    if (Page().Valid == 0 && first != 0) currentPage_ = first;
-    drag_.Release();
-    pageModified_ = true;
-    ShowPageArea();
+  if (!listRead_) { // the page on show keeps what was computed for it
+    Change_Parameter();
+    port_->ShowPreview();
+    return;
   }
+  // A list shows its first page unless it has the one on show.
+  const int first = program_.pages.FirstValid();
+  if (Page().Valid == 0 && first != 0) currentPage_ = first;
+  drag_.Release();
+  pageModified_ = true;
+  ShowPageArea();
   Change_Parameter();
   Refresh();
 }

@@ -59,7 +59,7 @@ void ExpressionBox::Insert(const QString& text) {
 
 void ExpressionBox::focusOutEvent(QFocusEvent* event) {
   QPlainTextEdit::focusOutEvent(event);
-  if (event->reason() != Qt::PopupFocusReason) Q_EMIT Left();
+  if (event->reason() != Qt::PopupFocusReason) Commit();
 }
 
 void ExpressionBox::insertFromMimeData(const QMimeData* source) {

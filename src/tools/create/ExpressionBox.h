@@ -21,6 +21,8 @@ public:
   void MarkFault(int position);
   // Puts the cursor there and takes the focus.
   void GoTo(int position);
+  // Hands the text over as leaving the box does; the focus stays.
+  void Commit() { Q_EMIT Left(); }
   // Replaces the selection; a "()" at the end leaves the cursor between the two.
   void Insert(const QString& text);
 

@@ -6,14 +6,19 @@
 namespace calder {
 namespace {
 
-ExpressionFault FaultOf(std::int16_t code, const PreparedText& text, const Evaluator::Fault& fault) {
+std::string ReasonOf(const Evaluator::Fault& fault, Language language) {
+  const EvalSentence reason = EvalReasonText(fault);
+  return language == Language::English ? reason.english : reason.japanese;
+}
+
+ExpressionFault FaultOf(std::int16_t code, const PreparedText& text, const Evaluator::Fault& fault, Language language) {
   if (code == EVAL_SUCCESS) return {};
   ExpressionFault result;
   result.message = code;
   if (code == EVAL_BAD_CONSTANTS) result.message = kMsgBadConstants;
   // Missing memory is no fault of a place in the text.
   if (fault.code == code && code != EVAL_BUFFER && code != EVAL_NO_MEMORY) result.place = text.PlaceOf(fault.position);
-  result.reason = fault.reason;
+  result.reason = ReasonOf(fault, language);
   return result;
 }
 
@@ -64,10 +69,20 @@ ExpressionFault PageGenerator::Make_Wave(const CreatePage& page) {
   return {};
 }
 
-ExpressionFault PageGenerator::EvaluateWith(Evaluator& evaluator, const CreatePage& page) const {
+ExpressionFault PageGenerator::EvaluateWith(Evaluator& evaluator, const CreatePage& page) {
   const PreparedText text(page.Constants, page.Expression, program_.units, program_.settings);
   const std::int16_t code = evaluator.EvalArray1(StartOf(page), page.EndX - page.StartX, buffer_, text.Text());
-  return FaultOf(code, text, evaluator.LastFault());
+  const ExpressionFault fault = FaultOf(code, text, evaluator.LastFault(), program_.language);
+  if (code == EVAL_SUCCESS || program_.settings.YUnit == 0) return fault;
+  // What the unit puts around the expression may have taken part: "(x" is closed by a parenthesis that is not the
+  // user's. The expression alone has the same fault in its own words.
+  SystemInfo inCodes = program_.settings;
+  inCodes.YUnit = 0;
+  const PreparedText alone(page.Constants, page.Expression, program_.units, inCodes);
+  double value = 0;
+  live_.TakeConstants(evaluator);
+  const bool isSame = live_.EvalOneL(alone.Text(), static_cast<std::int32_t>(StartOf(page)), value) == code;
+  return isSame ? FaultOf(code, alone, live_.LastFault(), program_.language) : fault;
 }
 
 ExpressionFault PageGenerator::Evaluate(const CreatePage& page) {
@@ -75,7 +90,7 @@ ExpressionFault PageGenerator::Evaluate(const CreatePage& page) {
 }
 
 ExpressionFault PageGenerator::EvaluateAside(const CreatePage& page) {
-  live_.ClearConstant();
+  live_.TakeConstants(program_.evaluator);
   live_.EvalInitRandom(seed_);
   return EvaluateWith(live_, page);
 }
@@ -90,7 +105,7 @@ ExpressionFault PageGenerator::CheckConstants(const CreatePage& page) {
     fault.message = kMsgBadConstants;
     fault.place = text.PlaceOf(program_.evaluator.LastFault().position);
     fault.place->box = TextBox::Constants;
-    fault.reason = program_.evaluator.LastFault().reason;
+    fault.reason = ReasonOf(program_.evaluator.LastFault(), program_.language);
     return fault;
   }
   return {};

@@ -17,7 +17,7 @@ struct ExpressionFault {
   int message = 0; // of the message table; 0: none
   // Where the user wrote it, in bytes of the page's text; none when the fault is in no place.
   std::optional<TextPlace> place;
-  std::string reason; // plain English, may be empty
+  std::string reason; // a sentence in the language of the program, may be empty
 };
 
 class PageGenerator {
@@ -40,7 +40,8 @@ public:
   // fault the buffer is as it was.
   [[nodiscard]] ExpressionFault Make_Wave(const CreatePage& page);
   [[nodiscard]] ExpressionFault Evaluate(const CreatePage& page);
-  // The same with constants and random values of its own, so that it leaves no trace but in the buffer.
+  // The same by an evaluator of its own, which knows the constants that are remembered but defines none: it leaves no
+  // trace but in the buffer.
   [[nodiscard]] ExpressionFault EvaluateAside(const CreatePage& page);
   // Whether the page's constants are well formed at both ends of its area; message 18 when not.
   [[nodiscard]] ExpressionFault CheckConstants(const CreatePage& page);
@@ -48,7 +49,7 @@ public:
   void ClearArea(const CreatePage& page) const;
 
 private:
-  [[nodiscard]] ExpressionFault EvaluateWith(Evaluator& evaluator, const CreatePage& page) const;
+  [[nodiscard]] ExpressionFault EvaluateWith(Evaluator& evaluator, const CreatePage& page);
   [[nodiscard]] std::int32_t MakeStandard(const CreatePage& page) const;
 
   Program& program_;

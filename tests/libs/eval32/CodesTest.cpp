@@ -30,10 +30,7 @@ double Mod(double a, double b) {
 }
 
 constexpr Row rows[] = {
-    {"x", [](double x) { return x; }},
     {"x-20000.5", [](double x) { return x - 20000.5; }},
-    {"x/2", [](double x) { return x / 2; }},
-    {"-7", [](double) { return -7.0; }},
     {"30000*sin(2*pi*5*x/65537)*exp(-3*x/65537)",
      [](double x) { return 30000 * std::sin(2 * pi * 5 * x / 65537) * std::exp(-3 * x / 65537); }},
     {"((1+2*(x/65537)-3*(x/65537)^2+0.5*(x/65537)^3)-((1+-1)/2))*(65534/(1--1))",
@@ -98,10 +95,10 @@ TEST(Codes, AreThoseOfAPlainLoopOnEveryProcessor) {
 TEST(Codes, DoNotDependOnThreadsBlocksAndProcessors) {
   constexpr std::int32_t points = 70001;
   std::vector<std::string> texts = {"20000*rnd(x)-10000*rnd(x,2)",
-                                    "9000*(tri(x/50,30)+saw(x/70)+sqr(x/90)+pulse(x,3,10)+gauss(x/1e4,2)+sinc(x/99))",
+                                    "5000*(tri(x/50,30)+saw(x/70)+sqr(x/90)+pulse(x,3,10)+gauss(x/1e4,2)+sinc(x/99))",
                                     "1000*(asin(x/1e5)+acos(x/1e5)+atan(x)+sinh(x/1e5)+cosh(x/1e5)+tanh(x/1e5))",
-                                    "1000*(asinh(x)+acosh(x+1)+atanh(x/1e5)+exp2(x/1e5)+exp10(x/1e5)+log2(x+1))",
-                                    "1000*(log10(x+1)+cbrt(x)+x^1.5/x^1.25+chirp(x/1e4,1,9,7)+cos(x))"};
+                                    "600*(asinh(x)+acosh(x+1)+atanh(x/1e5)+exp2(x/1e5)+exp10(x/1e5)+log2(x+1))",
+                                    "500*(log10(x+1)+cbrt(x)+x^1.5/(x+1)^1.25+chirp(x/1e4,1,9,7)+cos(x))"};
   for (const Row& row : rows) texts.emplace_back(row.text);
   const TestWave whole(points);
   const TestWave parts(points);
@@ -109,12 +106,9 @@ TEST(Codes, DoNotDependOnThreadsBlocksAndProcessors) {
     if (processor == EvalProcessor::Plain) continue;
     Evaluator best(1, Processors().front());
     Evaluator two(2, processor, 1000);
+    for (Evaluator* each : {&best, &two})
+      EXPECT_EQ(each->EvalArray1(0, points, whole.Handle(), "1/(x-70000)"), EVAL_DIVIDE_BY_ZERO);
     for (const std::string& text : texts) {
-      if (text.find("x^1.5/") != std::string::npos) {
-        ASSERT_EQ(best.EvalArray1(0, points, whole.Handle(), text), EVAL_DIVIDE_BY_ZERO);
-        EXPECT_EQ(two.EvalArray1(0, points, whole.Handle(), text), EVAL_DIVIDE_BY_ZERO);
-        continue;
-      }
       ASSERT_EQ(best.EvalArray1(0, points, whole.Handle(), text), 0) << text;
       ASSERT_EQ(two.EvalArray1(0, points, parts.Handle(), text), 0) << text;
       EXPECT_EQ(parts.Copy(), whole.Copy()) << text << " " << static_cast<int>(processor);

@@ -15,7 +15,7 @@ constexpr double pi = std::numbers::pi;
 
 double Value(Evaluator& evaluator, std::string_view text, std::int32_t x = 0) {
   double result = -12345;
-  EXPECT_EQ(evaluator.EvalOneL(text, x, result), 0) << text << ": " << evaluator.LastFault().reason;
+  EXPECT_EQ(evaluator.EvalOneL(text, x, result), 0) << text << ": " << EvalReasonText(evaluator.LastFault()).english;
   return result;
 }
 

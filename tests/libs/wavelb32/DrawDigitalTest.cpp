@@ -13,11 +13,11 @@ using Calls = std::vector<std::string>;
 constexpr int height = 98;
 
 Calls Pattern(const TestWave& wave, double xStart, double xSpan, int width, int bitCount, int mask, double a = 0,
-              double b = 0) {
+              double b = 0, std::int32_t pointCount = 0) {
   RecordingContext context(width, height);
-  EXPECT_EQ(
-      W_DrawDigitalPattern(context, wave.Handle(), xStart, xSpan, bitCount, mask, a, b, width, height, 1, 2, 3, 4),
-      W_SUCCESS);
+  EXPECT_EQ(W_DrawDigitalPattern(context, wave.Handle(), xStart, xSpan, bitCount, mask, a, b, width, height, 1, 2, 3, 4,
+                                 pointCount),
+            W_SUCCESS);
   return context.calls;
 }
 
@@ -50,6 +50,7 @@ TEST(DrawDigital, SelectedLanesHaveAGroundAndTheScopeItsOwn) {
 TEST(DrawDigital, NothingIsDrawnBesideTheWaveform) {
   const TestWave wave(Codes(4, 0));
   EXPECT_EQ(Pattern(wave, 2, 8, 8, 16, 0)[1], "columns 0 7..7 7..7 - - - - - -");
+  EXPECT_EQ(Pattern(wave, 2, 2, 4, 16, 0, 0, 0, 3)[1], "columns 0 7..7 7..7 - -") << "the buffer may be longer";
   EXPECT_EQ(Pattern(wave, -2, 8, 8, 16, 0)[1], "columns 0 - - 7..7 7..7 7..7 7..7 - -");
 }
 
