@@ -14,8 +14,8 @@ public:
   LoopTest(Program& program, WaveTransfer& transfer, TransferProgress& progress)
       : program_(program), transfer_(transfer), progress_(progress) {}
 
-  // The first press runs the loop and returns when it is over: behind a transfer that failed or was cancelled, or behind
-  // the one under way when there was a press while it ran.
+  // The first press runs the loop and returns when it is over: behind a transfer that failed or was cancelled, or
+  // behind the one under way when there was a press while it ran.
   void Press();
   [[nodiscard]] bool Running() const { return running_; }
 

@@ -81,7 +81,7 @@ TEST_F(BenchTest, TheKiLanguageIsStrict) {
        {"UNX", "LISTEN 31", "DATA 256", "'text'", "DATA 'open", "14", "unl", "LISTEN 14 DATA HELLO"}) {
     EXPECT_NE(transmit(text), 0) << text;
   }
-  ASSERT_EQ(transmit("UNT UNL LISTEN 14 TALK MTA DATA '*ID' EOI DATA 'N?' UNT UNL LISTEN MLA TALK 14"), 0);
+  ASSERT_EQ(transmit("UNT UNL LISTEN 14 TALK MTA DATA '*IDN' EOI DATA '?' UNT UNL LISTEN MLA TALK 14"), 0);
   std::array<char, 64> answer{};
   long received = 0;
   EXPECT_EQ(ki->_ieee_receive(answer.data(), 2, &received), KiGpib::kBufferOverflow);
