@@ -8,7 +8,7 @@ namespace {
 
 constexpr const char* kFolderName = "calder";
 
-// The base of the user's data files, as the XDG base directory specification has it: a relative path is none.
+// The base of the user's data files, as the XDG base directories are defined: a relative path is none.
 std::filesystem::path DataHome() {
   const char* stated = std::getenv("XDG_DATA_HOME"); // NOLINT: read before any thread writes
   if (stated != nullptr && *stated == '/') return stated;
