@@ -161,6 +161,7 @@ public:
 class Copies final : public Instances {
 public:
   [[nodiscard]] bool OthersRunning() const override { return others; }
+  void CountedIn() override {}
   bool StartCopy() override {
     ++started;
     return true;

@@ -37,7 +37,7 @@ std::string Get(const SettingsStore& store, const std::string& section, const st
 
 } // namespace
 
-clsRegistry::clsRegistry(SettingsStore& store, const Instances& instances) : store_(store) {
+clsRegistry::clsRegistry(SettingsStore& store, Instances& instances) : store_(store) {
   if (!instances.OthersRunning()) {
     for (int board = 0; board < 4; ++board) store_.Set("GPIB" + std::to_string(board), "Busy", BoolText(false));
     store_.Set(kSystem, "WinHandle", "0");
@@ -52,6 +52,7 @@ clsRegistry::clsRegistry(SettingsStore& store, const Instances& instances) : sto
     return text;
   });
   store_.Update(kSystem, "WinCount", countUp);
+  instances.CountedIn();
   debugMode_ = IsTrue(Get(store_, kSystem, "DebugMode", "False"));
   loopTest_ = IsTrue(Get(store_, kSystem, "LoopTest", "False"));
   LoadPositions();

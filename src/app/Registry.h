@@ -18,7 +18,7 @@ class clsRegistry {
 public:
   static constexpr int kFormSlots = 11; // 0 to 10; the last one is never written
 
-  clsRegistry(SettingsStore& store, const Instances& instances);
+  clsRegistry(SettingsStore& store, Instances& instances);
   ~clsRegistry() { Release(); }
   clsRegistry(const clsRegistry&) = delete;
   clsRegistry& operator=(const clsRegistry&) = delete;

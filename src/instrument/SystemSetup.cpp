@@ -115,6 +115,17 @@ void SystemSetup::FitInterface() {
   if (listed && InterfaceChoice() < 0 && !interfaces_.empty()) ChooseInterface(interfaces_.front().kind);
 }
 
+void SystemSetup::FitChannel() {
+  SystemInfo& settings = program_.settings;
+  const ModelDatabase& models = program_.models;
+  const std::int32_t channels = models.SysGetChannelCnt(settings.ModelNo);
+  if (channels > 0 && (settings.Channel < 0 || settings.Channel >= channels))
+    models.SysChangeChannel(settings.ModelNo, channels - 1, settings);
+  const std::int32_t ranges = models.SysGetRangeCnt(settings.ModelNo, settings.Channel);
+  if (ranges > 0 && (settings.RangeNo < 0 || settings.RangeNo >= ranges))
+    models.SysChangeRange(settings.ModelNo, settings.Channel, ranges - 1, settings);
+}
+
 void SystemSetup::LoadCommandTables() {
   for (int table = 0; table < 4; ++table) {
     const auto i = static_cast<std::size_t>(table);
@@ -145,6 +156,7 @@ void SystemSetup::ChooseTransferFormat(int format) {
 }
 
 void SystemSetup::RecordLoaded() {
+  FitChannel();
   RefillLists();
   if (program_.interfaceKind < kNiGpib || program_.interfaceKind > kSimulated) program_.interfaceKind = kUsbTmc;
   FitInterface();

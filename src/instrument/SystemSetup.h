@@ -57,6 +57,8 @@ public:
   void ChooseInterface(std::int16_t kind);
   // A kind of the list that the model does not offer becomes the model's first one. The kinds that no list offers stay.
   void FitInterface();
+  // A channel or range that the model does not have becomes its last one.
+  void FitChannel();
   // Reads the model's four command tables.
   void LoadCommandTables();
 

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 
 namespace calder {
 namespace {
@@ -268,7 +269,7 @@ void SetupDesk::EnterUnitRange(Axis axis, End end, std::string_view text) {
     double least = axis == Axis::X ? settings.XUserMin : settings.YUserMin;
     double most = axis == Axis::X ? settings.XUserMax : settings.YUserMax;
     (end == End::Min ? least : most) = ParseEng(text);
-    if (least < most) { // a range without a length has no scale
+    if (least < most && std::isfinite(most - least)) { // a range without a length, or an endless one, has no scale
       (axis == Axis::X ? settings.XUserMin : settings.YUserMin) = least;
       (axis == Axis::X ? settings.XUserMax : settings.YUserMax) = most;
     }

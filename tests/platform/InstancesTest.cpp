@@ -10,6 +10,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
+#include <thread>
 
 namespace calder {
 namespace {
@@ -22,7 +24,8 @@ TEST(Instances, ACopyThatCrashedDoesNotCount) {
   const pid_t child = fork();
   ASSERT_GE(child, 0);
   if (child == 0) {
-    const PosixInstances mine(lock, "/bin/true");
+    PosixInstances mine(lock, "/bin/true");
+    mine.CountedIn();
     const char alone = mine.OthersRunning() ? 'o' : 'a';
     if (write(ready[1], &alone, 1) != 1) _exit(1);
     pause();
@@ -34,9 +37,18 @@ TEST(Instances, ACopyThatCrashedDoesNotCount) {
   EXPECT_TRUE(PosixInstances(lock, "/bin/true").OthersRunning());
   kill(child, SIGKILL);
   ASSERT_EQ(waitpid(child, nullptr, 0), child);
-  const PosixInstances first(lock, "/bin/true");
+  PosixInstances first(lock, "/bin/true");
   EXPECT_FALSE(first.OthersRunning());
-  EXPECT_TRUE(PosixInstances(lock, "/bin/true").OthersRunning());
+  // A copy that starts before the first one has counted itself in waits for that.
+  std::atomic<bool> counted = false;
+  std::thread second([&] {
+    EXPECT_TRUE(PosixInstances(lock, "/bin/true").OthersRunning());
+    EXPECT_TRUE(counted);
+  });
+  usleep(20000);
+  counted = true; // before the lock is shared, hence before the second copy goes on
+  first.CountedIn();
+  second.join();
   close(ready[0]);
   close(ready[1]);
 }

@@ -75,6 +75,7 @@ TEST_F(Desk, EntriesStayInTheirRanges) {
   desk->EnterUnitName(SetupDesk::Axis::X, "ミリ秒ミリ秒ミリ秒");
   EXPECT_EQ(desk->UnitName(SetupDesk::Axis::X), "ミリ秒ミリ秒ミリ");
   desk->EnterUnitRange(SetupDesk::Axis::X, SetupDesk::End::Max, "-1"); // below the smallest
+  desk->EnterUnitRange(SetupDesk::Axis::X, SetupDesk::End::Min, "-1e300T");
   desk->EnterUnitRange(SetupDesk::Axis::X, SetupDesk::End::Max, "2.5k");
   EXPECT_EQ(settings.XUserMax, 2500);
   const double frequency = settings.Frequency = 1234.000000001;
@@ -171,6 +172,19 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
     }
     EXPECT_EQ(program->interfaceKind, shown);
   }
+
+  // Written by hand: the first model, a channel and a range that only another one has.
+  desk->ChooseModel(1);
+  settings.Channel = 7;
+  settings.RangeNo = 9;
+  settings.ModelName = "XG5530";
+  const SystemFile written(*program, waveFiles);
+  ASSERT_EQ(written.Write_SystemFile(path), 0);
+  desktop.dialogs.Answer(path);
+  desk->Menu_FileOpen_Click();
+  EXPECT_EQ(settings.ModelName, "XG5530");
+  EXPECT_EQ(settings.Channel, 0);
+  EXPECT_LT(settings.RangeNo, static_cast<int>(setup->Ranges().size()));
 
   std::filesystem::resize_file(path, 100);
   const SystemInfo before = settings;

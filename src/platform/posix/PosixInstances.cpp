@@ -7,23 +7,33 @@
 #include <unistd.h>
 
 #include <array>
+#include <cerrno>
 #include <filesystem>
 
 extern char** environ; // NOLINT(readability-redundant-declaration): POSIX asks the program to declare it
 
 namespace calder {
 
-// Every copy holds a shared lock for its whole life; the one that can take it exclusively is alone.
+// Every copy holds a shared lock for its whole life; the one that can take it exclusively is alone. It keeps it so
+// until it has counted itself in, and a second copy that starts in that moment waits for its shared one.
 PosixInstances::PosixInstances(const std::string& lockPath, std::string program) : program_(std::move(program)) {
   std::error_code error;
   std::filesystem::create_directories(std::filesystem::path(lockPath).parent_path(), error);
   fd_ = open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (fd_ < 0) return;
   others_ = flock(fd_, LOCK_EX | LOCK_NB) != 0;
-  if (flock(fd_, LOCK_SH) != 0) {
-    close(fd_);
-    fd_ = -1;
-  }
+  if (others_) CountedIn();
+}
+
+void PosixInstances::CountedIn() {
+  if (fd_ < 0) return;
+  int result = 0;
+  do {
+    result = flock(fd_, LOCK_SH);
+  } while (result != 0 && errno == EINTR);
+  if (result == 0) return;
+  close(fd_);
+  fd_ = -1;
 }
 
 PosixInstances::~PosixInstances() {

@@ -14,6 +14,7 @@ public:
   PosixInstances& operator=(const PosixInstances&) = delete;
 
   [[nodiscard]] bool OthersRunning() const override { return others_; }
+  void CountedIn() override;
   bool StartCopy() override;
 
 private:

@@ -52,6 +52,10 @@ void ValueBox::keyPressEvent(QKeyEvent* event) {
     event->accept();
     return;
   case Qt::Key_Escape:
+    if (text() == shown_) { // nothing to take back: for the form
+      event->ignore();
+      return;
+    }
     setText(shown_);
     selectAll();
     event->accept();
