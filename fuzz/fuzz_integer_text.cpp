@@ -13,7 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::size_t count = 0;
   TextFault fault;
   if (!ParseCodes(text, codes, count, fault)) {
-    if (fault.reason.empty() || fault.line < 0 || fault.line > static_cast<std::int64_t>(size)) std::abort();
+    if (fault.reason == TextReason::None || fault.line < 0 || fault.line > static_cast<std::int64_t>(size))
+      std::abort();
     return 0;
   }
   if (count == 0 || count > kMost) std::abort();

@@ -11,7 +11,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   RealValues reals;
   TextFault fault;
   if (!ParseReals(text, 100, reals, fault)) {
-    if (fault.reason.empty() || fault.line < 0 || fault.line > static_cast<std::int64_t>(size)) std::abort();
+    if (fault.reason == TextReason::None || fault.line < 0 || fault.line > static_cast<std::int64_t>(size))
+      std::abort();
     return 0;
   }
   if (reals.values.empty() || reals.values.size() > 100) std::abort();

@@ -10,6 +10,7 @@
 #include <QDropEvent>
 #include <QMimeData>
 #include <QScreen>
+#include <QStatusBar>
 
 #include <algorithm>
 

@@ -25,8 +25,8 @@ bool BindStatus(const BusLibrary& library, Ni4882& api) {
 } // namespace
 
 std::unique_ptr<Ni4882> Ni4882::Load(BusLibraries& libraries) {
-  return LoadComplete<Ni4882>(libraries, kNames, [](const BusLibrary& library, Ni4882& api) {
-    return BindCalls(library, api) && BindStatus(library, api);
+  return LoadComplete<Ni4882>(libraries, kNames, [](const BusLibrary& opened, Ni4882& api) {
+    return BindCalls(opened, api) && BindStatus(opened, api);
   });
 }
 

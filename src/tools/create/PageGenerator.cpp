@@ -72,7 +72,7 @@ ExpressionFault PageGenerator::Make_Wave(const CreatePage& page) {
 ExpressionFault PageGenerator::EvaluateWith(Evaluator& evaluator, const CreatePage& page) {
   const PreparedText text(page.Constants, page.Expression, program_.units, program_.settings);
   const std::int16_t code = evaluator.EvalArray1(StartOf(page), page.EndX - page.StartX, buffer_, text.Text());
-  const ExpressionFault fault = FaultOf(code, text, evaluator.LastFault(), program_.language);
+  ExpressionFault fault = FaultOf(code, text, evaluator.LastFault(), program_.language);
   if (code == EVAL_SUCCESS || program_.settings.YUnit == 0) return fault;
   // What the unit puts around the expression may have taken part: "(x" is closed by a parenthesis that is not the
   // user's. The expression alone has the same fault in its own words.
