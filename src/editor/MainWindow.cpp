@@ -11,6 +11,7 @@
 #include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
+#include <QTimer>
 
 #include <algorithm>
 
@@ -325,8 +326,11 @@ void MainWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
   // Behind the drop: a message box here would hold up the program that the file came from.
   const std::string path = event->mimeData()->urls().front().toLocalFile().toStdString();
-  QMetaObject::invokeMethod(
-      this, [this, path] { editor_.FileDropped(path); }, Qt::QueuedConnection);
+  auto* opening = new QTimer(this); // the window owns it
+  opening->setSingleShot(true);
+  connect(opening, &QTimer::timeout, this, [this, path] { editor_.FileDropped(path); });
+  connect(opening, &QTimer::timeout, opening, &QObject::deleteLater);
+  opening->start(0);
 }
 
 } // namespace calder

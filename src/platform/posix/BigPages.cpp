@@ -64,7 +64,8 @@ void UseBigPagesForHeap() {
   const auto grown = reinterpret_cast<std::uintptr_t>(::sbrk(0));
   const std::uintptr_t first = RoundedUp(end, kBigPage);
   if (filler == nullptr || grown < first + kBigPage) return;
-  static_cast<void>(::madvise(reinterpret_cast<void*>(first), (grown - first) / kBigPage * kBigPage, MADV_HUGEPAGE));
+  auto* heap = reinterpret_cast<void*>(first); // NOLINT: an address that was rounded up
+  static_cast<void>(::madvise(heap, (grown - first) / kBigPage * kBigPage, MADV_HUGEPAGE));
 #endif
 }
 
