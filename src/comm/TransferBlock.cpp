@@ -26,8 +26,8 @@ CALDER_VECTOR void CopySwapped(const std::int16_t* codes, std::uint16_t* out, st
   for (std::size_t i = 0; i < count; ++i) out[i] = InOrder<ByteOrder::HighFirst>(static_cast<std::uint16_t>(codes[i]));
 }
 
-// Division by 2^shift, shift 2 to 15: the floor, and one more when the rest is above a half, or is a half and the floor is
-// odd. The upper half of a product is one instruction for many codes; a shift by a number that is not known is not.
+// Division by 2^shift, shift 2 to 15: the floor, and one more when the rest is above a half, or is a half and the floor
+// is odd. The upper half of a product is one instruction for many codes; a shift by a number that is not known is not.
 template <ByteOrder order>
 [[gnu::always_inline]] inline void PowerLoop(const std::int16_t* codes, std::uint16_t* out, std::size_t count,
                                              int shift) {

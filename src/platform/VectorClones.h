@@ -1,6 +1,6 @@
-// CALDER_VECTOR before a function with a hot, plain loop: the compiler makes one version for the basic processor, one for
-// AVX2 and one for AVX-512, and the right one is chosen when the program starts. All give the same results, because no
-// product and sum are fused (see cmake/Warnings.cmake). CALDER_SHORT_VECTOR is for loops that often run over few
+// CALDER_VECTOR before a function with a hot, plain loop: the compiler makes one version for the basic processor, one
+// for AVX2 and one for AVX-512, and the right one is chosen when the program starts. All give the same results, because
+// no product and sum are fused (see cmake/Warnings.cmake). CALDER_SHORT_VECTOR is for loops that often run over few
 // elements, where the longest vectors cost more than they give. Where the tools cannot do that (sanitizers, other
 // compilers) both are nothing.
 #pragma once

@@ -23,7 +23,7 @@ CALDER_VECTOR Extremes ExtremesVector(const std::int16_t* codes, std::int32_t co
 }
 
 CALDER_SHORT_VECTOR void ReduceVector(const std::int16_t* codes, const std::int32_t* edges, std::int32_t columns,
-                                std::int16_t* lows, std::int16_t* highs) {
+                                      std::int16_t* lows, std::int16_t* highs) {
   for (std::int32_t c = 0; c < columns; ++c) {
     const std::int32_t first = edges[c];
     const std::int32_t count = edges[c + 1] - first;

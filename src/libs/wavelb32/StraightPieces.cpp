@@ -14,7 +14,8 @@ namespace {
 // not decide on which side of a jump a point stands that is meant to be on it.
 constexpr double jumpTolerance = 1e-9;
 
-// Runs are worth looking for when a period has at least so many points, and worth filling at once when they have so many.
+// Runs are worth looking for when a period has at least so many points, and worth filling at once when they have so
+// many.
 constexpr double pointsOfLongPeriod = 512;
 constexpr std::int32_t shortestRun = 64;
 

@@ -1,5 +1,5 @@
-// The toolkit's Fusion style with quiet boxes and round indicators. Drawn here, because a style sheet of the application
-// costs a start a tenth of its time.
+// The toolkit's Fusion style with quiet boxes and round indicators. Drawn here, because a style sheet of the
+// application costs a start a tenth of its time.
 #pragma once
 
 #include <QProxyStyle>
