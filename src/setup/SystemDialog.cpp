@@ -8,6 +8,7 @@
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QRegularExpressionValidator>
+#include <QShortcut>
 #include <QTimer>
 
 namespace calder {
@@ -59,6 +60,7 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void
   for (ValueBox* box : {ui_->Txt_Unit_Name_0, ui_->Txt_Unit_Name_1})
     box->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   program_.formSetup = false;
+  ConnectTabs();
   ConnectSystem();
   ConnectMemory();
   ConnectOscillator();
@@ -100,6 +102,20 @@ void SystemDialog::MakeMenus() {
   connect(ui_->Menu_LogTraffic, &QAction::toggled, this, [this](bool on) { desk_.Trace().Keep(on); });
   connect(ui_->Menu_SaveLog, &QAction::triggered, this, [this] { desk_.SaveLog(); });
   connect(ui_->Menu_LastTransfer, &QAction::triggered, this, &SystemDialog::ShowLastTransfer);
+}
+
+// The tabs have no access keys in Japanese, and a list would take Ctrl+Tab for a letter.
+void SystemDialog::ConnectTabs() {
+  const std::pair<QKeySequence, int> steps[] = {{Qt::CTRL | Qt::Key_Tab, 1},
+                                                {Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, -1},
+                                                {Qt::CTRL | Qt::Key_PageDown, 1},
+                                                {Qt::CTRL | Qt::Key_PageUp, -1}};
+  for (const auto& [keys, step] : steps) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, [this, by = step] {
+      const int count = ui_->SSTab->count();
+      ui_->SSTab->setCurrentIndex((ui_->SSTab->currentIndex() + by + count) % count);
+    });
+  }
 }
 
 void SystemDialog::ConnectSystem() {

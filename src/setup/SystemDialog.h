@@ -42,6 +42,7 @@ private:
   void Close() override { done(Accepted); }
 
   void MakeMenus();
+  void ConnectTabs();
   void ConnectSystem();
   void ConnectMemory();
   void ConnectOscillator();
