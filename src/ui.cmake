@@ -1,7 +1,8 @@
 # calder_ui: the forms and what the desktop gives; and the program.
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg)
 find_package(PkgConfig REQUIRED)
-pkg_check_modules(CALDER_XCB REQUIRED IMPORTED_TARGET xcb xcb-ewmh)
+pkg_check_modules(CALDER_XCB REQUIRED IMPORTED_TARGET xcb)
+find_library(CALDER_EWMH NAMES libxcb-ewmh.a xcb-ewmh REQUIRED)
 
 add_library(calder_ui STATIC
   Application.cpp
@@ -44,7 +45,7 @@ add_library(calder_ui STATIC
 add_library(calder::ui ALIAS calder_ui)
 set_target_properties(calder_ui PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
 target_link_libraries(calder_ui
-  PRIVATE $<BUILD_INTERFACE:calder_flags> PkgConfig::CALDER_XCB Qt6::Svg
+  PRIVATE $<BUILD_INTERFACE:calder_flags> ${CALDER_EWMH} PkgConfig::CALDER_XCB Qt6::Svg
   PUBLIC calder_core Qt6::Widgets)
 target_compile_definitions(calder_ui PRIVATE QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
 target_precompile_headers(calder_ui PRIVATE <QtWidgets> <string> <vector>)
