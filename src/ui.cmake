@@ -2,6 +2,7 @@
 find_package(Qt6 6.4 REQUIRED COMPONENTS Widgets Svg)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(CALDER_XCB REQUIRED IMPORTED_TARGET xcb)
+# Linked in: a shared library costs every start the time to find, map and bind it.
 find_library(CALDER_EWMH NAMES libxcb-ewmh.a xcb-ewmh REQUIRED)
 
 add_library(calder_ui STATIC
