@@ -49,7 +49,12 @@ target_link_libraries(calder_ui
   PRIVATE $<BUILD_INTERFACE:calder_flags> ${CALDER_EWMH} PkgConfig::CALDER_XCB Qt6::Svg
   PUBLIC calder_core Qt6::Widgets)
 target_compile_definitions(calder_ui PRIVATE QT_NO_CAST_TO_ASCII QT_NO_KEYWORDS)
-target_precompile_headers(calder_ui PRIVATE <QtWidgets> <string> <vector>)
+# Each form's captions are tables of the same names.
+set_source_files_properties(editor/MainWindowCaptions.cpp setup/SystemCaptions.cpp tools/create/CreateCaptions.cpp
+                            PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+if(NOT CMAKE_UNITY_BUILD)
+  target_precompile_headers(calder_ui PRIVATE <QtWidgets> <string> <vector>)
+endif()
 
 add_executable(calder main.cpp)
 target_link_libraries(calder PRIVATE calder_ui $<BUILD_INTERFACE:calder_flags>)

@@ -111,6 +111,7 @@ private:
 // Milliseconds of a time limit's code, as the millisecond-based libraries take it: 1 for 0 to 5, then 3, 10, ...
 // 1000000.
 [[nodiscard]] unsigned long TimeLimitMilliseconds(int code);
+constexpr int kTimeLimit300ms = 10; // the code that every back end begins with
 
 // A reply of that many characters: up to the first line feed or carriage return, without blanks at its end.
 void CutReply(std::string& reply, std::size_t received);

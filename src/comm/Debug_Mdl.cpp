@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::size_t kAnswerLength = 99;
 constexpr const char* kDefaultFile = "simulated.ini";
-constexpr int kTimeLimit300ms = 10;
 
 std::vector<std::string> QueriesOf(std::string_view text) {
   std::vector<std::string> queries;

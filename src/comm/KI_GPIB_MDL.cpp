@@ -9,7 +9,6 @@ namespace {
 
 constexpr long kReceiveLength = 1024;
 constexpr int kSystemController = 0;
-constexpr int kTimeLimit300ms = 10;
 
 int ResultOf(int status) {
   switch (status) {

@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "comm/GpibIO.h"
+#include "comm/TransferBlock.h"
 #include "instrument/SystemSetup.h"
 #include "libs/spline32/spline32.h"
 
@@ -15,7 +16,6 @@ namespace {
 
 constexpr int kReceiveLimit = 1048832; // bytes: the largest block and what stands before it
 constexpr std::size_t kSearched = 32;  // bytes in which the block's start is looked for
-constexpr std::size_t kHeader = 8;
 constexpr std::size_t kControlPoint = 6;
 
 std::string ReceiveFile(const Program& program) {
@@ -84,15 +84,15 @@ ReceivedBlock ParseReceivedBlock(std::string_view content) {
   const auto [end, error] = std::from_chars(countText.data(), countText.data() + countText.size(), bytes);
   if (error != std::errc{} || end != countText.data() + countText.size()) return block;
   const std::string_view body = content.substr(countAt + countText.size());
-  if (bytes < kHeader || body.size() < bytes) return block;
+  if (bytes < kBlockHeader || body.size() < bytes) return block;
 
   const std::uint32_t format = WordAt(body, 0);
   if (format == 0) {
     block.kind = ReceivedBlock::Kind::Points;
-    for (std::size_t i = kHeader; i + 2 <= bytes; i += 2) block.codes.push_back(CodeAt(body, i));
+    for (std::size_t i = kBlockHeader; i + 2 <= bytes; i += 2) block.codes.push_back(CodeAt(body, i));
   } else if (format == 1) {
     block.kind = ReceivedBlock::Kind::ControlPoints;
-    for (std::size_t i = kHeader; i + kControlPoint <= bytes; i += kControlPoint) {
+    for (std::size_t i = kBlockHeader; i + kControlPoint <= bytes; i += kControlPoint) {
       block.positions.push_back(static_cast<std::int32_t>(WordAt(body, i)));
       block.codes.push_back(CodeAt(body, i + 4));
     }

@@ -11,7 +11,6 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little);
 
-constexpr std::size_t kHeader = 8;
 constexpr std::size_t kAtOnce = 65536; // points between two looks at the progress
 
 enum class ByteOrder : std::uint8_t { HighFirst, LowFirst };
@@ -121,7 +120,7 @@ bool BuildTransferBlock(const BlockRequest& request, std::vector<std::byte>& blo
   const bool low = request.lowByteFirst;
   const std::int16_t* codes = request.codes.data();
   if (request.layout == BlockLayout::ControlPoints) {
-    block.resize(kHeader + count * 6);
+    block.resize(kBlockHeader + count * 6);
     std::byte* out = PutWord(PutWord(block.data(), 1, low), static_cast<std::uint32_t>(count), low);
     return InParts(count, progress, [&](std::size_t from, std::size_t to) {
       for (std::size_t i = from; i < to; ++i) {
@@ -133,7 +132,7 @@ bool BuildTransferBlock(const BlockRequest& request, std::vector<std::byte>& blo
     });
   }
   std::size_t header = 0;
-  if (request.layout == BlockLayout::HeaderAndPoints) header = kHeader;
+  if (request.layout == BlockLayout::HeaderAndPoints) header = kBlockHeader;
   block.resize(header + count * 2);
   if (header > 0) PutWord(PutWord(block.data(), 0, low), static_cast<std::uint32_t>(request.shownPoints), low);
   return InParts(count, progress, [&](std::size_t from, std::size_t to) {

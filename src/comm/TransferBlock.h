@@ -13,6 +13,8 @@
 
 namespace calder {
 
+constexpr std::size_t kBlockHeader = 8; // bytes
+
 enum class BlockLayout { PointsAlone, HeaderAndPoints, ControlPoints };
 
 struct BlockRequest {

@@ -6,7 +6,6 @@ namespace calder {
 namespace {
 
 constexpr long kReceiveLength = 1024;
-constexpr int kTimeLimit300ms = 10;
 
 int ResultOf(int status) {
   switch (status) {

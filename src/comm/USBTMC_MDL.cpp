@@ -8,7 +8,6 @@ namespace calder {
 namespace {
 
 constexpr std::uint32_t kReceiveLength = 1024;
-constexpr int kTimeLimit300ms = 10;
 constexpr const char* kSendFile = "/Binary.dat";
 
 int ResultOf(ViStatus status) {

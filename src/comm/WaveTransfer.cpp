@@ -10,7 +10,6 @@ namespace {
 
 constexpr std::size_t kChunk = 512;
 constexpr std::size_t kLastBytes = 2;
-constexpr std::size_t kHeader = 8;
 constexpr std::size_t kBytesASecond = 65536; // what an instrument takes at least
 constexpr int kSettleSeconds = 9;
 constexpr int kLoadSeconds = 5;
@@ -117,7 +116,7 @@ bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) 
   });
   if (!built) return false;
   if (!Thinned(request)) return true;
-  const std::size_t header = request.layout == BlockLayout::HeaderAndPoints ? kHeader : 0;
+  const std::size_t header = request.layout == BlockLayout::HeaderAndPoints ? kBlockHeader : 0;
   ThinBlock(block_, header, static_cast<std::size_t>(shown), points / static_cast<std::size_t>(std::max(shown, 1)));
   return true;
 }

@@ -3,6 +3,7 @@
 #include "app/FormPosition.h"
 #include "editor/MainWindowCaptions.h"
 #include "platform/qt/SvgIcon.h"
+#include "platform/qt/Text.h"
 #include "ui_MainWindow.h"
 
 #include <QCloseEvent>
@@ -22,10 +23,6 @@ constexpr int kDefaultWidth = 1120;
 constexpr int kDefaultHeight = 700;
 constexpr int kValueCharacters = 10;
 constexpr int kAllInView = 1 << 24;
-
-QString Text(const std::string& text) {
-  return QString::fromStdString(text);
-}
 
 // Only what differs is touched, so that a control keeps its cursor and its selection.
 void Show(QLabel* label, const std::string& text) {

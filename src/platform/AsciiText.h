@@ -1,4 +1,4 @@
-// Letters and blanks of ASCII, whatever the locale: bytes above 127 stay as they are, so UTF-8 passes through.
+// Letters, digits and blanks of ASCII, whatever the locale: bytes above 127 stay as they are, so UTF-8 passes through.
 #pragma once
 
 #include <algorithm>
@@ -6,6 +6,10 @@
 #include <string_view>
 
 namespace calder {
+
+[[nodiscard]] constexpr bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
 
 [[nodiscard]] constexpr char Lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;

@@ -3,6 +3,7 @@
 #include "app/FormPosition.h"
 #include "comm/TransferRate.h"
 #include "platform/Clock.h"
+#include "platform/qt/Text.h"
 #include "ui_FrmGPIBExit.h"
 
 #include <QApplication>
@@ -14,10 +15,6 @@ namespace {
 
 constexpr double kDay = 86400;
 constexpr int kLinger = 200; // milliseconds
-
-QString Text(const std::string& text) {
-  return QString::fromStdString(text);
-}
 
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "app/FormPosition.h"
+#include "platform/qt/Text.h"
 #include "setup/SystemCaptions.h"
 #include "ui_SystemDialog.h"
 
@@ -21,10 +22,6 @@ constexpr int kNameCharacters = 33;
 
 using Axis = SetupDesk::Axis;
 using End = SetupDesk::End;
-
-QString Text(const std::string& text) {
-  return QString::fromStdString(text);
-}
 
 // The list and its choice, touched only when they differ, so that an open list stays as it is.
 void ShowList(QComboBox* box, const std::vector<std::string>& items, int choice) {

@@ -3,7 +3,7 @@
 namespace calder {
 namespace {
 
-bool BindAll(const BusLibrary& library, KiGpib& api) {
+bool BindKiGpib(const BusLibrary& library, KiGpib& api) {
   return Bind(library, "_ieee_board_present", api._ieee_board_present) &&
          Bind(library, "_ieee_initialize", api._ieee_initialize) &&
          Bind(library, "_ieee_transmit", api._ieee_transmit) && Bind(library, "_ieee_receive", api._ieee_receive) &&
@@ -14,7 +14,7 @@ bool BindAll(const BusLibrary& library, KiGpib& api) {
 } // namespace
 
 std::unique_ptr<KiGpib> KiGpib::Load(BusLibraries& libraries) {
-  return LoadComplete<KiGpib>(libraries, kNames, BindAll);
+  return LoadComplete<KiGpib>(libraries, kNames, BindKiGpib);
 }
 
 } // namespace calder

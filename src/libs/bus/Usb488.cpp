@@ -3,7 +3,7 @@
 namespace calder {
 namespace {
 
-bool BindAll(const BusLibrary& library, Usb488& api) {
+bool BindUsb488(const BusLibrary& library, Usb488& api) {
   return Bind(library, "UsbInitialize", api.UsbInitialize) && Bind(library, "UsbFinalize", api.UsbFinalize) &&
          Bind(library, "UsbOpenDevice", api.UsbOpenDevice) && Bind(library, "UsbCloseDevice", api.UsbCloseDevice) &&
          Bind(library, "UsbCLS", api.UsbCLS) && Bind(library, "UsbDevClear", api.UsbDevClear) &&
@@ -17,7 +17,7 @@ bool BindAll(const BusLibrary& library, Usb488& api) {
 } // namespace
 
 std::unique_ptr<Usb488> Usb488::Load(BusLibraries& libraries) {
-  return LoadComplete<Usb488>(libraries, kNames, BindAll);
+  return LoadComplete<Usb488>(libraries, kNames, BindUsb488);
 }
 
 } // namespace calder

@@ -1,5 +1,7 @@
 #include "libs/eval32/Lexer.h"
 
+#include "platform/AsciiText.h"
+
 #include <algorithm>
 #include <charconv>
 #include <limits>
@@ -8,9 +10,6 @@ namespace calder::eval {
 
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 // A byte of a character outside ASCII counts as a letter: constants may have names in any language.
 bool IsNameStart(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' || static_cast<unsigned char>(c) >= 0x80;

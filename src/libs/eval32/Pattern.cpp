@@ -8,9 +8,6 @@ namespace calder::eval {
 
 namespace {
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 int HexadecimalValue(char c) {
   if (IsDigit(c)) return c - '0';
   const char lower = Lower(c);

@@ -8,7 +8,7 @@ namespace calder::eval {
 namespace {
 
 // Deeper expressions are no polynomials that anyone writes; and shared parts are walked through more than once.
-constexpr int depthLimit = 24;
+constexpr int polynomialDepthLimit = 24;
 constexpr int visitLimit = 200;
 
 class Search {
@@ -16,7 +16,7 @@ public:
   explicit Search(const Graph& graph) : graph_(graph) {}
 
   std::optional<Polynomial> Of(NodeId id, int depth) {
-    if (depth > depthLimit || ++visits_ > visitLimit) return std::nullopt;
+    if (depth > polynomialDepthLimit || ++visits_ > visitLimit) return std::nullopt;
     const Node& node = graph_.At(id);
     Polynomial result;
     switch (node.op) {

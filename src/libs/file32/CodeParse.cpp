@@ -20,19 +20,16 @@ namespace calder {
 
 namespace {
 
-constexpr std::int32_t kLowestCode = -32768;
-constexpr std::int32_t kHighestCode = 32767;
-
-constexpr std::size_t kBlock = 512;
+constexpr std::size_t kBlockLines = 512;
 constexpr std::size_t kStride = 64;                         // bytes that are searched for line ends at once
 constexpr std::size_t kMostSearched = std::size_t{1} << 30; // places in a block are 32-bit numbers
 
-struct Lines {
+struct FoundLines {
   std::size_t count = 0;
   // The place of the line end before the first line, then of each line's, from the block's beginning on (so that the
   // first is -1).
-  std::array<std::int32_t, kBlock + kStride + 1> end;
-  std::array<std::uint64_t, kBlock + kStride> text; // the eight characters before the line end
+  std::array<std::int32_t, kBlockLines + kStride + 1> end;
+  std::array<std::uint64_t, kBlockLines + kStride> text; // the eight characters before the line end
 };
 
 // A bit for each of the 64 characters: whether it is a line feed.
@@ -57,12 +54,12 @@ std::uint64_t LineFeeds(const char* text) {
 }
 
 // The lines from `position` on, which has at least eight characters before it.
-CALDER_VECTOR void FindLines(std::string_view text, std::size_t position, Lines& lines) {
+CALDER_VECTOR void FindLines(std::string_view text, std::size_t position, FoundLines& lines) {
   const char* const begin = text.data() + position;
   const std::size_t bytes = std::min(text.size() - position, kMostSearched);
   std::size_t count = 0;
   lines.end[0] = -1;
-  for (std::size_t at = 0; count < kBlock && at + kStride <= bytes; at += kStride) {
+  for (std::size_t at = 0; count < kBlockLines && at + kStride <= bytes; at += kStride) {
     for (std::uint64_t mask = LineFeeds(begin + at); mask != 0; mask &= mask - 1) {
       const std::size_t end = at + static_cast<std::size_t>(std::countr_zero(mask));
       lines.text[count] = LoadEight(begin + end - 8);
@@ -75,7 +72,7 @@ CALDER_VECTOR void FindLines(std::string_view text, std::size_t position, Lines&
 // Comparisons are written as sums and masks, for which there is vector code of unsigned 64-bit numbers.
 // Whether the first `count` lines are all plain: a sign or none, one to five digits, CR or none. Then they are in
 // `codes`.
-CALDER_VECTOR bool ParseLines(const Lines& lines, std::size_t count, std::int16_t* codes) {
+CALDER_VECTOR bool ParseLines(const FoundLines& lines, std::size_t count, std::int16_t* codes) {
   const std::uint64_t* const texts = lines.text.data();
   const std::int32_t* const ends = lines.end.data();
   constexpr std::uint64_t kAboveSeven = ~std::uint64_t{7};
@@ -151,7 +148,7 @@ bool ParseCodes(std::string_view text, std::span<std::int16_t> codes, std::size_
   std::size_t position = 0;
   std::size_t filled = 0;
   std::size_t lineByLine = 8; // up to there; a block needs characters before it
-  Lines lines;                // NOLINT(cppcoreguidelines-pro-type-member-init): filled before it is read
+  FoundLines lines;                // NOLINT(cppcoreguidelines-pro-type-member-init): filled before it is read
   while (filled < codes.size() && position < text.size()) {
     if (position >= lineByLine) {
       FindLines(text, position, lines);

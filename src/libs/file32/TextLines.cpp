@@ -1,5 +1,7 @@
 #include "libs/file32/TextLines.h"
 
+#include "platform/AsciiText.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cmath>
@@ -8,10 +10,6 @@
 namespace calder {
 
 namespace {
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 } // namespace
 

@@ -1,4 +1,4 @@
-// What the text readers share: lines, blanks, and numbers written with "." whatever the system's locale.
+// What the text readers share: the range of a code, lines, blanks, and numbers written with "." whatever the system's locale.
 //
 // Lines end with CR LF, LF or CR; the last one may lack its end.
 #pragma once
@@ -8,6 +8,9 @@
 #include <string_view>
 
 namespace calder {
+
+constexpr std::int32_t kLowestCode = -32768;
+constexpr std::int32_t kHighestCode = 32767;
 
 // The text without a UTF-8 byte order mark at its start.
 [[nodiscard]] std::string_view WithoutByteOrderMark(std::string_view text);

@@ -3,6 +3,7 @@
 #include "libs/file32/IntegerText.h"
 #include "libs/file32/LittleEndian.h"
 #include "libs/file32/TextLines.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 #include <array>
@@ -19,12 +20,6 @@ constexpr std::size_t kVersionOffset = 8;
 constexpr std::size_t kCountOffset = 12;
 constexpr std::size_t kHeaderBytes = 16;
 
-constexpr double kLowestCode = -32768;
-constexpr double kHighestCode = 32767;
-
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 // Whether what follows a comma makes one number of it: a decimal comma, or groups of thousands.
 bool ContinuesNumber(std::string_view tail) {

@@ -23,25 +23,24 @@ std::int32_t Count(const std::vector<Item>& items) {
   return static_cast<std::int32_t>(items.size());
 }
 
-struct Loaded {
-  std::vector<Model> models;
-  ModelFault fault;
-};
-
-Loaded LoadAll(const std::string& folder) {
-  Loaded loaded;
-  try {
-    if (std::optional<ModelFault> fault = LoadModels(folder, loaded.models)) loaded.fault = std::move(*fault);
-  } catch (const std::bad_alloc&) {
-    loaded.models.clear();
-    loaded.fault.status = SYS_NO_MEMORY;
-  }
-  return loaded;
-}
-
 } // namespace
 
 struct ModelDatabase::Impl {
+  struct Loaded {
+    std::vector<Model> models;
+    ModelFault fault;
+  };
+  static Loaded Load(const std::string& folder) {
+    Loaded loaded;
+    try {
+      if (std::optional<ModelFault> fault = LoadModels(folder, loaded.models)) loaded.fault = std::move(*fault);
+    } catch (const std::bad_alloc&) {
+      loaded.models.clear();
+      loaded.fault.status = SYS_NO_MEMORY;
+    }
+    return loaded;
+  }
+
   std::vector<Model> models;
   ModelFault fault;
   std::future<Loaded> ahead;
@@ -66,7 +65,7 @@ ModelDatabase& ModelDatabase::operator=(ModelDatabase&&) noexcept = default;
 void ModelDatabase::ReadAhead(const std::string& folder) {
   impl_->aheadFolder = folder;
   try {
-    impl_->ahead = std::async(std::launch::async, LoadAll, folder);
+    impl_->ahead = std::async(std::launch::async, Impl::Load, folder);
   } catch (const std::system_error&) {
     impl_->ahead = {}; // no thread: the files are read when they are wanted
   }
@@ -74,7 +73,7 @@ void ModelDatabase::ReadAhead(const std::string& folder) {
 
 std::int32_t ModelDatabase::SysInitDeviceInfo(const std::string& folder) {
   const bool isAhead = impl_->ahead.valid() && impl_->aheadFolder == folder;
-  Loaded loaded = isAhead ? impl_->ahead.get() : LoadAll(folder);
+  Impl::Loaded loaded = isAhead ? impl_->ahead.get() : Impl::Load(folder);
   impl_->ahead = {};
   impl_->models = std::move(loaded.models);
   impl_->fault = std::move(loaded.fault);

@@ -3,6 +3,7 @@
 #include "app/FormPosition.h"
 #include "editor/Picture.h"
 #include "libs/eval32/eval32.h"
+#include "platform/qt/Text.h"
 #include "platform/qt/ValueBox.h"
 #include "tools/create/CreateCaptions.h"
 #include "tools/create/ExpressionBox.h"
@@ -20,10 +21,6 @@ constexpr int kWideCharacters = 13;
 constexpr int kPageCharacters = 4;
 constexpr int kMaxConstants = 944;
 constexpr int kMaxExpression = 1024;
-
-QString Text(const std::string& text) {
-  return QString::fromStdString(text);
-}
 
 // A place in UTF-8 bytes as one in the toolkit's characters.
 int CharacterAt(const QString& text, std::size_t byte) {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
-constexpr double pi = std::numbers::pi;
+using std::numbers::pi;
 
 double Value(Evaluator& evaluator, std::string_view text, std::int32_t x = 0) {
   double result = -12345;

@@ -11,7 +11,6 @@ namespace {
 
 using Codes = std::vector<std::int16_t>;
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 Codes Counting(std::int16_t points) {

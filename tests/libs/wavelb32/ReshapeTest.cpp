@@ -10,7 +10,6 @@ namespace {
 
 using Codes = std::vector<std::int16_t>;
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
   struct Row {

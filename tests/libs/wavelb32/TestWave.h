@@ -5,11 +5,14 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <string>
 #include <vector>
 
 namespace calder {
+
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 
 class TestWave {
 public:
