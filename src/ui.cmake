@@ -18,6 +18,7 @@ add_library(calder_ui STATIC
   platform/qt/CalmStyle.cpp
   platform/qt/CalmStyle.h
   platform/qt/Captions.cpp
+  platform/qt/ListKeys.cpp
   platform/qt/QtClipboard.cpp
   platform/qt/QtDesktop.cpp
   platform/qt/QtFileDialogs.cpp

@@ -17,7 +17,6 @@ constexpr char kUntalk = 95;
 constexpr int kListen = 32;
 constexpr int kTalk = 64;
 
-
 // Reading ends at the character (0x400), compared with all its eight bits (0x1000).
 constexpr std::array<int, 4> kEosModes{0, 0x140A, 0x140D, 0x140A};
 

@@ -66,6 +66,9 @@ struct SystemDialogTest : EditorFixture, FormDriver {
 
 TEST_F(SystemDialogTest, ListsAndEnabledControlsFollowTheModel) {
   EXPECT_EQ(Find<QComboBox>("Comb_System")->count(), 26);
+  // The access key of a box on another page is not the first letter of a model.
+  QTest::keyClick(Find<QWidget>("Comb_System"), Qt::Key_P, Qt::AltModifier);
+  EXPECT_EQ(Find<QComboBox>("Comb_System")->currentText(), "XG5530");
   EXPECT_TRUE(Find<QWidget>("Comb_SerialNo")->isVisible());
   EXPECT_FALSE(Find<QWidget>("Txt_GPIB_0")->isVisible());
   EXPECT_FALSE(Find<QWidget>("Comb_Channel")->isEnabled());

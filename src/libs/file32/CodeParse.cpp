@@ -148,7 +148,7 @@ bool ParseCodes(std::string_view text, std::span<std::int16_t> codes, std::size_
   std::size_t position = 0;
   std::size_t filled = 0;
   std::size_t lineByLine = 8; // up to there; a block needs characters before it
-  FoundLines lines;                // NOLINT(cppcoreguidelines-pro-type-member-init): filled before it is read
+  FoundLines lines;           // NOLINT(cppcoreguidelines-pro-type-member-init): filled before it is read
   while (filled < codes.size() && position < text.size()) {
     if (position >= lineByLine) {
       FindLines(text, position, lines);

@@ -9,9 +9,7 @@
 
 namespace calder {
 
-namespace {
-
-} // namespace
+namespace {} // namespace
 
 bool IsTiny(std::string_view number) {
   const std::size_t mark = std::min(number.find_first_of("eE"), number.size());

@@ -1,4 +1,5 @@
-// What the text readers share: the range of a code, lines, blanks, and numbers written with "." whatever the system's locale.
+// What the text readers share: the range of a code, lines, blanks, and numbers written with "." whatever the system's
+// locale.
 //
 // Lines end with CR LF, LF or CR; the last one may lack its end.
 #pragma once

@@ -20,7 +20,6 @@ constexpr std::size_t kVersionOffset = 8;
 constexpr std::size_t kCountOffset = 12;
 constexpr std::size_t kHeaderBytes = 16;
 
-
 // Whether what follows a comma makes one number of it: a decimal comma, or groups of thousands.
 bool ContinuesNumber(std::string_view tail) {
   const auto digits = static_cast<std::size_t>(std::find_if_not(tail.begin(), tail.end(), IsDigit) - tail.begin());

@@ -1,6 +1,7 @@
 #include "platform/qt/Theme.h"
 
 #include "platform/qt/CalmStyle.h"
+#include "platform/qt/ListKeys.h"
 
 #include <QApplication>
 #include <QFont>
@@ -50,6 +51,7 @@ void ApplyTheme(QApplication& application, bool english) {
       QCoreApplication::installTranslator(translator);
   }
   // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style
+  application.installEventFilter(new ListKeys(&application));
   QApplication::setStyle(new CalmStyle);
   QApplication::setPalette(DarkPalette());
   // The second names are what free desktops have in place of the first.

@@ -14,6 +14,8 @@
 #include <QMenuBar>
 #include <QShortcut>
 
+#include <functional>
+
 namespace calder {
 namespace {
 
@@ -102,7 +104,7 @@ void CreateDialog::MakeMenus() {
   const auto on = [this](QAction* entry, void (CreatePages::*handler)()) {
     connect(entry, &QAction::triggered, this, [this, handler] {
       CommitFocus();
-      (pages_.*handler)();
+      std::invoke(handler, pages_);
     });
   };
   on(ui_->Menu_FileOpen, &CreatePages::Menu_FileOpen_Click);

@@ -28,8 +28,8 @@ std::int16_t Rounded(double value) {
 
 TEST(Generate, SineIsTheLibrarySineRounded) {
   const Wanted rows[] = {{524288, 0, 524288, 0, 65534, 1, 0},      {524288, 0, 524288, 100, 40000, 12345.678, 17},
-                      {1000, 10.25, 777.5, -3.5, 65534, 3, 90}, {1000, 0, 1000, 20000, 65534, -2.5, -360},
-                      {65536, 1, 65535, 0, -65534, 0.01, 1e-3}, {4096, 0, 4096, 0.25, 7, 4000, 123.4}};
+                         {1000, 10.25, 777.5, -3.5, 65534, 3, 90}, {1000, 0, 1000, 20000, 65534, -2.5, -360},
+                         {65536, 1, 65535, 0, -65534, 0.01, 1e-3}, {4096, 0, 4096, 0.25, 7, 4000, 123.4}};
   for (const Wanted& row : rows) {
     const TestWave wave(row.points);
     ASSERT_EQ(W_MakeSin(wave.Handle(), row.start, row.count, row.offset, row.amplitude, row.period, row.phase),
@@ -79,9 +79,9 @@ double SquareAt(double turn, double duty, double edge) {
 
 TEST(Generate, LongRunsAndShortPeriodsHaveTheCodesOfTheFormulas) {
   const Wanted rows[] = {{65536, 0, 65536, 0, 65534, 1.01, 33},      {60000, 7.5, 59000.25, 1000, 65534, 12.37, -77.7},
-                      {60000, 0, 60000, -5, 3000, 116.9, 12.3},   {60000, 0, 60000, 0, 65534, -3.03, 5},
-                      {65536, 0, 65536, 0, 65534, 7000.123, 1.5}, {40000, 0, 40000, 12, 90000, 1e-7, 100},
-                      {40000, 0, 40000, 12, -65534, 2.3, 359.9}};
+                         {60000, 0, 60000, -5, 3000, 116.9, 12.3},   {60000, 0, 60000, 0, 65534, -3.03, 5},
+                         {65536, 0, 65536, 0, 65534, 7000.123, 1.5}, {40000, 0, 40000, 12, 90000, 1e-7, 100},
+                         {40000, 0, 40000, 12, -65534, 2.3, 359.9}};
   for (const Wanted& row : rows) {
     const TestWave triangle(row.points);
     const TestWave sharp(row.points);

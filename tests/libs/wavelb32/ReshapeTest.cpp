@@ -10,7 +10,6 @@ namespace {
 
 using Codes = std::vector<std::int16_t>;
 
-
 TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
   struct Row {
     const char* what;
