@@ -21,8 +21,13 @@ public:
       oursTime = std::min(oursTime, Microseconds(ours));
       peerTime = std::min(peerTime, Microseconds(peer));
     }
+    return RatioRow(figure, limit, oursTime, peerTime);
+  }
+
+  // Two times that are known already. Gives the ratio.
+  double RatioRow(const char* figure, double limit, double oursTime, double peerTime) {
     const double ratio = oursTime / peerTime;
-    std::printf("%-58s %10.1f %10.1f %7.2f %6.1f %s\n", figure, oursTime, peerTime, ratio, limit,
+    std::printf("%-58s %10.1f %10.1f %7.2f %6.2f %s\n", figure, oursTime, peerTime, ratio, limit,
                 Verdict(ratio, limit));
     return ratio;
   }
@@ -35,7 +40,7 @@ public:
 
   // A ratio that is known already.
   void LimitRow(const char* figure, double limit, double ratio) {
-    std::printf("%-58s %10s %10s %7.2f %6.1f %s\n", figure, "-", "-", ratio, limit, Verdict(ratio, limit));
+    std::printf("%-58s %10s %10s %7.2f %6.2f %s\n", figure, "-", "-", ratio, limit, Verdict(ratio, limit));
   }
 
   [[nodiscard]] static double BestTime(int rounds, auto&& ours) {

@@ -1,8 +1,34 @@
 #include "libs/eval32/Worker.h"
 
+#include <chrono>
 #include <system_error>
+#ifdef __SSE2__
+#include <immintrin.h>
+#endif
 
 namespace calder::eval {
+
+namespace {
+
+// To wake a thread that sleeps takes longer than a short job: who waits looks around for so long before it sleeps.
+constexpr std::chrono::microseconds patience{100};
+constexpr int looksBetweenTimes = 16;
+
+template <typename Condition>
+bool ComesTrueSoon(Condition condition) {
+  const auto end = std::chrono::steady_clock::now() + patience;
+  do {
+    for (int i = 0; i < looksBetweenTimes; ++i) {
+      if (condition()) return true;
+#ifdef __SSE2__
+      _mm_pause();
+#endif
+    }
+  } while (std::chrono::steady_clock::now() < end);
+  return condition();
+}
+
+} // namespace
 
 Worker::~Worker() {
   if (!thread_.joinable()) return;
@@ -25,24 +51,34 @@ bool Worker::Start() {
 }
 
 void Worker::Begin(Call call, void* context) {
+  bool isAsleep = false;
   {
     const std::lock_guard lock(mutex_);
     call_ = call;
     context_ = context;
+    isAsleep = isAsleep_;
   }
-  wake_.notify_one();
+  if (isAsleep) wake_.notify_one();
 }
 
 void Worker::Finish() {
+  {
+    const std::lock_guard lock(mutex_);
+    call_ = nullptr;
+  }
+  if (ComesTrueSoon([this] { return !isBusy_; })) return;
   std::unique_lock lock(mutex_);
-  call_ = nullptr;
   done_.wait(lock, [this] { return !isBusy_; });
 }
 
 void Worker::Run() {
-  std::unique_lock lock(mutex_);
   for (;;) {
-    wake_.wait(lock, [this] { return isEnding_ || call_ != nullptr; });
+    const auto hasNews = [this] { return isEnding_ || call_ != nullptr; };
+    static_cast<void>(ComesTrueSoon(hasNews));
+    std::unique_lock lock(mutex_);
+    isAsleep_ = true;
+    wake_.wait(lock, hasNews);
+    isAsleep_ = false;
     if (isEnding_) return;
     const Call call = call_;
     void* const context = context_;
@@ -52,6 +88,7 @@ void Worker::Run() {
     call(context);
     lock.lock();
     isBusy_ = false;
+    lock.unlock();
     done_.notify_one();
   }
 }

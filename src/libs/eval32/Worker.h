@@ -1,6 +1,7 @@
-// One thread that sleeps until it gets something to do. Inside the evaluator only.
+// One thread that waits for something to do, wide awake for a moment and then asleep. Inside the evaluator only.
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -32,10 +33,12 @@ private:
   std::mutex mutex_;
   std::condition_variable wake_;
   std::condition_variable done_;
-  Call call_ = nullptr; // waiting to be begun
+  // Written under the mutex; the atomic ones are looked at without it as well.
+  std::atomic<Call> call_{nullptr}; // waiting to be begun
   void* context_ = nullptr;
-  bool isBusy_ = false;
-  bool isEnding_ = false;
+  std::atomic<bool> isBusy_{false};
+  std::atomic<bool> isEnding_{false};
+  bool isAsleep_ = false;
   std::thread thread_;
 };
 

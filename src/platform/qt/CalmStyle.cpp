@@ -109,4 +109,10 @@ QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option, 
   return element == SE_LineEditContents ? rect.adjusted(kTextInset, 0, -kTextInset, 0) : rect;
 }
 
+// The words of a box's buttons say enough.
+int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                         QStyleHintReturn* result) const {
+  return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, result);
+}
+
 } // namespace calder

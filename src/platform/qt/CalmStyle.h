@@ -17,6 +17,8 @@ public:
   [[nodiscard]] int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
   [[nodiscard]] QRect subElementRect(SubElement element, const QStyleOption* option,
                                      const QWidget* widget) const override;
+  [[nodiscard]] int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                              QStyleHintReturn* result) const override;
 };
 
 } // namespace calder
