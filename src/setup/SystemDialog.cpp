@@ -258,7 +258,6 @@ void SystemDialog::ShowMemory() {
   if (controlPoints) formats.emplace_back(language.Pick("制御点形式", "Ctrl Point"));
   ShowList(ui_->Comb_Trns, formats, setup.TransferFormatChoice());
   ui_->Label_Trns->setEnabled(controlPoints);
-  ui_->Comb_Trns->setEnabled(controlPoints);
   ui_->Label_CtrlPoints->setText(controlPoints ? QString::number(settings.ControlPointCount) +
                                                      QString::fromUtf8(language.Pick(" 点", " control points"))
                                                : QString());
