@@ -9,8 +9,6 @@
 
 namespace calder {
 
-namespace {} // namespace
-
 bool IsTiny(std::string_view number) {
   const std::size_t mark = std::min(number.find_first_of("eE"), number.size());
   const std::string_view digits = number.substr(0, mark);
