@@ -254,27 +254,35 @@ struct Loops {
       return A(r, i) != Set(0) ? yes : no;
     });
   }
-  static void Wrap(const Operands& o) {
+  static V WrapOf(const Rows& r, V angle) {
     constexpr double turn = 6.283185307179586;
-    const V inverse = Set(1 / turn);
-    ForAll(o, [inverse](const Rows& r, std::size_t i) {
-      const V turns = A(r, i) * r.k * inverse;
-      const V place = turns - L::Floor(turns + r.m);
-      return place + place;
-    });
+    const V turns = angle * r.k * Set(1 / turn);
+    const V place = turns - L::Floor(turns + r.m);
+    return place * Set(2); // not a sum: most of the others are sums, and processors multiply beside them
+  }
+  static void Wrap(const Operands& o) {
+    ForAll(o, [](const Rows& r, std::size_t i) { return WrapOf(r, A(r, i)); });
   }
   // Two sums side by side, since each waits for itself; the row has room for a vector too many.
-  static void Points(const Operands& o) {
+  template <class F>
+  static void ForAllPoints(const Operands& o, F value) {
     const Rows rows(o);
+    const V last = Set(o.last);
     const V step = Set(2.0 * static_cast<double>(L::width));
-    V even = L::Ramp() + rows.k;
+    V even = L::Ramp() + Set(o.first);
     V odd = even + Set(static_cast<double>(L::width));
     for (std::size_t i = 0; i < rows.points; i += 2 * L::width) {
-      L::Store(rows.out + i, L::Min(even, rows.m));
-      L::Store(rows.out + i + L::width, L::Min(odd, rows.m));
+      L::Store(rows.out + i, value(rows, L::Min(even, last)));
+      L::Store(rows.out + i + L::width, value(rows, L::Min(odd, last)));
       even = even + step;
       odd = odd + step;
     }
+  }
+  static void Points(const Operands& o) {
+    ForAllPoints(o, [](const Rows&, V point) { return point; });
+  }
+  static void WrapPoints(const Operands& o) {
+    ForAllPoints(o, [](const Rows& r, V point) { return WrapOf(r, point); });
   }
   // SplitMix64's finish (G. Steele, D. Lea, C. Flood, "Fast splittable pseudorandom number generators", 2014) over the
   // bits of the value and the key; the top 52 bits make a number from 0 to below 1.
@@ -307,11 +315,21 @@ struct Loops {
     const Rows rows(o);
     PackAll(rows.points, codes, [rows](std::size_t i) { return J::Of(A(rows, i), B(rows, i)) * rows.k; });
   }
+  template <class J>
+  static void PackMulJoin(const Operands& o, std::int16_t* codes) {
+    const Rows rows(o);
+    PackAll(rows.points, codes, [rows](std::size_t i) { return J::Of(A(rows, i) * rows.m, B(rows, i)) * rows.k; });
+  }
+  template <class J>
+  static void PackJoinMul(const Operands& o, std::int16_t* codes) {
+    const Rows rows(o);
+    PackAll(rows.points, codes, [rows](std::size_t i) { return J::Of(A(rows, i), B(rows, i) * rows.m) * rows.k; });
+  }
   template <std::size_t degree>
   static void PackPolynomial(const Operands& o, std::int16_t* codes) {
     V c[degree + 1];
     for (std::size_t i = 0; i <= degree; ++i) c[i] = Set(o.coefficients[i]);
-    V index = L::Ramp() + Set(o.k);
+    V index = L::Ramp() + Set(o.first);
     PackAll(o.points, codes, [&c, &index](std::size_t) {
       V sum = c[degree];
       for (std::size_t i = degree; i-- > 0;) sum = L::Fma(sum, index, c[i]);
@@ -354,6 +372,8 @@ struct Loops {
     t.mulKJoin[static_cast<int>(join)] = &MulKJoin<J>;
     t.joinMulK[static_cast<int>(join)] = &JoinMulK<J>;
     t.packJoin[static_cast<int>(join)] = &PackJoin<J>;
+    t.packMulJoin[static_cast<int>(join)] = &PackMulJoin<J>;
+    t.packJoinMul[static_cast<int>(join)] = &PackJoinMul<J>;
   }
   // In the order of Step.
   template <class... F>
@@ -429,6 +449,7 @@ struct Loops {
     AddAllSteps<OpAdd, OpMul, OpRSub, OpDiv, OpMin, OpMax, StepAbs, StepFloor>(t);
     t.select = &Select;
     t.points = &Points;
+    t.wrapPoints = &WrapPoints;
     t.pack = &Pack;
     t.isZero = &IsZero;
     AddPolynomials(t);

@@ -8,10 +8,10 @@
 
 namespace calder::eval {
 
-// A block's points; a row holds one value a point. Rows stand 8 doubles further apart than their length, so that equal
-// places of several rows do not fall into one cache set.
-inline constexpr std::size_t blockPoints = 512;
-inline constexpr std::size_t rowStride = blockPoints + 8;
+// A row holds one value a point, of the points of one block. Rows stand 8 doubles further apart than their length, so
+// that equal places of several rows do not fall into one cache set.
+inline constexpr std::size_t largestBlock = 1024;
+inline constexpr std::size_t rowStride = largestBlock + 8;
 // Loops run over whole groups of this many points.
 inline constexpr std::size_t groupPoints = 8;
 
@@ -26,11 +26,13 @@ struct Operands {
   double m = 0;
   const double* coefficients = nullptr; // of a polynomial, the constant first
   std::uint64_t key = 0;                // of the random values
-  std::size_t points = 0;               // a multiple of groupPoints
+  double first = 0;                     // the points themselves: first, first + 1, ..., but never above last
+  double last = 0;
+  std::size_t points = 0; // a multiple of groupPoints
 };
 using Kernel = void (*)(const Operands&);
 
-// The last pass: (a join b) * k, limited, rounded and packed. out is not used.
+// The last pass: its result times k, limited, rounded and packed. out is not used.
 using PackKernel = void (*)(const Operands&, std::int16_t* codes);
 // True when at a point a is 0 and b, where there is one, is not.
 using ZeroKernel = bool (*)(const Operands&);
@@ -47,10 +49,13 @@ struct KernelTable {
   Kernel mulKJoin[joinCount] = {};            // (a * k) join b
   Kernel joinMulK[joinCount] = {};            // a join (b * k)
   Kernel select = nullptr;                    // a ? b : c
-  Kernel points = nullptr;                    // k, k + 1, ..., but never above m
-  PackKernel pack = nullptr;                  // a * k
-  PackKernel packJoin[joinCount] = {};
-  // Of the points k, k + 1, ...; a and m are not used.
+  Kernel points = nullptr;                    // the points
+  Kernel wrapPoints = nullptr;                // Wrap of the points
+  PackKernel pack = nullptr;                  // a
+  PackKernel packJoin[joinCount] = {};        // a join b
+  PackKernel packMulJoin[joinCount] = {};     // (a * m) join b
+  PackKernel packJoinMul[joinCount] = {};     // a join (b * m)
+  // Of the points from first on; a, k and m are not used.
   PackKernel packPolynomial[polynomialLimit + 1] = {};
   ZeroKernel isZero = nullptr;
 };

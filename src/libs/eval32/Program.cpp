@@ -103,7 +103,7 @@ void ProgramBuilder::CountUses(NodeId root) {
   }
 }
 
-// A last product with a constant, and a cheap operation before it, are done in the last pass.
+// A last product with a constant, a cheap operation before it and a product before that are done in the last pass.
 void ProgramBuilder::ChooseLast(NodeId root, Outcome outcome) {
   last_ = {};
   last_.pass.k = 1;
@@ -123,6 +123,15 @@ void ProgramBuilder::ChooseLast(NodeId root, Outcome outcome) {
   last_.operands[0] = node.a;
   last_.operands[1] = node.b;
   program_->pack = kernels_.packJoin[Index(join)];
+  for (const std::size_t side : {0U, 1U}) {
+    const NodeId operand = last_.operands[side];
+    if (!IsMulK(operand) || !IsUsedOnce(operand)) continue;
+    isAbsorbed_[operand] = true;
+    last_.operands[side] = graph_->At(operand).a;
+    last_.pass.m = graph_->At(graph_->At(operand).b).value;
+    program_->pack = (side == 0 ? kernels_.packMulJoin : kernels_.packJoinMul)[Index(join)];
+    return;
+  }
 }
 
 void ProgramBuilder::Fuse() {
@@ -221,6 +230,10 @@ ProgramBuilder::Draft ProgramBuilder::DraftOf(NodeId id) const {
     draft.pass.kernel = kernels_.unaryMulK[Index(node.op)];
     draft.pass.k = graph_->At(graph_->At(node.a).b).value;
     draft.operands[0] = graph_->At(node.a).a;
+  }
+  if (node.op == Op::Wrap && graph_->At(draft.operands[0]).op == Op::Point) {
+    draft.pass.kernel = kernels_.wrapPoints;
+    draft.operands[0] = noNode;
   }
   return draft;
 }

@@ -1,5 +1,7 @@
 #include "libs/eval32/Runner.h"
 
+#include "libs/eval32/VectorMath.h"
+
 #include <algorithm>
 #include <new>
 
@@ -11,6 +13,12 @@ constexpr std::align_val_t alignment{64};
 // Points that a thread takes at a time, and the work in nanoseconds above which waking the worker pays.
 constexpr std::size_t usualChunk = 16384;
 constexpr double worthSharing = 200e3;
+
+// The points worked on at a time. All rows of a block shall stay in the first cache, of which 32 KiB are usual; where
+// few are needed, a longer block starts its loops less often.
+std::size_t BlockOf(const Program& program) {
+  return program.rowCount <= 3 ? largestBlock : largestBlock / 2;
+}
 
 } // namespace
 
@@ -30,7 +38,7 @@ void Runner::Workspace::Prepare(const Program& program, std::size_t points) {
 }
 
 Operands Runner::Workspace::OperandsOf(const Pass& pass, std::size_t points) const {
-  return {Row(pass.out), Row(pass.a), Row(pass.b), Row(pass.c), pass.k, pass.m, nullptr, pass.key, points};
+  return {Row(pass.out), Row(pass.a), Row(pass.b), Row(pass.c), pass.k, pass.m, nullptr, pass.key, 0, 0, points};
 }
 
 Runner::Runner(const KernelTable& kernels, int maximumThreads, std::size_t chunkPoints)
@@ -40,16 +48,19 @@ Runner::Runner(const KernelTable& kernels, int maximumThreads, std::size_t chunk
 void Runner::RunPasses(const Program& program, const Workspace& workspace, double first, std::size_t count,
                        std::atomic<std::uint32_t>& failed) const {
   const std::size_t points = (count + groupPoints - 1) / groupPoints * groupPoints;
+  const double last = first + static_cast<double>(count - 1);
   if (program.pointRow != noRow) {
     Operands operands;
     operands.out = workspace.Row(program.pointRow);
-    operands.k = first;
-    operands.m = first + static_cast<double>(count - 1);
+    operands.first = first;
+    operands.last = last;
     operands.points = points;
     kernels_.points(operands);
   }
   for (const Pass& pass : program.passes) {
-    const Operands operands = workspace.OperandsOf(pass, points);
+    Operands operands = workspace.OperandsOf(pass, points);
+    operands.first = first;
+    operands.last = last;
     if (pass.isZero == nullptr) {
       pass.kernel(operands);
     } else if (pass.isZero(operands)) {
@@ -67,7 +78,7 @@ void Runner::RunBlock(Work& work, const Workspace& workspace, std::size_t start,
   Operands last;
   if (work.program.isPolynomial) {
     last.coefficients = work.program.coefficients.data();
-    last.k = first;
+    last.first = first;
     last.points = groups;
   } else {
     RunPasses(work.program, workspace, first, count, work.failed);
@@ -77,34 +88,36 @@ void Runner::RunBlock(Work& work, const Workspace& workspace, std::size_t start,
     work.program.pack(last, work.codes.data() + start);
     return;
   }
-  std::int16_t codes[blockPoints];
+  std::int16_t codes[largestBlock];
   work.program.pack(last, codes);
   std::copy_n(codes, count, work.codes.begin() + static_cast<std::ptrdiff_t>(start));
 }
 
 void Runner::RunChunks(Work& work, const Workspace& workspace) const {
   const std::size_t all = work.codes.size();
+  const std::size_t block = BlockOf(work.program);
   for (;;) {
     const std::size_t chunk = work.next.fetch_add(work.chunk);
     if (chunk >= all) return;
     const std::size_t end = std::min(all, chunk + work.chunk);
-    for (std::size_t start = chunk; start < end; start += blockPoints)
-      RunBlock(work, workspace, start, std::min(blockPoints, end - start));
+    for (std::size_t start = chunk; start < end; start += block)
+      RunBlock(work, workspace, start, std::min(block, end - start));
   }
 }
 
 std::uint32_t Runner::RunCodes(const Program& program, double first, std::span<std::int16_t> codes) {
   if (codes.empty()) return noCheck;
+  if (!program.isPolynomial) MapMathConstants();
   Work work{program, first, codes};
   work.chunk = chunkPoints_ != 0 ? chunkPoints_ : usualChunk;
-  own_.Prepare(program, blockPoints);
+  own_.Prepare(program, BlockOf(program));
   const bool isWorth = chunkPoints_ != 0 || program.costPerPoint * static_cast<double>(codes.size()) > worthSharing;
   const bool isShared = maximumThreads_ > 1 && isWorth && codes.size() > work.chunk && worker_.Start();
   if (!isShared) {
     RunChunks(work, own_);
     return work.failed;
   }
-  helpers_.Prepare(program, blockPoints);
+  helpers_.Prepare(program, BlockOf(program));
   auto help = [&] { RunChunks(work, helpers_); };
   worker_.Begin(help);
   RunChunks(work, own_);
