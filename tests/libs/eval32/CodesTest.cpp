@@ -63,6 +63,13 @@ constexpr PlainLoop plainLoops[] = {
        return 100 * (std::atan2(x - 1000, 50) + std::hypot(x / 100, 3) + std::tan(x / 1e5) + std::pow(x, 0.5) +
                      std::pow(2, x / 1e4));
      }},
+    {"9000*max(min(abs(saw(x/70)),0.8),floor(3*saw(x/70))/4)",
+     [](double x) {
+       const double turns = x / 70 / (2 * pi);
+       const double saw = 2 * (turns - std::floor(turns + 0.5));
+       return 9000 * std::max(std::min(std::abs(saw), 0.8), std::floor(3 * saw) / 4);
+     }},
+    {"700*(sqrt(x)/8-sin(x))", [](double x) { return 700 * (std::sqrt(x) / 8 - std::sin(x)); }},
     {"sqrt(x-10)*100", [](double x) { return x < 10 ? 0 : std::sqrt(x - 10) * 100; }},
     {"3-x*x+(7-x)*2-(5-(x-3))", [](double x) { return 3 - x * x + (7 - x) * 2 - (5 - (x - 3)); }},
     {"exp(x)-exp(x)", [](double x) { return x > 709.7 ? 0 : 0 * x; }},
