@@ -10,10 +10,12 @@ namespace calder::eval {
 
 namespace {
 
+// Short numbers differ only in the upper half of their bits, which products carry upwards and out.
 std::size_t Hash(const Node& node) {
-  std::uint64_t hash = std::bit_cast<std::uint64_t>(node.value) + static_cast<std::uint64_t>(node.op);
-  for (const NodeId operand : {node.a, node.b, node.c}) hash = (hash ^ operand) * 0x9E3779B97F4A7C15U;
-  return static_cast<std::size_t>(hash >> 32);
+  const auto bits = std::bit_cast<std::uint64_t>(node.value);
+  const std::uint64_t operands = node.a ^ std::uint64_t{node.b} << 20 ^ std::uint64_t{node.c} << 34;
+  const std::uint64_t all = bits ^ (bits >> 32) ^ operands ^ static_cast<std::uint64_t>(node.op) << 14;
+  return static_cast<std::size_t>((all * 0x9E3779B97F4A7C15U) >> 40);
 }
 
 bool IsSame(const Node& one, const Node& other) {

@@ -39,12 +39,16 @@ double Beyond(std::string_view number) {
 
 } // namespace
 
+bool Lexer::IsWideBlank(std::size_t ahead) const {
+  return At(ahead) == wideBlank.front() && text_.substr(at_ + ahead).starts_with(wideBlank);
+}
+
 void Lexer::SkipBlanks() {
   for (;;) {
     const char c = At(0);
     if (at_ < text_.size() && (c == ' ' || c == '\t' || c == '\r' || c == '\n'))
       ++at_;
-    else if (text_.substr(at_).starts_with(wideBlank))
+    else if (IsWideBlank(0))
       at_ += wideBlank.size();
     else
       return;
@@ -56,23 +60,26 @@ char Lexer::Ahead() {
   return At(0);
 }
 
-Token Lexer::Made(Symbol symbol, std::size_t length, double value) {
-  const Token token{symbol, at_, text_.substr(at_, length), value};
+// The token is filled where it stays: copying one that was written piece by piece just now would wait for each piece.
+void Lexer::Make(Token& token, Symbol symbol, std::size_t length, double value) {
+  token.symbol = symbol;
+  token.position = at_;
+  token.text = text_.substr(at_, length);
+  token.value = value;
   at_ += token.text.size();
-  return token;
 }
 
-Token Lexer::Next() {
+void Lexer::Next(Token& token) {
   SkipBlanks();
-  if (at_ >= text_.size()) return Made(Symbol::End, 0);
+  if (at_ >= text_.size()) return Make(token, Symbol::End, 0);
   const char c = At(0);
-  if (IsDigit(c) || (c == '.' && IsDigit(At(1)))) return Number();
-  if (c == '$') return Hexadecimal();
-  if (IsNameStart(c)) return Word();
-  return Sign();
+  if (IsDigit(c) || (c == '.' && IsDigit(At(1)))) return Number(token);
+  if (c == '$') return Hexadecimal(token);
+  if (IsNameStart(c)) return Word(token);
+  return Sign(token);
 }
 
-Token Lexer::Number() {
+void Lexer::Number(Token& token) {
   std::size_t length = 0;
   while (IsDigit(At(length))) ++length;
   if (At(length) == '.') ++length;
@@ -80,66 +87,66 @@ Token Lexer::Number() {
   if (At(length) == 'e' || At(length) == 'E') {
     std::size_t digits = length + 1;
     if (At(digits) == '+' || At(digits) == '-') ++digits;
-    if (!IsDigit(At(digits))) return Made(Symbol::BadNumber, digits);
+    if (!IsDigit(At(digits))) return Make(token, Symbol::BadNumber, digits);
     while (IsDigit(At(digits))) ++digits;
     length = digits;
   }
-  if (At(length) == '.') return Made(Symbol::BadNumber, length + 1);
+  if (At(length) == '.') return Make(token, Symbol::BadNumber, length + 1);
   double value = 0;
   const char* first = text_.data() + at_;
   const auto read = std::from_chars(first, first + length, value);
   if (read.ec == std::errc::result_out_of_range) value = Beyond(text_.substr(at_, length));
-  return Made(Symbol::Number, length, value);
+  return Make(token, Symbol::Number, length, value);
 }
 
-Token Lexer::Hexadecimal() {
+void Lexer::Hexadecimal(Token& token) {
   std::size_t length = 1;
   double value = 0;
   for (; IsHexadecimal(At(length)); ++length) {
     const char c = At(length);
     value = value * 16 + (IsDigit(c) ? c - '0' : (c | 0x20) - 'a' + 10);
   }
-  return Made(length > 1 ? Symbol::Number : Symbol::BadNumber, length, value);
+  return Make(token, length > 1 ? Symbol::Number : Symbol::BadNumber, length, value);
 }
 
-Token Lexer::Word() {
+void Lexer::Word(Token& token) {
   std::size_t length = 1;
-  while (IsNamePart(At(length)) && !text_.substr(at_ + length).starts_with(wideBlank)) ++length;
-  return Made(Symbol::Name, length);
+  while (IsNamePart(At(length)) && !IsWideBlank(length)) ++length;
+  return Make(token, Symbol::Name, length);
 }
 
-Token Lexer::Sign() {
+void Lexer::Sign(Token& token) {
   const char second = At(1);
   switch (At(0)) {
-  case '+': return Made(Symbol::Plus, 1);
-  case '-': return Made(Symbol::Minus, 1);
-  case '*': return Made(Symbol::Times, 1);
-  case '/': return Made(Symbol::Divide, 1);
-  case '%': return Made(Symbol::Percent, 1);
-  case '^': return Made(Symbol::Caret, 1);
-  case '(': return Made(Symbol::Open, 1);
-  case ')': return Made(Symbol::Close, 1);
-  case '[': return Made(Symbol::OpenBlock, 1);
-  case ']': return Made(Symbol::CloseBlock, 1);
-  case ',': return Made(Symbol::Comma, 1);
-  case ';': return Made(Symbol::Semicolon, 1);
-  case '?': return Made(Symbol::Question, 1);
-  case ':': return Made(Symbol::Colon, 1);
+  case '+': return Make(token, Symbol::Plus, 1);
+  case '-': return Make(token, Symbol::Minus, 1);
+  case '*': return Make(token, Symbol::Times, 1);
+  case '/': return Make(token, Symbol::Divide, 1);
+  case '%': return Make(token, Symbol::Percent, 1);
+  case '^': return Make(token, Symbol::Caret, 1);
+  case '(': return Make(token, Symbol::Open, 1);
+  case ')': return Make(token, Symbol::Close, 1);
+  case '[': return Make(token, Symbol::OpenBlock, 1);
+  case ']': return Make(token, Symbol::CloseBlock, 1);
+  case ',': return Make(token, Symbol::Comma, 1);
+  case ';': return Make(token, Symbol::Semicolon, 1);
+  case '?': return Make(token, Symbol::Question, 1);
+  case ':': return Make(token, Symbol::Colon, 1);
   case '<':
-    if (second == '>') return Made(Symbol::NotEqual, 2);
-    return second == '=' ? Made(Symbol::LessEqual, 2) : Made(Symbol::Less, 1);
-  case '>': return second == '=' ? Made(Symbol::GreaterEqual, 2) : Made(Symbol::Greater, 1);
-  case '=': return Made(Symbol::Equal, second == '=' ? 2 : 1);
-  case '!': return second == '=' ? Made(Symbol::NotEqual, 2) : Made(Symbol::Not, 1);
+    if (second == '>') return Make(token, Symbol::NotEqual, 2);
+    return second == '=' ? Make(token, Symbol::LessEqual, 2) : Make(token, Symbol::Less, 1);
+  case '>': return second == '=' ? Make(token, Symbol::GreaterEqual, 2) : Make(token, Symbol::Greater, 1);
+  case '=': return Make(token, Symbol::Equal, second == '=' ? 2 : 1);
+  case '!': return second == '=' ? Make(token, Symbol::NotEqual, 2) : Make(token, Symbol::Not, 1);
   case '&':
-    if (second == '&') return Made(Symbol::And, 2);
+    if (second == '&') return Make(token, Symbol::And, 2);
     break;
   case '|':
-    if (second == '|') return Made(Symbol::Or, 2);
+    if (second == '|') return Make(token, Symbol::Or, 2);
     break;
   default: break;
   }
-  return Made(Symbol::Unknown, 1);
+  return Make(token, Symbol::Unknown, 1);
 }
 
 } // namespace calder::eval

@@ -48,17 +48,19 @@ struct Token {
 class Lexer {
 public:
   explicit Lexer(std::string_view text) : text_(text) {}
-  [[nodiscard]] Token Next();
+  // Reads the next token into the given one.
+  void Next(Token& token);
   // The character behind the last token and the blanks after it; 0 at the end.
   [[nodiscard]] char Ahead();
 
 private:
+  [[nodiscard]] bool IsWideBlank(std::size_t ahead) const;
   void SkipBlanks();
-  [[nodiscard]] Token Number();
-  [[nodiscard]] Token Hexadecimal();
-  [[nodiscard]] Token Word();
-  [[nodiscard]] Token Sign();
-  [[nodiscard]] Token Made(Symbol symbol, std::size_t length, double value = 0);
+  void Number(Token& token);
+  void Hexadecimal(Token& token);
+  void Word(Token& token);
+  void Sign(Token& token);
+  void Make(Token& token, Symbol symbol, std::size_t length, double value = 0);
   [[nodiscard]] char At(std::size_t ahead) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
 
   std::string_view text_;

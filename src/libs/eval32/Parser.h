@@ -38,10 +38,9 @@ private:
   [[nodiscard]] NodeId Name();
   [[nodiscard]] NodeId CallOf(const Function& function, std::size_t position);
   [[nodiscard]] bool ParseArguments(const Function& function, std::vector<NodeId>& arguments);
-  [[nodiscard]] bool IsFunctionCall() const;
   [[nodiscard]] NodeId Divided(Op op, NodeId left, NodeId right, std::size_t position);
 
-  void Next() { token_ = lexer_.Next(); }
+  void Next() { lexer_.Next(token_); }
   [[nodiscard]] bool Is(Symbol symbol) const { return token_.symbol == symbol; }
   // Records the first fault; later ones follow from it.
   NodeId Fail(std::int16_t code, std::size_t position, EvalReason reason, std::string_view word = {});
