@@ -31,9 +31,11 @@ int FindConstants(dl_phdr_info* object, std::size_t, void* found) {
   for (int i = 0; i < object->dlpi_phnum; ++i) {
     const auto& part = object->dlpi_phdr[i];
     if (part.p_type != PT_LOAD || part.p_flags != PF_R) continue;
+    const auto start = static_cast<std::uintptr_t>(object->dlpi_addr + part.p_vaddr);
     // The last such part: one before it holds what the linker needs.
-    *static_cast<Constants*>(found) = {reinterpret_cast<const volatile char*>(object->dlpi_addr + part.p_vaddr),
-                                       part.p_memsz};
+    *static_cast<Constants*>(found) = {
+        reinterpret_cast<const volatile char*>(start), // NOLINT(performance-no-int-to-ptr)
+        part.p_memsz};
   }
   return 1;
 }

@@ -4,7 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <fstream>
 #include <numbers>
+#include <sstream>
+#include <string>
 
 namespace calder {
 namespace {
@@ -155,6 +158,32 @@ TEST(Codes, OnlyTheRangeIsWrittenAndXIsTheIndexInTheBuffer) {
   Codes expected(2000, 7);
   for (std::int16_t i = 5; i < 1018; ++i) expected[static_cast<std::size_t>(i)] = i;
   EXPECT_EQ(wave.Copy(), expected);
+}
+
+// A constant on a page that is not mapped makes every masked load of it take hundreds of cycles.
+TEST(Codes, TheMathLibrarysConstantsAreMapped) {
+  const TestWave wave(100);
+  Evaluator evaluator;
+  ASSERT_EQ(evaluator.EvalArray1(0, 100, wave.Handle(), "sin(x)"), 0);
+  std::ifstream maps("/proc/self/smaps");
+  long size = 0;
+  long mapped = 0;
+  std::string before; // the permissions of the part in front
+  bool isConstants = false;
+  for (std::string line; std::getline(maps, line);) {
+    std::istringstream words(line);
+    std::string key;
+    std::string value;
+    words >> key >> value;
+    if (key.back() != ':') {
+      isConstants = line.find("libsleef") != std::string::npos && value == "r--p" && before == "r-xp";
+      before = value;
+    }
+    if (isConstants && key == "Size:") size = std::stol(value);
+    if (isConstants && key == "Rss:") mapped = std::stol(value);
+  }
+  if (size == 0) GTEST_SKIP() << "the library is not a file of its own here";
+  EXPECT_EQ(mapped, size);
 }
 
 } // namespace
