@@ -48,7 +48,7 @@ void Application::AddSystemSetup() {
   if (SimulatedBench(program_->desktop.folders.bus).Present()) {
     window_->ShowStatus(program_->messages.Pick(
         "計測器はシミュレーションです。実機を使うには CALDER_BUS_PATH= ./run で起動してください。",
-        "The instruments are simulated. For real ones start the editor with  CALDER_BUS_PATH= ./run"));
+        "The instruments are simulated. For real ones start the editor with CALDER_BUS_PATH= ./run"));
   }
 }
 

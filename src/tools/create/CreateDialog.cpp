@@ -51,7 +51,8 @@ CreateDialog::CreateDialog(Program& program, CreatePages& pages, std::function<v
   ui_->Txt_Page->SetCharacters(kPageCharacters);
   ui_->Txt_Const->SetMaxLength(kMaxConstants);
   ui_->Txt_Expr->SetMaxLength(kMaxExpression);
-  ui_->Frame_Expr->setMinimumWidth(360);
+  // Both alike, so that the preview stays where it is when the function changes.
+  for (QGroupBox* frame : {ui_->Frame_Std, ui_->Frame_Expr}) frame->setMinimumWidth(360);
   ConnectBoxes();
   ConnectPages();
   ConnectExpression();
