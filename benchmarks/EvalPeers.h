@@ -27,9 +27,7 @@ inline constexpr PeerExpression peerExpressions[peerCount] = {
 
 using PeerLoop = void (*)(std::span<std::int16_t> codes);
 
-// Hand-written loops over vectors, with the vector library's functions of 1 unit in the last place; for the widest
-// vectors that the processor has. nullptr where it has none.
-[[nodiscard]] PeerLoop VectorPeer(std::size_t expression);
+// Hand-written loops over vectors, with the vector library's functions of 1 unit in the last place.
 [[nodiscard]] PeerLoop Avx512Peer(std::size_t expression);
 [[nodiscard]] PeerLoop Avx2Peer(std::size_t expression);
 // The plain loop over the standard library.

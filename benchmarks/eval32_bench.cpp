@@ -1,6 +1,7 @@
 // What the evaluator costs: five expressions, 524288 points to codes, each beside peers in the same run. Ends with 1
 // when a limit is passed.
-//   bench_eval32                  the table
+//   bench_eval32                  the table, for the widest vectors that the processor has
+//   bench_eval32 avx2             the table for processors without AVX-512
 //   bench_eval32 times THREADS    only our time of each expression in microseconds, for eval_peers.py
 #include "EvalPeers.h"
 #include "FigureTable.h"
@@ -106,10 +107,26 @@ double TimeOnOneCore(auto&& work) {
   return cores / speeds;
 }
 
-int Table() {
+// nullptr where the processor has no vectors.
+PeerLoop VectorPeer([[maybe_unused]] EvalProcessor processor, [[maybe_unused]] std::size_t expression) {
+#ifdef CALDER_VECTOR_PEERS
+  if (processor == EvalProcessor::Avx512) return Avx512Peer(expression);
+  if (processor == EvalProcessor::Avx2) return Avx2Peer(expression);
+#endif
+  return nullptr;
+}
+
+EvalProcessor Widest() {
+  for (const EvalProcessor processor : {EvalProcessor::Avx512, EvalProcessor::Avx2})
+    if (Evaluator::IsUsable(processor)) return processor;
+  return EvalProcessor::Plain;
+}
+
+int Table(EvalProcessor processor) {
+  Require(Evaluator::IsUsable(processor), "the processor lacks these vectors");
   FigureTable table;
-  Evaluator one(1);
-  Evaluator two(2);
+  Evaluator one(1, processor);
+  Evaluator two(2, processor);
   const Buffer ours;
   const Buffer theirs;
   double product = 1;
@@ -122,7 +139,7 @@ int Table() {
     const std::string name = expression.name;
     MuParserPeer muParser(expression.muParser);
     const PeerLoop plain = PlainPeer(i);
-    if (const PeerLoop vectors = VectorPeer(i); vectors != nullptr) {
+    if (const PeerLoop vectors = VectorPeer(processor, i); vectors != nullptr) {
       product *= table.Row((name + " / vectors by hand").c_str(), 1.5, rounds, [&] { evaluate(one, text); },
                            [&] { vectors(theirs.Codes()); });
       Require(Difference(ours.Codes(), theirs.Codes()) <= 1, "the vector loop computes something else");
@@ -161,17 +178,10 @@ int Times(int threads) {
 
 } // namespace
 
-PeerLoop VectorPeer(std::size_t expression) {
-#ifdef CALDER_VECTOR_PEERS
-  if (Evaluator::IsUsable(EvalProcessor::Avx512)) return Avx512Peer(expression);
-  if (Evaluator::IsUsable(EvalProcessor::Avx2)) return Avx2Peer(expression);
-#endif
-  return expression < peerCount ? nullptr : PlainPeer(0);
-}
-
 } // namespace calder
 
 int main(int count, char** arguments) {
   if (count == 3 && std::strcmp(arguments[1], "times") == 0) return calder::Times(std::atoi(arguments[2]));
-  return calder::Table();
+  const bool isNarrow = count == 2 && std::strcmp(arguments[1], "avx2") == 0;
+  return calder::Table(isNarrow ? calder::EvalProcessor::Avx2 : calder::Widest());
 }
