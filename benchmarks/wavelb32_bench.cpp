@@ -147,7 +147,7 @@ void DrawSegments(WaveHandle wave, std::int32_t corners, std::int32_t amplitude)
 
 void ControlPoints(FigureTable& table, WaveHandle wave, WaveHandle noise) {
   constexpr double straight = 5000 * (all / 1e6); // microseconds: 5 ms for a million points
-  constexpr double any = 20000;
+  constexpr double any = 100000; // System Setup does this as it opens, which should seem to happen at once
   constexpr int fewRounds = 20;
   const WaveHandle positions = W_AllocMemory32(W_MAX_CONTROL_POINTS);
   const WaveHandle values = W_AllocMemory(W_MAX_CONTROL_POINTS);
