@@ -46,6 +46,7 @@ bool Lexer::IsWideBlank(std::size_t ahead) const {
 void Lexer::SkipBlanks() {
   for (;;) {
     const char c = At(0);
+    if (c > ' ' && c <= '~') return;
     if (at_ < text_.size() && (c == ' ' || c == '\t' || c == '\r' || c == '\n'))
       ++at_;
     else if (IsWideBlank(0))
@@ -80,8 +81,13 @@ void Lexer::Next(Token& token) {
 }
 
 void Lexer::Number(Token& token) {
+  constexpr std::size_t exactDigits = 15; // a double holds every whole number of that many
   std::size_t length = 0;
-  while (IsDigit(At(length))) ++length;
+  double whole = 0;
+  for (; IsDigit(At(length)); ++length) whole = whole * 10 + (At(length) - '0');
+  const char behind = At(length);
+  if (length <= exactDigits && behind != '.' && behind != 'e' && behind != 'E')
+    return Make(token, Symbol::Number, length, whole);
   if (At(length) == '.') ++length;
   while (IsDigit(At(length))) ++length;
   if (At(length) == 'e' || At(length) == 'E') {
