@@ -156,7 +156,7 @@ int Table(EvalProcessor processor) {
                                      TimeOnOneCore([&] { evaluate(one, text); })));
     constexpr int times = 1000;
     double value = 0;
-    table.TimeRow((name + ", compiling a thousand times").c_str(), 5.0 * times, 5, [&] {
+    table.TimeRow((name + ", compiling a thousand times").c_str(), 5.0 * times, rounds, [&] {
       for (int n = 0; n < times; ++n) Require(one.EvalOneL(text, 1, value) == 0, "EvalOneL");
     });
   }
