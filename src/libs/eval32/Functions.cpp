@@ -215,7 +215,7 @@ static_assert(std::ranges::is_sorted(functions, {}, &Function::name));
 } // namespace
 
 const Function* FindFunction(std::string_view lowerCaseName) {
-  if (lowerCaseName.size() < 2) return nullptr; // x, above all
+  if (lowerCaseName.size() < 2) return nullptr; // no name is shorter, and x is frequent
   const auto* found = std::ranges::lower_bound(functions, lowerCaseName, {}, &Function::name);
   return found != std::end(functions) && found->name == lowerCaseName ? found : nullptr;
 }

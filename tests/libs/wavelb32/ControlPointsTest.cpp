@@ -108,17 +108,6 @@ TEST(ConvCPdata, FindsTheFewestControlPointsOfSmallWaveforms) {
   }
 }
 
-TEST(ConvCPdata, FindsTheFewestControlPointsOfCurves) {
-  Blocks blocks;
-  for (const int points : {200, 331, 450}) {
-    for (const double amplitude : {20.0, 300.0, 5000.0, 65534.0}) {
-      const TestWave wave(points);
-      ASSERT_EQ(W_MakeSin(wave.Handle(), 0, points, 0, amplitude, 1, points), W_SUCCESS);
-      EXPECT_EQ(blocks.Convert(wave), FewestByBruteForce(wave.Copy())) << points << " " << amplitude;
-    }
-  }
-}
-
 // By the definition too, for long waveforms: from each point on as far as a line through it fits, with the slopes that
 // do. Heights count in units of 2^-20, in which "below 1/2" is "at most 1/2 less a unit" for joins of up to 2^19
 // points.

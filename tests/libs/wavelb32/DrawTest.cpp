@@ -28,12 +28,6 @@ Calls Drawn(const TestWave& wave, const View& view, double scale = 1, std::int32
   return context.calls;
 }
 
-TEST(DrawWave, DenseViewsShowTheExtremesOfEachColumnJoinedToTheLeft) {
-  // 100 rows of 655.34 codes; the code +32767 - 655.34 * row stands in the row.
-  const TestWave wave(Codes{32767, 32767, -32767, 0, 0, -32767, -32767, -32767, 100, -100});
-  EXPECT_EQ(Drawn(wave, {0, 0, 10, 65534, 5, 100}), (Calls{"columns 0 0..0 0..99 50..99 99..99 49..99"}));
-}
-
 TEST(DrawWave, TheLowestCodeStandsInTheLastRow) {
   EXPECT_EQ(Drawn(TestWave(Codes(4, -32767)), {0, 0, 4, 65534, 2, 100}), (Calls{"columns 0 99..99 99..99"}));
 }
