@@ -1,8 +1,11 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QFontMetrics>
+#include <QGridLayout>
 #include <QInputDialog>
 #include <QMessageBox>
+#include <QSpacerItem>
 
 namespace calder {
 namespace {
@@ -35,6 +38,16 @@ QWidget* Owner() {
   return window;
 }
 
+// A box is as wide as its text; a window manager cuts the title where it does not fit beside the window's buttons.
+void MakeRoomForTitle(QMessageBox& box) {
+  auto* layout = qobject_cast<QGridLayout*>(box.layout());
+  if (layout == nullptr) return;
+  const QFontMetrics metrics = box.fontMetrics();
+  const int buttons = 12 * metrics.height(); // with the window's icon and a title in a bolder font
+  const int width = metrics.horizontalAdvance(box.windowTitle()) + buttons;
+  layout->addItem(new QSpacerItem(width, 0), layout->rowCount(), 0, 1, layout->columnCount());
+}
+
 } // namespace
 
 BoxAnswer QtMessageBoxes::Show(const std::string& title, const std::string& text, BoxButtons buttons, BoxIcon icon) {
@@ -52,6 +65,7 @@ BoxAnswer QtMessageBoxes::Show(const std::string& title, const std::string& text
     box.setDefaultButton(QMessageBox::Yes);
     box.setEscapeButton(QMessageBox::No);
   }
+  MakeRoomForTitle(box);
   const int pressed = box.exec();
   if (buttons == BoxButtons::Ok) return BoxAnswer::Ok;
   return pressed == QMessageBox::Yes ? BoxAnswer::Yes : BoxAnswer::No;
