@@ -4,7 +4,7 @@
 #include "FigureTable.h"
 #include "PlotPeer.h"
 #include "editor/Editor.h"
-#include "editor/Picture.h"
+#include "editor/WaveformCanvas.h"
 
 #include <QApplication>
 #include <QProcess>
@@ -39,7 +39,7 @@ void Fill(std::span<std::int16_t> points, double noise) {
 
 // Shows its picture and counts until the screen has it.
 void FrameRows(FigureTable& table, Editor& editor) {
-  Picture picture;
+  WaveformCanvas picture;
   picture.resize(1920, 800);
   picture.show();
   QApplication::processEvents();

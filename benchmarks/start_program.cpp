@@ -1,7 +1,7 @@
 // The program as main() starts it, ending when the window has shown the opened waveform. Usage: bench_start FILE
 #include "Application.h"
 #include "editor/MainWindow.h"
-#include "editor/Picture.h"
+#include "editor/WaveformCanvas.h"
 #include "instrument/Initialise.h"
 #include "platform/posix/BigPages.h"
 #include "platform/posix/ReadFolders.h"
@@ -33,12 +33,12 @@ private:
 int main(int argc, char** argv) {
   calder::UseBigPagesForHeap();
   calder::ModelDatabase models; // read while the toolkit starts
-  models.ReadAhead(calder::FindProgramFile(calder::ReadFolders(), calder::kModelFolder));
+  models.Prefetch(calder::FindProgramFile(calder::ReadFolders(), calder::kModelFolder));
   QApplication qtApplication(argc, argv);
   calder::QtDesktop desktop;
   calder::Application application(desktop.Services(), std::move(models));
   if (!application.Start(argc > 1 ? argv[1] : "")) return 1;
   FirstPicture first(application.Window());
-  application.Window().findChild<calder::Picture*>(QStringLiteral("Pict_Wave"))->installEventFilter(&first);
+  application.Window().findChild<calder::WaveformCanvas*>(QStringLiteral("Pict_Wave"))->installEventFilter(&first);
   return QApplication::exec();
 }

@@ -10,7 +10,7 @@
 int main(int argc, char** argv) {
   calder::UseBigPagesForHeap();
   calder::ModelDatabase models; // read while the toolkit starts
-  models.ReadAhead(calder::FindProgramFile(calder::ReadFolders(), calder::kModelFolder));
+  models.Prefetch(calder::FindProgramFile(calder::ReadFolders(), calder::kModelFolder));
   QApplication qtApplication(argc, argv);
   QApplication::setApplicationName(QStringLiteral("Calder"));
   QApplication::setDesktopFileName(QStringLiteral("calder"));

@@ -12,13 +12,13 @@ add_library(calder_ui STATIC
   editor/MainWindow.h
   editor/MainWindow.ui
   editor/MainWindowCaptions.cpp
-  editor/Picture.cpp
-  editor/Picture.h
+  editor/WaveformCanvas.cpp
+  editor/WaveformCanvas.h
   editor/icons/icons.qrc
-  platform/qt/CalmStyle.cpp
-  platform/qt/CalmStyle.h
+  platform/qt/QuietProxyStyle.cpp
+  platform/qt/QuietProxyStyle.h
   platform/qt/Captions.cpp
-  platform/qt/ListKeys.cpp
+  platform/qt/ComboBoxKeyFilter.cpp
   platform/qt/QtClipboard.cpp
   platform/qt/QtDesktop.cpp
   platform/qt/QtFileDialogs.cpp

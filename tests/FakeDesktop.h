@@ -161,7 +161,7 @@ public:
 class Copies final : public Instances {
 public:
   [[nodiscard]] bool OthersRunning() const override { return others; }
-  void CountedIn() override {}
+  void StartupFinished() override {}
   bool StartCopy() override {
     ++started;
     return true;

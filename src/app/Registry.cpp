@@ -52,7 +52,7 @@ clsRegistry::clsRegistry(SettingsStore& store, Instances& instances) : store_(st
     return text;
   });
   store_.Update(kSystem, "WinCount", countUp);
-  instances.CountedIn();
+  instances.StartupFinished();
   debugMode_ = IsTrue(Get(store_, kSystem, "DebugMode", "False"));
   loopTest_ = IsTrue(Get(store_, kSystem, "LoopTest", "False"));
   LoadPositions();

@@ -17,7 +17,7 @@ std::size_t FindKey(const std::string& configuration, std::string_view key) {
 }
 
 // In the order of their weight, when several bits are set.
-const char* WordOf(int result, const BusWords& words) {
+const char* WordOf(int result, const ErrorLabels& words) {
   if ((result & kBusFailed) != 0) return words.failed;
   if ((result & kBusTimeout) != 0) return words.timeout;
   if ((result & kBusNoBoard) != 0) return words.noBoard;
@@ -58,7 +58,7 @@ void BackEnd::ReadReporting(const std::string& configuration) {
 
 void BackEnd::Report(const BackEndHost& host, const char* operation, int address, const BusData& data,
                      int result) const {
-  const char* word = WordOf(result, Words());
+  const char* word = WordOf(result, Labels());
   if (!logFile_.empty()) {
     std::ofstream log(logFile_, std::ios::app);
     log << operation << ' ' << address << ' ' << ShowData(data) << ' ' << word << '\n';

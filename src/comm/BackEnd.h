@@ -45,7 +45,7 @@ struct BackEndHost {
 };
 
 // What a back end calls its error codes in its log and its box.
-struct BusWords {
+struct ErrorLabels {
   const char* failed;
   const char* timeout;
   const char* noBoard;
@@ -53,7 +53,7 @@ struct BusWords {
 };
 
 // What the user can do about a failure, when the back end knows more than its error code says.
-enum class BusRemark { None, NotPermitted };
+enum class FailureHint { None, NotPermitted };
 
 class BackEnd {
 public:
@@ -63,8 +63,8 @@ public:
   [[nodiscard]] virtual const char* Name() const = 0;
   // Whether its calls may block, so that they belong on the worker.
   [[nodiscard]] virtual bool Blocks() const { return true; }
-  [[nodiscard]] virtual BusRemark Remark() const { return BusRemark::None; } // about the last operation
-  [[nodiscard]] virtual BusWords Words() const { return {"Error", "Time Out", "Board does not exit", "Buffer over"}; }
+  [[nodiscard]] virtual FailureHint Hint() const { return FailureHint::None; } // about the last operation
+  [[nodiscard]] virtual ErrorLabels Labels() const { return {"Error", "Time Out", "Board does not exit", "Buffer over"}; }
 
   // "KEY = value, KEY = value": see ConfigurationValue.
   virtual int GP_Init(const std::string& configuration) = 0;

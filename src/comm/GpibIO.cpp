@@ -60,7 +60,7 @@ void GpibIO::End() {
   if (!held_) return;
   CloseBus();
   Release();
-  if (broken_ && !told_) TellFailure();
+  if (failed_ && !reported_) ReportFailure();
 }
 
 void GpibIO::Release() {
@@ -87,10 +87,10 @@ bool GpibIO::OpenBus() {
 
 void GpibIO::CloseBus() {
   if (!bus_.Initialised()) return;
-  if (broken_) bus_.GpErrMsgOn(kOff);
+  if (failed_) bus_.GpErrMsgOn(kOff);
   // All the way, whatever fails on it; what fails first is told.
   const auto step = [this](int errorCode) {
-    if (errorCode == kBusOk || broken_) return;
+    if (errorCode == kBusOk || failed_) return;
     Break(errorCode);
     if (bus_.Initialised()) bus_.GpErrMsgOn(kOff);
   };
@@ -103,26 +103,26 @@ void GpibIO::CloseBus() {
 }
 
 void GpibIO::Break(int errorCode) {
-  broken_ = true;
+  failed_ = true;
   failure_ = errorCode;
-  remark_ = bus_.Remark();
+  hint_ = bus_.Hint();
 }
 
 bool GpibIO::Reopen() {
-  if (broken_) return false;
+  if (failed_) return false;
   CloseBus();
-  return !broken_ && OpenBus();
+  return !failed_ && OpenBus();
 }
 
 bool GpibIO::Send(const std::string& command) {
-  if (Ended()) return false;
+  if (Stopped()) return false;
   if (command.empty()) return true;
   Debug("GpibPuts", command);
   return Check(bus_.Puts(Address(), command));
 }
 
 std::string GpibIO::Read() {
-  if (Ended()) return {};
+  if (Stopped()) return {};
   std::string reply = bus_.Gets(Address());
   if (bus_.ErrorCode() != kBusOk) Break(bus_.ErrorCode());
   return reply;
@@ -131,25 +131,25 @@ std::string GpibIO::Read() {
 bool GpibIO::Check(int errorCode) {
   if (errorCode == kBusOk) return true;
   Break(errorCode);
-  TellFailure();
+  ReportFailure();
   return false;
 }
 
-void GpibIO::Tell(const std::string& text) {
-  if (broken_ ? told_ : Ended()) return;
-  told_ = broken_;
+void GpibIO::Report(const std::string& text) {
+  if (failed_ ? reported_ : Stopped()) return;
+  reported_ = failed_;
   program_.messages.ErrorBoxText(text);
 }
 
-void GpibIO::TellFailure() {
+void GpibIO::ReportFailure() {
   std::string text = program_.messages.MessageText(FailureMessage(failure_));
-  if (remark_ == BusRemark::NotPermitted) {
+  if (hint_ == FailureHint::NotPermitted) {
     text += program_.messages.Pick(
         "USB機器はありますが、このユーザーには開く権限がありません。udevルール 60-calder-usbtmc.rules "
         "を入れてください。",
         "The USB instrument is there, but this user may not open it. Install the udev rule 60-calder-usbtmc.rules.");
   }
-  Tell(text);
+  Report(text);
 }
 
 void GpibIO::Debug(const char* title, const std::string& command) const {

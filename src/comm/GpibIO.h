@@ -57,17 +57,17 @@ public:
   bool Check(int errorCode);
 
   // An error box with the text, unless the failure of the interface was told already.
-  void Tell(const std::string& text);
-  void Tell(int message) { Tell(program_.messages.MessageText(message)); }
+  void Report(const std::string& text);
+  void Report(int message) { Report(program_.messages.MessageText(message)); }
   void Debug(const char* title, const std::string& command) const; // a box, with the debug switch on
   void Wait(double seconds) { program_.desktop.clock.Wait(seconds, true); }
   // Closes and opens the bus, which clears the instrument. False: the failure was told.
   [[nodiscard]] bool Reopen();
 
   // An operation on the interface has failed.
-  [[nodiscard]] bool Broken() const { return broken_; }
+  [[nodiscard]] bool Failed() const { return failed_; }
   // It has, or the user has cancelled.
-  [[nodiscard]] bool Ended() const { return broken_ || (cancelled_ && cancelled_()); }
+  [[nodiscard]] bool Stopped() const { return failed_ || (cancelled_ && cancelled_()); }
   [[nodiscard]] IntfcLib& Bus() { return bus_; }
   [[nodiscard]] Program& GetProgram() { return program_; }
 
@@ -76,17 +76,17 @@ private:
   void CloseBus();
   void Release();
   void Break(int errorCode);
-  void TellFailure();
+  void ReportFailure();
 
   Program& program_;
   IntfcLib& bus_;
   const std::function<bool()> cancelled_;
   SystemInfo snapshot_;
   bool held_ = false; // the busy flag is ours
-  bool broken_ = false;
-  bool told_ = false; // of the broken interface
+  bool failed_ = false;
+  bool reported_ = false; // of the broken interface
   int failure_ = 0;   // the error code that broke it
-  BusRemark remark_ = BusRemark::None;
+  FailureHint hint_ = FailureHint::None;
 };
 
 } // namespace calder

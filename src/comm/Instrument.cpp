@@ -52,7 +52,7 @@ bool Instrument::PolarityCommand(std::string& command) {
   static constexpr const char* kScales[] = {" FS", " PFS", " MFS"};
   const SystemInfo& live = io_.GetProgram().settings;
   const std::string shape = io_.Query(":SOUR" + std::to_string(live.Channel + 1) + ":FUNC:SHAPE?");
-  if (io_.Ended()) return false;
+  if (io_.Stopped()) return false;
   const std::string output = live.Channel == 0 ? ":OUTP1" : ":OUTP2";
   const int polarity = std::clamp<int>(live.Polarity, 0, 5);
   command = output + ":POL " + shape + "," + (polarity < 3 ? " NORM" : " INV") + ";" + output + ":SCAL " + shape + "," +
@@ -61,7 +61,7 @@ bool Instrument::PolarityCommand(std::string& command) {
 }
 
 bool Instrument::SendSettings(const clsGpibCommand& commands) {
-  if (io_.Ended()) return false;
+  if (io_.Stopped()) return false;
   const SystemInfo& settings = io_.Snapshot();
   const std::string suffix = io_.GetProgram().settings.Polarity % 3 == 0 ? "PP" : "PK";
   const auto amplitude = [&](double value) {
@@ -116,23 +116,23 @@ bool Instrument::Identify(const clsGpibCommand& common) {
 bool Instrument::StatusError(const clsGpibCommand& common) {
   if (!io_.Send(common.GetStatus())) return true;
   const std::string reply = io_.Read();
-  if (io_.Ended()) return true;
+  if (io_.Stopped()) return true;
   return (ReplyBits(reply) & common.ErrorMask()) != 0;
 }
 
 void Instrument::ErrorReport(const clsGpibCommand& common) {
-  if (io_.Ended()) return; // told, or told at the end
+  if (io_.Stopped()) return; // told, or told at the end
   const ErrMsg& messages = io_.GetProgram().messages;
   if (common.GetErrorMessage().empty()) {
-    io_.Tell(kMsgCheckModel);
+    io_.Report(kMsgCheckModel);
     return;
   }
   const std::string reply = io_.Query(common.GetErrorMessage());
-  if (io_.Ended()) return;
+  if (io_.Stopped()) return;
   if (LeadingNumber(reply) == 0) {
-    io_.Tell(kMsgInterfaceOther);
+    io_.Report(kMsgInterfaceOther);
   } else {
-    io_.Tell(messages.MessageText(kMsgCheckModel) + reply);
+    io_.Report(messages.MessageText(kMsgCheckModel) + reply);
   }
 }
 

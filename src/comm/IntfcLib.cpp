@@ -242,9 +242,9 @@ bool IntfcLib::GpErrMsgOn(int flag) {
   return showErrors_;
 }
 
-BusRemark IntfcLib::Remark() {
+FailureHint IntfcLib::Hint() {
   const BackEnd* backEnd = Selected();
-  return backEnd != nullptr ? backEnd->Remark() : BusRemark::None;
+  return backEnd != nullptr ? backEnd->Hint() : FailureHint::None;
 }
 
 std::vector<std::string> IntfcLib::UsbSerialNumbers(const std::string& prefix) {

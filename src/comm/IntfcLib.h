@@ -55,7 +55,7 @@ public:
   [[nodiscard]] bool Initialised() const { return initialised_; }
   [[nodiscard]] int ErrorCode() const { return errorCode_; }
   [[nodiscard]] const std::string& ErrorText() const { return errorText_; }
-  [[nodiscard]] BusRemark Remark();
+  [[nodiscard]] FailureHint Hint();
   [[nodiscard]] BusTrace& Trace() { return trace_; }
   // The USBTMC devices of a resource prefix, and the one that the next transfer uses.
   [[nodiscard]] std::vector<std::string> UsbSerialNumbers(const std::string& prefix);

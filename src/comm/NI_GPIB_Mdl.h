@@ -12,7 +12,7 @@ public:
   explicit NI_GPIB_Mdl(BackEndHost& host) : host_(host) {}
 
   [[nodiscard]] const char* Name() const override { return "NI_GPIB"; }
-  [[nodiscard]] BusWords Words() const override { return {"Error", "Time Out", "Board is Northing", "Buffer Over"}; }
+  [[nodiscard]] ErrorLabels Labels() const override { return {"Error", "Time Out", "Board is Northing", "Buffer Over"}; }
   int GP_Init(const std::string& configuration) override;
   int GP_End() override { return GP_REN(false); }
   int GP_Send_Str(int address, const std::string& text) override;

@@ -63,9 +63,9 @@ bool ReceiveWaveform(Program& program, IntfcLib& bus, const std::function<bool()
   if (!io.Begin("Read back")) return false;
   const std::string memory = std::to_string(io.Snapshot().MemoryNo);
   const std::string information = io.Query(":TRAC:INF? " + memory);
-  if (io.Ended()) return false;
+  if (io.Stopped()) return false;
   if (SaysEmpty(information)) {
-    io.Tell(kMsgNoWaveInMemory);
+    io.Report(kMsgNoWaveInMemory);
     return false;
   }
   return io.Send(":TRAC:DATA? " + memory) &&

@@ -23,11 +23,11 @@ bool GeneratorSettings(GpibIO& io) {
   const clsGpibCommand common = instrument.Commands(Instrument::kCommon);
   if (!instrument.SendSettings(common)) return false;
   if (!instrument.SequenceCheck()) {
-    io.Tell(kMsgTransferStopped);
+    io.Report(kMsgTransferStopped);
     return false;
   }
   if (!instrument.Identify(common)) {
-    io.Tell(kMsgCheckModel);
+    io.Report(kMsgCheckModel);
     return false;
   }
   return SendChecked(instrument, instrument.Commands(Instrument::kOscillator), common) &&
@@ -41,7 +41,7 @@ bool WaitForSettling(GpibIO& io) {
     io.Wait(1);
     if (!io.Send("STAT:OPER:COND?")) return false;
     const std::string reply = io.Read();
-    if (reply.empty()) return !io.Ended();
+    if (reply.empty()) return !io.Stopped();
     if ((ReplyBits(reply) & kSettling) == 0) return true;
   }
 }
@@ -51,7 +51,7 @@ bool ChangeMode(GpibIO& io) {
   static constexpr std::array<const char*, 4> kCommands{":Mode AC-INT", ":Mode AC-ADD", ":Mode ACDC-INT",
                                                         ":Mode ACDC-ADD"};
   const std::string reply = io.Query("MODE?");
-  if (io.Ended()) return false;
+  if (io.Stopped()) return false;
   std::size_t mode = 0;
   while (mode < kReplies.size() && reply != kReplies[mode]) ++mode;
   const auto wanted = static_cast<std::size_t>(io.Snapshot().Channel);
@@ -64,7 +64,7 @@ bool ChangeMode(GpibIO& io) {
 
 bool ChangeRange(GpibIO& io) {
   const std::string reply = io.Query(":VOLT:RANG?");
-  if (io.Ended()) return false;
+  if (io.Stopped()) return false;
   const int range = reply == "200" ? 1 : 0;
   const int wanted = io.Snapshot().RangeNo;
   if (range == wanted) return true;
@@ -76,7 +76,7 @@ bool PowerSourceSettings(GpibIO& io) {
   const clsGpibCommand common = instrument.Commands(Instrument::kCommon);
   if (!io.Send("*CLS")) return false;
   if (!instrument.Identify(common)) {
-    io.Tell(kMsgCheckModel);
+    io.Report(kMsgCheckModel);
     return false;
   }
   if (instrument.StatusError(common)) {
@@ -98,7 +98,7 @@ bool SettingsTransfer(Program& program, IntfcLib& bus, const std::function<bool(
   if (!io.Begin("Oscillator settings")) return false;
   const bool sent = program.settings.ModelNo == kPowerSource ? PowerSourceSettings(io) : GeneratorSettings(io);
   io.End();
-  return sent && !io.Ended();
+  return sent && !io.Stopped();
 }
 
 } // namespace calder

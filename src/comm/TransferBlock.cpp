@@ -141,7 +141,7 @@ bool BuildTransferBlock(const BlockRequest& request, std::vector<std::byte>& blo
   });
 }
 
-void ThinBlock(std::vector<std::byte>& block, std::size_t header, std::size_t points, std::size_t step) {
+void Decimate(std::vector<std::byte>& block, std::size_t header, std::size_t points, std::size_t step) {
   const std::size_t held = (block.size() - std::min(header, block.size())) / 2;
   if (step == 0 || held == 0) return;
   points = std::min(points, (held - 1) / step + 1);

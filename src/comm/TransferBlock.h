@@ -36,6 +36,6 @@ struct BlockRequest {
                                       const std::function<bool(int)>& progress);
 
 // Keeps every `step`-th 2-byte point behind the first `header` bytes, `points` of them, and cuts the block there.
-void ThinBlock(std::vector<std::byte>& block, std::size_t header, std::size_t points, std::size_t step);
+void Decimate(std::vector<std::byte>& block, std::size_t header, std::size_t points, std::size_t step);
 
 } // namespace calder

@@ -19,7 +19,7 @@ public:
   // time begins to count.
   virtual void Sent(std::size_t bytes, std::size_t total) = 0;
   // A wait of that many seconds is still to come. The rate of what was sent before it stays.
-  virtual void Left(int seconds) = 0;
+  virtual void SecondsRemaining(int seconds) = 0;
   // Also for the windows to come; empty: the window's own.
   virtual void Caption(const std::string& text) = 0;
   [[nodiscard]] virtual bool Cancelled() const = 0;

@@ -37,8 +37,8 @@ int USB488_MDL::GP_Init(const std::string& configuration) {
   return ResultOf(api_->UsbInitialize());
 }
 
-BusWords USB488_MDL::Words() const {
-  if (!openFailed_) return BackEnd::Words();
+ErrorLabels USB488_MDL::Labels() const {
+  if (!openFailed_) return BackEnd::Labels();
   constexpr const char* kWord = "Device Open Error"; // whatever the library says of it
   return {kWord, kWord, kWord, kWord};
 }

@@ -11,7 +11,7 @@ public:
   explicit USB488_MDL(BackEndHost& host) : host_(host) {}
 
   [[nodiscard]] const char* Name() const override { return "USB488"; }
-  [[nodiscard]] BusWords Words() const override;
+  [[nodiscard]] ErrorLabels Labels() const override;
   int GP_Init(const std::string& configuration) override;
   int GP_End() override;
   int GP_Send_Str(int address, const std::string& text) override;

@@ -60,7 +60,7 @@ int USBTMC_MDL::OpenManager() {
 }
 
 int USBTMC_MDL::GP_Init(const std::string& configuration) {
-  remark_ = BusRemark::None;
+  hint_ = FailureHint::None;
   if (const int result = OpenManager(); result != kBusOk) return result;
   timeLimit_ = kTimeLimit300ms;
   terminator_ = kTermLf;
@@ -200,13 +200,13 @@ USBTMC_MDL::Resource& USBTMC_MDL::At(int address) {
 }
 
 int USBTMC_MDL::Open(Resource& resource) {
-  remark_ = BusRemark::None;
+  hint_ = FailureHint::None;
   if (resource.session != 0) return kBusOk;
   if (const int result = OpenManager(); result != kBusOk) return result;
   const ViStatus status = visa_->viOpen(manager_, resource.name, resource.session);
   if (status < VI_SUCCESS) {
     resource.session = 0;
-    if (status == VI_ERROR_NPERMISSION) remark_ = BusRemark::NotPermitted;
+    if (status == VI_ERROR_NPERMISSION) hint_ = FailureHint::NotPermitted;
     return ResultOf(status);
   }
   return SetTimeLimit(resource);

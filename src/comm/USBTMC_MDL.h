@@ -18,7 +18,7 @@ public:
   explicit USBTMC_MDL(BackEndHost& host) : host_(host) {}
 
   [[nodiscard]] const char* Name() const override { return "USBTMC"; }
-  [[nodiscard]] BusRemark Remark() const override { return remark_; }
+  [[nodiscard]] FailureHint Hint() const override { return hint_; }
   int GP_Init(const std::string& configuration) override;
   int GP_End() override;
   int GP_Send_Str(int address, const std::string& text) override;
@@ -61,7 +61,7 @@ private:
   int last_ = 0; // the resource that was addressed last
   int timeLimit_ = 0;
   int terminator_ = kTermLf;
-  BusRemark remark_ = BusRemark::None;
+  FailureHint hint_ = FailureHint::None;
 };
 
 } // namespace calder

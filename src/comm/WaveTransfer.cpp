@@ -52,7 +52,7 @@ bool WaveTransfer::Run() {
   const bool sent = Transfer(io);
   io.End();
   progress_.Unload();
-  return sent && !cancelled_ && !io.Broken();
+  return sent && !cancelled_ && !io.Failed();
 }
 
 bool WaveTransfer::Transfer(GpibIO& io) {
@@ -117,7 +117,7 @@ bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) 
   if (!built) return false;
   if (!Thinned(request)) return true;
   const std::size_t header = request.layout == BlockLayout::HeaderAndPoints ? kBlockHeader : 0;
-  ThinBlock(block_, header, static_cast<std::size_t>(shown), points / static_cast<std::size_t>(std::max(shown, 1)));
+  Decimate(block_, header, static_cast<std::size_t>(shown), points / static_cast<std::size_t>(std::max(shown, 1)));
   return true;
 }
 
@@ -125,7 +125,7 @@ bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) 
 bool WaveTransfer::Prepare(GpibIO& io, Instrument& instrument, const clsGpibCommand& common) {
   if (!instrument.SendSettings(common)) return false;
   if (!instrument.SequenceCheck()) {
-    io.Tell(kMsgTransferStopped);
+    io.Report(kMsgTransferStopped);
     return false;
   }
   if (!instrument.Identify(common)) return false;
@@ -134,7 +134,7 @@ bool WaveTransfer::Prepare(GpibIO& io, Instrument& instrument, const clsGpibComm
     return false;
   }
   if (instrument.Identify(common)) return true;
-  io.Tell(kMsgCheckModel);
+  io.Report(kMsgCheckModel);
   return false;
 }
 
@@ -180,12 +180,12 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
   // The instrument takes the block in by itself: nothing tells when it is done.
   if (!Count(io, "Send data", static_cast<int>(block_.size() / kBytesASecond) + kSettleSeconds)) return false;
   if (instrument.StatusError(common)) {
-    if (!io.Broken()) {
+    if (!io.Failed()) {
       const std::string reply = io.Query("syst:err?");
-      if (!reply.empty()) io.Tell(reply);
+      if (!reply.empty()) io.Report(reply);
     }
-    io.Tell(kMsgTransferStopped);
-    if (!io.Broken()) bus_.Tmo(kTimeLimit);
+    io.Report(kMsgTransferStopped);
+    if (!io.Failed()) bus_.Tmo(kTimeLimit);
     return false;
   }
   bus_.Tmo(kTimeLimit);
@@ -241,7 +241,7 @@ bool WaveTransfer::Select(GpibIO& io) {
 bool WaveTransfer::Count(GpibIO& io, const char* step, int seconds) {
   progress_.Step(step, seconds);
   for (int i = 0; i < seconds && !progress_.Cancelled(); ++i) {
-    progress_.Left(seconds - i);
+    progress_.SecondsRemaining(seconds - i);
     io.Wait(1);
     progress_.Value(i + 1);
   }

@@ -175,46 +175,46 @@ void MainWindow::ConnectView() {
 }
 
 void MainWindow::ConnectReadouts() {
-  connect(ui_->Txt_Start_X, &ValueBox::Left, this,
+  connect(ui_->Txt_Start_X, &ValueBox::EditingFinished, this,
           [this](const QString& text) { editor_.TypeStart(text.toStdString()); });
-  connect(ui_->Txt_End_X, &ValueBox::Left, this, [this](const QString& text) { editor_.TypeEnd(text.toStdString()); });
-  connect(ui_->Txt_Scope, &ValueBox::Left, this,
+  connect(ui_->Txt_End_X, &ValueBox::EditingFinished, this, [this](const QString& text) { editor_.TypeEnd(text.toStdString()); });
+  connect(ui_->Txt_Scope, &ValueBox::EditingFinished, this,
           [this](const QString& text) { editor_.TypeScope(text.toStdString()); });
-  connect(ui_->Txt_Start_X, &ValueBox::MoveOn, this, [this] { ui_->Txt_End_X->setFocus(Qt::TabFocusReason); });
-  connect(ui_->Txt_End_X, &ValueBox::MoveOn, this, [this] {
+  connect(ui_->Txt_Start_X, &ValueBox::FocusNext, this, [this] { ui_->Txt_End_X->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Txt_End_X, &ValueBox::FocusNext, this, [this] {
     const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
     (wave ? ui_->Comb_XZoom_0 : ui_->Comb_XZoom_1)->setFocus(Qt::TabFocusReason);
   });
-  connect(ui_->Txt_Scope, &ValueBox::MoveOn, this, [this] { ui_->Txt_Start_X->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Txt_Scope, &ValueBox::FocusNext, this, [this] { ui_->Txt_Start_X->setFocus(Qt::TabFocusReason); });
   connect(ui_->Opt_Scope_1, &QRadioButton::toggled, this, [this](bool on) { editor_.ChooseTrack(on); });
 }
 
-void MainWindow::ConnectPicture(Picture& picture, bool wave) {
-  connect(&picture, &Picture::Resized, this, [this] { Draw_Wave(); });
-  connect(&picture, &Picture::Moved, this, [this, &picture, wave](QPoint pixel) { MouseMoved(picture, pixel, wave); });
-  connect(&picture, &Picture::Pressed, this,
+void MainWindow::ConnectPicture(WaveformCanvas& picture, bool wave) {
+  connect(&picture, &WaveformCanvas::Resized, this, [this] { Draw_Wave(); });
+  connect(&picture, &WaveformCanvas::Moved, this, [this, &picture, wave](QPoint pixel) { MouseMoved(picture, pixel, wave); });
+  connect(&picture, &WaveformCanvas::Pressed, this,
           [this, &picture, wave](QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
             MouseMoved(picture, pixel, wave);
             const Qt::KeyboardModifiers keys = modifiers & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
             editor_.MousePress(wave && button == Qt::LeftButton && keys == Qt::NoModifier);
           });
-  connect(&picture, &Picture::Released, this, [this, &picture](QPoint, Qt::MouseButton) {
+  connect(&picture, &WaveformCanvas::Released, this, [this, &picture](QPoint, Qt::MouseButton) {
     editor_.MouseRelease();
     picture.setCursor(Qt::ArrowCursor);
   });
-  connect(&picture, &Picture::WheelTurned, this,
+  connect(&picture, &WaveformCanvas::WheelTurned, this,
           [this, &picture](QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
             WheelTurned(picture, pixel, steps, modifiers);
           });
 }
 
-void MainWindow::MouseMoved(Picture& picture, QPoint pixel, bool wave) {
+void MainWindow::MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave) {
   editor_.MouseMove(pixel.x(), pixel.y(), picture.PixelWidth(), picture.PixelHeight(), picture.Scale(), wave);
   const bool resize = wave && (editor_.markers.Grabbed() || editor_.markers.Hovering());
   picture.setCursor(resize ? Qt::SizeHorCursor : Qt::ArrowCursor);
 }
 
-void MainWindow::WheelTurned(Picture& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
+void MainWindow::WheelTurned(WaveformCanvas& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
   const double across = std::clamp(static_cast<double>(pixel.x()) / picture.PixelWidth(), 0.0, 1.0);
   const double down = std::clamp(static_cast<double>(pixel.y()) / picture.PixelHeight(), 0.0, 1.0);
   if ((modifiers & Qt::ShiftModifier) != 0) {
@@ -228,7 +228,7 @@ void MainWindow::WheelTurned(Picture& picture, QPoint pixel, int steps, Qt::Keyb
 
 void MainWindow::Draw_Wave() {
   const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
-  Picture* picture = wave ? ui_->Pict_Wave : ui_->Pict_Digital;
+  WaveformCanvas* picture = wave ? ui_->Pict_Wave : ui_->Pict_Digital;
   if (!picture->IsSeen()) return;
   PixelContext context = picture->Context();
   if (wave) {

@@ -14,7 +14,7 @@ class MainWindow;
 
 namespace calder {
 
-class Picture;
+class WaveformCanvas;
 
 class MainWindow final : public QMainWindow, private EditorPort {
   Q_OBJECT
@@ -56,11 +56,11 @@ private:
   void ConnectMenus();
   void ConnectView();
   void ConnectReadouts();
-  void ConnectPicture(Picture& picture, bool wave);
+  void ConnectPicture(WaveformCanvas& picture, bool wave);
   void StorePosition();
   [[nodiscard]] bool MayClose(Editor::CloseReason reason);
-  void MouseMoved(Picture& picture, QPoint pixel, bool wave);
-  void WheelTurned(Picture& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers);
+  void MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave);
+  void WheelTurned(WaveformCanvas& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers);
   void ShowScrollBars();
   void ShowLabels();
 

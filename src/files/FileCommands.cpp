@@ -90,7 +90,7 @@ void FileCommands::OpenPwf() {
     program_.messages.ErrorBox(kMsgBadFileName);
     return;
   }
-  if (handlers_.readPwf && handlers_.readPwf(answer->path) == kMsgReadFailed) TellFailure(answer->path, kMsgReadFailed);
+  if (handlers_.readPwf && handlers_.readPwf(answer->path) == kMsgReadFailed) ReportFailure(answer->path, kMsgReadFailed);
 }
 
 void FileCommands::OpenSystem() {
@@ -102,7 +102,7 @@ void FileCommands::OpenSystem() {
                                          1, name.fileName, name.defaultExt});
   if (!answer || !Is_FileExt(answer->path, "ocb") || !handlers_.readSystem) return;
   if (handlers_.readSystem(answer->path) == kMsgReadFailed) {
-    TellFailure(answer->path, kMsgReadFailed);
+    ReportFailure(answer->path, kMsgReadFailed);
     return;
   }
   if (handlers_.systemRead) handlers_.systemRead();
@@ -170,7 +170,7 @@ void FileCommands::SavePwf() {
   }
   if (!handlers_.writePwf) return;
   if (handlers_.writePwf(answer->path) == kMsgWriteFailed) {
-    TellFailure(answer->path, kMsgWriteFailed);
+    ReportFailure(answer->path, kMsgWriteFailed);
     return;
   }
   program_.names.LastPwfFile = answer->path;
@@ -187,7 +187,7 @@ void FileCommands::SaveSystem() {
   }
   if (!handlers_.writeSystem) return;
   if (handlers_.writeSystem(answer->path) == kMsgWriteFailed) {
-    TellFailure(answer->path, kMsgWriteFailed);
+    ReportFailure(answer->path, kMsgWriteFailed);
     return;
   }
   program_.names.LastSystemFile = answer->path;
@@ -203,7 +203,7 @@ void FileCommands::SaveWave(bool asText) {
   TitleChanged();
 }
 
-void FileCommands::TellFailure(const std::string& path, int message) const {
+void FileCommands::ReportFailure(const std::string& path, int message) const {
   program_.messages.ErrorBoxText("[" + path + "] " + program_.messages.MessageText(message));
 }
 

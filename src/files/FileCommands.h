@@ -70,7 +70,7 @@ private:
   void SavePwf();
   void SaveSystem();
   void SaveWave(bool asText);
-  void TellFailure(const std::string& path, int message) const;
+  void ReportFailure(const std::string& path, int message) const;
   void TitleChanged() const;
   void RememberFolder(const std::string& path);
 

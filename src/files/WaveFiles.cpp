@@ -2,7 +2,7 @@
 
 #include "files/FileNames.h"
 #include "files/SettingsBlock.h"
-#include "files/TextReasons.h"
+#include "files/ParseErrorTexts.h"
 #include "instrument/SystemSetup.h"
 #include "platform/AsciiText.h"
 
@@ -52,7 +52,7 @@ bool WaveFiles::ReadWdb(const std::string& path) {
   program_.interfaceKind = static_cast<std::int16_t>(kind);
   setup_.RecordLoaded();
   setup_.Accept();
-  Remember(path);
+  RememberNames(path);
   return true;
 }
 
@@ -60,11 +60,11 @@ bool WaveFiles::ReadIntegerText(const std::string& path) {
   EditBuffers& buffers = program_.buffers;
   std::int32_t points = 0;
   if (program_.fileLibrary.LoadWaveData(path, buffers.Work(), 0, program_.settings.MemorySize, points) != 0) {
-    TellReadFailure();
+    ReportReadFailure();
     return false;
   }
   TakeWork(points);
-  Remember(path);
+  RememberNames(path);
   return true;
 }
 
@@ -76,13 +76,13 @@ bool WaveFiles::Read_RealText(const std::string& path) {
   EditBuffers& buffers = program_.buffers;
   std::vector<std::int16_t> codes;
   if (program_.fileLibrary.LoadRealData(path, program_.settings.MemorySize, codes) != 0) {
-    TellReadFailure();
+    ReportReadFailure();
     return false;
   }
   W_ClearMemory(buffers.Work(), 0, W_MAX_POINTS);
   std::copy(codes.begin(), codes.end(), W_Lock(buffers.Work()).begin());
   TakeWork(static_cast<std::int32_t>(codes.size()));
-  Remember(path);
+  RememberNames(path);
   return true;
 }
 
@@ -133,7 +133,7 @@ bool WaveFiles::Write_WaveFile(const std::string& path) {
     program_.messages.ErrorBox(kMsgWriteFailed);
     return false;
   }
-  Remember(path);
+  RememberNames(path);
   return true;
 }
 
@@ -155,14 +155,14 @@ std::int32_t WaveFiles::Write_Wdb(const std::string& path) {
   return program_.fileLibrary.Save4410File(path, block, program_.buffers.Current(), table);
 }
 
-void WaveFiles::TellReadFailure() const {
+void WaveFiles::ReportReadFailure() const {
   const TextFault& fault = program_.fileLibrary.LastFault();
   std::string text = program_.messages.MessageText(kMsgReadFailed);
   if (fault.line > 0) text += program_.messages.Pick("行 ", "Line ") + std::to_string(fault.line) + ": ";
   program_.messages.ErrorBoxText(text + ReasonText(fault.reason, program_.language));
 }
 
-void WaveFiles::Remember(const std::string& path) {
+void WaveFiles::RememberNames(const std::string& path) {
   RememberedNames& names = program_.names;
   names.CurrentWaveFile = path;
   names.LastListFile = WithoutExtension(path);

@@ -37,8 +37,8 @@ private:
   [[nodiscard]] std::int32_t Write_Wdb(const std::string& path);
   // Spreads the first n points of the work buffer over the whole memory and makes them the waveform.
   void TakeWork(std::int32_t points);
-  void TellReadFailure() const;
-  void Remember(const std::string& path);
+  void ReportReadFailure() const;
+  void RememberNames(const std::string& path);
 
   Program& program_;
   SystemSetup& setup_;

@@ -30,7 +30,7 @@ public:
   // True when another copy of the program was running when this object was made; a copy that crashed does not count.
   [[nodiscard]] virtual bool OthersRunning() const = 0;
   // What a first copy has to put in order is in order: copies that start meanwhile go on from here.
-  virtual void CountedIn() = 0;
+  virtual void StartupFinished() = 0;
   // Starts another copy of the program, from the program's own folder, with no file. False: it could not be started.
   virtual bool StartCopy() = 0;
 };

@@ -23,9 +23,9 @@ FrmGPIBExit::FrmGPIBExit(Program& program, QWidget* parent)
   ui_->setupUi(this);
   setWindowModality(Qt::NonModal);
   Set_GpibExitLabel();
-  leaving_ = new QTimer(this);
-  leaving_->setSingleShot(true);
-  connect(leaving_, &QTimer::timeout, this, [this] {
+  hiding_ = new QTimer(this);
+  hiding_->setSingleShot(true);
+  connect(hiding_, &QTimer::timeout, this, [this] {
     StorePosition();
     hide();
   });
@@ -57,12 +57,12 @@ void FrmGPIBExit::ShowRate(const QString& text) {
   ui_->LblRate->setText(text);
 }
 
-void FrmGPIBExit::Leave() {
-  leaving_->start(kLinger);
+void FrmGPIBExit::HideSoon() {
+  hiding_->start(kLinger);
 }
 
-void FrmGPIBExit::Stay() {
-  leaving_->stop();
+void FrmGPIBExit::KeepOpen() {
+  hiding_->stop();
   gpibExit_ = false;
   ui_->CmdGpibExit->setEnabled(true);
   if (isHidden()) show();
@@ -94,7 +94,7 @@ void ProgressWindow::Open() {
   rate_.clear();
   if (!form_) form_ = new FrmGPIBExit(program_, QApplication::activeModalWidget());
   if (!caption_.empty()) form_->setWindowTitle(Text(caption_));
-  form_->Stay();
+  form_->KeepOpen();
 }
 
 void ProgressWindow::Step(const std::string& text, int maximum) {
@@ -117,7 +117,7 @@ void ProgressWindow::Sent(std::size_t bytes, std::size_t total) {
   if (form_) form_->ShowRate(Text(text));
 }
 
-void ProgressWindow::Left(int seconds) {
+void ProgressWindow::SecondsRemaining(int seconds) {
   if (form_) form_->ShowRate(Text(SecondsLeftText(seconds, program_.language, rate_)));
 }
 
@@ -130,7 +130,7 @@ void ProgressWindow::Unload() {
   if (!form_ || unloaded_) return;
   cancelled_ = form_->GpibExit();
   unloaded_ = true;
-  form_->Leave();
+  form_->HideSoon();
 }
 
 } // namespace calder

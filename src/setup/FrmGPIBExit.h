@@ -29,10 +29,10 @@ public:
   void ShowStep(const QString& text, int maximum);
   void ShowValue(int value);
   void ShowRate(const QString& text);
-  // Hides the window in a moment, unless Stay comes first: a transfer whose next step follows at once keeps it. It is
+  // Hides the window in a moment, unless KeepOpen comes first: a transfer whose next step follows at once keeps it. It is
   // never deleted by itself: something may be open over it.
-  void Leave();
-  void Stay();
+  void HideSoon();
+  void KeepOpen();
 
   static constexpr const char* kFormName = "FrmGPIBExit";
 
@@ -47,7 +47,7 @@ private:
 
   Program& program_;
   std::unique_ptr<Ui::FrmGPIBExit> ui_;
-  QTimer* leaving_ = nullptr;
+  QTimer* hiding_ = nullptr;
   bool gpibExit_ = false;
 };
 
@@ -64,7 +64,7 @@ public:
   void Step(const std::string& text, int maximum) override;
   void Value(int value) override;
   void Sent(std::size_t bytes, std::size_t total) override;
-  void Left(int seconds) override;
+  void SecondsRemaining(int seconds) override;
   void Caption(const std::string& text) override;
   [[nodiscard]] bool Cancelled() const override { return cancelled_ || (form_ && form_->GpibExit()); }
   void Unload() override;

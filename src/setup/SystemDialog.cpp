@@ -50,7 +50,7 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void
     box->SetCharacters(kNumberCharacters);
     // A number's own validator would let signs and separators through.
     box->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,5}")), box));
-    connect(box, &ValueBox::MoveOn, this, [this] { focusNextChild(); });
+    connect(box, &ValueBox::FocusNext, this, [this] { focusNextChild(); });
   }
   ui_->Txt_MName->SetCharacters(kNameCharacters);
   ui_->Txt_MName->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -122,7 +122,7 @@ void SystemDialog::ConnectSystem() {
     desk_.ChooseSerial(ui_->Comb_SerialNo->currentText().toStdString());
     ShowRecord();
   });
-  connect(ui_->Txt_GPIB_0, &ValueBox::Left, this,
+  connect(ui_->Txt_GPIB_0, &ValueBox::EditingFinished, this,
           [this](const QString& text) { desk_.EnterAddress(text.toStdString()); });
   connect(ui_->UD_GPIB_0_Up, &QToolButton::clicked, this, [this] { desk_.StepAddress(1); });
   connect(ui_->UD_GPIB_0_Down, &QToolButton::clicked, this, [this] { desk_.StepAddress(-1); });
@@ -131,13 +131,13 @@ void SystemDialog::ConnectSystem() {
 void SystemDialog::ConnectMemory() {
   connect(ui_->Comb_MSize, &QComboBox::activated, this, [this](int index) { desk_.ChooseMemorySize(index); });
   connect(ui_->Comb_Trns, &QComboBox::activated, this, [this](int format) { desk_.ChooseTransferFormat(format); });
-  connect(ui_->Txt_GPIB_1, &ValueBox::Left, this,
+  connect(ui_->Txt_GPIB_1, &ValueBox::EditingFinished, this,
           [this](const QString& text) { desk_.EnterMemoryNo(text.toStdString()); });
   connect(ui_->UD_GPIB_1_Up, &QToolButton::clicked, this, [this] { desk_.StepMemoryNo(1); });
   connect(ui_->UD_GPIB_1_Down, &QToolButton::clicked, this, [this] { desk_.StepMemoryNo(-1); });
-  connect(ui_->Txt_MName, &ValueBox::Left, this,
+  connect(ui_->Txt_MName, &ValueBox::EditingFinished, this,
           [this](const QString& text) { desk_.EnterMemoryName(text.toStdString()); });
-  connect(ui_->Txt_MName, &ValueBox::MoveOn, this, &SystemDialog::MoveOnFromMemoryName);
+  connect(ui_->Txt_MName, &ValueBox::FocusNext, this, &SystemDialog::FocusNextOfMemoryName);
 }
 
 void SystemDialog::ConnectOscillator() {
@@ -147,7 +147,7 @@ void SystemDialog::ConnectOscillator() {
   for (int i = 0; i < 4; ++i) {
     ValueBox* box = oscillator_[static_cast<std::size_t>(i)];
     box->RefuseBlanks();
-    connect(box, &ValueBox::Left, this,
+    connect(box, &ValueBox::EditingFinished, this,
             [this, i](const QString& text) { desk_.EnterOscillator(i, text.toStdString()); });
   }
   QRadioButton* const outputs[] = {ui_->Opt_Output_0, ui_->Opt_Output_1, ui_->Opt_Output_2};
@@ -168,10 +168,10 @@ void SystemDialog::ConnectUnits() {
   for (const Axis axis : {Axis::X, Axis::Y}) {
     const int i = static_cast<int>(axis);
     connect(units[i], &QComboBox::activated, this, [this, axis](int unit) { desk_.ChooseUnit(axis, unit); });
-    connect(names[i], &ValueBox::Left, this,
+    connect(names[i], &ValueBox::EditingFinished, this,
             [this, axis](const QString& text) { desk_.EnterUnitName(axis, text.toStdString()); });
     for (const End end : {End::Min, End::Max}) {
-      connect(ends[2 * i + static_cast<int>(end)], &ValueBox::Left, this,
+      connect(ends[2 * i + static_cast<int>(end)], &ValueBox::EditingFinished, this,
               [this, axis, end](const QString& text) { desk_.EnterUnitRange(axis, end, text.toStdString()); });
     }
   }
@@ -198,7 +198,7 @@ void SystemDialog::CommitFocus() {
   if (qobject_cast<ValueBox*>(focused) != nullptr) focused->clearFocus();
 }
 
-void SystemDialog::MoveOnFromMemoryName() {
+void SystemDialog::FocusNextOfMemoryName() {
   if (ui_->Txt_GPIB_1->isEnabled()) {
     ui_->Txt_GPIB_1->setFocus(Qt::TabFocusReason);
   } else if (ui_->Comb_Channel->isEnabled()) {

@@ -52,7 +52,7 @@ private:
   void ShowMemory();
   void ShowOscillator();
   void ShowUnits();
-  void MoveOnFromMemoryName();
+  void FocusNextOfMemoryName();
   void ShowLastTransfer();
   void CommitFocus();
   void StorePosition();

@@ -26,7 +26,7 @@ struct RecordingProgress final : TransferProgress {
     if (onValue) onValue(value);
   }
   void Sent(std::size_t bytes, std::size_t) override { sends.push_back(sent = bytes); }
-  void Left(int) override {}
+  void SecondsRemaining(int) override {}
   void Caption(const std::string& text) override { captions.push_back(text); }
   [[nodiscard]] bool Cancelled() const override { return cancelled; }
   void Unload() override { closed = true; }

@@ -65,10 +65,10 @@ TEST(TransferBlock, ThinningKeepsEveryNthPoint) {
   std::vector<std::byte> block(8 + 2 * 10);
   std::iota(reinterpret_cast<unsigned char*>(block.data()), reinterpret_cast<unsigned char*>(block.data()) + 28, 0);
   std::vector<std::byte> thinned = block;
-  ThinBlock(thinned, 8, 3, 3);
+  Decimate(thinned, 8, 3, 3);
   EXPECT_EQ(Bytes(thinned), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 14, 15, 20, 21}));
   thinned = block;
-  ThinBlock(thinned, 8, 100, 4); // more than there are
+  Decimate(thinned, 8, 100, 4); // more than there are
   EXPECT_EQ(Bytes(thinned), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 16, 17, 24, 25}));
 }
 

@@ -2,7 +2,7 @@
 #include "tools/create/CreateDialog.h"
 #include "FormDriver.h"
 #include "editor/EditorFixture.h"
-#include "editor/Picture.h"
+#include "editor/WaveformCanvas.h"
 #include "platform/qt/Theme.h"
 #include "tools/create/ExpressionBox.h"
 
@@ -44,10 +44,10 @@ TEST_F(CreateDialogTest, ASquareIsTypedPreviewedAndWritten) {
   Find<QComboBox>("Comb_Wave")->setCurrentIndex(2);
   EXPECT_TRUE(Find<ValueBox>("Text_6")->isVisible());
   EXPECT_FALSE(Find<ValueBox>("Text_5")->isVisible());
-  const QImage before = Find<Picture>("PictWave")->Image().copy();
+  const QImage before = Find<WaveformCanvas>("PictWave")->Image().copy();
   Type("Text_3", "4");
   Type("Text_6", "25");
-  EXPECT_NE(before, Find<Picture>("PictWave")->Image());
+  EXPECT_NE(before, Find<WaveformCanvas>("PictWave")->Image());
   Type("Text_6", "101");
   EXPECT_EQ(Shown("Text_6"), "25") << "out of range: the stored value again";
   Click("Btn_OK");
@@ -207,7 +207,7 @@ TEST_F(CreateDialogTest, PagesAreWalkedAndAllWritten) {
 }
 
 TEST_F(CreateDialogTest, DraggingThePreviewChangesTheBoxes) {
-  auto* picture = Find<Picture>("PictWave");
+  auto* picture = Find<WaveformCanvas>("PictWave");
   QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, {200, 10});
   QTest::mouseMove(picture, {150, 10});
   QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, {150, 10});

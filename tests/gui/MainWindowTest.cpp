@@ -3,7 +3,7 @@
 #include "Application.h"
 #include "FakeDesktop.h"
 #include "FormDriver.h"
-#include "editor/Picture.h"
+#include "editor/WaveformCanvas.h"
 #include "libs/file32/TempFolder.h"
 #include "platform/qt/QtClipboard.h"
 
@@ -35,7 +35,7 @@ struct MainWindowTest : testing::Test, FormDriver {
     QCoreApplication::processEvents();
   }
 
-  void Wheel(Picture* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {
+  void Wheel(WaveformCanvas* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {
     QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase,
                       false);
     QApplication::sendEvent(picture, &event);
@@ -143,7 +143,7 @@ TEST_F(MainWindowTest, ListsBarsWheelAndBothViewsGoTogether) {
   EXPECT_EQ(Find<QScrollBar>("HScroll_1")->value(), 16384);
   EXPECT_EQ(Find<QLabel>("Label_End_0")->text(), "1.000000");
   Find<QComboBox>("Comb_XZoom_0")->setCurrentIndex(0);
-  auto* picture = Find<Picture>("Pict_Wave");
+  auto* picture = Find<WaveformCanvas>("Pict_Wave");
   Wheel(picture, QPointF(picture->width() * 0.75, 50), 3);
   EXPECT_EQ(State().view.XZoom, 8);
   const double under = State().view.XStart + 0.75 * (State().view.XEnd - State().view.XStart);
@@ -168,7 +168,7 @@ TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
   Start();
   Ramp();
   Type("Txt_End_X", "0.5");
-  auto* picture = Find<Picture>("Pict_Wave");
+  auto* picture = Find<WaveformCanvas>("Pict_Wave");
   const int column = application->TheEditor().view.PointToPixelX(262144, picture->PixelWidth());
   QTest::mouseMove(picture, QPoint(column, 100));
   EXPECT_EQ(picture->cursor().shape(), Qt::SizeHorCursor);
@@ -228,7 +228,7 @@ TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize) {
     for (const ValueBox* box : window->findChildren<ValueBox*>()) {
       EXPECT_GE(box->width(), box->fontMetrics().horizontalAdvance("-999.999m") + 8) << box->objectName().toStdString();
     }
-    EXPECT_GT(Find<Picture>("Pict_Wave")->height(), 120);
+    EXPECT_GT(Find<WaveformCanvas>("Pict_Wave")->height(), 120);
     application.reset();
   }
 }

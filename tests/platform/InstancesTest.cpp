@@ -25,7 +25,7 @@ TEST(Instances, ACopyThatCrashedDoesNotCount) {
   ASSERT_GE(child, 0);
   if (child == 0) {
     PosixInstances mine(lock, "/bin/true");
-    mine.CountedIn();
+    mine.StartupFinished();
     const char alone = mine.OthersRunning() ? 'o' : 'a';
     if (write(ready[1], &alone, 1) != 1) _exit(1);
     pause();
@@ -47,7 +47,7 @@ TEST(Instances, ACopyThatCrashedDoesNotCount) {
   });
   usleep(20000);
   counted = true; // before the lock is shared, hence before the second copy goes on
-  first.CountedIn();
+  first.StartupFinished();
   second.join();
   close(ready[0]);
   close(ready[1]);

@@ -56,7 +56,7 @@ void Lexer::SkipBlanks() {
   }
 }
 
-char Lexer::Ahead() {
+char Lexer::Peek() {
   SkipBlanks();
   return At(0);
 }
@@ -76,8 +76,8 @@ void Lexer::Next(Token& token) {
   const char c = At(0);
   if (IsDigit(c) || (c == '.' && IsDigit(At(1)))) return Number(token);
   if (c == '$') return Hexadecimal(token);
-  if (IsNameStart(c)) return Word(token);
-  return Sign(token);
+  if (IsNameStart(c)) return Identifier(token);
+  return Operator(token);
 }
 
 void Lexer::Number(Token& token) {
@@ -115,13 +115,13 @@ void Lexer::Hexadecimal(Token& token) {
   return Make(token, length > 1 ? Symbol::Number : Symbol::BadNumber, length, value);
 }
 
-void Lexer::Word(Token& token) {
+void Lexer::Identifier(Token& token) {
   std::size_t length = 1;
   while (IsNamePart(At(length)) && !IsWideBlank(length)) ++length;
   return Make(token, Symbol::Name, length);
 }
 
-void Lexer::Sign(Token& token) {
+void Lexer::Operator(Token& token) {
   const char second = At(1);
   switch (At(0)) {
   case '+': return Make(token, Symbol::Plus, 1);

@@ -51,15 +51,15 @@ public:
   // Reads the next token into the given one.
   void Next(Token& token);
   // The character behind the last token and the blanks after it; 0 at the end.
-  [[nodiscard]] char Ahead();
+  [[nodiscard]] char Peek();
 
 private:
   [[nodiscard]] bool IsWideBlank(std::size_t ahead) const;
   void SkipBlanks();
   void Number(Token& token);
   void Hexadecimal(Token& token);
-  void Word(Token& token);
-  void Sign(Token& token);
+  void Identifier(Token& token);
+  void Operator(Token& token);
   void Make(Token& token, Symbol symbol, std::size_t length, double value = 0);
   [[nodiscard]] char At(std::size_t ahead) const { return at_ + ahead < text_.size() ? text_[at_ + ahead] : '\0'; }
 

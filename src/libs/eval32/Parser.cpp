@@ -51,12 +51,12 @@ void MakeLower(std::string_view text, std::string& lower) {
   for (char& c : lower) c = Lower(c);
 }
 
-class Deeper {
+class RecursionGuard {
 public:
-  explicit Deeper(int& depth) : depth_(depth) { ++depth_; }
-  ~Deeper() { --depth_; }
-  Deeper(const Deeper&) = delete;
-  Deeper& operator=(const Deeper&) = delete;
+  explicit RecursionGuard(int& depth) : depth_(depth) { ++depth_; }
+  ~RecursionGuard() { --depth_; }
+  RecursionGuard(const RecursionGuard&) = delete;
+  RecursionGuard& operator=(const RecursionGuard&) = delete;
 
 private:
   int& depth_;
@@ -81,7 +81,7 @@ NodeId Parser::Parse(Constants& constants) {
     isInBlock_ = true;
     if (!ParseBlock()) return noNode;
     isInBlock_ = false;
-    Remember(constants);
+    CommitConstants(constants);
     Next();
   }
   const NodeId result = Expression(conditional);
@@ -91,7 +91,7 @@ NodeId Parser::Parse(Constants& constants) {
   return result;
 }
 
-void Parser::Remember(Constants& constants) {
+void Parser::CommitConstants(Constants& constants) {
   for (NamedValue& own : own_) {
     const auto known = std::ranges::find(constants, own.name, &NamedValue::name);
     if (known != constants.end())
@@ -152,7 +152,7 @@ bool Parser::ParseDefinition() {
 }
 
 NodeId Parser::Expression(int lowest) {
-  const Deeper deeper(depth_);
+  const RecursionGuard guard(depth_);
   if (depth_ > depthLimit || graph_.Nodes().size() > nodeLimit)
     return Fail(EVAL_TOO_COMPLEX, token_.position, EvalReason::TooComplex);
   NodeId left = Prefix();
@@ -214,7 +214,7 @@ NodeId Parser::Operation(NodeId left, Symbol symbol, std::size_t position) {
 }
 
 NodeId Parser::Prefix() {
-  const Deeper deeper(depth_);
+  const RecursionGuard guard(depth_);
   if (depth_ > depthLimit) return Fail(EVAL_TOO_COMPLEX, token_.position, EvalReason::TooComplex);
   bool isNegative = false;
   for (; Is(Symbol::Plus) || Is(Symbol::Minus); Next()) isNegative ^= Is(Symbol::Minus);
@@ -260,7 +260,7 @@ NodeId Parser::Name() {
   const Token name = token_;
   MakeLower(name.text, lowerName_);
   const Function* function = FindFunction(lowerName_);
-  if (function != nullptr && lexer_.Ahead() == '(') return CallOf(*function, name.position);
+  if (function != nullptr && lexer_.Peek() == '(') return CallOf(*function, name.position);
   for (const Constants* constants : {&own_, constants_}) {
     for (auto at = constants->rbegin(); at != constants->rend(); ++at) {
       if (at->name != lowerName_) continue;

@@ -26,7 +26,7 @@ public:
   [[nodiscard]] const EvalFault& Fault() const { return fault_; }
 
 private:
-  void Remember(Constants& constants);
+  void CommitConstants(Constants& constants);
   [[nodiscard]] bool ParseBlock();
   [[nodiscard]] bool ParseDefinition();
   [[nodiscard]] NodeId Expression(int lowest);

@@ -7,7 +7,7 @@ namespace calder::eval {
 
 namespace {
 
-// Deeper expressions are no polynomials that anyone writes; and shared parts are walked through more than once.
+// A deeper expression is no polynomial that anyone writes; and shared parts are walked through more than once.
 constexpr int polynomialDepthLimit = 24;
 constexpr int visitLimit = 200;
 

@@ -155,8 +155,8 @@ void ProgramBuilder::Fuse() {
   }
 }
 
-ProgramBuilder::Draft ProgramBuilder::DraftStep(const Node&, const StepOf& step) const {
-  Draft draft;
+ProgramBuilder::CodeBuffer ProgramBuilder::DraftStep(const Node&, const StepOf& step) const {
+  CodeBuffer draft;
   draft.pass.k = step.k;
   draft.operands[0] = step.operand;
   if (!isAbsorbed_[step.operand]) {
@@ -178,8 +178,8 @@ ProgramBuilder::Draft ProgramBuilder::DraftStep(const Node&, const StepOf& step)
   return draft;
 }
 
-ProgramBuilder::Draft ProgramBuilder::DraftBinary(const Node& node) const {
-  Draft draft;
+ProgramBuilder::CodeBuffer ProgramBuilder::DraftBinary(const Node& node) const {
+  CodeBuffer draft;
   draft.operands[0] = node.a;
   if (graph_->IsConstant(node.b)) {
     draft.pass.kernel = kernels_.binaryK[Index(node.op)];
@@ -207,12 +207,12 @@ ProgramBuilder::Draft ProgramBuilder::DraftBinary(const Node& node) const {
   return draft;
 }
 
-ProgramBuilder::Draft ProgramBuilder::DraftOf(NodeId id) const {
+ProgramBuilder::CodeBuffer ProgramBuilder::DraftOf(NodeId id) const {
   const Node& node = graph_->At(id);
   const StepOf step = AsStep(node);
   if (step.step != Step::Count) return DraftStep(node, step);
   if (IsBinary(node.op)) return DraftBinary(node);
-  Draft draft;
+  CodeBuffer draft;
   draft.operands[0] = node.a;
   if (node.op == Op::Select) {
     draft.operands[1] = node.b;
@@ -250,14 +250,14 @@ void ProgramBuilder::DraftAll() {
   // its operands are there keeps rows free.
   const std::vector<ZeroCheck>& checks = graph_->Checks();
   for (std::size_t i = 0; i < checks.size(); ++i) {
-    Draft draft;
+    CodeBuffer draft;
     draft.pass.isZero = kernels_.isZero;
     draft.pass.key = i;
     draft.operands[0] = checks[i].divisor;
     draft.operands[1] = checks[i].guard;
     const NodeId ready = checks[i].guard == noNode ? checks[i].divisor : std::max(checks[i].divisor, checks[i].guard);
     const auto behind =
-        std::find_if(drafts_.begin(), drafts_.end(), [&](const Draft& d) { return d.out != noNode && d.out > ready; });
+        std::find_if(drafts_.begin(), drafts_.end(), [&](const CodeBuffer& d) { return d.out != noNode && d.out > ready; });
     drafts_.insert(behind, draft);
   }
 }
@@ -289,7 +289,7 @@ void ProgramBuilder::AssignRows() {
     for (const NodeId operand : drafts_[i].operands)
       if (operand != noNode) lastUse_[operand] = i;
   for (std::uint32_t i = 0; i < drafts_.size(); ++i) {
-    Draft& draft = drafts_[i];
+    CodeBuffer& draft = drafts_[i];
     std::uint32_t* const places[] = {&draft.pass.a, &draft.pass.b, &draft.pass.c};
     for (std::size_t side = 0; side < 3; ++side)
       if (draft.operands[side] != noNode) *places[side] = RowOf(draft.operands[side]);
@@ -305,7 +305,7 @@ void ProgramBuilder::AssignRows() {
   }
   program_->last = drafts_.back().pass;
   drafts_.pop_back();
-  for (const Draft& draft : drafts_) program_->passes.push_back(draft.pass);
+  for (const CodeBuffer& draft : drafts_) program_->passes.push_back(draft.pass);
 }
 
 } // namespace calder::eval

@@ -54,7 +54,7 @@ public:
 
 private:
   // A pass whose operands are still nodes.
-  struct Draft {
+  struct CodeBuffer {
     Pass pass;
     NodeId out = noNode;
     NodeId operands[3] = {noNode, noNode, noNode};
@@ -70,9 +70,9 @@ private:
   void ChooseLast(NodeId root, Outcome outcome);
   void Fuse();
   void DraftAll();
-  [[nodiscard]] Draft DraftOf(NodeId id) const;
-  [[nodiscard]] Draft DraftStep(const Node& node, const StepOf& step) const;
-  [[nodiscard]] Draft DraftBinary(const Node& node) const;
+  [[nodiscard]] CodeBuffer DraftOf(NodeId id) const;
+  [[nodiscard]] CodeBuffer DraftStep(const Node& node, const StepOf& step) const;
+  [[nodiscard]] CodeBuffer DraftBinary(const Node& node) const;
   void AssignRows();
   [[nodiscard]] std::uint32_t RowOf(NodeId id);
   [[nodiscard]] std::uint32_t TakeRow();
@@ -88,8 +88,8 @@ private:
   std::int32_t seed_ = 0;
   std::vector<std::uint32_t> uses_;
   std::vector<bool> isAbsorbed_; // done in the pass of the node that uses it
-  std::vector<Draft> drafts_;
-  Draft last_;
+  std::vector<CodeBuffer> drafts_;
+  CodeBuffer last_;
   std::vector<std::uint32_t> lastUse_; // by node: the draft that needs it last
   std::vector<std::uint32_t> rows_;    // by node
   std::vector<std::uint32_t> freeRows_;

@@ -1,7 +1,7 @@
 // A code and its line end have at most eight characters, so that a line is made as one 64-bit number. All lines of a
 // block are made first, by a plain loop that the compiler turns into vector code; then they are put one behind the
 // other.
-#include "libs/file32/EightBytes.h"
+#include "libs/file32/Swar.h"
 #include "libs/file32/IntegerText.h"
 #include "platform/VectorClones.h"
 

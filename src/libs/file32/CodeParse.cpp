@@ -2,7 +2,7 @@
 // found first, which gives the eight characters before each of them, and the lines are then understood by a plain loop
 // without branches that the compiler turns into vector code. A block in which anything else stands is read line by
 // line.
-#include "libs/file32/EightBytes.h"
+#include "libs/file32/Swar.h"
 #include "libs/file32/IntegerText.h"
 #include "libs/file32/TextLines.h"
 #include "platform/VectorClones.h"

@@ -133,7 +133,7 @@ void ReadRow(const TomlNode& node, std::vector<CommandRow>& rows, FaultSink& fau
   if (rule == kRules.end()) return; // told by the table's reader
   std::string value = ReadName(node, kMaxValue, faults);
   const std::string fault = ColumnFault(*rule, SplitCommandColumns(value));
-  if (!fault.empty()) faults.Tell(SYS_BAD_VALUE, node.line, "\"" + node.key + "\" " + fault + ".");
+  if (!fault.empty()) faults.Report(SYS_BAD_VALUE, node.line, "\"" + node.key + "\" " + fault + ".");
   rows.push_back(CommandRow{node.key, std::move(value)});
 }
 
@@ -141,7 +141,7 @@ void ReadRow(const TomlNode& node, std::vector<CommandRow>& rows, FaultSink& fau
 void CheckMask(const TomlNode& row, std::int32_t dataBits, FaultSink& faults) {
   const std::int64_t expected = 0x10000 - (std::int64_t{1} << (16 - dataBits));
   if (Mask(TrimCommandText(row.text)) != expected)
-    faults.Tell(SYS_BAD_VALUE, row.line, "\"arbmask\" does not belong to " + std::to_string(dataBits) + " data bits.");
+    faults.Report(SYS_BAD_VALUE, row.line, "\"arbmask\" does not belong to " + std::to_string(dataBits) + " data bits.");
 }
 
 } // namespace
@@ -160,7 +160,7 @@ void ReadCommands(const TomlNode& commands, Model& model, FaultSink& faults) {
     } else if (kTableNames[i] == "waveform") {
       CheckMask(rows.Require("arbmask"), model.DataBits, faults);
       if (rows.Find("arbsend") == nullptr && model.DefaultArbCommand.empty())
-        faults.Tell(SYS_BAD_VALUE, table.line,
+        faults.Report(SYS_BAD_VALUE, table.line,
                     "Neither \"arbsend\" nor \"default_arb_command\" tells how to send a waveform.");
     }
   }

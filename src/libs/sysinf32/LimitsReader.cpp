@@ -36,12 +36,12 @@ Limits ReadLimits(const TableReader& reader, double resolution, FaultSink& fault
   limits.Resolution = resolution;
   if (const TomlNode* step = reader.Find("resolution")) {
     limits.Resolution = ReadNumber(*step, faults);
-    if (limits.Resolution <= 0) faults.Tell(SYS_BAD_VALUE, step->line, "\"resolution\" must be above 0.");
+    if (limits.Resolution <= 0) faults.Report(SYS_BAD_VALUE, step->line, "\"resolution\" must be above 0.");
   }
-  if (limits.Min > limits.Max) faults.Tell(SYS_BAD_VALUE, min.line, "\"min\" is above \"max\".");
-  if (limits.Min < -kLargest) faults.Tell(SYS_BAD_VALUE, min.line, "\"min\" is below -1e12.");
-  if (limits.Max > kLargest) faults.Tell(SYS_BAD_VALUE, max.line, "\"max\" is above 1e12.");
-  if (!limits.Holds(limits.Default)) faults.Tell(SYS_BAD_VALUE, start.line, "\"default\" is outside min to max.");
+  if (limits.Min > limits.Max) faults.Report(SYS_BAD_VALUE, min.line, "\"min\" is above \"max\".");
+  if (limits.Min < -kLargest) faults.Report(SYS_BAD_VALUE, min.line, "\"min\" is below -1e12.");
+  if (limits.Max > kLargest) faults.Report(SYS_BAD_VALUE, max.line, "\"max\" is above 1e12.");
+  if (!limits.Holds(limits.Default)) faults.Report(SYS_BAD_VALUE, start.line, "\"default\" is outside min to max.");
   return limits;
 }
 
@@ -49,11 +49,11 @@ void ReadFrequency(const TomlNode& node, ModelChannel& channel, FaultSink& fault
   const TableReader reader(node, {"min", "max", "default", "resolution", "period_resolution"}, faults);
   channel.Frequency = ReadLimits(reader, Resolution::kFrequency, faults);
   if (channel.Frequency.Min < kLowestFrequency)
-    faults.Tell(SYS_BAD_VALUE, reader.Require("min").line, "The lowest frequency must be at least 1e-12 Hz.");
+    faults.Report(SYS_BAD_VALUE, reader.Require("min").line, "The lowest frequency must be at least 1e-12 Hz.");
   channel.PeriodResolution = Resolution::kPeriod;
   if (const TomlNode* step = reader.Find("period_resolution")) {
     channel.PeriodResolution = ReadNumber(*step, faults);
-    if (channel.PeriodResolution <= 0) faults.Tell(SYS_BAD_VALUE, step->line, "\"period_resolution\" must be above 0.");
+    if (channel.PeriodResolution <= 0) faults.Report(SYS_BAD_VALUE, step->line, "\"period_resolution\" must be above 0.");
   }
 }
 
@@ -66,15 +66,15 @@ AmplitudeRange ReadRange(const TomlNode& node, FaultSink& faults) {
   const TomlNode& offset = reader.Require("offset");
   range.Offset = ReadLimits(TableReader(offset, kLimitKeys, faults), Resolution::kVolts, faults);
 
-  if (range.Amplitude.Max <= 0) faults.Tell(SYS_BAD_VALUE, amplitude.line, "The largest amplitude must be above 0.");
+  if (range.Amplitude.Max <= 0) faults.Report(SYS_BAD_VALUE, amplitude.line, "The largest amplitude must be above 0.");
   if (range.Amplitude.Min < 0)
-    faults.Tell(SYS_BAD_VALUE, amplitude.line, "The smallest amplitude must not be below 0.");
+    faults.Report(SYS_BAD_VALUE, amplitude.line, "The smallest amplitude must not be below 0.");
   if (range.Amplitude.Min > range.Amplitude.Max / 2)
-    faults.Tell(SYS_BAD_VALUE, amplitude.line, "The smallest amplitude is above half of the largest.");
+    faults.Report(SYS_BAD_VALUE, amplitude.line, "The smallest amplitude is above half of the largest.");
   if (range.Amplitude.Max > range.Offset.Max - range.Offset.Min)
-    faults.Tell(SYS_BAD_VALUE, amplitude.line, "The largest amplitude is wider than the offset limits.");
+    faults.Report(SYS_BAD_VALUE, amplitude.line, "The largest amplitude is wider than the offset limits.");
   if (!FitsOutput(range, range.Amplitude.Default, range.Offset.Default, 0))
-    faults.Tell(SYS_BAD_VALUE, offset.line,
+    faults.Report(SYS_BAD_VALUE, offset.line,
                 "The default amplitude around the default offset leaves the offset limits.");
   return range;
 }
@@ -87,7 +87,7 @@ void CheckNames(const std::vector<Item>& items, std::span<const TomlNode> nodes,
                                    [&](const Item& earlier) { return earlier.Name == items[i].Name; });
     const TomlNode* name = nodes[i].Find("name");
     if (twice && name != nullptr)
-      faults.Tell(SYS_BAD_VALUE, name->line, "The name \"" + items[i].Name + "\" stands twice in the list.");
+      faults.Report(SYS_BAD_VALUE, name->line, "The name \"" + items[i].Name + "\" stands twice in the list.");
   }
 }
 
@@ -123,13 +123,13 @@ FrequencyWarning ReadWarning(const TomlNode& node, const Model& model, FaultSink
   warning.Japanese = ReadText(reader.Require("japanese"), kMaxWarning, faults);
   warning.English = ReadText(reader.Require("english"), kMaxWarning, faults);
   if (warning.Above >= warning.UpTo)
-    faults.Tell(SYS_BAD_VALUE, reader.Require("above").line, "\"above\" is not below \"up_to\".");
+    faults.Report(SYS_BAD_VALUE, reader.Require("above").line, "\"above\" is not below \"up_to\".");
   for (std::size_t i = 0; i < model.Channels.size(); ++i) {
     if (warning.Channel >= 0 && static_cast<std::size_t>(warning.Channel) != i) continue;
     const Limits& limits = model.Channels[i].Frequency;
     if (warning.Above < limits.Max && warning.UpTo >= limits.Min) return warning;
   }
-  faults.Tell(SYS_BAD_VALUE, node.line, "No frequency that the model allows lies in this warning.");
+  faults.Report(SYS_BAD_VALUE, node.line, "No frequency that the model allows lies in this warning.");
   return warning;
 }
 
@@ -179,9 +179,9 @@ ModelSettings Settle(const GivenSettings& given, const Model& model, const TomlN
   settings.Amplitude = given.Amplitude.value_or(range.Amplitude.Default);
   settings.Offset = given.Offset.value_or(range.Offset.Default);
   if (!channel.Frequency.Holds(settings.Frequency))
-    faults.Tell(SYS_BAD_VALUE, LineOf(table, "frequency"), "The frequency is outside the limits of the channel.");
+    faults.Report(SYS_BAD_VALUE, LineOf(table, "frequency"), "The frequency is outside the limits of the channel.");
   if (!FitsOutput(range, settings.Amplitude, settings.Offset, settings.Polarity))
-    faults.Tell(SYS_BAD_VALUE, LineOf(table, given.Amplitude ? "amplitude" : "offset"),
+    faults.Report(SYS_BAD_VALUE, LineOf(table, given.Amplitude ? "amplitude" : "offset"),
                 "The amplitude around the offset is outside the limits of the range.");
   return settings;
 }
@@ -190,7 +190,7 @@ ModelSettings Settle(const GivenSettings& given, const Model& model, const TomlN
 
 void ReadChannels(const LimitsTables& tables, Model& model, FaultSink& faults) {
   if (tables.channels == nullptr) {
-    faults.Tell(SYS_BAD_VALUE, 0, "The key \"channel\" is missing.");
+    faults.Report(SYS_BAD_VALUE, 0, "The key \"channel\" is missing.");
     return;
   }
   const std::span<const TomlNode> items = ReadItems(*tables.channels, kMaxList, faults);

@@ -21,7 +21,7 @@ class FaultSink {
 public:
   explicit FaultSink(std::string file) : file_(std::move(file)) {}
 
-  void Tell(std::int32_t status, std::int32_t line, std::string text) {
+  void Report(std::int32_t status, std::int32_t line, std::string text) {
     if (!fault_) fault_ = ModelFault{status, file_, line, std::move(text)};
   }
   [[nodiscard]] bool Any() const { return fault_.has_value(); }

@@ -27,7 +27,7 @@ std::int32_t ReadInterfaces(const TomlNode& node, FaultSink& faults) {
   std::int32_t interfaces = 0;
   for (const TomlNode& item : ReadItems(node, kNames.size(), faults)) {
     const std::int32_t bit = kBits[static_cast<std::size_t>(ReadChoice(item, kNames, faults))];
-    if ((interfaces & bit) != 0) faults.Tell(SYS_BAD_VALUE, item.line, "The interface stands twice in the list.");
+    if ((interfaces & bit) != 0) faults.Report(SYS_BAD_VALUE, item.line, "The interface stands twice in the list.");
     interfaces |= bit;
   }
   return interfaces;
@@ -44,7 +44,7 @@ void ReadAddress(const TomlNode& node, Model& model, FaultSink& faults) {
     if (range == nullptr) continue;
     const std::span<const TomlNode> ends = ReadItems(*range, 2, faults);
     if (ends.size() != 2) {
-      faults.Tell(SYS_BAD_VALUE, range->line,
+      faults.Report(SYS_BAD_VALUE, range->line,
                   "\"" + range->key + "\" must be a list of the least and the largest address.");
       return;
     }
@@ -57,20 +57,20 @@ void ReadAddress(const TomlNode& node, Model& model, FaultSink& faults) {
     model.Address = static_cast<std::int16_t>(ReadInteger(*address, 0, kMaxBusAddress, faults));
   for (const AddressRange& range : model.Addresses)
     if (model.Address < range.Min || model.Address > range.Max)
-      faults.Tell(SYS_BAD_VALUE, node.line, "The default address lies outside the range of an interface.");
+      faults.Report(SYS_BAD_VALUE, node.line, "The default address lies outside the range of an interface.");
 }
 
 void ReadSizes(const TomlNode& node, Model& model, FaultSink& faults) {
   for (const TomlNode& item : ReadItems(node, kMaxSizes, faults)) {
     const std::int32_t points = ReadInteger(item, kMinPoints, kMaxPoints, faults);
     if (std::find(model.MemorySizes.begin(), model.MemorySizes.end(), points) != model.MemorySizes.end())
-      faults.Tell(SYS_BAD_VALUE, item.line, "The memory size stands twice in the list.");
+      faults.Report(SYS_BAD_VALUE, item.line, "The memory size stands twice in the list.");
     model.MemorySizes.push_back(points);
   }
   if (model.MemorySizes.empty()) return;
   // The record keeps the ratio of two sizes in 16 bits.
   const auto [least, most] = std::minmax_element(model.MemorySizes.begin(), model.MemorySizes.end());
-  if (*most / *least >= INT16_MAX) faults.Tell(SYS_BAD_VALUE, node.line, "The memory sizes are too far apart.");
+  if (*most / *least >= INT16_MAX) faults.Report(SYS_BAD_VALUE, node.line, "The memory sizes are too far apart.");
 }
 
 void ReadMemoryNumber(const TomlNode& node, Model& model, FaultSink& faults) {
@@ -89,7 +89,7 @@ void ReadMemoryName(const TomlNode& node, Model& model, FaultSink& faults) {
   const TomlNode& name = reader.Require("default");
   model.MemoryName = ReadName(name, kMaxMemoryName, faults);
   if (model.MemoryName.find('"') != std::string::npos)
-    faults.Tell(SYS_BAD_VALUE, name.line, "A memory name must not hold a double quote.");
+    faults.Report(SYS_BAD_VALUE, name.line, "A memory name must not hold a double quote.");
   model.MemoryNameSelectable = true;
   if (const TomlNode* flag = reader.Find("selectable")) model.MemoryNameSelectable = ReadFlag(*flag, faults);
 }
@@ -105,7 +105,7 @@ std::string ReadModelName(const TomlNode& node, FaultSink& faults) {
   std::string name = ReadName(node, kMaxModelName, faults);
   // The list of USB identifiers separates at commas.
   if (name.find_first_of(",\"") != std::string::npos)
-    faults.Tell(SYS_BAD_VALUE, node.line, "A model name must not hold a comma or a double quote.");
+    faults.Report(SYS_BAD_VALUE, node.line, "A model name must not hold a comma or a double quote.");
   return name;
 }
 
@@ -156,9 +156,9 @@ std::optional<ModelFault> ParseIndex(std::string_view text, const std::string& f
     constexpr std::size_t kMaxFileName = 64;
     std::string file = ReadName(item, kMaxFileName, faults);
     if (!file.ends_with(".toml") || file.starts_with('.') || file.find_first_of("/\\") != std::string::npos)
-      faults.Tell(SYS_BAD_VALUE, item.line, "\"" + file + "\" is not the name of a model file in this folder.");
+      faults.Report(SYS_BAD_VALUE, item.line, "\"" + file + "\" is not the name of a model file in this folder.");
     if (std::any_of(entries.begin(), entries.end(), [&](const IndexEntry& earlier) { return earlier.file == file; }))
-      faults.Tell(SYS_BAD_VALUE, item.line, "\"" + file + "\" stands twice in the list.");
+      faults.Report(SYS_BAD_VALUE, item.line, "\"" + file + "\" stands twice in the list.");
     entries.push_back(IndexEntry{std::move(file), item.line});
   }
   return faults.Fault();

@@ -23,7 +23,7 @@ std::string Quoted(std::string_view text) {
 // Tells "<what the value is called> must <rule>."
 void Must(const TomlNode& node, std::initializer_list<std::string_view> rule, FaultSink& faults) {
   const std::string name = node.key.empty() ? "The list item" : Quoted(node.key);
-  faults.Tell(SYS_BAD_VALUE, node.line, Join({name, " must ", Join(rule), "."}));
+  faults.Report(SYS_BAD_VALUE, node.line, Join({name, " must ", Join(rule), "."}));
 }
 
 std::size_t EditDistance(std::string_view a, std::string_view b) {
@@ -69,7 +69,7 @@ TableReader::TableReader(const TomlNode& table, std::span<const std::string_view
   }
   for (const TomlNode& child : table.children) {
     if (std::find(keys.begin(), keys.end(), child.key) != keys.end()) continue;
-    faults.Tell(SYS_BAD_VALUE, child.line,
+    faults.Report(SYS_BAD_VALUE, child.line,
                 Join({"The key ", Quoted(child.key), " is unknown.", NearestHint(child.key, keys)}));
   }
 }
@@ -77,7 +77,7 @@ TableReader::TableReader(const TomlNode& table, std::span<const std::string_view
 const TomlNode& TableReader::Require(std::string_view key) const {
   static const TomlNode none;
   if (const TomlNode* node = table_.Find(key)) return *node;
-  faults_.Tell(SYS_BAD_VALUE, table_.line, Join({"The key ", Quoted(key), " is missing."}));
+  faults_.Report(SYS_BAD_VALUE, table_.line, Join({"The key ", Quoted(key), " is missing."}));
   return none;
 }
 

@@ -86,12 +86,12 @@ void CheckLines(std::string_view text, FaultSink& faults) {
     const std::size_t end = std::min(text.find('\n', begin), text.size());
     const std::string_view line = text.substr(begin, end - begin);
     if (line.size() > kTomlMaxLine)
-      faults.Tell(SYS_SYNTAX_ERROR, number, "The line is longer than " + std::to_string(kTomlMaxLine) + " characters.");
+      faults.Report(SYS_SYNTAX_ERROR, number, "The line is longer than " + std::to_string(kTomlMaxLine) + " characters.");
     const bool clean = std::all_of(line.begin(), line.end(), [](char c) {
       const auto code = static_cast<unsigned char>(c);
       return (code >= ' ' && code != 127) || c == '\t' || c == '\r';
     });
-    if (!clean) faults.Tell(SYS_SYNTAX_ERROR, number, "The line holds a control character.");
+    if (!clean) faults.Report(SYS_SYNTAX_ERROR, number, "The line holds a control character.");
     begin = end + 1;
   }
 }
@@ -108,7 +108,7 @@ void ParseToml(std::string_view text, TomlNode& root, FaultSink& faults) {
   root = TomlNode();
   root.kind = TomlNode::Kind::Table;
   if (text.size() > kTomlMaxBytes) {
-    faults.Tell(SYS_BAD_VALUE, 0, "The file is larger than " + std::to_string(kTomlMaxBytes) + " bytes.");
+    faults.Report(SYS_BAD_VALUE, 0, "The file is larger than " + std::to_string(kTomlMaxBytes) + " bytes.");
     return;
   }
   CheckLines(text, faults);
@@ -116,7 +116,7 @@ void ParseToml(std::string_view text, TomlNode& root, FaultSink& faults) {
   const toml::parse_result result = toml::parse(text);
   if (!result) {
     const toml::parse_error& error = result.error();
-    faults.Tell(SYS_SYNTAX_ERROR, static_cast<std::int32_t>(error.source().begin.line),
+    faults.Report(SYS_SYNTAX_ERROR, static_cast<std::int32_t>(error.source().begin.line),
                 std::string(error.description()) + ".");
     return;
   }

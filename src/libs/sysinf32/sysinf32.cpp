@@ -62,7 +62,7 @@ ModelDatabase::~ModelDatabase() = default;
 ModelDatabase::ModelDatabase(ModelDatabase&&) noexcept = default;
 ModelDatabase& ModelDatabase::operator=(ModelDatabase&&) noexcept = default;
 
-void ModelDatabase::ReadAhead(const std::string& folder) {
+void ModelDatabase::Prefetch(const std::string& folder) {
   impl_->aheadFolder = folder;
   try {
     impl_->ahead = std::async(std::launch::async, Impl::Load, folder);

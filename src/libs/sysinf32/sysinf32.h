@@ -52,7 +52,7 @@ public:
 
   // Begins to read the files of a folder on a thread of its own: a SysInitDeviceInfo of the same folder takes what it
   // found. Any other one forgets it.
-  void ReadAhead(const std::string& folder);
+  void Prefetch(const std::string& folder);
 
   // Reads index.toml and the model files that it lists, in its order, from `folder`. >= 0: loaded; negative: one of the
   // statuses above, and SysGetSysErrorFileName and SysGetSysErrorLineNo (1-based, 0 when no line is to blame) tell

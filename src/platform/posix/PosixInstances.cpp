@@ -22,10 +22,10 @@ PosixInstances::PosixInstances(const std::string& lockPath, std::string program)
   fd_ = open(lockPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (fd_ < 0) return;
   others_ = flock(fd_, LOCK_EX | LOCK_NB) != 0;
-  if (others_) CountedIn();
+  if (others_) StartupFinished();
 }
 
-void PosixInstances::CountedIn() {
+void PosixInstances::StartupFinished() {
   if (fd_ < 0) return;
   int result = 0;
   do {

@@ -14,7 +14,7 @@ public:
   PosixInstances& operator=(const PosixInstances&) = delete;
 
   [[nodiscard]] bool OthersRunning() const override { return others_; }
-  void CountedIn() override;
+  void StartupFinished() override;
   bool StartCopy() override;
 
 private:

@@ -1,7 +1,7 @@
 #include "platform/qt/Theme.h"
 
-#include "platform/qt/CalmStyle.h"
-#include "platform/qt/ListKeys.h"
+#include "platform/qt/QuietProxyStyle.h"
+#include "platform/qt/ComboBoxKeyFilter.h"
 
 #include <QApplication>
 #include <QFont>
@@ -51,8 +51,8 @@ void ApplyTheme(QApplication& application, bool english) {
       QCoreApplication::installTranslator(translator);
   }
   // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style
-  application.installEventFilter(new ListKeys(&application));
-  QApplication::setStyle(new CalmStyle);
+  application.installEventFilter(new ComboBoxKeyFilter(&application));
+  QApplication::setStyle(new QuietProxyStyle);
   QApplication::setPalette(DarkPalette());
   // The second names are what free desktops have in place of the first.
   QFont font = english ? QFont(QStringList{QStringLiteral("Arial"), QStringLiteral("Liberation Sans")})

@@ -48,7 +48,7 @@ void ValueBox::keyPressEvent(QKeyEvent* event) {
   case Qt::Key_Return:
   case Qt::Key_Enter:
     Commit();
-    Q_EMIT MoveOn(false);
+    Q_EMIT FocusNext(false);
     event->accept();
     return;
   case Qt::Key_Escape:
@@ -84,17 +84,17 @@ void ValueBox::focusOutEvent(QFocusEvent* event) {
 
 // Tab is as Enter where somebody decides where the focus goes; else it follows the tab order.
 bool ValueBox::focusNextPrevChild(bool next) {
-  if (!next || !isSignalConnected(QMetaMethod::fromSignal(&ValueBox::MoveOn)))
+  if (!next || !isSignalConnected(QMetaMethod::fromSignal(&ValueBox::FocusNext)))
     return QLineEdit::focusNextPrevChild(next);
   Commit();
-  Q_EMIT MoveOn(false);
+  Q_EMIT FocusNext(false);
   return true;
 }
 
 void ValueBox::Commit() {
   if (text() == shown_) return;
   setModified(false); // whoever takes the text may show another one at once
-  Q_EMIT Left(text());
+  Q_EMIT EditingFinished(text());
   // A refused text leaves what was shown.
   setText(shown_);
   if (hasFocus()) selectAll(); // what is typed next replaces it

@@ -26,9 +26,9 @@ public:
 
 Q_SIGNALS:
   // The box was left with a changed text.
-  void Left(const QString& text);
+  void EditingFinished(const QString& text);
   // Tab or Enter: the focus has to move on.
-  void MoveOn(bool backwards);
+  void FocusNext(bool backwards);
 
 protected:
   bool event(QEvent* event) override;

@@ -1,7 +1,7 @@
 #include "tools/create/CreateDialog.h"
 
 #include "app/FormPosition.h"
-#include "editor/Picture.h"
+#include "editor/WaveformCanvas.h"
 #include "libs/eval32/eval32.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/ValueBox.h"
@@ -140,19 +140,19 @@ void CreateDialog::FillLists() {
 void CreateDialog::ConnectBoxes() {
   for (int i = 0; i < kPageBoxes; ++i) {
     ValueBox* box = boxes_[static_cast<std::size_t>(i)];
-    connect(box, &ValueBox::Left, this,
+    connect(box, &ValueBox::EditingFinished, this,
             [this, i](const QString& text) { pages_.Text_LostFocus(i, text.toStdString()); });
-    connect(box, &ValueBox::MoveOn, this, [this, i] { MoveOnFrom(i); });
+    connect(box, &ValueBox::FocusNext, this, [this, i] { FocusNextOf(i); });
   }
   const auto area = [this](CreatePages::AreaEnd end, const QString& start, const QString& finish) {
     pages_.Text_X_LostFocus(end, start.toStdString(), finish.toStdString());
   };
-  connect(ui_->Text_X_0, &ValueBox::Left, this,
+  connect(ui_->Text_X_0, &ValueBox::EditingFinished, this,
           [this, area](const QString& text) { area(CreatePages::AreaEnd::Start, text, ui_->Text_X_1->text()); });
-  connect(ui_->Text_X_1, &ValueBox::Left, this,
+  connect(ui_->Text_X_1, &ValueBox::EditingFinished, this,
           [this, area](const QString& text) { area(CreatePages::AreaEnd::End, ui_->Text_X_0->text(), text); });
-  connect(ui_->Text_X_0, &ValueBox::MoveOn, this, [this] { ui_->Text_X_1->setFocus(Qt::TabFocusReason); });
-  connect(ui_->Text_X_1, &ValueBox::MoveOn, this, [this] { ui_->Comb_Wave->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Text_X_0, &ValueBox::FocusNext, this, [this] { ui_->Text_X_1->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Text_X_1, &ValueBox::FocusNext, this, [this] { ui_->Comb_Wave->setFocus(Qt::TabFocusReason); });
   connect(ui_->Comb_Wave, &QComboBox::currentIndexChanged, this, [this](int function) {
     if (!program_.formSetup) pages_.Comb_Wave_Click(function);
   });
@@ -177,9 +177,9 @@ void CreateDialog::ConnectPages() {
       if (button->isVisible()) button->click();
     });
   }
-  connect(ui_->Txt_Page, &ValueBox::Left, this,
+  connect(ui_->Txt_Page, &ValueBox::EditingFinished, this,
           [this](const QString& text) { pages_.Txt_Page_LostFocus(text.toStdString()); });
-  connect(ui_->Txt_Page, &ValueBox::MoveOn, this, [this] { ui_->Cmd_Page_2->setFocus(Qt::TabFocusReason); });
+  connect(ui_->Txt_Page, &ValueBox::FocusNext, this, [this] { ui_->Cmd_Page_2->setFocus(Qt::TabFocusReason); });
   connect(ui_->Opt_effect_0, &QRadioButton::toggled, this, [this](bool on) {
     if (!program_.formSetup) pages_.Opt_effect_Click(on);
   });
@@ -199,9 +199,9 @@ void CreateDialog::ConnectPages() {
 }
 
 void CreateDialog::ConnectExpression() {
-  connect(ui_->Txt_Const, &ExpressionBox::Left, this,
+  connect(ui_->Txt_Const, &ExpressionBox::EditingFinished, this,
           [this] { pages_.Txt_Const_LostFocus(ui_->Txt_Const->Text().toStdString()); });
-  connect(ui_->Txt_Expr, &ExpressionBox::Left, this,
+  connect(ui_->Txt_Expr, &ExpressionBox::EditingFinished, this,
           [this] { pages_.Txt_Expr_LostFocus(ui_->Txt_Expr->Text().toStdString()); });
   for (ExpressionBox* box : {ui_->Txt_Const, ui_->Txt_Expr}) {
     connect(box, &ExpressionBox::textChanged, this, &CreateDialog::TextTyped);
@@ -214,16 +214,16 @@ void CreateDialog::ConnectExpression() {
 }
 
 void CreateDialog::ConnectPreview() {
-  Picture* picture = ui_->PictWave;
+  WaveformCanvas* picture = ui_->PictWave;
   const auto logical = [picture](QPoint pixel) { return QPointF(pixel) / picture->Scale(); };
-  connect(picture, &Picture::Resized, this, [this] { ShowPreview(); });
-  connect(picture, &Picture::Pressed, this,
+  connect(picture, &WaveformCanvas::Resized, this, [this] { ShowPreview(); });
+  connect(picture, &WaveformCanvas::Pressed, this,
           [this, picture, logical](QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
             const QPointF at = logical(pixel);
             pages_.PictWave_MouseDown(button == Qt::LeftButton && (modifiers & Qt::ShiftModifier) == 0, at.x(), at.y(),
                                       picture->width(), picture->height());
           });
-  connect(picture, &Picture::Moved, this, [this, picture, logical](QPoint pixel) {
+  connect(picture, &WaveformCanvas::Moved, this, [this, picture, logical](QPoint pixel) {
     const QPointF at = logical(pixel);
     pages_.PictWave_MouseMove(at.x(), at.y());
     switch (pages_.DragModeAt(at.x(), at.y(), picture->width(), picture->height())) {
@@ -233,7 +233,7 @@ void CreateDialog::ConnectPreview() {
     case PreviewDrag::Mode::None: picture->setCursor(Qt::ArrowCursor); break;
     }
   });
-  connect(picture, &Picture::Released, this, [this](QPoint, Qt::MouseButton) { pages_.PictWave_MouseUp(); });
+  connect(picture, &WaveformCanvas::Released, this, [this](QPoint, Qt::MouseButton) { pages_.PictWave_MouseUp(); });
 }
 
 // The text of a box that has the focus counts before anything else happens: a menu, a shortcut or the window's own
@@ -244,7 +244,7 @@ void CreateDialog::CommitFocus() {
   if (auto* text = qobject_cast<ExpressionBox*>(focused)) text->Commit();
 }
 
-void CreateDialog::MoveOnFrom(int box) {
+void CreateDialog::FocusNextOf(int box) {
   if (const std::optional<int> next = pages_.NextBox(box)) {
     boxes_[static_cast<std::size_t>(*next)]->setFocus(Qt::TabFocusReason);
   } else if (pages_.FromMainWindow()) {

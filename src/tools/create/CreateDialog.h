@@ -17,7 +17,7 @@ class CreateDialog;
 
 namespace calder {
 
-class Picture;
+class WaveformCanvas;
 class ValueBox;
 
 class CreateDialog final : public QDialog, private CreatePort {
@@ -57,7 +57,7 @@ private:
   void ConnectExpression();
   void ConnectPreview();
   void CommitFocus();
-  void MoveOnFrom(int box);
+  void FocusNextOf(int box);
   void TextTyped();
   void MarkFault(const ExpressionFault& fault, bool goThere);
   void StorePosition();

@@ -6,12 +6,12 @@
 namespace calder {
 
 // Sets a flag for a while.
-class FlagFor {
+class ScopedFlag {
 public:
-  explicit FlagFor(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
-  ~FlagFor() { flag_ = before_; }
-  FlagFor(const FlagFor&) = delete;
-  FlagFor& operator=(const FlagFor&) = delete;
+  explicit ScopedFlag(bool& flag) : flag_(flag), before_(flag) { flag_ = true; }
+  ~ScopedFlag() { flag_ = before_; }
+  ScopedFlag(const ScopedFlag&) = delete;
+  ScopedFlag& operator=(const ScopedFlag&) = delete;
 
 private:
   bool& flag_;
@@ -19,12 +19,12 @@ private:
 };
 
 // The hourglass while something is computed.
-class BusyFor {
+class WaitCursor {
 public:
-  explicit BusyFor(CreatePort& port) : port_(port) { port_.SetBusy(true); }
-  ~BusyFor() { port_.SetBusy(false); }
-  BusyFor(const BusyFor&) = delete;
-  BusyFor& operator=(const BusyFor&) = delete;
+  explicit WaitCursor(CreatePort& port) : port_(port) { port_.SetBusy(true); }
+  ~WaitCursor() { port_.SetBusy(false); }
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
 
 private:
   CreatePort& port_;

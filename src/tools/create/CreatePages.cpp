@@ -119,7 +119,7 @@ void CreatePages::Draw_Wave_Create(DeviceContext& picture) const {
 }
 
 void CreatePages::Change_Parameter() {
-  const FlagFor setup(program_.formSetup);
+  const ScopedFlag setup(program_.formSetup);
   port_->ShowPage();
 }
 
@@ -134,7 +134,7 @@ void CreatePages::Check_Visit() {
 int CreatePages::Make_Wave(int page) {
   // An expression that is not evaluated leaves an empty area, which no OK may take for the page's waveform.
   if (program_.pages[page].Function == kFunctionExpression && !generator_.ExprEnabled) pageModified_ = true;
-  const BusyFor busy(*port_);
+  const WaitCursor busy(*port_);
   lastFault_ = generator_.Make_Wave(program_.pages[page]);
   return lastFault_.message;
 }
@@ -156,7 +156,7 @@ void CreatePages::PageChanged() {
   setup_.ForgetControlPoints();
 }
 
-void CreatePages::Tell(const ExpressionFault& fault) {
+void CreatePages::Report(const ExpressionFault& fault) {
   program_.messages.ErrorBox(fault.message);
   port_->ShowFault(fault);
 }

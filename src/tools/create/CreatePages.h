@@ -153,7 +153,7 @@ private:
   [[nodiscard]] ExpressionFault Regenerate();
   void CopyArea(const CreatePage& page) const;
   void ClearAll() const;
-  void Tell(const ExpressionFault& fault);
+  void Report(const ExpressionFault& fault);
   void CloseAfterOk();
 
   Program& program_;

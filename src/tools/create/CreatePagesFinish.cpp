@@ -13,7 +13,7 @@ bool CreatePages::CheckConstants() {
   page.Constants = LowerText(page.Constants);
   const ExpressionFault fault = generator_.CheckConstants(page);
   if (fault.message == 0) return true;
-  Tell(fault);
+  Report(fault);
   return false;
 }
 
@@ -25,11 +25,11 @@ void CreatePages::Btn_Comp_Click() {
   Change_Parameter();
   ExpressionFault fault;
   {
-    const BusyFor busy(*port_);
+    const WaitCursor busy(*port_);
     fault = generator_.Evaluate(page);
   }
   if (fault.message != 0) {
-    Tell(fault);
+    Report(fault);
     return;
   }
   Check_Visit();
@@ -48,7 +48,7 @@ void CreatePages::ClearAll() const {
 ExpressionFault CreatePages::Regenerate() {
   if (!pageModified_) return {};
   ClearAll();
-  const FlagFor expressions(generator_.ExprEnabled);
+  const ScopedFlag expressions(generator_.ExprEnabled);
   Make_Wave(currentPage_);
   return lastFault_;
 }
@@ -66,7 +66,7 @@ void CreatePages::Btn_OK_Click() {
   const ExpressionFault fault = wanted ? Regenerate() : ExpressionFault{};
   if (fault.message != 0) {
     port_->ShowPreview();
-    Tell(fault);
+    Report(fault);
     return;
   }
   if (!fromMainWindow_) {
@@ -93,8 +93,8 @@ void CreatePages::Btn_Confirm_Click() {
   ClearAll();
   program_.evaluator.ClearConstant();
   {
-    const FlagFor expressions(generator_.ExprEnabled);
-    const BusyFor busy(*port_);
+    const ScopedFlag expressions(generator_.ExprEnabled);
+    const WaitCursor busy(*port_);
     for (int page = PageTable::kFirst; page <= PageTable::kLast; ++page) {
       if (program_.pages[page].Valid == 0) continue;
       const ExpressionFault fault = generator_.Make_Wave(program_.pages[page]);
@@ -116,7 +116,7 @@ void CreatePages::Btn_Confirm_Click() {
   GoToPage(failedPage);
   Refresh();
   port_->ShowMainRange(); // the other pages are in the waveform
-  Tell(failure);
+  Report(failure);
 }
 
 void CreatePages::Btn_Cancel_Click() {

@@ -22,12 +22,12 @@ public:
   // Puts the cursor there and takes the focus.
   void GoTo(int position);
   // Hands the text over as leaving the box does; the focus stays.
-  void Commit() { Q_EMIT Left(); }
+  void Commit() { Q_EMIT EditingFinished(); }
   // Replaces the selection; a "()" at the end leaves the cursor between the two.
   void Insert(const QString& text);
 
 Q_SIGNALS:
-  void Left();
+  void EditingFinished();
 
 protected:
   void focusOutEvent(QFocusEvent* event) override;

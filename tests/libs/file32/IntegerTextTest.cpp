@@ -1,5 +1,5 @@
 #include "libs/file32/IntegerText.h"
-#include "files/TextReasons.h"
+#include "files/ParseErrorTexts.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "libs/file32/RealText.h"
-#include "files/TextReasons.h"
+#include "files/ParseErrorTexts.h"
 
 #include <gtest/gtest.h>
 

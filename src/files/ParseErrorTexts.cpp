@@ -1,4 +1,4 @@
-#include "files/TextReasons.h"
+#include "files/ParseErrorTexts.h"
 
 #include <array>
 #include <cstddef>

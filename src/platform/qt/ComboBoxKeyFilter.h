@@ -7,7 +7,7 @@
 namespace calder {
 
 // Installed on the application.
-class ListKeys : public QObject {
+class ComboBoxKeyFilter : public QObject {
 public:
   using QObject::QObject;
   bool eventFilter(QObject* watched, QEvent* event) override;

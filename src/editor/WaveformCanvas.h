@@ -10,11 +10,11 @@
 
 namespace calder {
 
-class Picture final : public QWidget {
+class WaveformCanvas final : public QWidget {
   Q_OBJECT
 
 public:
-  explicit Picture(QWidget* parent = nullptr);
+  explicit WaveformCanvas(QWidget* parent = nullptr);
 
   // Draws into the picture; after it, Show or ShowColumns brings the pixels to the screen.
   [[nodiscard]] PixelContext Context();

@@ -6,11 +6,11 @@
 
 namespace calder {
 
-class CalmStyle final : public QProxyStyle {
+class QuietProxyStyle final : public QProxyStyle {
   Q_OBJECT
 
 public:
-  CalmStyle();
+  QuietProxyStyle();
 
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

@@ -1,4 +1,4 @@
-#include "platform/qt/CalmStyle.h"
+#include "platform/qt/QuietProxyStyle.h"
 
 #include <QPainter>
 #include <QStyleOption>
@@ -60,9 +60,9 @@ bool IsReadOnly(const QStyleOption& option) {
 
 } // namespace
 
-CalmStyle::CalmStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
+QuietProxyStyle::QuietProxyStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
-void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+void QuietProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                               const QWidget* widget) const {
   const bool focused = (option->state & State_HasFocus) != 0;
   switch (element) {
@@ -94,7 +94,7 @@ void CalmStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* opti
   QProxyStyle::drawPrimitive(element, option, painter, widget);
 }
 
-int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
+int QuietProxyStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   switch (metric) {
   case PM_ExclusiveIndicatorWidth:
   case PM_ExclusiveIndicatorHeight:
@@ -104,13 +104,13 @@ int CalmStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, const
   }
 }
 
-QRect CalmStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
+QRect QuietProxyStyle::subElementRect(SubElement element, const QStyleOption* option, const QWidget* widget) const {
   const QRect rect = QProxyStyle::subElementRect(element, option, widget);
   return element == SE_LineEditContents ? rect.adjusted(kTextInset, 0, -kTextInset, 0) : rect;
 }
 
 // The words of a box's buttons say enough.
-int CalmStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+int QuietProxyStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                          QStyleHintReturn* result) const {
   return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, result);
 }

@@ -1,4 +1,4 @@
-#include "editor/Picture.h"
+#include "editor/WaveformCanvas.h"
 
 #include "platform/posix/BigPages.h"
 
@@ -34,13 +34,13 @@ QImage NewImage(QSize size) {
 
 } // namespace
 
-Picture::Picture(QWidget* parent) : QWidget(parent), image_(1, 1, QImage::Format_RGB32) {
+WaveformCanvas::WaveformCanvas(QWidget* parent) : QWidget(parent), image_(1, 1, QImage::Format_RGB32) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setMouseTracking(true);
   image_.fill(Qt::black);
 }
 
-PixelContext Picture::Context() {
+PixelContext WaveformCanvas::Context() {
   // The image is never shared, so its bits are its own.
   const auto stride = static_cast<std::size_t>(image_.bytesPerLine()) / sizeof(std::uint32_t);
   const std::span pixels(reinterpret_cast<std::uint32_t*>(image_.bits()),
@@ -48,7 +48,7 @@ PixelContext Picture::Context() {
   return {pixels, stride, image_.width(), image_.height(), image_.devicePixelRatio()};
 }
 
-void Picture::ShowColumns(int left, int right) {
+void WaveformCanvas::ShowColumns(int left, int right) {
   if (left >= right) return;
   const double scale = Scale();
   const int from = static_cast<int>(std::floor(left / scale));
@@ -56,11 +56,11 @@ void Picture::ShowColumns(int left, int right) {
   update(from, 0, to - from, height());
 }
 
-QPoint Picture::ToPixel(const QPointF& position) const {
+QPoint WaveformCanvas::ToPixel(const QPointF& position) const {
   return {static_cast<int>(std::floor(position.x() * Scale())), static_cast<int>(std::floor(position.y() * Scale()))};
 }
 
-void Picture::FitImage() {
+void WaveformCanvas::FitImage() {
   const double scale = devicePixelRatioF();
   const QSize wanted(std::max(1, static_cast<int>(std::lround(width() * scale))),
                      std::max(1, static_cast<int>(std::lround(height() * scale))));
@@ -71,7 +71,7 @@ void Picture::FitImage() {
   Q_EMIT Resized();
 }
 
-void Picture::paintEvent(QPaintEvent* event) {
+void WaveformCanvas::paintEvent(QPaintEvent* event) {
   painted_ = true;
   painting_ = true;
   FitImage(); // the first time, or the window has moved to a screen of another scale
@@ -84,25 +84,25 @@ void Picture::paintEvent(QPaintEvent* event) {
                     QRectF(area.x() * scale, area.y() * scale, area.width() * scale, area.height() * scale));
 }
 
-void Picture::resizeEvent(QResizeEvent* event) {
+void WaveformCanvas::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   if (painted_) FitImage();
 }
 
-void Picture::mouseMoveEvent(QMouseEvent* event) {
+void WaveformCanvas::mouseMoveEvent(QMouseEvent* event) {
   Q_EMIT Moved(ToPixel(event->position()));
 }
 
-void Picture::mousePressEvent(QMouseEvent* event) {
+void WaveformCanvas::mousePressEvent(QMouseEvent* event) {
   setFocus(Qt::MouseFocusReason);
   Q_EMIT Pressed(ToPixel(event->position()), event->button(), event->modifiers());
 }
 
-void Picture::mouseReleaseEvent(QMouseEvent* event) {
+void WaveformCanvas::mouseReleaseEvent(QMouseEvent* event) {
   Q_EMIT Released(ToPixel(event->position()), event->button());
 }
 
-void Picture::wheelEvent(QWheelEvent* event) {
+void WaveformCanvas::wheelEvent(QWheelEvent* event) {
   // Shift turns the vertical wheel into a horizontal one on some desktops.
   const QPoint angle = event->angleDelta();
   wheelRest_ += angle.y() != 0 ? angle.y() : angle.x();
@@ -112,7 +112,7 @@ void Picture::wheelEvent(QWheelEvent* event) {
   event->accept();
 }
 
-void Picture::keyPressEvent(QKeyEvent* event) {
+void WaveformCanvas::keyPressEvent(QKeyEvent* event) {
   Q_EMIT KeyPressed(event->key());
   QWidget::keyPressEvent(event);
 }
