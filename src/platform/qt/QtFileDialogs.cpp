@@ -46,6 +46,8 @@ std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& requ
   dialog.setObjectName(QStringLiteral("FileDialog"));
   // One dialog on every desktop, so that the keys are the same everywhere.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
+  // It only chooses: the toolkit's dialog would erase a selected folder with all that is in it at a key.
+  dialog.setOption(QFileDialog::ReadOnly);
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
   if (!request.title.empty()) dialog.setWindowTitle(QString::fromStdString(request.title));

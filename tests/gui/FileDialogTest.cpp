@@ -1,0 +1,63 @@
+// The real file dialogs, driven by keys. They run over a folder of this test's own.
+#include "platform/qt/QtFileDialogs.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QListView>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <filesystem>
+
+namespace calder {
+namespace {
+
+// Delete and the answer of a box that it might bring would erase what is selected.
+TEST(FileDialogs, NoKeyErasesWhatIsSelected) {
+  for (const bool save : {false, true}) {
+    const QTemporaryDir folder;
+    const std::filesystem::path root(folder.path().toStdString());
+    std::filesystem::create_directory(root / "measured");
+    for (const char* name : {"a.wdb", "measured/b.wdb"}) {
+      QFile file(QString::fromStdString((root / name).string()));
+      ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    bool driven = false;
+    QTimer::singleShot(0, [&] {
+      auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      auto* list = dialog->findChild<QListView*>(QStringLiteral("listView"));
+      ASSERT_NE(list, nullptr);
+      ASSERT_TRUE(QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 2; }));
+      // A box over the dialog, if there is one, gets a Return on its every button.
+      QTimer answering;
+      QObject::connect(&answering, &QTimer::timeout, [&] {
+        QWidget* box = QApplication::activeModalWidget();
+        if (box != nullptr && box != dialog) QTest::keyClick(box, Qt::Key_Y, Qt::AltModifier);
+      });
+      answering.start(20);
+      for (int row = 0; row < 2; ++row) {
+        list->setFocus();
+        list->setCurrentIndex(list->model()->index(row, 0, list->rootIndex()));
+        QTest::keyClick(list, Qt::Key_Delete);
+        QTest::qWait(60);
+      }
+      driven = true;
+      dialog->reject();
+    });
+    fake::Settings settings;
+    QtFileDialogs dialogs(settings);
+    const FileDialogRequest request{"", "All files(*.*)|*.*", 1, (root / "Untitled").string(), "wdb"};
+    EXPECT_FALSE(save ? dialogs.Save(request) : dialogs.Open(request));
+    EXPECT_TRUE(driven);
+    EXPECT_TRUE(std::filesystem::exists(root / "a.wdb")) << (save ? "save" : "open");
+    EXPECT_TRUE(std::filesystem::exists(root / "measured" / "b.wdb")) << (save ? "save" : "open");
+  }
+}
+
+} // namespace
+} // namespace calder
