@@ -4,7 +4,7 @@
 #include "FigureTable.h"
 #include "PlotPeer.h"
 #include "editor/Editor.h"
-#include "editor/WaveformCanvas.h"
+#include "platform/qt/WaveformCanvas.h"
 
 #include <QApplication>
 #include <QProcess>

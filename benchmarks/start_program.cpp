@@ -1,7 +1,7 @@
 // The program as main() starts it, ending when the window has shown the opened waveform. Usage: bench_start FILE
 #include "Application.h"
 #include "editor/MainWindow.h"
-#include "editor/WaveformCanvas.h"
+#include "platform/qt/WaveformCanvas.h"
 #include "instrument/Initialise.h"
 #include "platform/posix/BigPages.h"
 #include "platform/posix/ReadFolders.h"

@@ -1,7 +1,7 @@
 // The grid behind a waveform picture.
 #pragma once
 
-#include "editor/Theme.h"
+#include "platform/WaveformTheme.h"
 
 namespace calder {
 

@@ -1,6 +1,6 @@
 #include "files/FileCommands.h"
 #include "editor/EditorFixture.h"
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 
 namespace calder {
 namespace {

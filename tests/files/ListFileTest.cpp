@@ -1,7 +1,7 @@
 #include "files/ListFile.h"
 #include "editor/EditorFixture.h"
 #include "files/ListText.h"
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 
 namespace calder {
 namespace {

@@ -2,7 +2,7 @@
 #include "tools/create/CreateDialog.h"
 #include "FormDriver.h"
 #include "editor/EditorFixture.h"
-#include "editor/WaveformCanvas.h"
+#include "platform/qt/WaveformCanvas.h"
 #include "platform/qt/Theme.h"
 #include "tools/create/ExpressionBox.h"
 

@@ -1,4 +1,5 @@
 // The real file dialogs, driven by keys. They run over a folder of this test's own.
+#include "FakeDesktop.h"
 #include "platform/qt/QtFileDialogs.h"
 
 #include <gtest/gtest.h>

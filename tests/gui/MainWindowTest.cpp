@@ -3,8 +3,8 @@
 #include "Application.h"
 #include "FakeDesktop.h"
 #include "FormDriver.h"
-#include "editor/WaveformCanvas.h"
-#include "libs/file32/TempFolder.h"
+#include "platform/qt/WaveformCanvas.h"
+#include "platform/TempFolder.h"
 #include "platform/qt/QtClipboard.h"
 
 #include <QClipboard>

@@ -1,7 +1,7 @@
 #include "platform/posix/IniSettings.h"
 #include "platform/posix/IniText.h"
 
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "platform/posix/PosixInstances.h"
 
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 
 #include <gtest/gtest.h>
 

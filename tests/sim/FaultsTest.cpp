@@ -1,6 +1,6 @@
 #include "BenchFixture.h"
 
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 
 #include <fstream>
 

@@ -1,5 +1,5 @@
 #include "RecordingContext.h"
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 #include "tools/CreateFixture.h"
 
 #include <cmath>

@@ -8,7 +8,7 @@
 // its end.
 #pragma once
 
-#include "libs/bus/UsbtmcPort.h"
+#include "platform/UsbtmcPort.h"
 #include "libs/bus/Visa.h"
 
 #include <map>

@@ -1,7 +1,7 @@
 #include "libs/file32/WdbFile.h"
 
 #include "libs/file32/LittleEndian.h"
-#include "libs/file32/WholeFile.h"
+#include "platform/posix/WholeFile.h"
 
 #include <algorithm>
 #include <array>

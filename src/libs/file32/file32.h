@@ -11,7 +11,7 @@
 
 #include "libs/file32/TextFault.h"
 #include "libs/file32/WdbFile.h"
-#include "libs/file32/WholeFile.h"
+#include "platform/posix/WholeFile.h"
 #include "libs/wavelb32/wavelb32.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "platform/posix/IniSettings.h"
 
-#include "libs/file32/WholeFile.h"
+#include "platform/posix/WholeFile.h"
 
 #include <fcntl.h>
 #include <sys/file.h>

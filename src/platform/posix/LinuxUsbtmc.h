@@ -4,7 +4,7 @@
 // machine.
 #pragma once
 
-#include "libs/bus/UsbtmcPort.h"
+#include "platform/UsbtmcPort.h"
 
 namespace calder {
 

@@ -1,7 +1,7 @@
 #include "tools/create/CreateDialog.h"
 
 #include "app/FormPosition.h"
-#include "editor/WaveformCanvas.h"
+#include "platform/qt/WaveformCanvas.h"
 #include "libs/eval32/eval32.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/ValueBox.h"

@@ -1,6 +1,6 @@
 #include "tools/create/CreatePages.h"
 
-#include "editor/Theme.h"
+#include "platform/WaveformTheme.h"
 #include "files/FileCommands.h"
 #include "instrument/SystemSetup.h"
 #include "platform/Clock.h"

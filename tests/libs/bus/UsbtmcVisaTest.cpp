@@ -1,5 +1,5 @@
 #include "libs/bus/FakePort.h"
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 #include "platform/posix/LinuxUsbtmc.h"
 
 #include <gtest/gtest.h>

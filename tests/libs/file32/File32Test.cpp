@@ -1,6 +1,6 @@
 #include "libs/file32/file32.h"
 
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 #include "libs/wavelb32/TestWave.h"
 
 #include <gmock/gmock.h>

@@ -3,7 +3,7 @@
 #include "libs/sysinf32/sysinf32.h"
 
 #include "TestModel.h"
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 // Files read and replaced as a whole. Paths are UTF-8. 0 on success.
 #pragma once
 
-#include "libs/file32/Descriptor.h"
+#include "platform/posix/Descriptor.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 // A folder of the test's own that goes away with it, and files as texts.
 #pragma once
 
-#include "libs/file32/WholeFile.h"
+#include "platform/posix/WholeFile.h"
 
 #include <cstdlib>
 #include <filesystem>

@@ -1,5 +1,5 @@
-#include "libs/file32/TempFolder.h"
-#include "libs/file32/WholeFile.h"
+#include "platform/TempFolder.h"
+#include "platform/posix/WholeFile.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -4,8 +4,8 @@
 // is moved meanwhile, cannot lead to two different places.
 //
 // A process that is killed while it writes leaves its temporary file (".calder-*.tmp") behind.
-#include "libs/file32/Descriptor.h"
-#include "libs/file32/WholeFile.h"
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/WholeFile.h"
 
 #include <fcntl.h>
 #include <linux/limits.h>

@@ -1,4 +1,4 @@
-#include "libs/file32/WholeFile.h"
+#include "platform/posix/WholeFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "editor/WaveformCanvas.h"
+#include "platform/qt/WaveformCanvas.h"
 
 #include "platform/posix/BigPages.h"
 
