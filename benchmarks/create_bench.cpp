@@ -21,7 +21,6 @@ struct Preview final : CreatePort {
     pages->Draw_Wave_Create(context);
     ++drawn;
   }
-  void ShowMainRange() override {}
   void ShowOperand() override {}
   void SetBusy(bool) override {}
   void ShowFault(const ExpressionFault&) override {}
@@ -75,7 +74,7 @@ int Run() {
   NoWindow window;
   if (!editor.Start()) return 2;
   editor.SetPort(&window);
-  CreatePages pages(program, editor.setup, editor.fileCommands, [] { return 0.5; });
+  CreatePages pages(program, editor.setup, editor.fileCommands, editor, [] { return 0.5; });
   Preview preview;
   preview.pages = &pages;
   pages.SetPort(&preview);

@@ -30,21 +30,21 @@ Application::Application(const Desktop& desktop, ModelDatabase database)
 Application::~Application() = default;
 
 void Application::AddTools() {
-  createPages_ = std::make_unique<CreatePages>(*program_, editor_->setup, editor_->fileCommands);
-  window_->AddTool(kToolCreate, [this] {
-    CreateDialog dialog(
-        *program_, *createPages_, [this] { editor_->ToolChanged(); }, window_.get());
-    dialog.OpenFromMainWindow();
-  });
-}
-
-void Application::AddSystemSetup() {
+  createPages_ = std::make_unique<CreatePages>(*program_, editor_->setup, editor_->fileCommands, *editor_);
   communication_ =
       std::make_unique<Communication>(*program_, editor_->setup, editor_->fileCommands, editor_->waveFiles);
-  window_->AddSystemSetup([this] {
-    communication_->ShowSystemSetup([this] { editor_->ToolChanged(); }, window_.get());
-    editor_->ToolChanged();
-  });
+  // A row a tool: its number, how much of the main window waits for it, how its form is made.
+  const MainWindow::Tool tools[] = {
+      {kToolCreate, ToolModality::Modal,
+       [this](QWidget* parent) {
+         auto form = std::make_unique<CreateDialog>(*program_, *createPages_, parent);
+         form->PrepareForMainWindow();
+         return form;
+       }},
+      {kToolSystem, ToolModality::Modal,
+       [this](QWidget* parent) { return communication_->MakeSystemSetup(*editor_, parent); }},
+  };
+  for (const MainWindow::Tool& tool : tools) window_->AddTool(tool);
   if (SimulatedBench(program_->desktop.folders.bus).Present()) {
     window_->ShowStatus(program_->messages.Pick(
         "計測器はシミュレーションです。実機を使うには CALDER_BUS_PATH= ./run で起動してください。",
@@ -57,7 +57,6 @@ bool Application::Start(const std::string& file) {
   if (!editor_->Start()) return false;
   window_ = std::make_unique<MainWindow>(*editor_);
   AddTools();
-  AddSystemSetup();
   QObject::connect(
       qApp, &QGuiApplication::commitDataRequest, window_.get(),
       [this](QSessionManager& session) {

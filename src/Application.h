@@ -32,7 +32,6 @@ public:
 
 private:
   void AddTools();
-  void AddSystemSetup();
 
   std::unique_ptr<Program> program_;
   std::unique_ptr<Editor> editor_;

@@ -32,6 +32,7 @@ enum ToolNo : int {
   kToolSpline = 2,
   kToolCalc = 3,
   kToolPwf = 4,
+  kToolSystem = 5,
   kToolNone = 6,
 };
 

@@ -228,7 +228,9 @@ void Editor::ChooseView(ViewKind kind) {
 
 void Editor::MouseMove(int x, int y, int width, int height, double scale, bool overWave) {
   // A grabbed marker waits too. The far edges count, so that it can be taken to the end of the waveform.
-  if (x < 0 || y < 0 || x > width || y > height) return;
+  const bool inside = x >= 0 && y >= 0 && x <= width && y <= height;
+  if (pictureTool_ != nullptr && overWave && !markers.Grabbed()) pictureTool_->Move({x, y, width, height});
+  if (!inside) return;
   if (markers.Grabbed()) {
     if (markers.Drag(x, width)) port_->MoveMarkers();
   } else if (overWave) {
@@ -239,13 +241,47 @@ void Editor::MouseMove(int x, int y, int width, int height, double scale, bool o
   port_->ShowState();
 }
 
-void Editor::MousePress(bool leftAlone) {
-  if (leftAlone) markers.Press();
+void Editor::MousePress(const PicturePoint& at, PressKeys keys) {
+  if (keys == PressKeys::Other) return;
+  const bool withCtrl = keys == PressKeys::Ctrl;
+  if (pictureTool_ != nullptr && pictureTool_->Press(at, withCtrl)) return;
+  if (!withCtrl) markers.Press();
 }
 
-void Editor::MouseRelease() {
+void Editor::MouseRelease(const PicturePoint& at) {
+  const bool grabbed = markers.Grabbed();
   markers.Release();
+  if (pictureTool_ != nullptr && !grabbed) {
+    pictureTool_->Release({std::min(at.x, at.width), std::min(at.y, at.height), at.width, at.height});
+    return;
+  }
   Redraw();
+}
+
+void Editor::BackspaceKey() {
+  if (pictureTool_ != nullptr) pictureTool_->BackspaceKey();
+}
+
+void Editor::ToolOpened(ToolNo tool, ToolModality modality) {
+  program.selectedTool = tool;
+  partlyBlocked_ = modality == ToolModality::Modeless;
+  port_->ShowState();
+}
+
+void Editor::ToolClosed() {
+  program.selectedTool = kToolNone;
+  partlyBlocked_ = false;
+  AfterEdit();
+}
+
+void Editor::SetPictureTool(PictureTool* tool) {
+  pictureTool_ = tool;
+  painter.SetToolLayer(tool == nullptr ? std::function<void(DeviceContext&)>()
+                                       : [tool](DeviceContext& picture) { tool->DrawLayer(picture); });
+}
+
+void Editor::PictureToolChanged() {
+  port_->Draw_Wave();
 }
 
 } // namespace calder

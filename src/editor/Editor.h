@@ -6,11 +6,13 @@
 #include "app/Program.h"
 #include "editor/EditCommands.h"
 #include "editor/Markers.h"
+#include "editor/PictureTool.h"
 #include "editor/WavePainter.h"
 #include "editor/WaveView.h"
 #include "files/FileCommands.h"
 #include "files/WaveFiles.h"
 #include "instrument/SystemSetup.h"
+#include "tools/frame/ToolHost.h"
 
 #include <string>
 
@@ -28,13 +30,13 @@ public:
   virtual void ShowState() = 0;
 };
 
-class Editor {
+class Editor final : public ToolHost {
 public:
   enum class CloseReason { User, SessionEnds };
   enum class ViewKind { Wave, Digital };
 
   explicit Editor(Program& program);
-  ~Editor();
+  ~Editor() override;
   Editor(const Editor&) = delete;
   Editor& operator=(const Editor&) = delete;
 
@@ -78,11 +80,23 @@ public:
   void ChooseView(ViewKind kind);
   // The mouse over a picture of that size in device pixels; what happens outside of it is ignored.
   void MouseMove(int x, int y, int width, int height, double scale, bool overWave);
-  void MousePress(bool leftAlone);
-  void MouseRelease();
+  // What a press of the left button was made with.
+  enum class PressKeys { None, Ctrl, Other };
+  void MousePress(const PicturePoint& at, PressKeys keys);
+  void MouseRelease(const PicturePoint& at);
+  void BackspaceKey();
 
-  // A tool changed the waveform, the range or the units: readouts and picture follow.
-  void ToolChanged() { AfterEdit(); }
+  // The tool selector, around the time that a tool's form is shown. A modeless tool leaves the window partly usable.
+  void ToolOpened(ToolNo tool, ToolModality modality);
+  void ToolClosed();
+  [[nodiscard]] bool PartlyBlocked() const { return partlyBlocked_; }
+  [[nodiscard]] PictureTool* ToolOnPicture() const { return pictureTool_; }
+
+  // ToolHost
+  void WaveformChanged() override { AfterEdit(); }
+  void RangeChanged() override { AfterEdit(); }
+  void SetPictureTool(PictureTool* tool) override;
+  void PictureToolChanged() override;
 
   // What the window shows.
   [[nodiscard]] ViewKind ShownView() const { return shownView_; }
@@ -106,6 +120,8 @@ private:
   void Redraw();
 
   EditorPort* port_ = nullptr;
+  PictureTool* pictureTool_ = nullptr;
+  bool partlyBlocked_ = false;
   ViewKind shownView_ = ViewKind::Wave;
   std::string mouseX_;
   std::string mouseY_;

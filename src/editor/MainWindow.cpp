@@ -42,6 +42,10 @@ void Show(QScrollBar* bar, const ScrollBarState& state) {
   bar->setEnabled(state.enabled);
 }
 
+PicturePoint At(const WaveformCanvas& picture, QPoint pixel) {
+  return {pixel.x(), pixel.y(), picture.PixelWidth(), picture.PixelHeight()};
+}
+
 } // namespace
 
 MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<Ui::MainWindow>()) {
@@ -97,12 +101,17 @@ void MainWindow::HideUnbuilt() {
   ui_->Panel_Dlg->setVisible(false);
 }
 
-void MainWindow::AddTool(ToolNo tool, std::function<void()> open) {
+void MainWindow::AddTool(Tool tool) {
+  if (tool.number == kToolSystem) {
+    ui_->Menu_System->setVisible(true);
+    connect(ui_->Menu_System, &QAction::triggered, this, [this, tool = std::move(tool)] { OpenTool(tool, nullptr); });
+    return;
+  }
   QAction* const entries[] = {ui_->Menu_Create, ui_->Menu_Compress, ui_->Menu_Spline, ui_->Menu_Compute, ui_->Menu_Pwf};
   QToolButton* const buttons[] = {ui_->Opt_DlgSel_0, ui_->Opt_DlgSel_1, ui_->Opt_DlgSel_2, ui_->Opt_DlgSel_3,
                                   ui_->Opt_DlgSel_4};
-  QAction* entry = entries[tool];
-  QToolButton* button = buttons[tool];
+  QAction* entry = entries[tool.number];
+  QToolButton* button = buttons[tool.number];
   entry->setVisible(true);
   button->show();
   ui_->Line_Dlg->show();
@@ -111,16 +120,32 @@ void MainWindow::AddTool(ToolNo tool, std::function<void()> open) {
   SetMainWindowCaptions(*this, editor_.program.messages);
   // The menu entry presses the button.
   connect(entry, &QAction::triggered, button, &QToolButton::click);
-  connect(button, &QToolButton::clicked, this, [this, tool, button, open = std::move(open)] {
-    button->setChecked(true);
-    OpenTool(tool, open);
-    button->setChecked(false);
-  });
+  connect(button, &QToolButton::clicked, this, [this, button, tool = std::move(tool)] { OpenTool(tool, button); });
 }
 
-void MainWindow::AddSystemSetup(std::function<void()> open) {
-  ui_->Menu_System->setVisible(true);
-  connect(ui_->Menu_System, &QAction::triggered, this, [open = std::move(open)] { open(); });
+void MainWindow::OpenTool(const Tool& tool, QToolButton* button) {
+  if (button != nullptr) button->setChecked(true);
+  editor_.ToolOpened(tool.number, tool.modality);
+  std::unique_ptr<ToolForm> form = tool.make(this);
+  if (form != nullptr && tool.modality == ToolModality::Modeless) {
+    modeless_ = std::move(form);
+    connect(modeless_.get(), &QDialog::finished, this, [this, button] {
+      modeless_.release()->deleteLater(); // it is still at its closing
+      ToolClosed(button);
+    });
+    modeless_->setWindowModality(Qt::NonModal);
+    modeless_->show();
+    return;
+  }
+  if (form != nullptr) {
+    form->exec();
+  }
+  ToolClosed(button);
+}
+
+void MainWindow::ToolClosed(QToolButton* button) {
+  if (button != nullptr) button->setChecked(false);
+  editor_.ToolClosed();
 }
 
 void MainWindow::ShowStatus(const std::string& text) {
@@ -128,13 +153,6 @@ void MainWindow::ShowStatus(const std::string& text) {
   line->setObjectName(QStringLiteral("Label_Status"));
   statusBar()->setSizeGripEnabled(false);
   statusBar()->addWidget(line, 1);
-}
-
-void MainWindow::OpenTool(ToolNo tool, const std::function<void()>& open) {
-  editor_.program.selectedTool = tool;
-  open();
-  editor_.program.selectedTool = kToolNone;
-  editor_.ToolChanged();
 }
 
 void MainWindow::ConnectMenus() {
@@ -177,7 +195,8 @@ void MainWindow::ConnectView() {
 void MainWindow::ConnectReadouts() {
   connect(ui_->Txt_Start_X, &ValueBox::EditingFinished, this,
           [this](const QString& text) { editor_.TypeStart(text.toStdString()); });
-  connect(ui_->Txt_End_X, &ValueBox::EditingFinished, this, [this](const QString& text) { editor_.TypeEnd(text.toStdString()); });
+  connect(ui_->Txt_End_X, &ValueBox::EditingFinished, this,
+          [this](const QString& text) { editor_.TypeEnd(text.toStdString()); });
   connect(ui_->Txt_Scope, &ValueBox::EditingFinished, this,
           [this](const QString& text) { editor_.TypeScope(text.toStdString()); });
   connect(ui_->Txt_Start_X, &ValueBox::FocusNext, this, [this] { ui_->Txt_End_X->setFocus(Qt::TabFocusReason); });
@@ -191,16 +210,25 @@ void MainWindow::ConnectReadouts() {
 
 void MainWindow::ConnectPicture(WaveformCanvas& picture, bool wave) {
   connect(&picture, &WaveformCanvas::Resized, this, [this] { Draw_Wave(); });
-  connect(&picture, &WaveformCanvas::Moved, this, [this, &picture, wave](QPoint pixel) { MouseMoved(picture, pixel, wave); });
+  connect(&picture, &WaveformCanvas::Moved, this,
+          [this, &picture, wave](QPoint pixel) { MouseMoved(picture, pixel, wave); });
   connect(&picture, &WaveformCanvas::Pressed, this,
           [this, &picture, wave](QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
             MouseMoved(picture, pixel, wave);
             const Qt::KeyboardModifiers keys = modifiers & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
-            editor_.MousePress(wave && button == Qt::LeftButton && keys == Qt::NoModifier);
+            if (!wave || button != Qt::LeftButton) return;
+            using Press = Editor::PressKeys;
+            const Press press = keys == Qt::NoModifier        ? Press::None
+                                : keys == Qt::ControlModifier ? Press::Ctrl
+                                                              : Press::Other;
+            editor_.MousePress(At(picture, pixel), press);
           });
-  connect(&picture, &WaveformCanvas::Released, this, [this, &picture](QPoint, Qt::MouseButton) {
-    editor_.MouseRelease();
-    picture.setCursor(Qt::ArrowCursor);
+  connect(&picture, &WaveformCanvas::Released, this, [this, &picture, wave](QPoint pixel, Qt::MouseButton) {
+    editor_.MouseRelease(At(picture, pixel));
+    picture.setCursor(wave && editor_.ToolOnPicture() != nullptr ? Qt::CrossCursor : Qt::ArrowCursor);
+  });
+  connect(&picture, &WaveformCanvas::KeyPressed, this, [this](int key) {
+    if (key == Qt::Key_Backspace) editor_.BackspaceKey();
   });
   connect(&picture, &WaveformCanvas::WheelTurned, this,
           [this, &picture](QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
@@ -211,7 +239,15 @@ void MainWindow::ConnectPicture(WaveformCanvas& picture, bool wave) {
 void MainWindow::MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave) {
   editor_.MouseMove(pixel.x(), pixel.y(), picture.PixelWidth(), picture.PixelHeight(), picture.Scale(), wave);
   const bool resize = wave && (editor_.markers.Grabbed() || editor_.markers.Hovering());
-  picture.setCursor(resize ? Qt::SizeHorCursor : Qt::ArrowCursor);
+  Qt::CursorShape shape = resize ? Qt::SizeHorCursor : Qt::ArrowCursor;
+  if (const PictureTool* tool = editor_.ToolOnPicture(); tool != nullptr && wave && !editor_.markers.Grabbed()) {
+    const PictureTool::Pointer pointer = tool->PointerAt(At(picture, pixel));
+    if (pointer == PictureTool::Pointer::Hand)
+      shape = Qt::PointingHandCursor;
+    else if (!resize)
+      shape = Qt::CrossCursor;
+  }
+  picture.setCursor(shape);
 }
 
 void MainWindow::WheelTurned(WaveformCanvas& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
@@ -257,6 +293,10 @@ void MainWindow::ShowState() {
   ui_->Menu_Undo->setText(Text(editor_.commands.UndoCaption()));
   ui_->Menu_Undo->setEnabled(editor_.commands.CanUndo());
   ui_->Menu_Grid->setChecked(editor_.painter.GridShown());
+  const bool free = !editor_.PartlyBlocked();
+  for (QMenu* menu : {ui_->Menu_File, ui_->Menu_Edit, ui_->Menu_Tools, ui_->Menu_Set}) menu->setEnabled(free);
+  ui_->Panel_Dlg->setEnabled(free);
+  ui_->Opt_DspSel_1->setEnabled(free);
   ShowScrollBars();
   ShowLabels();
   showing_ = false;

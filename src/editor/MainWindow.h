@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor/Editor.h"
+#include "tools/frame/ToolForm.h"
 
 #include <QMainWindow>
 
@@ -11,6 +12,8 @@
 namespace Ui {
 class MainWindow;
 }
+
+class QToolButton;
 
 namespace calder {
 
@@ -24,12 +27,14 @@ public:
   explicit MainWindow(Editor& editor);
   ~MainWindow() override;
 
-  // A tool of the Tools menu and of the tool buttons: opening it returns when it is closed. Tools that nobody adds are
-  // not offered.
-  void AddTool(ToolNo tool, std::function<void()> open);
+  // A tool of the Tools menu and of the tool buttons, or the System Setup. Tools that nobody adds are not offered.
+  struct Tool {
+    ToolNo number = kToolNone;
+    ToolModality modality = ToolModality::Modal;
+    std::function<std::unique_ptr<ToolForm>(QWidget* parent)> make; // nullptr: it cannot be opened now
+  };
+  void AddTool(Tool tool);
 
-  // The System Setup entry of the menu.
-  void AddSystemSetup(std::function<void()> open);
   // A line at the foot of the window that stays.
   void ShowStatus(const std::string& text);
 
@@ -52,7 +57,8 @@ protected:
 private:
   void FillZoomLists();
   void HideUnbuilt();
-  void OpenTool(ToolNo tool, const std::function<void()>& open);
+  void OpenTool(const Tool& tool, QToolButton* button);
+  void ToolClosed(QToolButton* button);
   void ConnectMenus();
   void ConnectView();
   void ConnectReadouts();
@@ -66,6 +72,7 @@ private:
 
   Editor& editor_;
   std::unique_ptr<Ui::MainWindow> ui_;
+  std::unique_ptr<ToolForm> modeless_;
   bool showing_ = false; // controls are being filled: their signals mean nothing
 };
 

@@ -94,6 +94,13 @@ void SystemSetup::ChooseMemorySize(int index) {
       static_cast<std::int16_t>(std::min<double>(std::nearbyint(ratio), std::numeric_limits<std::int16_t>::max()));
 }
 
+void SystemSetup::KeepMemorySize(std::int32_t points) {
+  const int index = SizeIndexOf(points);
+  if (index < 0 || program_.models.SysChangeMemorySize(program_.settings.ModelNo, index, program_.settings) != 0)
+    return;
+  RefillLists();
+}
+
 void SystemSetup::ApplyMemorySize() {
   SystemInfo& settings = program_.settings;
   const std::int32_t oldSize = settings.MemorySize;

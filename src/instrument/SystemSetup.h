@@ -52,6 +52,8 @@ public:
   void ChooseChannel(int channel);
   // Choosing a memory size sets only SizeRatio; it is applied by ApplyMemorySize.
   void ChooseMemorySize(int index);
+  // The memory size becomes that one when the model offers it; else it stays.
+  void KeepMemorySize(std::int32_t points);
   // Makes the chosen size the waveform's: grown points are cleared, the view starts again.
   void ApplyMemorySize();
   void ChooseInterface(std::int16_t kind);

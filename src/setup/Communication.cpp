@@ -31,10 +31,9 @@ Communication::~Communication() {
 }
 
 // Making the dialog asks the bus, and events go on meanwhile.
-void Communication::ShowSystemSetup(const std::function<void()>& waveformChanged, QWidget* parent) {
-  if (desk.Shown()) return;
-  SystemDialog dialog(program_, desk, waveformChanged, parent);
-  dialog.exec();
+std::unique_ptr<ToolForm> Communication::MakeSystemSetup(ToolHost& host, QWidget* parent) {
+  if (desk.Shown()) return nullptr;
+  return std::make_unique<SystemDialog>(program_, desk, host, parent);
 }
 
 } // namespace calder

@@ -4,8 +4,13 @@
 
 #include "setup/FrmGPIBExit.h"
 #include "setup/SetupDesk.h"
+#include "tools/frame/ToolForm.h"
+
+#include <memory>
 
 namespace calder {
+
+class ToolHost;
 
 class Communication {
 public:
@@ -16,9 +21,8 @@ public:
   Communication(const Communication&) = delete;
   Communication& operator=(const Communication&) = delete;
 
-  // Shows the dialog and returns when it is closed. Nothing while it is shown or being made. waveformChanged: the main
-  // window shows the waveform again.
-  void ShowSystemSetup(const std::function<void()>& waveformChanged, QWidget* parent);
+  // The dialog, for the caller to show; nullptr while it is shown or being made.
+  [[nodiscard]] std::unique_ptr<ToolForm> MakeSystemSetup(ToolHost& host, QWidget* parent);
 
   IntfcLib bus;
   ProgressWindow progress;

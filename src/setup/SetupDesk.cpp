@@ -18,7 +18,6 @@ namespace {
 constexpr const char* kNoSerial = "None";
 constexpr std::size_t kMemoryNameLength = 32;
 constexpr std::size_t kUnitNameLength = 8;
-constexpr int kToolSystem = 5;
 constexpr int kUserUnit = 2;
 
 // The first `limit` characters of a UTF-8 text.
@@ -100,6 +99,7 @@ std::string SetupDesk::ResourceName() const {
 
 void SetupDesk::ChooseModel(int model) {
   setup_.ChooseModel(model);
+  setup_.KeepMemorySize(cancelCopy_.MemorySize);
   ClearAddedPoints();
   setup_.RefreshControlPoints(); // of as many points as the model's memory has
   AvoidController();
@@ -288,6 +288,14 @@ std::string SetupDesk::UnitRangeText(Axis axis, End end) const {
   const SystemInfo& settings = program_.settings;
   if (axis == Axis::X) return FormatEngMask(end == End::Min ? settings.XUserMin : settings.XUserMax, ".000000");
   return FormatEngMask(end == End::Min ? settings.YUserMin : settings.YUserMax, ".000");
+}
+
+std::string SetupDesk::CutWarning() const {
+  const std::int32_t before = cancelCopy_.MemorySize;
+  const std::int32_t after = setup_.ShownMemorySize();
+  if (after >= before) return {};
+  return std::to_string(before) + " -> " + std::to_string(after) +
+         program_.messages.Pick(" 点: OK で波形の残りは失われます。", " points: the waveform will be cut on OK");
 }
 
 std::string SetupDesk::BenchHint() const {

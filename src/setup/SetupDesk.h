@@ -86,6 +86,9 @@ public:
   [[nodiscard]] const char* AmplitudeUnit() const { return limits_.AmplitudeUnit(); }
   [[nodiscard]] std::string UnitName(Axis axis) const;
   [[nodiscard]] std::string UnitRangeText(Axis axis, End end) const;
+  // A line about the points that OK will cut off, because the memory has become smaller than it was when the dialog
+  // opened; empty when none.
+  [[nodiscard]] std::string CutWarning() const;
   // A line about the simulated bench; empty when the buses are real.
   [[nodiscard]] std::string BenchHint() const;
   [[nodiscard]] bool Transferring() const { return transferring_; }

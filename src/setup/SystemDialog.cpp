@@ -1,12 +1,13 @@
 #include "setup/SystemDialog.h"
 
 #include "app/EngValB.h"
-#include "app/FormPosition.h"
 #include "platform/qt/Text.h"
 #include "setup/SystemCaptions.h"
 #include "ui_SystemDialog.h"
 
-#include <QMenuBar>
+#include <QAbstractItemView>
+#include <QFocusEvent>
+#include <QKeyEvent>
 #include <QPlainTextEdit>
 #include <QRegularExpressionValidator>
 #include <QShortcut>
@@ -36,11 +37,10 @@ void ShowList(QComboBox* box, const std::vector<std::string>& items, int choice)
 
 } // namespace
 
-SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void()> waveformChanged, QWidget* parent)
-    : QDialog(parent), program_(program), desk_(desk), waveformChanged_(std::move(waveformChanged)),
+SystemDialog::SystemDialog(Program& program, SetupDesk& desk, ToolHost& host, QWidget* parent)
+    : ToolForm(program.registry, kFormName, parent), program_(program), desk_(desk), host_(host),
       ui_(std::make_unique<Ui::SystemDialog>()), timSetFocus_(new QTimer(this)) {
   ui_->setupUi(this);
-  setWindowModality(Qt::ApplicationModal);
   oscillator_ = {ui_->Txt_Oscil_0, ui_->Txt_Oscil_1, ui_->Txt_Oscil_2, ui_->Txt_Oscil_3};
   program_.formSetup = true;
   MakeMenus();
@@ -65,8 +65,7 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void
   ConnectButtons();
   desk_.SetPort(this);
   desk_.Form_Load();
-  if (const auto at = StoredPosition(program_.registry, kFormName)) move(at->left, at->top);
-  resize(640, 410);
+  Place({640, 410});
   ui_->SSTab->setCurrentIndex(0);
   ui_->Comb_System->setFocus();
   // Something may have left the dialog without a focus while it is the window in front.
@@ -77,28 +76,22 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, std::function<void
 }
 
 SystemDialog::~SystemDialog() {
-  // A box that has the focus loses it when it goes, behind this object's own end.
-  for (QWidget* child : findChildren<QWidget*>()) child->disconnect(this);
+  DisconnectControls();
   desk_.SetPort(nullptr);
 }
 
 void SystemDialog::MakeMenus() {
-  auto* bar = new QMenuBar(this);
-  bar->setObjectName(QStringLiteral("MenuBar_System"));
   const ErrMsg& language = program_.messages;
-  QMenu* file = bar->addMenu(QString::fromUtf8(language.Pick("ｼｽﾃﾑ設定ﾌｧｲﾙ(&F)", "System Setup &File")));
-  file->setObjectName(QStringLiteral("Menu_File"));
-  file->addActions({ui_->Menu_FileOpen, ui_->Menu_FileSave});
-  QMenu* bus = bar->addMenu(QString::fromUtf8(language.Pick("通信(&B)", "&Bus")));
-  bus->setObjectName(QStringLiteral("Menu_Bus"));
-  bus->addActions({ui_->Menu_LogTraffic, ui_->Menu_SaveLog, ui_->Menu_LastTransfer});
-  layout()->setMenuBar(bar);
+  AddMenu("Menu_File", QString::fromUtf8(language.Pick("ｼｽﾃﾑ設定ﾌｧｲﾙ(&F)", "System Setup &File")),
+          {ui_->Menu_FileOpen, ui_->Menu_FileSave});
+  AddMenu("Menu_Bus", QString::fromUtf8(language.Pick("通信(&B)", "&Bus")),
+          {ui_->Menu_LogTraffic, ui_->Menu_SaveLog, ui_->Menu_LastTransfer});
   ui_->Menu_LogTraffic->setChecked(desk_.Trace().Keeping());
-  connect(ui_->Menu_FileOpen, &QAction::triggered, this, [this] { desk_.Menu_FileOpen_Click(); });
-  connect(ui_->Menu_FileSave, &QAction::triggered, this, [this] { desk_.Menu_FileSave_Click(); });
+  On(ui_->Menu_FileOpen, [this] { desk_.Menu_FileOpen_Click(); });
+  On(ui_->Menu_FileSave, [this] { desk_.Menu_FileSave_Click(); });
   connect(ui_->Menu_LogTraffic, &QAction::toggled, this, [this](bool on) { desk_.Trace().Keep(on); });
-  connect(ui_->Menu_SaveLog, &QAction::triggered, this, [this] { desk_.SaveLog(); });
-  connect(ui_->Menu_LastTransfer, &QAction::triggered, this, &SystemDialog::ShowLastTransfer);
+  On(ui_->Menu_SaveLog, [this] { desk_.SaveLog(); });
+  On(ui_->Menu_LastTransfer, [this] { ShowLastTransfer(); });
 }
 
 // The tabs have no access keys in Japanese, and a list would take Ctrl+Tab for a letter.
@@ -116,7 +109,12 @@ void SystemDialog::ConnectTabs() {
 }
 
 void SystemDialog::ConnectSystem() {
-  connect(ui_->Comb_System, &QComboBox::activated, this, [this](int model) { desk_.ChooseModel(model); });
+  // Going through the list with the keyboard would make every model on the way the chosen one.
+  ui_->Comb_System->installEventFilter(this);
+  ui_->Comb_System->view()->installEventFilter(this);
+  connect(ui_->Comb_System, &QComboBox::activated, this, [this] {
+    if (!lookingThrough_) ChooseShownModel();
+  });
   connect(ui_->Comb_Intfc, &QComboBox::activated, this, [this](int index) { desk_.ChooseInterface(index); });
   connect(ui_->Comb_SerialNo, &QComboBox::activated, this, [this](int) {
     desk_.ChooseSerial(ui_->Comb_SerialNo->currentText().toStdString());
@@ -179,23 +177,34 @@ void SystemDialog::ConnectUnits() {
 
 void SystemDialog::ConnectButtons() {
   QPushButton* const transfers[] = {ui_->Btn_Trans_0, ui_->Btn_Trans_1, ui_->Btn_Trans_2};
-  for (int i = 0; i < 3; ++i) {
-    connect(transfers[i], &QPushButton::clicked, this, [this, i] {
-      CommitFocus();
-      desk_.Btn_Trans_Click(static_cast<SetupDesk::Transfer>(i));
-    });
-  }
-  connect(ui_->Btn_OK, &QPushButton::clicked, this, [this] {
-    CommitFocus();
-    desk_.Btn_OK_Click();
-  });
-  connect(ui_->Btn_Cancel, &QPushButton::clicked, this, [this] { desk_.Btn_Cancel_Click(); });
+  for (int i = 0; i < 3; ++i)
+    On(transfers[i], [this, i] { desk_.Btn_Trans_Click(static_cast<SetupDesk::Transfer>(i)); });
+  On(ui_->Btn_OK, [this] { desk_.Btn_OK_Click(); });
+  On(ui_->Btn_Cancel, [this] { desk_.Btn_Cancel_Click(); });
 }
 
-// A box that has the focus is left before anything else happens, also when a key presses a button.
-void SystemDialog::CommitFocus() {
-  QWidget* focused = focusWidget();
-  if (qobject_cast<ValueBox*>(focused) != nullptr) focused->clearFocus();
+void SystemDialog::ChooseShownModel() {
+  lookingThrough_ = false;
+  const int model = ui_->Comb_System->currentIndex();
+  if (model != desk_.Setup().ModelChoice()) desk_.ChooseModel(model);
+}
+
+bool SystemDialog::eventFilter(QObject* watched, QEvent* event) {
+  const QEvent::Type type = event->type();
+  if (watched != ui_->Comb_System) {
+    if (type == QEvent::Show) lookingThrough_ = false; // what is chosen in the open list counts at once
+  } else if (type == QEvent::KeyPress || type == QEvent::Wheel) {
+    const int key = type == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
+    if (key != Qt::Key_Return && key != Qt::Key_Enter) {
+      lookingThrough_ = true;
+    } else if (lookingThrough_) { // the choice; the next Enter is OK's
+      ChooseShownModel();
+      return true;
+    }
+  } else if (type == QEvent::FocusOut && static_cast<QFocusEvent*>(event)->reason() != Qt::PopupFocusReason) {
+    if (lookingThrough_) ChooseShownModel();
+  }
+  return ToolForm::eventFilter(watched, event);
 }
 
 void SystemDialog::FocusNextOfMemoryName() {
@@ -217,6 +226,8 @@ void SystemDialog::ShowRecord() {
   ShowUnits();
   ui_->Label_Bench->setText(Text(desk_.BenchHint()));
   ui_->Label_Bench->setVisible(!ui_->Label_Bench->text().isEmpty());
+  ui_->Label_Cut->setText(Text(desk_.CutWarning()));
+  ui_->Label_Cut->setVisible(!ui_->Label_Cut->text().isEmpty());
   program_.formSetup = false;
 }
 
@@ -343,22 +354,15 @@ void SystemDialog::ShowLastTransfer() {
   window.exec();
 }
 
-void SystemDialog::StorePosition() {
-  if (isMinimized() || isMaximized() || isFullScreen()) return;
-  calder::StorePosition(program_.registry, kFormName, {pos().x(), pos().y()});
+void SystemDialog::CommitFocus() {
+  if (lookingThrough_) ChooseShownModel();
+  ToolForm::CommitFocus();
 }
 
 // Escape and the window's own button are Cancel.
 void SystemDialog::reject() {
+  CommitFocus();
   desk_.Btn_Cancel_Click();
-}
-
-void SystemDialog::done(int result) {
-  if (closing_) return;
-  closing_ = true;
-  StorePosition();
-  desk_.Form_Unload();
-  QDialog::done(result);
 }
 
 } // namespace calder

@@ -3,12 +3,12 @@
 #pragma once
 
 #include "setup/SetupDesk.h"
+#include "tools/frame/ToolForm.h"
+#include "tools/frame/ToolHost.h"
 
-#include <QDialog>
 #include <QPointer>
 
 #include <array>
-#include <functional>
 #include <memory>
 
 namespace Ui {
@@ -19,28 +19,30 @@ namespace calder {
 
 class ValueBox;
 
-class SystemDialog final : public QDialog, private SetupPort {
+class SystemDialog final : public ToolForm, private SetupPort {
   Q_OBJECT
 
 public:
-  // The desk must outlive the form. waveformChanged: the main window shows the waveform again.
-  SystemDialog(Program& program, SetupDesk& desk, std::function<void()> waveformChanged, QWidget* parent);
+  // The desk and the host must outlive the form.
+  SystemDialog(Program& program, SetupDesk& desk, ToolHost& host, QWidget* parent);
   ~SystemDialog() override;
 
   static constexpr const char* kFormName = "SystemDialog";
 
 protected:
-  void done(int result) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void reject() override;
+  void CommitFocus() override;
 
 private:
   // SetupPort
   void ShowRecord() override;
   void GoToMemoryName() override;
   void SetTransferring(bool transferring) override;
-  void WaveformChanged() override { waveformChanged_(); }
+  void WaveformChanged() override { host_.WaveformChanged(); }
   void Close() override { done(Accepted); }
 
+  void Closing() override { desk_.Form_Unload(); }
   void MakeMenus();
   void ConnectTabs();
   void ConnectSystem();
@@ -54,17 +56,16 @@ private:
   void ShowUnits();
   void FocusNextOfMemoryName();
   void ShowLastTransfer();
-  void CommitFocus();
-  void StorePosition();
+  void ChooseShownModel();
 
   Program& program_;
   SetupDesk& desk_;
-  std::function<void()> waveformChanged_;
+  ToolHost& host_;
   std::unique_ptr<Ui::SystemDialog> ui_;
   std::array<ValueBox*, 4> oscillator_{};
   QPointer<QWidget> focusBefore_; // the transfer under way
   QTimer* timSetFocus_ = nullptr;
-  bool closing_ = false;
+  bool lookingThrough_ = false; // the model list is being gone through with the keyboard or the wheel
 };
 
 } // namespace calder

@@ -77,7 +77,7 @@ TEST_F(MarkersTest, TheGrabbedMarkerIsTheOneUnderThePointer) {
   for (const auto& row : rows) {
     Put(row.scope.Start, row.scope.End);
     editor->MouseMove(row.x, row.y, 1024, 400, 1, true);
-    editor->MousePress(true);
+    editor->MousePress({}, Editor::PressKeys::None);
     EXPECT_EQ(editor->markers.Grabbed(), row.marker != '-') << row.why;
     // B can only be dragged right of A, A only left of B.
     if (row.marker == 'A' || row.marker == 'B') {
@@ -86,14 +86,14 @@ TEST_F(MarkersTest, TheGrabbedMarkerIsTheOneUnderThePointer) {
       const double moved = row.marker == 'A' ? TheScope().Start : TheScope().End;
       EXPECT_EQ(moved, target * 512.0) << row.why;
     }
-    editor->MouseRelease();
+    editor->MouseRelease({});
   }
 }
 
 TEST_F(MarkersTest, ADragStopsAtTheOtherMarkerAndTheEnds) {
   Put(51200, 256000);
   editor->MouseMove(100, 300, 1024, 400, 1, true);
-  editor->MousePress(true);
+  editor->MousePress({}, Editor::PressKeys::None);
   editor->MouseMove(700, 300, 1024, 400, 1, true);
   EXPECT_EQ(TheScope(), (Scope{51200, 256000})) << "A does not pass B";
   for (const auto& [x, y] : {std::pair{-1, 300}, {1025, 300}, {50, -1}, {50, 401}}) {
@@ -103,10 +103,10 @@ TEST_F(MarkersTest, ADragStopsAtTheOtherMarkerAndTheEnds) {
   }
   editor->MouseMove(0, 400, 1024, 400, 1, true);
   EXPECT_EQ(TheScope().Start, 0);
-  editor->MouseRelease();
+  editor->MouseRelease({});
   Put(51200, 102400, true);
   editor->MouseMove(200, 300, 1024, 400, 1, true);
-  editor->MousePress(true);
+  editor->MousePress({}, Editor::PressKeys::None);
   editor->MouseMove(50, 300, 1024, 400, 1, true);
   EXPECT_EQ(TheScope(), (Scope{51200, 102400})) << "B does not pass A";
   editor->MouseMove(1020, 300, 1024, 400, 1, true);

@@ -1,9 +1,10 @@
 // The Create dialog's real form off-screen.
 #include "tools/create/CreateDialog.h"
 #include "FormDriver.h"
+#include "RecordingHost.h"
 #include "editor/EditorFixture.h"
-#include "platform/qt/WaveformCanvas.h"
 #include "platform/qt/Theme.h"
+#include "platform/qt/WaveformCanvas.h"
 #include "tools/create/ExpressionBox.h"
 
 #include <QClipboard>
@@ -22,9 +23,8 @@ struct CreateDialogTest : EditorFixture, FormDriver {
   void Open() {
     Begin();
     ApplyTheme(*qApp, program->language == Language::English);
-    pages = std::make_unique<CreatePages>(*program, editor->setup, editor->fileCommands, [] { return 0.5; });
-    dialog = std::make_unique<CreateDialog>(
-        *program, *pages, [this] { ++rangeChanges; }, nullptr);
+    pages = std::make_unique<CreatePages>(*program, editor->setup, editor->fileCommands, host, [] { return 0.5; });
+    dialog = std::make_unique<CreateDialog>(*program, *pages, nullptr);
     driven = dialog.get();
     pages->PrepareCreate();
     dialog->show();
@@ -35,7 +35,7 @@ struct CreateDialogTest : EditorFixture, FormDriver {
     dialog.reset();
     pages.reset();
   }
-  int rangeChanges = 0;
+  RecordingHost host;
   std::unique_ptr<CreatePages> pages;
   std::unique_ptr<CreateDialog> dialog;
 };
@@ -78,10 +78,10 @@ TEST_F(CreateDialogTest, KeysWalkThroughTheBoxesAndTurnPagesFromAnywhere) {
 TEST_F(CreateDialogTest, MenuEntriesTakeWhatWasTypedFirst) {
   for (const char* entry : {"Menu_FileOpen", "Menu_FileSave", "Menu_Clear", "Menu_AllClear"}) {
     if (std::string(entry).starts_with("Menu_File")) desktop.dialogs.Cancel();
-    TypeOn("Text_1", std::to_string(0.125 * (rangeChanges + 1)).c_str());
-    const int before = rangeChanges;
+    TypeOn("Text_1", std::to_string(0.125 * (host.ranges + 1)).c_str());
+    const int before = host.ranges;
     Find<QAction>(entry)->trigger();
-    EXPECT_EQ(rangeChanges, before + 1) << entry;
+    EXPECT_EQ(host.ranges, before + 1) << entry;
   }
 }
 
@@ -95,7 +95,8 @@ TEST_F(CreateDialogTest, ForTheOperateDialogThereIsOnePageAndItsRange) {
       QApplication::setActiveWindow(dialog.get());
       act();
     });
-    dialog->OpenFromOperate({operand, {100, 200}}, [&] { ++redraws; });
+    dialog->PrepareForOperate({operand, {100, 200}}, [&] { ++redraws; });
+    dialog->exec();
   };
   open([&] {
     EXPECT_FALSE(Find<QWidget>("Panel_Page")->isVisible());

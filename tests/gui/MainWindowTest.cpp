@@ -3,9 +3,9 @@
 #include "Application.h"
 #include "FakeDesktop.h"
 #include "FormDriver.h"
-#include "platform/qt/WaveformCanvas.h"
 #include "platform/TempFolder.h"
 #include "platform/qt/QtClipboard.h"
+#include "platform/qt/WaveformCanvas.h"
 
 #include <QClipboard>
 #include <QComboBox>
@@ -231,6 +231,37 @@ TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize) {
     EXPECT_GT(Find<WaveformCanvas>("Pict_Wave")->height(), 120);
     application.reset();
   }
+}
+
+// A tool is a row: its number, how much of the window waits, how its form is made.
+TEST_F(MainWindowTest, AToolOfTenLinesIsInTheMenuAndTheSelector) {
+  struct Small : ToolForm {
+    Small(Program& program, QWidget* parent) : ToolForm(program.registry, "Small", parent) { Place({200, 100}); }
+  };
+  Start();
+  EXPECT_FALSE(Find<QAction>("Menu_Pwf")->isVisible());
+  window->AddTool(
+      {kToolPwf, ToolModality::Modeless, [this](QWidget* parent) { return std::make_unique<Small>(State(), parent); }});
+  EXPECT_TRUE(Find<QAction>("Menu_Pwf")->isVisible());
+  EXPECT_TRUE(Find<QToolButton>("Opt_DlgSel_4")->isVisible());
+  const char* const blocked[] = {"Menu_File", "Menu_Edit", "Menu_Tools", "Menu_Set"};
+  const auto expectBlocked = [&](bool block) {
+    for (const char* menu : blocked) EXPECT_EQ(Find<QMenu>(menu)->isEnabled(), !block) << menu;
+    EXPECT_EQ(Find<QToolButton>("Opt_DspSel_1")->isEnabled(), !block);
+    EXPECT_EQ(Find<QWidget>("Panel_Dlg")->isEnabled(), !block);
+    EXPECT_EQ(Find<QToolButton>("Opt_DlgSel_4")->isChecked(), block);
+    EXPECT_EQ(State().selectedTool, block ? kToolPwf : kToolNone);
+  };
+  Find<QAction>("Menu_Pwf")->trigger();
+  auto* form = window->findChild<ToolForm*>();
+  ASSERT_NE(form, nullptr);
+  EXPECT_TRUE(form->isVisible());
+  expectBlocked(true);
+  form->move(300, 200);
+  form->close();
+  expectBlocked(false);
+  Find<QAction>("Menu_Pwf")->trigger();
+  EXPECT_EQ(window->findChildren<ToolForm*>().back()->pos(), QPoint(300, 200)) << "where it was left";
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #include "setup/SystemDialog.h"
 
 #include "FormDriver.h"
+#include "RecordingHost.h"
 #include "editor/EditorFixture.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtWorker.h"
@@ -39,8 +40,7 @@ struct SystemDialogTest : EditorFixture, FormDriver {
   }
   void Open() {
     dialog.reset();
-    dialog = std::make_unique<SystemDialog>(
-        *program, road->desk, [this] { ++changes; }, nullptr);
+    dialog = std::make_unique<SystemDialog>(*program, road->desk, host, nullptr);
     driven = dialog.get();
     dialog->show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
@@ -57,11 +57,12 @@ struct SystemDialogTest : EditorFixture, FormDriver {
     box->setFocus();
     while (box->currentIndex() < index) QTest::keyClick(box, Qt::Key_Down);
     while (box->currentIndex() > index) QTest::keyClick(box, Qt::Key_Up);
+    QTest::keyClick(box, Qt::Key_Tab); // a choice counts when the list is left
   }
 
   std::optional<Communication> road;
   std::unique_ptr<SystemDialog> dialog;
-  int changes = 0;
+  RecordingHost host;
 };
 
 TEST_F(SystemDialogTest, ListsAndEnabledControlsFollowTheModel) {
@@ -85,6 +86,46 @@ TEST_F(SystemDialogTest, ListsAndEnabledControlsFollowTheModel) {
   Choose("Comb_System", 22);
   EXPECT_EQ(Find<QComboBox>("Comb_Intfc")->count(), 1);
   EXPECT_EQ(Find<QLabel>("Label_Channel")->text(), "&Channel");
+}
+
+TEST_F(SystemDialogTest, EnterPressesTheFocusedButton) {
+  const struct {
+    const char* control;
+    double frequency; // what the record has after a change to 5 kHz and an Enter there
+    bool closed;
+  } rows[] = {
+      {"Btn_Cancel", 1000, true}, {"Btn_OK", 5000, true}, {"Comb_AmplLim", 5000, true}, {"Btn_Trans_0", 5000, false}};
+  for (const auto& row : rows) {
+    program->settings.Frequency = 1000;
+    Open();
+    program->settings.Frequency = 5000;
+    auto* control = Find<QWidget>(row.control);
+    Page(2);
+    control->setFocus();
+    QTest::keyClick(control, Qt::Key_Return);
+    EXPECT_EQ(program->settings.Frequency, row.frequency) << row.control;
+    EXPECT_EQ(!dialog->isVisible(), row.closed) << row.control;
+  }
+}
+
+// The waveform keeps its points while the list is gone through, and a line says what an OK would cut.
+TEST_F(SystemDialogTest, LookingThroughTheModelsCutsNothing) {
+  const auto last = [this] { return W_GetWaveData(program->buffers.Current(), 524287, 524288); };
+  W_MakeDC(program->buffers.Current(), 0, 524288, 77);
+  auto* models = Find<QComboBox>("Comb_System");
+  models->setFocus();
+  for (int i = 0; i < 10; ++i) QTest::keyClick(models, Qt::Key_Down);
+  EXPECT_EQ(program->settings.ModelName, "XG5530") << "nothing is chosen on the way";
+  QTest::keyClick(models, Qt::Key_Return);
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(program->settings.ModelName, "PJ7410");
+  const QString line = Find<QLabel>("Label_Cut")->text();
+  EXPECT_TRUE(line.startsWith(QLatin1String("524288 -> "))) << line.toStdString();
+  Choose("Comb_System", 0);
+  EXPECT_EQ(program->settings.MemorySize, 524288) << "the size from before comes back";
+  EXPECT_FALSE(Find<QLabel>("Label_Cut")->isVisible());
+  Click("Btn_OK");
+  EXPECT_EQ(last(), 77);
 }
 
 TEST_F(SystemDialogTest, ValuesAreTypedCheckedAndShownAgain) {
@@ -143,7 +184,7 @@ TEST_F(SystemDialogTest, AWaveformIsTransferredWatchedAndReadBack) {
   ASSERT_TRUE(sim::Memory("XG5530", 1));
   W_ClearMemory(program->buffers.Current(), 0, 1024);
   Click("Btn_Trans_2");
-  EXPECT_EQ(changes, 1);
+  EXPECT_EQ(host.waveforms, 1);
   EXPECT_EQ(Code(1000), 1000);
   EXPECT_TRUE(road->desk.Trace().LastTransfer().find(":TRAC:DATA? 1") != std::string::npos);
 }
@@ -216,10 +257,9 @@ TEST_F(SystemDialogTest, OpensOnceAndAsksTheBusWithoutTheUsersInput) {
   desktop.worker.onRun = [&](Worker::Meanwhile meanwhile) {
     ++runs;
     EXPECT_EQ(meanwhile, Worker::Meanwhile::NoUserInput);
-    road->ShowSystemSetup({}, nullptr); // the menu once more: nothing
+    EXPECT_EQ(road->MakeSystemSetup(host, nullptr), nullptr) << "the menu once more";
   };
-  QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
-  road->ShowSystemSetup([] {}, nullptr);
+  EXPECT_NE(road->MakeSystemSetup(host, nullptr), nullptr);
   EXPECT_EQ(runs, 1);
   EXPECT_FALSE(road->desk.Shown());
 }

@@ -14,7 +14,6 @@ TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
   EXPECT_EQ(Generated(150), 1500);
   EXPECT_EQ(Page(1).Expression, "X*10") << "stored back trimmed";
   EXPECT_FALSE(create->PageModified());
-  EXPECT_FALSE(create->ExprEnabled());
   desktop.dialogs.Cancel();
   create->Menu_FileOpen_Click();
   EXPECT_EQ(Generated(150), 1500) << "no list was read";
@@ -27,7 +26,16 @@ TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
   create->Btn_OK_Click();
   EXPECT_EQ(Code(299), 2990);
   EXPECT_EQ(Code(300), 300);
-  EXPECT_FALSE(create->ExprEnabled());
+}
+
+TEST_F(CreateExpressionTest, WhatWasSeenWhileTypingFollowsTheArea) {
+  OpenExpression(100, 200, "", "");
+  EXPECT_EQ(create->LivePreview("", "x*10").message, 0);
+  create->Txt_Expr_LostFocus("x*10");
+  create->Text_X_LostFocus(CreatePages::AreaEnd::End, create->StartText(), "300");
+  EXPECT_EQ(Generated(250), 2500);
+  create->Menu_Clear_Click();
+  EXPECT_EQ(Generated(250), 0);
 }
 
 TEST_F(CreateExpressionTest, UnitsAreThoseOnShow) {
@@ -114,10 +122,10 @@ TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
   EXPECT_EQ(Code(250), 0) << "the failed page's area is copied as it was left";
   ASSERT_TRUE(createPort->fault && createPort->fault->place);
   EXPECT_EQ(createPort->fault->place->position, 0U);
-  const int redrawn = createPort->ranges;
+  const int redrawn = host.ranges;
   desktop.boxes.Expect("Syntax error in equation");
   create->Btn_Confirm_Click();
-  EXPECT_GT(createPort->ranges, redrawn) << "the main window shows the others though the page is the same";
+  EXPECT_GT(host.ranges, redrawn) << "the main window shows the others though the page is the same";
   // Mended, the same button finishes.
   Page(2).Expression = "8";
   Page(3).Expression = "9";

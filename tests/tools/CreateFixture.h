@@ -1,6 +1,7 @@
 // The Create dialog's behaviour on a whole editor, with a form that writes down what it is asked.
 #pragma once
 
+#include "RecordingHost.h"
 #include "editor/EditorFixture.h"
 #include "tools/create/CreatePages.h"
 
@@ -13,7 +14,6 @@ struct RecordingCreatePort final : CreatePort {
     ++pages;
   }
   void ShowPreview() override { ++previews; }
-  void ShowMainRange() override { ++ranges; }
   void ShowOperand() override { ++operands; }
   void SetBusy(bool nowBusy) override { busy += nowBusy ? 1 : -1; }
   void ShowFault(const ExpressionFault& shown) override { fault = shown; }
@@ -22,7 +22,6 @@ struct RecordingCreatePort final : CreatePort {
   const Program& program;
   int pages = 0;
   int previews = 0;
-  int ranges = 0;
   int operands = 0;
   int busy = 0;
   int closes = 0;
@@ -37,7 +36,7 @@ struct CreateFixture : EditorFixture {
     SetPoints();
     program->settings.MemorySize = static_cast<std::int32_t>(kSize);
     createPort.emplace(*program);
-    create.emplace(*program, editor->setup, editor->fileCommands, [this] { return random; });
+    create.emplace(*program, editor->setup, editor->fileCommands, host, [this] { return random; });
     create->SetPort(&*createPort);
     program->buffers.CurrentScope() = {100, 200};
   }
@@ -58,6 +57,7 @@ struct CreateFixture : EditorFixture {
   }
 
   double random = 0.5;
+  RecordingHost host;
   std::optional<RecordingCreatePort> createPort;
   std::optional<CreatePages> create;
 };

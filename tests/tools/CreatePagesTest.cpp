@@ -359,5 +359,29 @@ TEST_F(CreatePagesTest, AListFromTheFileMenuShowsItsFirstPage) {
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10, 60}));
 }
 
+TEST_F(CreatePagesTest, AreasBeyondASmallerMemoryAreShownShorterAndKept) {
+  Page(1).SetArea(0, 400);
+  Page(1).Valid = kPageTrue;
+  Page(2).SetArea(100, 900);
+  Page(3).SetArea(100, 900);
+  program->settings.MemorySize = 500;
+  create->PrepareCreate();
+  EXPECT_EQ(Page(2).EndX, 500);
+  create->GoToPage(3);
+  create->Text_X_LostFocus(End::Start, "200", create->EndText());
+  create->Form_QueryUnload();
+  EXPECT_EQ(Page(2).EndX, 900);
+  EXPECT_EQ(Page(2).Size, 800);
+  EXPECT_EQ(Page(3).EndX, 500) << "an area that was edited is the user's";
+}
+
+TEST_F(CreatePagesTest, ATypedSizeMovesTheRangesEndOnly) {
+  create->PrepareCreate();
+  create->Menu_AllClear_Click();
+  program->buffers.CurrentScope() = {100, 200};
+  create->Text_LostFocus(kBoxSize, "300");
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{100, 300}));
+}
+
 } // namespace
 } // namespace calder

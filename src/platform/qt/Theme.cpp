@@ -1,7 +1,8 @@
 #include "platform/qt/Theme.h"
 
-#include "platform/qt/QuietProxyStyle.h"
+#include "platform/qt/ButtonKeyFilter.h"
 #include "platform/qt/ComboBoxKeyFilter.h"
+#include "platform/qt/QuietProxyStyle.h"
 
 #include <QApplication>
 #include <QFont>
@@ -52,6 +53,7 @@ void ApplyTheme(QApplication& application, bool english) {
   }
   // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style
   application.installEventFilter(new ComboBoxKeyFilter(&application));
+  application.installEventFilter(new ButtonKeyFilter(&application));
   QApplication::setStyle(new QuietProxyStyle);
   QApplication::setPalette(DarkPalette());
   // The second names are what free desktops have in place of the first.

@@ -3,11 +3,13 @@
 // menu's editing keys go to the menu, not to the box, unless the box asks for them.
 #pragma once
 
+#include "platform/qt/EditedBox.h"
+
 #include <QLineEdit>
 
 namespace calder {
 
-class ValueBox final : public QLineEdit {
+class ValueBox final : public QLineEdit, public EditedBox {
   Q_OBJECT
 
 public:
@@ -20,7 +22,7 @@ public:
   // A blank cannot be typed.
   void RefuseBlanks() { refuseBlanks_ = true; }
   // Takes the text as leaving the box does. The focus stays, the whole text is selected.
-  void Commit();
+  void Commit() override;
   // Wide enough for that many digits.
   void SetCharacters(int characters);
 

@@ -1,10 +1,9 @@
 #include "tools/create/CreateDialog.h"
 
-#include "app/FormPosition.h"
-#include "platform/qt/WaveformCanvas.h"
 #include "libs/eval32/eval32.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/ValueBox.h"
+#include "platform/qt/WaveformCanvas.h"
 #include "tools/create/CreateCaptions.h"
 #include "tools/create/ExpressionBox.h"
 #include "ui_CreateDialog.h"
@@ -31,12 +30,10 @@ int CharacterAt(const QString& text, std::size_t byte) {
 
 } // namespace
 
-CreateDialog::CreateDialog(Program& program, CreatePages& pages, std::function<void()> mainRangeChanged,
-                           QWidget* parent)
-    : QDialog(parent), program_(program), pages_(pages), mainRangeChanged_(std::move(mainRangeChanged)),
+CreateDialog::CreateDialog(Program& program, CreatePages& pages, QWidget* parent)
+    : ToolForm(program.registry, kFormName, parent), program_(program), pages_(pages),
       ui_(std::make_unique<Ui::CreateDialog>()) {
   ui_->setupUi(this);
-  setWindowModality(Qt::ApplicationModal);
   boxes_ = {ui_->Text_0, ui_->Text_1, ui_->Text_2, ui_->Text_3, ui_->Text_4, ui_->Text_5, ui_->Text_6, ui_->Text_7};
   labels_ = {ui_->Label_Param_0, ui_->Label_Param_1, ui_->Label_Param_2, ui_->Label_Param_3,
              ui_->Label_Param_4, ui_->Label_Param_5, ui_->Label_Param_6, ui_->Label_Param_7};
@@ -58,60 +55,43 @@ CreateDialog::CreateDialog(Program& program, CreatePages& pages, std::function<v
   ConnectExpression();
   ConnectPreview();
   pages_.SetPort(this);
-  if (const auto at = StoredPosition(program_.registry, kFormName)) move(at->left, at->top);
-  resize(940, 600);
+  Place({940, 600});
 }
 
 CreateDialog::~CreateDialog() {
-  // A box that has the focus loses it when it goes, behind this object's own end.
-  for (QWidget* child : findChildren<QWidget*>()) child->disconnect(this);
+  DisconnectControls();
   pages_.SetPort(nullptr);
 }
 
-void CreateDialog::OpenFromMainWindow() {
+void CreateDialog::PrepareForMainWindow() {
   pages_.PrepareCreate();
-  Run();
+  FocusFirst();
 }
 
-void CreateDialog::OpenFromOperate(const OperateTarget& target, std::function<void()> redrawOperand) {
+void CreateDialog::PrepareForOperate(const OperateTarget& target, std::function<void()> redrawOperand) {
   redrawOperand_ = std::move(redrawOperand);
   pages_.PrepareCreate(target);
-  Run();
-  redrawOperand_ = [] {};
+  FocusFirst();
 }
 
-void CreateDialog::Run() {
-  closing_ = false;
+void CreateDialog::FocusFirst() {
   if (pages_.ExpressionShown()) {
     ui_->Txt_Expr->setFocus();
   } else {
     boxes_[kBoxOffset]->setFocus();
   }
-  exec();
 }
 
 void CreateDialog::MakeMenus() {
-  auto* bar = new QMenuBar(this);
-  bar->setObjectName(QStringLiteral("MenuBar_Create"));
   const ErrMsg& language = program_.messages;
-  QMenu* file = bar->addMenu(QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")));
-  file->setObjectName(QStringLiteral("Menu_File"));
-  file->addActions({ui_->Menu_FileOpen, ui_->Menu_FileSave});
-  QMenu* edit = bar->addMenu(QString::fromUtf8(language.Pick("編集(&E)", "&Edit")));
-  edit->setObjectName(QStringLiteral("Menu_Edit"));
-  edit->addActions({ui_->Menu_Clear, ui_->Menu_AllClear});
+  const QMenu* file = AddMenu("Menu_File", QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")),
+                              {ui_->Menu_FileOpen, ui_->Menu_FileSave});
+  AddMenu("Menu_Edit", QString::fromUtf8(language.Pick("編集(&E)", "&Edit")), {ui_->Menu_Clear, ui_->Menu_AllClear});
   fileMenu_ = file->menuAction();
-  layout()->setMenuBar(bar);
-  const auto on = [this](QAction* entry, void (CreatePages::*handler)()) {
-    connect(entry, &QAction::triggered, this, [this, handler] {
-      CommitFocus();
-      std::invoke(handler, pages_);
-    });
-  };
-  on(ui_->Menu_FileOpen, &CreatePages::Menu_FileOpen_Click);
-  on(ui_->Menu_FileSave, &CreatePages::Menu_FileSave_Click);
-  on(ui_->Menu_Clear, &CreatePages::Menu_Clear_Click);
-  on(ui_->Menu_AllClear, &CreatePages::Menu_AllClear_Click);
+  On(ui_->Menu_FileOpen, [this] { pages_.Menu_FileOpen_Click(); });
+  On(ui_->Menu_FileSave, [this] { pages_.Menu_FileSave_Click(); });
+  On(ui_->Menu_Clear, [this] { pages_.Menu_Clear_Click(); });
+  On(ui_->Menu_AllClear, [this] { pages_.Menu_AllClear_Click(); });
 }
 
 void CreateDialog::FillLists() {
@@ -161,10 +141,7 @@ void CreateDialog::ConnectBoxes() {
 void CreateDialog::ConnectPages() {
   QToolButton* const buttons[] = {ui_->Cmd_Page_0, ui_->Cmd_Page_1, ui_->Cmd_Page_2, ui_->Cmd_Page_3};
   for (int i = 0; i < 4; ++i) {
-    connect(buttons[i], &QToolButton::clicked, this, [this, i] {
-      CommitFocus();
-      pages_.Cmd_Page_Click(static_cast<CreatePages::PageButton>(i));
-    });
+    On(buttons[i], [this, i] { pages_.Cmd_Page_Click(static_cast<CreatePages::PageButton>(i)); });
   }
   // The keys that turn pages wherever the focus is.
   const struct {
@@ -183,19 +160,10 @@ void CreateDialog::ConnectPages() {
   connect(ui_->Opt_effect_0, &QRadioButton::toggled, this, [this](bool on) {
     if (!program_.formSetup) pages_.Opt_effect_Click(on);
   });
-  connect(ui_->Btn_Comp, &QPushButton::clicked, this, [this] {
-    CommitFocus();
-    pages_.Btn_Comp_Click();
-  });
-  connect(ui_->Btn_OK, &QPushButton::clicked, this, [this] {
-    CommitFocus();
-    pages_.Btn_OK_Click();
-  });
-  connect(ui_->Btn_Confirm, &QPushButton::clicked, this, [this] {
-    CommitFocus();
-    pages_.Btn_Confirm_Click();
-  });
-  connect(ui_->Btn_Cancel, &QPushButton::clicked, this, [this] { pages_.Btn_Cancel_Click(); });
+  On(ui_->Btn_Comp, [this] { pages_.Btn_Comp_Click(); });
+  On(ui_->Btn_OK, [this] { pages_.Btn_OK_Click(); });
+  On(ui_->Btn_Confirm, [this] { pages_.Btn_Confirm_Click(); });
+  On(ui_->Btn_Cancel, [this] { pages_.Btn_Cancel_Click(); });
 }
 
 void CreateDialog::ConnectExpression() {
@@ -234,14 +202,6 @@ void CreateDialog::ConnectPreview() {
     }
   });
   connect(picture, &WaveformCanvas::Released, this, [this](QPoint, Qt::MouseButton) { pages_.PictWave_MouseUp(); });
-}
-
-// The text of a box that has the focus counts before anything else happens: a menu, a shortcut or the window's own
-// button leaves the focus where it is.
-void CreateDialog::CommitFocus() {
-  QWidget* focused = focusWidget();
-  if (auto* value = qobject_cast<ValueBox*>(focused)) value->Commit();
-  if (auto* text = qobject_cast<ExpressionBox*>(focused)) text->Commit();
 }
 
 void CreateDialog::FocusNextOf(int box) {
@@ -308,9 +268,10 @@ void CreateDialog::ShowPage() {
   ui_->Txt_Const->ShowText(Text(pages_.Page().Constants));
   ui_->Txt_Expr->ShowText(Text(pages_.Page().Expression));
   ui_->Label_Fault->clear();
-  ui_->Label_Max->setText(Text(pages_.MaxLabel()));
-  ui_->Label_Offs->setText(Text(pages_.OffsetLabel()));
-  ui_->Label_Min->setText(Text(pages_.MinLabel()));
+  const PreviewLabels labels = pages_.Labels();
+  ui_->Label_Max->setText(Text(labels.max));
+  ui_->Label_Offs->setText(Text(labels.offset));
+  ui_->Label_Min->setText(Text(labels.min));
 }
 
 void CreateDialog::ShowPreview() {
@@ -329,22 +290,6 @@ void CreateDialog::SetBusy(bool busy) {
 
 void CreateDialog::ShowFault(const ExpressionFault& fault) {
   MarkFault(fault, true);
-}
-
-void CreateDialog::StorePosition() {
-  if (isMinimized() || isMaximized() || isFullScreen()) return;
-  calder::StorePosition(program_.registry, kFormName, {pos().x(), pos().y()});
-}
-
-// Every way of closing ends here: the OKs, Cancel, Escape, the window's own button. What was typed last is kept in its
-// page; taken later, it would write into the operand that Cancel has just cleared.
-void CreateDialog::done(int result) {
-  if (closing_) return;
-  closing_ = true;
-  CommitFocus();
-  StorePosition();
-  pages_.Form_QueryUnload();
-  QDialog::done(result);
 }
 
 } // namespace calder

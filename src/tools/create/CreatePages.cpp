@@ -1,11 +1,11 @@
 #include "tools/create/CreatePages.h"
 
-#include "platform/WaveformTheme.h"
 #include "files/FileCommands.h"
 #include "instrument/SystemSetup.h"
 #include "platform/Clock.h"
-#include "platform/DeviceContext.h"
-#include "tools/create/CreateGuards.h"
+#include "tools/create/WaitCursor.h"
+#include "tools/frame/ScopedFlag.h"
+#include "tools/frame/ToolHost.h"
 
 #include <algorithm>
 #include <cmath>
@@ -18,9 +18,9 @@ constexpr double kSeeds = 100;
 
 } // namespace
 
-CreatePages::CreatePages(Program& program, SystemSetup& setup, FileCommands& files, RandomSource random)
-    : program_(program), setup_(setup), files_(files), random_(std::move(random)), listFile_(program),
-      generator_(program) {
+CreatePages::CreatePages(Program& program, SystemSetup& setup, FileCommands& files, ToolHost& host, RandomSource random)
+    : program_(program), setup_(setup), files_(files), host_(host), random_(std::move(random)), listFile_(program),
+      generator_(program.evaluator, program.units, program.settings, program.language) {
   if (!random_) {
     random_ = [this] {
       std::minstd_rand engine(static_cast<std::uint32_t>(program_.desktop.clock.SecondsOfDay() * 1000));
@@ -38,7 +38,7 @@ CreatePages::CreatePages(Program& program, SystemSetup& setup, FileCommands& fil
 void CreatePages::PrepareCreate() {
   fromMainWindow_ = true;
   generator_.SetTarget(program_.buffers.Create(), PageGenerator::Placement::OwnArea);
-  KeepAreasInside();
+  ClampAreas();
   currentPage_ = program_.pages.FirstValid();
   if (currentPage_ == 0) {
     currentPage_ = PageTable::kFirst;
@@ -60,6 +60,7 @@ void CreatePages::PrepareCreate(const OperateTarget& target) {
 
 void CreatePages::Open() {
   drag_.Release();
+  livePreview_ = false;
   Change_Parameter();
   Make_Wave(currentPage_);
   ShowPageArea();
@@ -73,17 +74,30 @@ void CreatePages::Form_Load() {
   generator_.InitRandom(static_cast<std::int32_t>(std::nearbyint(random_() * kSeeds)));
 }
 
-// The memory may have become smaller since the pages were made.
-void CreatePages::KeepAreasInside() {
+void CreatePages::ClampAreas() {
+  clamped_.clear();
   const double size = program_.settings.MemorySize;
   for (int i = 0; i < PageTable::kPages; ++i) {
     CreatePage& page = program_.pages[i];
-    if (page.EndX > size) page.SetArea(std::min(page.StartX, size), size);
+    if (page.EndX <= size) continue;
+    const double start = std::min(page.StartX, size);
+    clamped_.push_back({i, page.StartX, page.EndX, start, size});
+    page.SetArea(start, size);
   }
+}
+
+// An area that was edited meanwhile is the user's.
+void CreatePages::RestoreAreas() {
+  for (const ClampedArea& area : clamped_) {
+    CreatePage& page = program_.pages[area.page];
+    if (page.StartX == area.clampedStart && page.EndX == area.clampedEnd) page.SetArea(area.startX, area.endX);
+  }
+  clamped_.clear();
 }
 
 void CreatePages::Form_QueryUnload() {
   drag_.Release();
+  RestoreAreas();
   if (!cancelled_) return;
   program_.evaluator.ClearConstant();
   if (!fromMainWindow_) W_ClearMemory(generator_.GenBuffer(), 0, Page().EndX - Page().StartX);
@@ -99,23 +113,7 @@ void CreatePages::CloseAfterOk() {
 
 void CreatePages::Draw_Wave_Create(DeviceContext& picture) const {
   if (program_.formSetup) return;
-  const int width = picture.Width();
-  const int height = picture.Height();
-  const DrawMode saved = picture.GetDrawMode();
-  picture.FillRectangle(0, 0, width, height, theme::kGround);
-  W_DrawGrid(picture, width, height);
-  picture.SetDrawMode(DrawMode::CopyPen);
-  picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
-  const CreatePage& page = Page();
-  const double start = generator_.StartOf(page);
-  // The last point of the area holds up to its end; what the buffer has behind it is no part of the page.
-  const double points =
-      std::min(std::ceil(start) + std::ceil(page.Size), static_cast<double>(W_Lock(generator_.GenBuffer()).size()));
-  if (points >= 1) {
-    W_DrawWave2(picture, generator_.GenBuffer(), start, 0, page.Size, W_CODE_SPAN, width, height,
-                static_cast<std::int32_t>(points));
-  }
-  picture.SetDrawMode(saved);
+  DrawWavePreview(picture, {generator_.GenBuffer(), generator_.StartOf(Page()), Page().Size});
 }
 
 void CreatePages::Change_Parameter() {
@@ -131,22 +129,25 @@ void CreatePages::Check_Visit() {
   Change_Parameter();
 }
 
-int CreatePages::Make_Wave(int page) {
+int CreatePages::Make_Wave(int page, PageGenerator::Expressions expressions) {
   // An expression that is not evaluated leaves an empty area, which no OK may take for the page's waveform.
-  if (program_.pages[page].Function == kFunctionExpression && !generator_.ExprEnabled) pageModified_ = true;
+  const bool cleared = expressions == PageGenerator::Expressions::Cleared;
+  if (program_.pages[page].Function == kFunctionExpression && cleared) pageModified_ = true;
   const WaitCursor busy(*port_);
-  lastFault_ = generator_.Make_Wave(program_.pages[page]);
+  lastFault_ = generator_.Make_Wave(program_.pages[page], expressions);
   return lastFault_.message;
 }
 
 void CreatePages::ShowPageArea() {
   program_.buffers.CurrentScope() = {Page().StartX, Page().EndX};
-  port_->ShowMainRange();
+  host_.RangeChanged();
 }
 
 // Computes the page on show and shows it.
 void CreatePages::Refresh() {
   Make_Wave(currentPage_);
+  // What the user has seen while typing is seen again in the area's new place.
+  if (livePreview_ && ExpressionShown() && generator_.EvaluateAside(Page()).message != 0) generator_.ClearArea(Page());
   port_->ShowPreview();
 }
 

@@ -15,6 +15,7 @@
 #include "tools/create/PageBoxes.h"
 #include "tools/create/PageGenerator.h"
 #include "tools/create/PreviewDrag.h"
+#include "tools/frame/WavePreview.h"
 
 #include <functional>
 #include <optional>
@@ -26,6 +27,7 @@ namespace calder {
 class DeviceContext;
 class FileCommands;
 class SystemSetup;
+class ToolHost;
 
 // What the dialog asks of its form.
 class CreatePort {
@@ -36,8 +38,6 @@ public:
   virtual void ShowPage() = 0;
   // Draw_Wave_Create on the preview.
   virtual void ShowPreview() = 0;
-  // The main window's range changed: its markers, readouts and picture follow.
-  virtual void ShowMainRange() = 0;
   // The Operate dialog's picture of the created waveform.
   virtual void ShowOperand() = 0;
   // The hourglass, or the ordinary pointer again.
@@ -61,7 +61,7 @@ public:
   using RandomSource = std::function<double()>;
 
   // Takes the file commands' handlers of expression lists.
-  CreatePages(Program& program, SystemSetup& setup, FileCommands& files, RandomSource random = {});
+  CreatePages(Program& program, SystemSetup& setup, FileCommands& files, ToolHost& host, RandomSource random = {});
   CreatePages(const CreatePages&) = delete;
   CreatePages& operator=(const CreatePages&) = delete;
 
@@ -108,7 +108,7 @@ public:
   void Change_Parameter();
   void Check_Visit();
   // 0 or the number of a message.
-  int Make_Wave(int page);
+  int Make_Wave(int page, PageGenerator::Expressions expressions = PageGenerator::Expressions::Cleared);
   void AllClear();
   void GoToPage(int page);
   // Shows message 18 when it fails.
@@ -122,16 +122,14 @@ public:
   [[nodiscard]] std::string PageText() const { return std::to_string(currentPage_); }
   [[nodiscard]] std::string StartText() const { return program_.units.PointToXTextWide(Page().StartX); }
   [[nodiscard]] std::string EndText() const { return program_.units.PointToXTextWide(Page().EndX); }
-  [[nodiscard]] std::string ParameterText(int box) const { return BoxText(program_, Page(), box); }
+  [[nodiscard]] std::string ParameterText(int box) const { return BoxText(program_.units, Page(), box); }
   [[nodiscard]] bool ParameterShown(int box) const { return BoxShown(Page().Function, box); }
   [[nodiscard]] bool ParameterEnabled(int box) const { return box != kBoxSize || fromMainWindow_; }
   // The box to which Enter or Tab goes from one; none: to the page buttons when there are any.
   [[nodiscard]] std::optional<int> NextBox(int box) const;
   [[nodiscard]] bool ExpressionShown() const { return Page().Function == kFunctionExpression; }
   // The preview's labels.
-  [[nodiscard]] std::string MaxLabel() const { return program_.units.CodeToYText(W_CODE_MAX); }
-  [[nodiscard]] std::string OffsetLabel() const { return program_.units.CodeToYText(0); }
-  [[nodiscard]] std::string MinLabel() const { return program_.units.CodeToYText(-W_CODE_MAX); }
+  [[nodiscard]] PreviewLabels Labels() const { return PreviewLabels(program_.units); }
   // For the pointer's shape over the preview.
   [[nodiscard]] PreviewDrag::Mode DragModeAt(double x, double y, double width, double height) const {
     return PreviewDrag::ModeAt(Page(), x, y, width, height);
@@ -140,12 +138,13 @@ public:
   // For tests and the form: the page was changed since the last compute; no OK has succeeded since the opening.
   [[nodiscard]] bool PageModified() const { return pageModified_; }
   [[nodiscard]] bool Cancelled() const { return cancelled_; }
-  [[nodiscard]] bool ExprEnabled() const { return generator_.ExprEnabled; }
 
 private:
   [[nodiscard]] CreatePage& ThePage() { return program_.pages[currentPage_]; }
   void Open();
-  void KeepAreasInside();
+  // Areas that a smaller memory does not have are shown as far as they reach into it; their own come back at the close.
+  void ClampAreas();
+  void RestoreAreas();
   void Form_Load();
   void PageChanged();
   void Refresh();
@@ -159,6 +158,7 @@ private:
   Program& program_;
   SystemSetup& setup_;
   FileCommands& files_;
+  ToolHost& host_;
   RandomSource random_;
   ListFile listFile_;
   PageGenerator generator_;
@@ -169,6 +169,15 @@ private:
   bool pageModified_ = true;
   bool cancelled_ = true;
   bool listRead_ = false;
+  bool livePreview_ = false; // the preview shows the expression on show without an OK or Compute
+  struct ClampedArea {
+    int page = 0;
+    double startX = 0; // as it was
+    double endX = 0;
+    double clampedStart = 0;
+    double clampedEnd = 0;
+  };
+  std::vector<ClampedArea> clamped_;
   ExpressionFault lastFault_; // of the last Make_Wave
 };
 

@@ -1,8 +1,8 @@
 // The Create dialog's boxes, lists and page buttons.
 #include "app/EngValB.h"
 #include "instrument/SystemSetup.h"
-#include "tools/create/CreateGuards.h"
 #include "tools/create/CreatePages.h"
+#include "tools/frame/ToolHost.h"
 
 #include <algorithm>
 #include <cmath>
@@ -14,12 +14,16 @@ void CreatePages::Text_LostFocus(int box, const std::string& text) {
   CreatePage& page = ThePage();
   const CreatePage before = page;
   // A text that was not touched means the stored value, not its printed digits.
-  const bool taken = text != ParameterText(box) && ReadBox(program_, text, page, box);
+  const bool taken =
+      text != ParameterText(box) && ReadBox(program_.units, program_.settings.MemorySize, text, page, box);
   Change_Parameter();
   if (!taken || BoxField(page, box) == BoxField(before, box)) return;
   if (box == kBoxSize) {
     pageModified_ = true;
-    ShowPageArea();
+    // The range's start stays where it is unless the end comes to lie before it.
+    Scope& scope = program_.buffers.CurrentScope();
+    scope = {std::min(scope.Start, page.EndX), page.EndX};
+    host_.RangeChanged();
   }
   PageChanged();
 }
@@ -53,6 +57,7 @@ void CreatePages::Comb_Wave_Click(int function) {
   if (program_.formSetup || function < 0 || function >= kPageFunctions) return;
   ThePage().Function = static_cast<std::int16_t>(function);
   pageModified_ = true;
+  livePreview_ = false;
   Change_Parameter();
   Check_Visit();
   Refresh();
@@ -92,6 +97,7 @@ ExpressionFault CreatePages::LivePreview(std::string_view constants, std::string
   if (fault.message != 0) return fault;
   // The buffer no longer has what Compute left there.
   pageModified_ = true;
+  livePreview_ = true;
   port_->ShowPreview();
   return fault;
 }
@@ -138,6 +144,7 @@ void CreatePages::GoToPage(int page) {
   drag_.Release();
   currentPage_ = page;
   pageModified_ = true;
+  livePreview_ = false;
   Change_Parameter();
   Refresh();
   ShowPageArea();

@@ -2,12 +2,14 @@
 #include "files/FileCommands.h"
 #include "instrument/SystemSetup.h"
 #include "platform/AsciiText.h"
-#include "tools/create/CreateGuards.h"
 #include "tools/create/CreatePages.h"
+#include "tools/create/WaitCursor.h"
+#include "tools/frame/ToolHost.h"
 
 #include <algorithm>
 
 namespace calder {
+
 bool CreatePages::CheckConstants() {
   CreatePage& page = ThePage();
   page.Constants = LowerText(page.Constants);
@@ -48,8 +50,7 @@ void CreatePages::ClearAll() const {
 ExpressionFault CreatePages::Regenerate() {
   if (!pageModified_) return {};
   ClearAll();
-  const ScopedFlag expressions(generator_.ExprEnabled);
-  Make_Wave(currentPage_);
+  Make_Wave(currentPage_, PageGenerator::Expressions::Evaluated);
   return lastFault_;
 }
 
@@ -93,11 +94,10 @@ void CreatePages::Btn_Confirm_Click() {
   ClearAll();
   program_.evaluator.ClearConstant();
   {
-    const ScopedFlag expressions(generator_.ExprEnabled);
     const WaitCursor busy(*port_);
     for (int page = PageTable::kFirst; page <= PageTable::kLast; ++page) {
       if (program_.pages[page].Valid == 0) continue;
-      const ExpressionFault fault = generator_.Make_Wave(program_.pages[page]);
+      const ExpressionFault fault = generator_.Make_Wave(program_.pages[page], PageGenerator::Expressions::Evaluated);
       if (fault.message != 0 && failedPage == 0) {
         failedPage = page;
         failure = fault;
@@ -115,7 +115,7 @@ void CreatePages::Btn_Confirm_Click() {
   pageModified_ = true; // other pages may have written into this one's area of the buffer
   GoToPage(failedPage);
   Refresh();
-  port_->ShowMainRange(); // the other pages are in the waveform
+  host_.RangeChanged(); // the other pages are in the waveform
   Report(failure);
 }
 
@@ -136,6 +136,7 @@ void CreatePages::Menu_Clear_Click() {
   cleared.SetArea(page.StartX, page.EndX);
   page = cleared;
   pageModified_ = true;
+  livePreview_ = false;
   Change_Parameter();
   Refresh();
 }
@@ -152,6 +153,7 @@ void CreatePages::AllClear() {
   }
   drag_.Release();
   pageModified_ = true;
+  livePreview_ = false;
   Change_Parameter();
   Refresh();
 }
@@ -165,18 +167,23 @@ void CreatePages::Menu_FileOpen_Click() {
     port_->ShowPreview();
     return;
   }
+  ClampAreas();
   // A list shows its first page unless it has the one on show.
   const int first = program_.pages.FirstValid();
   if (Page().Valid == 0 && first != 0) currentPage_ = first;
   drag_.Release();
   pageModified_ = true;
+  livePreview_ = false;
   ShowPageArea();
   Change_Parameter();
   Refresh();
 }
 
 void CreatePages::Menu_FileSave_Click() {
-  if (fromMainWindow_) files_.Save_File(Kind_List, false);
+  if (!fromMainWindow_) return;
+  RestoreAreas(); // the file gets the areas that the pages have, not what the memory has room for
+  files_.Save_File(Kind_List, false);
+  ClampAreas();
 }
 
 } // namespace calder

@@ -2,11 +2,13 @@
 // underlines the place of a fault. Tab moves on; the text has no line breaks of its own.
 #pragma once
 
+#include "platform/qt/EditedBox.h"
+
 #include <QPlainTextEdit>
 
 namespace calder {
 
-class ExpressionBox final : public QPlainTextEdit {
+class ExpressionBox final : public QPlainTextEdit, public EditedBox {
   Q_OBJECT
 
 public:
@@ -21,8 +23,7 @@ public:
   void MarkFault(int position);
   // Puts the cursor there and takes the focus.
   void GoTo(int position);
-  // Hands the text over as leaving the box does; the focus stays.
-  void Commit() { Q_EMIT EditingFinished(); }
+  void Commit() override { Q_EMIT EditingFinished(); }
   // Replaces the selection; a "()" at the end leaves the cursor between the two.
   void Insert(const QString& text);
 

@@ -44,19 +44,18 @@ double BoxField(const CreatePage& page, int box) {
   return page.*FieldOf(box);
 }
 
-std::string BoxText(const Program& program, const CreatePage& page, int box) {
+std::string BoxText(const ConvUnit& units, const CreatePage& page, int box) {
   const double value = page.*FieldOf(box);
   switch (box) {
-  case kBoxOffset: return program.units.CodeToYText(value);
-  case kBoxSize: return program.units.PointToXText(value);
-  case kBoxAmplitude: return program.units.CodeSpanToYText(value);
+  case kBoxOffset: return units.CodeToYText(value);
+  case kBoxSize: return units.PointToXText(value);
+  case kBoxAmplitude: return units.CodeSpanToYText(value);
   default: return NumberText(value);
   }
 }
 
-bool ReadBox(const Program& program, const std::string& text, CreatePage& page, int box) {
+bool ReadBox(const ConvUnit& units, std::int32_t memorySize, const std::string& text, CreatePage& page, int box) {
   double value = ParseEng(text);
-  const ConvUnit& units = program.units;
   switch (box) {
   case kBoxOffset:
     if (!units.CheckYCurrent(value)) return false;
@@ -65,7 +64,7 @@ bool ReadBox(const Program& program, const std::string& text, CreatePage& page, 
   case kBoxSize: {
     if (!units.CheckXCurrent(value)) return false;
     const double size = units.XToPoint(value);
-    if (page.StartX + size > program.settings.MemorySize) return false;
+    if (page.StartX + size > memorySize) return false;
     page.SetArea(page.StartX, page.StartX + size);
     page.Size = size;
     return true;

@@ -1,7 +1,8 @@
 // The eight parameter boxes of a page: which of them a function has, what they show and what they accept.
 #pragma once
 
-#include "app/Program.h"
+#include "app/ConvUnit.h"
+#include "app/PageTable.h"
 
 #include <string>
 
@@ -28,10 +29,11 @@ inline constexpr int kPageBoxes = 8;
 [[nodiscard]] double BoxField(const CreatePage& page, int box);
 
 // In the current units.
-[[nodiscard]] std::string BoxText(const Program& program, const CreatePage& page, int box);
+[[nodiscard]] std::string BoxText(const ConvUnit& units, const CreatePage& page, int box);
 
 // Stores what a typed text means. False: it is not accepted, the page is as it was. The area's end follows its size,
 // which is refused when it would pass the end of the waveform.
-[[nodiscard]] bool ReadBox(const Program& program, const std::string& text, CreatePage& page, int box);
+[[nodiscard]] bool ReadBox(const ConvUnit& units, std::int32_t memorySize, const std::string& text, CreatePage& page,
+                           int box);
 
 } // namespace calder

@@ -1,28 +1,6 @@
 #include "tools/create/PageGenerator.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace calder {
-namespace {
-
-std::string ReasonOf(const Evaluator::Fault& fault, Language language) {
-  const EvalSentence reason = EvalReasonText(fault);
-  return language == Language::English ? reason.english : reason.japanese;
-}
-
-ExpressionFault FaultOf(std::int16_t code, const PreparedText& text, const Evaluator::Fault& fault, Language language) {
-  if (code == EVAL_SUCCESS) return {};
-  ExpressionFault result;
-  result.message = code;
-  if (code == EVAL_BAD_CONSTANTS) result.message = kMsgBadConstants;
-  // Missing memory is no fault of a place in the text.
-  if (fault.code == code && code != EVAL_BUFFER && code != EVAL_NO_MEMORY) result.place = text.PlaceOf(fault.position);
-  result.reason = ReasonOf(fault, language);
-  return result;
-}
-
-} // namespace
 
 void PageGenerator::SetTarget(WaveHandle buffer, Placement placement) {
   buffer_ = buffer;
@@ -36,7 +14,7 @@ double PageGenerator::StartOf(const CreatePage& page) const {
 void PageGenerator::InitRandom(std::int32_t seed) {
   seed_ = seed;
   W_InitRand(seed);
-  program_.evaluator.EvalInitRandom(seed);
+  evaluator_.EvalInitRandom(seed);
 }
 
 void PageGenerator::ClearArea(const CreatePage& page) const {
@@ -59,9 +37,9 @@ std::int32_t PageGenerator::MakeStandard(const CreatePage& page) const {
   }
 }
 
-ExpressionFault PageGenerator::Make_Wave(const CreatePage& page) {
+ExpressionFault PageGenerator::Make_Wave(const CreatePage& page, Expressions expressions) {
   if (page.Function == kFunctionExpression) {
-    if (ExprEnabled) return Evaluate(page);
+    if (expressions == Expressions::Evaluated) return Evaluate(page);
     ClearArea(page);
   } else if (MakeStandard(page) != W_SUCCESS) {
     ClearArea(page);
@@ -69,46 +47,20 @@ ExpressionFault PageGenerator::Make_Wave(const CreatePage& page) {
   return {};
 }
 
-ExpressionFault PageGenerator::EvaluateWith(Evaluator& evaluator, const CreatePage& page) {
-  const PreparedText text(page.Constants, page.Expression, program_.units, program_.settings);
-  const std::int16_t code = evaluator.EvalArray1(StartOf(page), page.EndX - page.StartX, buffer_, text.Text());
-  ExpressionFault fault = FaultOf(code, text, evaluator.LastFault(), program_.language);
-  if (code == EVAL_SUCCESS || program_.settings.YUnit == 0) return fault;
-  // What the unit puts around the expression may have taken part: "(x" is closed by a parenthesis that is not the
-  // user's. The expression alone has the same fault in its own words.
-  SystemInfo inCodes = program_.settings;
-  inCodes.YUnit = 0;
-  const PreparedText alone(page.Constants, page.Expression, program_.units, inCodes);
-  double value = 0;
-  live_.TakeConstants(evaluator);
-  const bool isSame = live_.EvalOneL(alone.Text(), static_cast<std::int32_t>(StartOf(page)), value) == code;
-  return isSame ? FaultOf(code, alone, live_.LastFault(), program_.language) : fault;
+ExpressionRange PageGenerator::RangeOf(const CreatePage& page) const {
+  return {buffer_, StartOf(page), page.EndX - page.StartX};
 }
 
 ExpressionFault PageGenerator::Evaluate(const CreatePage& page) {
-  return EvaluateWith(program_.evaluator, page);
+  return run_.Run(evaluator_, {page.Constants, page.Expression}, RangeOf(page));
 }
 
 ExpressionFault PageGenerator::EvaluateAside(const CreatePage& page) {
-  live_.TakeConstants(program_.evaluator);
-  live_.EvalInitRandom(seed_);
-  return EvaluateWith(live_, page);
+  return run_.RunAside(evaluator_, seed_, {page.Constants, page.Expression}, RangeOf(page));
 }
 
-ExpressionFault PageGenerator::CheckConstants(const CreatePage& page) {
-  for (const double position : {page.StartX, page.EndX}) {
-    const auto whole = static_cast<std::int32_t>(std::nearbyint(position));
-    const PreparedText text(page.Constants, whole);
-    double result = 0;
-    if (program_.evaluator.EvalOneL(text.Text(), whole, result) == EVAL_SUCCESS) continue;
-    ExpressionFault fault;
-    fault.message = kMsgBadConstants;
-    fault.place = text.PlaceOf(program_.evaluator.LastFault().position);
-    fault.place->box = TextBox::Constants;
-    fault.reason = ReasonOf(program_.evaluator.LastFault(), program_.language);
-    return fault;
-  }
-  return {};
+ExpressionFault PageGenerator::CheckConstants(const CreatePage& page) const {
+  return run_.CheckConstants(evaluator_, page.Constants, {page.StartX, page.EndX});
 }
 
 } // namespace calder

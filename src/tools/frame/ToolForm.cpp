@@ -1,0 +1,75 @@
+#include "tools/frame/ToolForm.h"
+
+#include "app/FormPosition.h"
+#include "platform/qt/EditedBox.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QLayout>
+
+namespace calder {
+
+ToolForm::ToolForm(clsRegistry& registry, const char* formName, QWidget* parent)
+    : QDialog(parent), registry_(registry), formName_(formName) {
+  setWindowModality(Qt::ApplicationModal); // whoever shows it beside its owner says otherwise
+}
+
+void ToolForm::Place(QSize size) {
+  if (const auto at = StoredPosition(registry_, formName_)) move(at->left, at->top);
+  resize(size);
+}
+
+void ToolForm::CommitFocus() {
+  if (auto* box = dynamic_cast<EditedBox*>(focusWidget())) box->Commit();
+}
+
+void ToolForm::On(QAbstractButton* button, std::function<void()> handler) {
+  connect(button, &QAbstractButton::clicked, this, [this, handler = std::move(handler)] {
+    CommitFocus();
+    handler();
+  });
+}
+
+void ToolForm::On(QAction* entry, std::function<void()> handler) {
+  connect(entry, &QAction::triggered, this, [this, handler = std::move(handler)] {
+    CommitFocus();
+    handler();
+  });
+}
+
+QMenu* ToolForm::AddMenu(const char* name, const QString& title, std::initializer_list<QAction*> entries) {
+  if (bar_ == nullptr) {
+    bar_ = new QMenuBar(this); // NOLINT(cppcoreguidelines-owning-memory): the form owns it
+    bar_->setObjectName(QLatin1String("MenuBar_") + QLatin1String(formName_));
+    layout()->setMenuBar(bar_);
+  }
+  QMenu* menu = bar_->addMenu(title);
+  menu->setObjectName(QLatin1String(name));
+  menu->addActions(QList<QAction*>(entries));
+  return menu;
+}
+
+void ToolForm::DisconnectControls() {
+  for (QWidget* child : findChildren<QWidget*>()) child->disconnect(this);
+}
+
+void ToolForm::StorePosition() {
+  if (isMinimized() || isMaximized() || isFullScreen()) return;
+  calder::StorePosition(registry_, formName_, {pos().x(), pos().y()});
+}
+
+void ToolForm::showEvent(QShowEvent* event) {
+  closing_ = false;
+  QDialog::showEvent(event);
+}
+
+void ToolForm::done(int result) {
+  if (closing_) return;
+  closing_ = true;
+  CommitFocus();
+  StorePosition();
+  Closing();
+  QDialog::done(result);
+}
+
+} // namespace calder
