@@ -12,8 +12,8 @@ namespace {
 
 // Columns are taken in blocks. Most blocks of most rows are wholly covered or wholly free, and those need no
 // comparison.
-constexpr std::size_t blockColumns = 32;
-constexpr std::size_t stripBlocks = 128;
+constexpr std::size_t kBlockColumns = 32;
+constexpr std::size_t kStripBlocks = 128;
 
 struct Block {
   std::int16_t outerTop = INT16_MAX; // above it no column of the block has a pixel
@@ -55,16 +55,16 @@ Block SurveyBlock(const std::int16_t* tops, const std::int16_t* bottoms, std::si
   }
 }
 
-// One strip of at most stripBlocks blocks.
+// One strip of at most kStripBlocks blocks.
 CALDER_VECTOR void PaintStrip(const ColumnPaint& paint, const std::int16_t* tops, const std::int16_t* bottoms,
                               std::size_t count) {
-  std::array<Block, stripBlocks> blocks;
-  const std::size_t blockCount = (count + blockColumns - 1) / blockColumns;
+  std::array<Block, kStripBlocks> blocks;
+  const std::size_t blockCount = (count + kBlockColumns - 1) / kBlockColumns;
   int top = INT16_MAX;
   int bottom = INT16_MIN;
   for (std::size_t b = 0; b < blockCount; ++b) {
-    const std::size_t first = b * blockColumns;
-    blocks[b] = SurveyBlock(tops + first, bottoms + first, std::min(blockColumns, count - first));
+    const std::size_t first = b * kBlockColumns;
+    blocks[b] = SurveyBlock(tops + first, bottoms + first, std::min(kBlockColumns, count - first));
     top = std::min<int>(top, blocks[b].outerTop);
     bottom = std::max<int>(bottom, blocks[b].outerBottom);
   }
@@ -75,14 +75,14 @@ CALDER_VECTOR void PaintStrip(const ColumnPaint& paint, const std::int16_t* tops
     for (std::size_t b = 0; b < blockCount; ++b) {
       const Block& block = blocks[b];
       if (y < block.outerTop || y > block.outerBottom) continue;
-      const std::size_t first = b * blockColumns;
+      const std::size_t first = b * kBlockColumns;
       if (paint.invertMask != 0) {
-        InvertRow(pixels + first, tops + first, bottoms + first, std::min(blockColumns, count - first), y,
+        InvertRow(pixels + first, tops + first, bottoms + first, std::min(kBlockColumns, count - first), y,
                   paint.invertMask);
       } else if (y >= block.innerTop && y <= block.innerBottom) {
-        std::fill_n(pixels + first, std::min(blockColumns, count - first), paint.color);
-      } else if (first + blockColumns <= count) {
-        MixRow(pixels + first, tops + first, bottoms + first, blockColumns, y, paint.color);
+        std::fill_n(pixels + first, std::min(kBlockColumns, count - first), paint.color);
+      } else if (first + kBlockColumns <= count) {
+        MixRow(pixels + first, tops + first, bottoms + first, kBlockColumns, y, paint.color);
       } else {
         MixRow(pixels + first, tops + first, bottoms + first, count - first, y, paint.color);
       }
@@ -93,7 +93,7 @@ CALDER_VECTOR void PaintStrip(const ColumnPaint& paint, const std::int16_t* tops
 } // namespace
 
 void PaintColumns(const ColumnPaint& paint, std::span<const std::int16_t> tops, std::span<const std::int16_t> bottoms) {
-  constexpr std::size_t strip = blockColumns * stripBlocks;
+  constexpr std::size_t strip = kBlockColumns * kStripBlocks;
   ColumnPaint part = paint;
   for (std::size_t first = 0; first < tops.size(); first += strip) {
     PaintStrip(part, tops.data() + first, bottoms.data() + first, std::min(strip, tops.size() - first));

@@ -9,20 +9,20 @@ namespace calder {
 
 namespace {
 
-constexpr std::uint32_t opaque = 0xFF000000;
-constexpr std::uint32_t invertMask = 0x00FFFFFF;
+constexpr std::uint32_t kOpaque = 0xFF000000;
+constexpr std::uint32_t kInvertMask = 0x00FFFFFF;
 // Coordinates are limited to this magnitude: products of two of their differences then fit 64 bits.
-constexpr std::int64_t coordinateLimit = std::int64_t{1} << 29;
-constexpr int penWidthLimit = 1024;
+constexpr std::int64_t kCoordinateLimit = std::int64_t{1} << 29;
+constexpr int kPenWidthLimit = 1024;
 
 std::int64_t LimitCoordinate(double value) {
-  if (!(value > static_cast<double>(-coordinateLimit))) return -coordinateLimit; // a NaN too
-  if (value > static_cast<double>(coordinateLimit)) return coordinateLimit;
+  if (!(value > static_cast<double>(-kCoordinateLimit))) return -kCoordinateLimit; // a NaN too
+  if (value > static_cast<double>(kCoordinateLimit)) return kCoordinateLimit;
   return std::llround(value);
 }
 
 std::int64_t LimitCoordinate(int value) {
-  return std::clamp<std::int64_t>(value, -coordinateLimit, coordinateLimit);
+  return std::clamp<std::int64_t>(value, -kCoordinateLimit, kCoordinateLimit);
 }
 
 // numerator / denominator rounded to the nearest, halves up. REQUIRES: denominator > 0.
@@ -33,7 +33,7 @@ std::int64_t RoundedQuotient(std::int64_t numerator, std::int64_t denominator) {
 }
 
 std::uint32_t OpaqueOf(Color color) {
-  return opaque | (color & invertMask);
+  return kOpaque | (color & kInvertMask);
 }
 
 } // namespace
@@ -57,7 +57,7 @@ PixelContext::PixelContext(std::span<std::uint32_t> pixels, std::size_t stride, 
 
 void PixelContext::SetPen(Color color, int width) {
   pen_ = OpaqueOf(color);
-  penWidth_ = std::clamp(width, 1, penWidthLimit);
+  penWidth_ = std::clamp(width, 1, kPenWidthLimit);
 }
 
 void PixelContext::Paint(std::int64_t left, std::int64_t top, std::int64_t right, std::int64_t bottom) {
@@ -71,7 +71,7 @@ void PixelContext::Paint(std::int64_t left, std::int64_t top, std::int64_t right
     if (mode_ == DrawMode::CopyPen) {
       std::ranges::fill(run, pen_);
     } else {
-      for (std::uint32_t& pixel : run) pixel ^= invertMask;
+      for (std::uint32_t& pixel : run) pixel ^= kInvertMask;
     }
   }
 }
@@ -155,7 +155,7 @@ void PixelContext::Polyline(std::span<const DevicePoint> points, int dot) {
       DrawSegment({x, y, x, y}, false);
   }
   if (dot <= 0) return;
-  const std::int64_t size = std::min(dot, penWidthLimit);
+  const std::int64_t size = std::min(dot, kPenWidthLimit);
   for (const DevicePoint& point : points) {
     const std::int64_t left = LimitCoordinate(point.x) - (size - 1) / 2;
     const std::int64_t top = LimitCoordinate(point.y) - (size - 1) / 2;
@@ -169,7 +169,7 @@ void PixelContext::Columns(int x, std::span<const std::int16_t> tops, std::span<
   if (first >= end || tops.size() != bottoms.size()) return;
   const auto offset = static_cast<std::size_t>(first - x);
   const auto count = static_cast<std::size_t>(end - first);
-  const ColumnPaint paint{pixels_.data() + first, stride_, height_, pen_, mode_ == DrawMode::Invert ? invertMask : 0};
+  const ColumnPaint paint{pixels_.data() + first, stride_, height_, pen_, mode_ == DrawMode::Invert ? kInvertMask : 0};
   PaintColumns(paint, tops.subspan(offset, count), bottoms.subspan(offset, count));
 }
 

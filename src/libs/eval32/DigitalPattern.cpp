@@ -28,7 +28,7 @@ std::int16_t Evaluator::DigitalPattern(std::string_view text, std::int32_t start
         codes.subspan(static_cast<std::size_t>(start), static_cast<std::size_t>(count));
     state.scratch.assign(target.begin(), target.end());
     const auto value = [&](const eval::Program& program, double x, double& result) {
-      return state.runner.RunValue(program, x, result) == eval::noCheck;
+      return state.runner.RunValue(program, x, result) == eval::kNoCheck;
     };
     state.fault = eval::PatternPlayer(pattern, start, state.scratch, value).Play();
     if (state.fault.code == EVAL_SUCCESS) std::ranges::copy(state.scratch, target.begin());

@@ -5,7 +5,7 @@ namespace calder {
 
 namespace {
 
-constexpr EvalEntry entries[] = {
+constexpr EvalEntry kEntries[] = {
     {"x", "", "変数: 点の番号、または設定した単位のX", "variable: the point, or X in the chosen unit"},
     {"pi", "", "円周率 3.14159...", "3.14159..."},
     {"e", "", "自然対数の底 2.71828...", "2.71828..., base of the natural logarithm"},
@@ -69,7 +69,7 @@ constexpr EvalEntry entries[] = {
 } // namespace
 
 std::span<const EvalEntry> EvalEntries() {
-  return entries;
+  return kEntries;
 }
 
 } // namespace calder

@@ -68,7 +68,7 @@ std::int16_t Evaluator::State::Compile(std::string_view text, eval::Outcome outc
   graph.Clear();
   eval::Parser parser(text, graph, seed);
   const eval::NodeId root = parser.Parse(constants);
-  if (root == eval::noNode) {
+  if (root == eval::kNoNode) {
     fault = parser.Fault();
     return fault.code;
   }
@@ -95,7 +95,7 @@ std::int16_t Evaluator::EvalArray1(double start, double count, WaveHandle buffer
     if (state.scratch.size() < target.size()) state.scratch.resize(target.size());
     const std::span<std::int16_t> scratch(state.scratch.data(), target.size());
     const std::uint32_t failed = state.runner.RunCodes(state.program, first, scratch);
-    if (failed != eval::noCheck) return state.FailCheck(failed);
+    if (failed != eval::kNoCheck) return state.FailCheck(failed);
     std::ranges::copy(scratch, target.begin());
     return EVAL_SUCCESS;
   } catch (const std::bad_alloc&) {
@@ -110,7 +110,7 @@ std::int16_t Evaluator::EvalOneL(std::string_view text, std::int32_t x, double& 
     const std::int16_t code = state.Compile(text, eval::Outcome::Values, std::abs(static_cast<double>(x)));
     if (code != EVAL_SUCCESS) return code;
     const std::uint32_t failed = state.runner.RunValue(state.program, x, result);
-    return failed == eval::noCheck ? EVAL_SUCCESS : state.FailCheck(failed);
+    return failed == eval::kNoCheck ? EVAL_SUCCESS : state.FailCheck(failed);
   } catch (const std::bad_alloc&) {
     return state.Fail(EVAL_NO_MEMORY, 0, EvalReason::NoMemory);
   }

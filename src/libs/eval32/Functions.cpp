@@ -7,10 +7,10 @@ namespace calder::eval {
 
 namespace {
 
-constexpr double twoPi = 2 * std::numbers::pi;
-constexpr double percent = 100;
+constexpr double kTwoPi = 2 * std::numbers::pi;
+constexpr double kPercent = 100;
 // A jump counts as reached this part of a period early, so that the rounding of 2 pi does not move it by a point.
-constexpr double early = 1e-9;
+constexpr double kEarly = 1e-9;
 
 NodeId OneOperation(Call& call, Op op) {
   return call.graph.Unary(op, call.arguments[0]);
@@ -55,14 +55,14 @@ NodeId Radians(Call& call, Op) {
 // Twice the place of the angle in the turn that begins shift (in turns) before 0.
 NodeId TwicePlace(Call& call, NodeId shift) {
   Graph& g = call.graph;
-  if (g.IsConstant(shift)) return g.Wrap(call.arguments[0], g.At(shift).value + early);
-  const NodeId turns = Scaled(call, 1 / twoPi);
-  const NodeId whole = g.Unary(Op::Floor, g.Binary(Op::Add, turns, g.BinaryK(Op::Add, shift, early)));
+  if (g.IsConstant(shift)) return g.Wrap(call.arguments[0], g.At(shift).value + kEarly);
+  const NodeId turns = Scaled(call, 1 / kTwoPi);
+  const NodeId whole = g.Unary(Op::Floor, g.Binary(Op::Add, turns, g.BinaryK(Op::Add, shift, kEarly)));
   return g.BinaryK(Op::Mul, g.Binary(Op::Sub, turns, whole), 2.0);
 }
 
 NodeId Fraction(Graph& g, NodeId percentage) {
-  return g.BinaryK(Op::Mul, g.BinaryK(Op::Min, g.BinaryK(Op::Max, percentage, 0.0), percent), 1 / percent);
+  return g.BinaryK(Op::Mul, g.BinaryK(Op::Min, g.BinaryK(Op::Max, percentage, 0.0), kPercent), 1 / kPercent);
 }
 
 NodeId Saw(Call& call, Op) {
@@ -73,7 +73,7 @@ NodeId Square(Call& call, Op) {
   Graph& g = call.graph;
   const NodeId place = g.BinaryK(Op::Mul, TwicePlace(call, g.Constant(0)), 0.5);
   const NodeId duty = call.arguments.size() > 1 ? Fraction(g, call.arguments[1]) : g.Constant(0.5);
-  const NodeId isHigh = g.Binary(Op::Less, g.BinaryK(Op::Add, place, early), duty);
+  const NodeId isHigh = g.Binary(Op::Less, g.BinaryK(Op::Add, place, kEarly), duty);
   return g.Select(isHigh, g.Constant(1), g.Constant(-1));
 }
 
@@ -90,7 +90,7 @@ NodeId Triangle(Call& call, Op) {
   const NodeId rising = g.Binary(Op::Div, place, half);
   const NodeId fall = g.Binary(Op::Sub, g.Constant(0.5), half);
   const NodeId falling = g.Binary(Op::Div, g.Binary(Op::Sub, g.Constant(0.5), place), fall);
-  return g.Select(g.Binary(Op::Less, g.BinaryK(Op::Add, place, early), half), rising, falling);
+  return g.Select(g.Binary(Op::Less, g.BinaryK(Op::Add, place, kEarly), half), rising, falling);
 }
 
 // ---- shapes that stand alone ----
@@ -141,24 +141,24 @@ NodeId Chirp(Call& call, Op) {
   call.isDividingByZero = !g.CheckDivisor(time, call.position);
   const NodeId slope = g.Binary(Op::Div, g.Binary(Op::Sub, f1, f0), g.BinaryK(Op::Mul, time, 2.0));
   const NodeId turns = g.Binary(Op::Mul, g.Binary(Op::Add, f0, g.Binary(Op::Mul, slope, t)), t);
-  return g.Unary(Op::Sin, g.BinaryK(Op::Mul, turns, twoPi));
+  return g.Unary(Op::Sin, g.BinaryK(Op::Mul, turns, kTwoPi));
 }
 
 // rnd(), rnd(point), rnd(limit), rnd(point, limit): of one argument, a constant is the limit.
 NodeId Rnd(Call& call, Op) {
   Graph& g = call.graph;
   NodeId point = call.arguments.empty() ? g.Point() : call.arguments[0];
-  NodeId limit = call.arguments.size() == 2 ? call.arguments[1] : noNode;
+  NodeId limit = call.arguments.size() == 2 ? call.arguments[1] : kNoNode;
   if (call.arguments.size() == 1 && g.IsConstant(point)) {
     limit = point;
     point = g.Point();
   }
   const NodeId value = g.Random(point, call.randomCount, RandomKey(call.seed, call.randomCount));
-  return limit == noNode ? value : g.Binary(Op::Mul, value, limit);
+  return limit == kNoNode ? value : g.Binary(Op::Mul, value, limit);
 }
 
 // In alphabetical order.
-constexpr Function functions[] = {
+constexpr Function kFunctions[] = {
     {"abs", 1, 1, &OneOperation, Op::Abs},
     {"acos", 1, 1, &OneOperation, Op::Acos},
     {"acosh", 1, 1, &OneOperation, Op::Acosh},
@@ -187,8 +187,8 @@ constexpr Function functions[] = {
     {"log", 1, 1, &OneOperation, Op::Log},
     {"log10", 1, 1, &OneOperation, Op::Log10},
     {"log2", 1, 1, &OneOperation, Op::Log2},
-    {"max", 1, argumentLimit, &OverAll, Op::Max},
-    {"min", 1, argumentLimit, &OverAll, Op::Min},
+    {"max", 1, kArgumentLimit, &OverAll, Op::Max},
+    {"min", 1, kArgumentLimit, &OverAll, Op::Min},
     {"mod", 2, 2, &Modulo, Op::Mod},
     {"pow", 2, 2, &TwoOperands, Op::Pow},
     {"pulse", 2, 3, &Pulse},
@@ -210,18 +210,18 @@ constexpr Function functions[] = {
     {"tanh", 1, 1, &OneOperation, Op::Tanh},
     {"tri", 1, 2, &Triangle},
 };
-static_assert(std::ranges::is_sorted(functions, {}, &Function::name));
+static_assert(std::ranges::is_sorted(kFunctions, {}, &Function::name));
 
 } // namespace
 
 const Function* FindFunction(std::string_view lowerCaseName) {
   if (lowerCaseName.size() < 2) return nullptr; // no name is shorter, and x is frequent
-  const auto* found = std::ranges::lower_bound(functions, lowerCaseName, {}, &Function::name);
-  return found != std::end(functions) && found->name == lowerCaseName ? found : nullptr;
+  const auto* found = std::ranges::lower_bound(kFunctions, lowerCaseName, {}, &Function::name);
+  return found != std::end(kFunctions) && found->name == lowerCaseName ? found : nullptr;
 }
 
 std::span<const Function> AllFunctions() {
-  return functions;
+  return kFunctions;
 }
 
 std::uint64_t RandomKey(std::int32_t seed, std::uint32_t occurrence) {

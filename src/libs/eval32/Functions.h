@@ -9,7 +9,7 @@
 
 namespace calder::eval {
 
-inline constexpr std::size_t argumentLimit = 64;
+inline constexpr std::size_t kArgumentLimit = 64;
 
 // What a function needs to know of the call beside its arguments.
 struct Call {

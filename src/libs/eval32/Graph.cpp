@@ -34,16 +34,16 @@ bool IsPowerOfTwo(double value) {
 void Graph::Clear() {
   nodes_.clear();
   checks_.clear();
-  guard_ = noNode;
-  std::fill(slots_.begin(), slots_.end(), noNode);
+  guard_ = kNoNode;
+  std::fill(slots_.begin(), slots_.end(), kNoNode);
 }
 
 void Graph::Grow() {
   constexpr std::size_t smallest = 256;
-  slots_.assign(std::max(smallest, slots_.size() * 2), noNode);
+  slots_.assign(std::max(smallest, slots_.size() * 2), kNoNode);
   for (NodeId id = 0; id < nodes_.size(); ++id) {
     std::size_t slot = Hash(nodes_[id]) & (slots_.size() - 1);
-    while (slots_[slot] != noNode) slot = (slot + 1) & (slots_.size() - 1);
+    while (slots_[slot] != kNoNode) slot = (slot + 1) & (slots_.size() - 1);
     slots_[slot] = id;
   }
 }
@@ -51,7 +51,7 @@ void Graph::Grow() {
 NodeId Graph::Intern(const Node& node) {
   if (nodes_.size() * 2 >= slots_.size()) Grow();
   std::size_t slot = Hash(node) & (slots_.size() - 1);
-  for (; slots_[slot] != noNode; slot = (slot + 1) & (slots_.size() - 1))
+  for (; slots_[slot] != kNoNode; slot = (slot + 1) & (slots_.size() - 1))
     if (IsSame(nodes_[slots_[slot]], node)) return slots_[slot];
   slots_[slot] = static_cast<NodeId>(nodes_.size());
   nodes_.push_back(node);
@@ -62,15 +62,15 @@ double Graph::Folded(Op op, double a, double b) const {
   if (op == Op::Add) return a + b;
   if (op == Op::Sub) return a - b;
   if (op == Op::Mul) return a * b;
-  double left[groupPoints];
-  double right[groupPoints];
-  std::fill_n(left, groupPoints, a);
-  std::fill_n(right, groupPoints, b);
+  double left[kGroupPoints];
+  double right[kGroupPoints];
+  std::fill_n(left, kGroupPoints, a);
+  std::fill_n(right, kGroupPoints, b);
   Operands operands;
   operands.out = left;
   operands.a = left;
   operands.b = right;
-  operands.points = groupPoints;
+  operands.points = kGroupPoints;
   const auto at = static_cast<std::size_t>(op);
   (IsUnary(op) ? kernels_.unary[at] : kernels_.binary[at])(operands);
   return left[0];
@@ -78,7 +78,7 @@ double Graph::Folded(Op op, double a, double b) const {
 
 NodeId Graph::Unary(Op op, NodeId a) {
   if (IsConstant(a)) return Constant(Folded(op, At(a).value, 0));
-  return Intern({op, a, noNode, noNode, 0});
+  return Intern({op, a, kNoNode, kNoNode, 0});
 }
 
 NodeId Graph::Binary(Op op, NodeId a, NodeId b) {
@@ -110,7 +110,7 @@ NodeId Graph::Simplified(Op op, NodeId a, NodeId b) {
     const NodeId square = Binary(Op::Mul, a, a);
     return k == 2 ? square : Binary(Op::Mul, square, k == 3 ? a : square);
   }
-  return Intern({op, a, b, noNode, 0});
+  return Intern({op, a, b, kNoNode, 0});
 }
 
 NodeId Graph::Select(NodeId condition, NodeId yes, NodeId no) {
@@ -120,47 +120,47 @@ NodeId Graph::Select(NodeId condition, NodeId yes, NodeId no) {
 }
 
 NodeId Graph::Wrap(NodeId angle, double shift) {
-  if (!IsConstant(angle)) return Intern({Op::Wrap, angle, noNode, noNode, shift});
-  double values[groupPoints];
-  std::fill_n(values, groupPoints, At(angle).value);
+  if (!IsConstant(angle)) return Intern({Op::Wrap, angle, kNoNode, kNoNode, shift});
+  double values[kGroupPoints];
+  std::fill_n(values, kGroupPoints, At(angle).value);
   Operands operands;
   operands.out = values;
   operands.a = values;
   operands.k = 1;
   operands.m = shift;
-  operands.points = groupPoints;
+  operands.points = kGroupPoints;
   kernels_.unary[static_cast<std::size_t>(Op::Wrap)](operands);
   return Constant(values[0]);
 }
 
 NodeId Graph::Random(NodeId counter, std::uint32_t occurrence, std::uint64_t key) {
-  if (!IsConstant(counter)) return Intern({Op::Random, counter, noNode, noNode, static_cast<double>(occurrence)});
-  double values[groupPoints];
-  std::fill_n(values, groupPoints, At(counter).value);
+  if (!IsConstant(counter)) return Intern({Op::Random, counter, kNoNode, kNoNode, static_cast<double>(occurrence)});
+  double values[kGroupPoints];
+  std::fill_n(values, kGroupPoints, At(counter).value);
   Operands operands;
   operands.out = values;
   operands.a = values;
   operands.key = key;
-  operands.points = groupPoints;
+  operands.points = kGroupPoints;
   kernels_.unary[static_cast<std::size_t>(Op::Random)](operands);
   return Constant(values[0]);
 }
 
 NodeId Graph::GuardAnd(NodeId condition, bool holds) {
   const NodeId wanted = holds ? condition : Unary(Op::Not, condition);
-  if (guard_ == noNode) return wanted;
+  if (guard_ == kNoNode) return wanted;
   return IsConstant(guard_) && At(guard_).value == 0 ? guard_ : Binary(Op::And, guard_, wanted);
 }
 
 bool Graph::CheckDivisor(NodeId divisor, std::size_t position) {
   if (IsConstant(divisor) && At(divisor).value != 0) return true;
-  if (guard_ != noNode && IsConstant(guard_)) {
+  if (guard_ != kNoNode && IsConstant(guard_)) {
     if (At(guard_).value == 0) return true;
     if (IsConstant(divisor)) return false;
-    checks_.push_back({divisor, noNode, position});
+    checks_.push_back({divisor, kNoNode, position});
     return true;
   }
-  if (IsConstant(divisor) && guard_ == noNode) return false;
+  if (IsConstant(divisor) && guard_ == kNoNode) return false;
   checks_.push_back({divisor, guard_, position});
   return true;
 }

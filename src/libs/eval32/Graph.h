@@ -15,20 +15,20 @@
 namespace calder::eval {
 
 using NodeId = std::uint32_t;
-inline constexpr NodeId noNode = UINT32_MAX;
+inline constexpr NodeId kNoNode = UINT32_MAX;
 
 struct Node {
   Op op = Op::Constant;
-  NodeId a = noNode;
-  NodeId b = noNode;
-  NodeId c = noNode;
+  NodeId a = kNoNode;
+  NodeId b = kNoNode;
+  NodeId c = kNoNode;
   double value = 0;
 };
 
 // A division: a fault when the divisor is 0 at a point where the guard (the conditions around it) is not 0.
 struct ZeroCheck {
-  NodeId divisor = noNode;
-  NodeId guard = noNode; // noNode: always looked at
+  NodeId divisor = kNoNode;
+  NodeId guard = kNoNode; // kNoNode: always looked at
   std::size_t position = 0;
 };
 
@@ -38,8 +38,8 @@ public:
 
   // Forgets all nodes and keeps their memory.
   void Clear();
-  [[nodiscard]] NodeId Constant(double value) { return Intern({Op::Constant, noNode, noNode, noNode, value}); }
-  [[nodiscard]] NodeId Point() { return Intern({Op::Point, noNode, noNode, noNode, 0}); }
+  [[nodiscard]] NodeId Constant(double value) { return Intern({Op::Constant, kNoNode, kNoNode, kNoNode, value}); }
+  [[nodiscard]] NodeId Point() { return Intern({Op::Point, kNoNode, kNoNode, kNoNode, 0}); }
   [[nodiscard]] NodeId Unary(Op op, NodeId a);
   [[nodiscard]] NodeId Binary(Op op, NodeId a, NodeId b);
   [[nodiscard]] NodeId BinaryK(Op op, NodeId a, double k) { return Binary(op, a, Constant(k)); }
@@ -72,7 +72,7 @@ private:
   std::vector<Node> nodes_;
   std::vector<NodeId> slots_; // open addressing, a power of two
   std::vector<ZeroCheck> checks_;
-  NodeId guard_ = noNode;
+  NodeId guard_ = kNoNode;
 };
 
 } // namespace calder::eval

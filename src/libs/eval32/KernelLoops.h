@@ -300,9 +300,9 @@ struct Loops {
   static V Limit(V value) { return L::Min(Set(32767), L::Max(Set(-32767), value)); }
   template <class F>
   static void PackAll(std::size_t points, std::int16_t* codes, F value) {
-    for (std::size_t i = 0; i < points; i += groupPoints) {
-      V values[groupPoints / L::width];
-      for (std::size_t j = 0; j < groupPoints / L::width; ++j) values[j] = Limit(value(i + j * L::width));
+    for (std::size_t i = 0; i < points; i += kGroupPoints) {
+      V values[kGroupPoints / L::width];
+      for (std::size_t j = 0; j < kGroupPoints / L::width; ++j) values[j] = Limit(value(i + j * L::width));
       L::StoreCodes(codes + i, values);
     }
   }

@@ -10,12 +10,12 @@ namespace calder::eval {
 
 // A row holds one value a point, of the points of one block. Rows stand 8 doubles further apart than their length, so
 // that equal places of several rows do not fall into one cache set.
-inline constexpr std::size_t largestBlock = 1024;
-inline constexpr std::size_t rowStride = largestBlock + 8;
+inline constexpr std::size_t kLargestBlock = 1024;
+inline constexpr std::size_t kRowStride = kLargestBlock + 8;
 // Loops run over whole groups of this many points.
-inline constexpr std::size_t groupPoints = 8;
+inline constexpr std::size_t kGroupPoints = 8;
 
-inline constexpr std::size_t polynomialLimit = 6;
+inline constexpr std::size_t kPolynomialLimit = 6;
 
 struct Operands {
   double* out = nullptr; // may be one of the operands
@@ -28,7 +28,7 @@ struct Operands {
   std::uint64_t key = 0;                // of the random values
   double first = 0;                     // the points themselves: first, first + 1, ..., but never above last
   double last = 0;
-  std::size_t points = 0; // a multiple of groupPoints
+  std::size_t points = 0; // a multiple of kGroupPoints
 };
 using Kernel = void (*)(const Operands&);
 
@@ -38,25 +38,25 @@ using PackKernel = void (*)(const Operands&, std::int16_t* codes);
 using ZeroKernel = bool (*)(const Operands&);
 
 struct KernelTable {
-  Kernel unary[opCount] = {};                 // op(a)
-  Kernel unaryMulK[opCount] = {};             // op(a * k)
-  Kernel binary[opCount] = {};                // a op b
-  Kernel binaryK[opCount] = {};               // a op k
-  Kernel kBinary[opCount] = {};               // k op a
-  Kernel step[stepCount] = {};                // step(a, k)
-  Kernel steps[stepCount][stepCount] = {};    // second(first(a, k), m)
-  Kernel joinStep[joinCount][stepCount] = {}; // step(a join b, k)
-  Kernel mulKJoin[joinCount] = {};            // (a * k) join b
-  Kernel joinMulK[joinCount] = {};            // a join (b * k)
-  Kernel select = nullptr;                    // a ? b : c
-  Kernel points = nullptr;                    // the points
-  Kernel wrapPoints = nullptr;                // Wrap of the points
-  PackKernel pack = nullptr;                  // a
-  PackKernel packJoin[joinCount] = {};        // a join b
-  PackKernel packMulJoin[joinCount] = {};     // (a * m) join b
-  PackKernel packJoinMul[joinCount] = {};     // a join (b * m)
+  Kernel unary[kOpCount] = {};                  // op(a)
+  Kernel unaryMulK[kOpCount] = {};              // op(a * k)
+  Kernel binary[kOpCount] = {};                 // a op b
+  Kernel binaryK[kOpCount] = {};                // a op k
+  Kernel kBinary[kOpCount] = {};                // k op a
+  Kernel step[kStepCount] = {};                 // step(a, k)
+  Kernel steps[kStepCount][kStepCount] = {};    // second(first(a, k), m)
+  Kernel joinStep[kJoinCount][kStepCount] = {}; // step(a join b, k)
+  Kernel mulKJoin[kJoinCount] = {};             // (a * k) join b
+  Kernel joinMulK[kJoinCount] = {};             // a join (b * k)
+  Kernel select = nullptr;                      // a ? b : c
+  Kernel points = nullptr;                      // the points
+  Kernel wrapPoints = nullptr;                  // Wrap of the points
+  PackKernel pack = nullptr;                    // a
+  PackKernel packJoin[kJoinCount] = {};         // a join b
+  PackKernel packMulJoin[kJoinCount] = {};      // (a * m) join b
+  PackKernel packJoinMul[kJoinCount] = {};      // a join (b * m)
   // Of the points from first on; a, k and m are not used.
-  PackKernel packPolynomial[polynomialLimit + 1] = {};
+  PackKernel packPolynomial[kPolynomialLimit + 1] = {};
   ZeroKernel isZero = nullptr;
 };
 

@@ -43,12 +43,12 @@ struct Avx2Lanes {
 #undef CALDER_MATH2
 };
 
-constexpr KernelTable table = Loops<Avx2Lanes>::Table();
+constexpr KernelTable kTable = Loops<Avx2Lanes>::Table();
 
 } // namespace
 
 const KernelTable* Avx2Kernels() {
-  return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma") ? &table : nullptr;
+  return __builtin_cpu_supports("avx2") && __builtin_cpu_supports("fma") ? &kTable : nullptr;
 }
 
 } // namespace calder::eval

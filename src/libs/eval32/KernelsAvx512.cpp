@@ -41,14 +41,14 @@ struct Avx512Lanes {
 #undef CALDER_MATH2
 };
 
-constexpr KernelTable table = Loops<Avx512Lanes>::Table();
+constexpr KernelTable kTable = Loops<Avx512Lanes>::Table();
 
 } // namespace
 
 const KernelTable* Avx512Kernels() {
   const bool isThere = __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512dq") &&
                        __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512bw");
-  return isThere ? &table : nullptr;
+  return isThere ? &kTable : nullptr;
 }
 
 } // namespace calder::eval

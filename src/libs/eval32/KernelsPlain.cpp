@@ -35,7 +35,7 @@ struct PlainLanes {
   static V Trunc(V a) { return std::trunc(a); }
   static bool IsAnyNotZero(V a) { return a != 0; }
   static void StoreCodes(std::int16_t* to, const V* values) {
-    for (std::size_t i = 0; i < groupPoints; ++i)
+    for (std::size_t i = 0; i < kGroupPoints; ++i)
       to[i] = std::isnan(values[i]) ? std::int16_t{0} : static_cast<std::int16_t>(std::rint(values[i]));
   }
 #if defined(__x86_64__) || defined(__i386__)
@@ -62,12 +62,12 @@ struct PlainLanes {
 #undef CALDER_MATH2
 };
 
-constexpr KernelTable table = Loops<PlainLanes>::Table();
+constexpr KernelTable kTable = Loops<PlainLanes>::Table();
 
 } // namespace
 
 const KernelTable& PlainKernels() {
-  return table;
+  return kTable;
 }
 
 } // namespace calder::eval

@@ -21,7 +21,7 @@ bool IsHexadecimal(char c) {
   return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
 }
 
-constexpr std::string_view wideBlank = "\xE3\x80\x80"; // U+3000, which Japanese keyboards give
+constexpr std::string_view kWideBlank = "\xE3\x80\x80"; // U+3000, which Japanese keyboards give
 
 // A number beyond what a double holds: an infinity when it is large, 0 when it is small.
 double Beyond(std::string_view number) {
@@ -40,7 +40,7 @@ double Beyond(std::string_view number) {
 } // namespace
 
 bool Lexer::IsWideBlank(std::size_t ahead) const {
-  return At(ahead) == wideBlank.front() && text_.substr(at_ + ahead).starts_with(wideBlank);
+  return At(ahead) == kWideBlank.front() && text_.substr(at_ + ahead).starts_with(kWideBlank);
 }
 
 void Lexer::SkipBlanks() {
@@ -50,7 +50,7 @@ void Lexer::SkipBlanks() {
     if (at_ < text_.size() && (c == ' ' || c == '\t' || c == '\r' || c == '\n'))
       ++at_;
     else if (IsWideBlank(0))
-      at_ += wideBlank.size();
+      at_ += kWideBlank.size();
     else
       return;
   }

@@ -63,7 +63,7 @@ enum class Op : std::uint8_t {
   Count
 };
 
-inline constexpr int opCount = static_cast<int>(Op::Count);
+inline constexpr int kOpCount = static_cast<int>(Op::Count);
 
 [[nodiscard]] constexpr bool IsUnary(Op op) {
   return op >= Op::Abs && op <= Op::Random;
@@ -77,9 +77,9 @@ inline constexpr int opCount = static_cast<int>(Op::Count);
 
 // Cheap operations of a row and an immediate operand; two of them in a row are done in one pass.
 enum class Step : std::uint8_t { AddK, MulK, RSubK, DivK, MinK, MaxK, Abs, Floor, Count };
-inline constexpr int stepCount = static_cast<int>(Step::Count);
+inline constexpr int kStepCount = static_cast<int>(Step::Count);
 // Cheap operations of two rows; one of them and a step behind it are done in one pass.
 enum class Join : std::uint8_t { Add, Sub, Mul, Min, Max, Count };
-inline constexpr int joinCount = static_cast<int>(Join::Count);
+inline constexpr int kJoinCount = static_cast<int>(Join::Count);
 
 } // namespace calder::eval

@@ -11,8 +11,8 @@ namespace calder::eval {
 namespace {
 
 // Parentheses, signs in front of signs, powers of powers: each takes a level of the stack.
-constexpr int depthLimit = 2000; // two of them a parenthesis
-constexpr std::size_t nodeLimit = 8192;
+constexpr int kDepthLimit = 2000; // two of them a parenthesis
+constexpr std::size_t kNodeLimit = 8192;
 
 // From weak to strong. Signs and ^ bind stronger.
 enum Precedence : int { conditional = 1, logicalOr, logicalAnd, equality, relation, sum, product };
@@ -66,7 +66,7 @@ private:
 
 NodeId Parser::Fail(std::int16_t code, std::size_t position, EvalReason reason, std::string_view word) {
   if (fault_.code == EVAL_SUCCESS) fault_ = {isInBlock_ ? EVAL_BAD_CONSTANTS : code, position, reason, Shown(word)};
-  return noNode;
+  return kNoNode;
 }
 
 NodeId Parser::FailAtToken(EvalReason expected) {
@@ -79,13 +79,13 @@ NodeId Parser::Parse(Constants& constants) {
   Next();
   if (Is(Symbol::OpenBlock)) {
     isInBlock_ = true;
-    if (!ParseBlock()) return noNode;
+    if (!ParseBlock()) return kNoNode;
     isInBlock_ = false;
     CommitConstants(constants);
     Next();
   }
   const NodeId result = Expression(conditional);
-  if (result == noNode) return noNode;
+  if (result == kNoNode) return kNoNode;
   if (Is(Symbol::Close)) return Fail(EVAL_UNBALANCED, token_.position, EvalReason::CloseWithoutOpen);
   if (!Is(Symbol::End)) return FailAtToken(EvalReason::OperatorExpected);
   return result;
@@ -141,7 +141,7 @@ bool Parser::ParseDefinition() {
   Next();
   const std::size_t start = token_.position;
   const NodeId value = Expression(conditional);
-  if (value == noNode) return false;
+  if (value == kNoNode) return false;
   if (!graph_.IsConstant(value)) {
     Fail(EVAL_BAD_CONSTANTS, start, EvalReason::ConstantUsesX);
     return false;
@@ -153,11 +153,11 @@ bool Parser::ParseDefinition() {
 
 NodeId Parser::Expression(int lowest) {
   const RecursionGuard guard(depth_);
-  if (depth_ > depthLimit || graph_.Nodes().size() > nodeLimit)
+  if (depth_ > kDepthLimit || graph_.Nodes().size() > kNodeLimit)
     return Fail(EVAL_TOO_COMPLEX, token_.position, EvalReason::TooComplex);
   NodeId left = Prefix();
   int compared = 0;
-  while (left != noNode) {
+  while (left != kNoNode) {
     const Symbol symbol = token_.symbol;
     const int precedence = PrecedenceOf(symbol);
     if (precedence < lowest) break;
@@ -175,13 +175,13 @@ NodeId Parser::Conditional(NodeId condition) {
   graph_.SetGuard(graph_.GuardAnd(condition, true));
   const NodeId yes = Expression(conditional);
   graph_.SetGuard(outer);
-  if (yes == noNode) return noNode;
+  if (yes == kNoNode) return kNoNode;
   if (!Is(Symbol::Colon)) return FailAtToken(EvalReason::ColonExpected);
   Next();
   graph_.SetGuard(graph_.GuardAnd(condition, false));
   const NodeId no = Expression(conditional);
   graph_.SetGuard(outer);
-  return no == noNode ? noNode : graph_.Select(condition, yes, no);
+  return no == kNoNode ? kNoNode : graph_.Select(condition, yes, no);
 }
 
 NodeId Parser::Divided(Op op, NodeId left, NodeId right, std::size_t position) {
@@ -195,7 +195,7 @@ NodeId Parser::Operation(NodeId left, Symbol symbol, std::size_t position) {
   if (symbol == Symbol::And || symbol == Symbol::Or) graph_.SetGuard(graph_.GuardAnd(left, symbol == Symbol::And));
   const NodeId right = Expression(PrecedenceOf(symbol) + 1);
   graph_.SetGuard(outer);
-  if (right == noNode) return noNode;
+  if (right == kNoNode) return kNoNode;
   switch (symbol) {
   case Symbol::Or: return graph_.Binary(Op::Or, left, right);
   case Symbol::And: return graph_.Binary(Op::And, left, right);
@@ -215,27 +215,27 @@ NodeId Parser::Operation(NodeId left, Symbol symbol, std::size_t position) {
 
 NodeId Parser::Prefix() {
   const RecursionGuard guard(depth_);
-  if (depth_ > depthLimit) return Fail(EVAL_TOO_COMPLEX, token_.position, EvalReason::TooComplex);
+  if (depth_ > kDepthLimit) return Fail(EVAL_TOO_COMPLEX, token_.position, EvalReason::TooComplex);
   bool isNegative = false;
   for (; Is(Symbol::Plus) || Is(Symbol::Minus); Next()) isNegative ^= Is(Symbol::Minus);
-  NodeId value = noNode;
+  NodeId value = kNoNode;
   if (Is(Symbol::Not)) {
     Next();
     const NodeId operand = Prefix();
-    if (operand == noNode) return noNode;
+    if (operand == kNoNode) return kNoNode;
     value = graph_.Unary(Op::Not, operand);
   } else {
     value = Power();
   }
-  return value != noNode && isNegative ? graph_.Negated(value) : value;
+  return value != kNoNode && isNegative ? graph_.Negated(value) : value;
 }
 
 NodeId Parser::Power() {
   const NodeId base = Primary();
-  if (base == noNode || !Is(Symbol::Caret)) return base;
+  if (base == kNoNode || !Is(Symbol::Caret)) return base;
   Next();
   const NodeId exponent = Prefix(); // whose own Power makes it right associative
-  return exponent == noNode ? noNode : graph_.Binary(Op::Pow, base, exponent);
+  return exponent == kNoNode ? kNoNode : graph_.Binary(Op::Pow, base, exponent);
 }
 
 NodeId Parser::Primary() {
@@ -249,7 +249,7 @@ NodeId Parser::Primary() {
   const std::size_t open = token_.position;
   Next();
   const NodeId inside = Expression(conditional);
-  if (inside == noNode) return noNode;
+  if (inside == kNoNode) return kNoNode;
   if (Is(Symbol::End) || Is(Symbol::CloseBlock)) return Fail(EVAL_UNBALANCED, open, EvalReason::OpenWithoutClose);
   if (!Is(Symbol::Close)) return FailAtToken(EvalReason::CloseExpected);
   Next();
@@ -284,7 +284,7 @@ NodeId Parser::CallOf(const Function& function, std::size_t position) {
   std::vector<NodeId> arguments;
   const bool isRead = ParseArguments(function, arguments);
   graph_.SetGuard(outer);
-  if (!isRead) return noNode;
+  if (!isRead) return kNoNode;
   if (arguments.size() < function.minimumArguments || arguments.size() > function.maximumArguments)
     return Fail(EVAL_ARGUMENT_COUNT, position, EvalReason::ArgumentCount, function.name);
   Call call{graph_, arguments, position, randomCount, seed_};
@@ -308,7 +308,7 @@ bool Parser::ParseArguments(const Function& function, std::vector<NodeId>& argum
     if (isIf && (arguments.size() == 1 || arguments.size() == 2))
       graph_.SetGuard(graph_.GuardAnd(arguments[0], arguments.size() == 1));
     const NodeId argument = Expression(conditional);
-    if (argument == noNode) return false;
+    if (argument == kNoNode) return false;
     arguments.push_back(argument);
     if (Is(Symbol::Comma)) {
       Next();

@@ -21,7 +21,7 @@ public:
   Parser(std::string_view text, Graph& graph, std::int32_t seed) : lexer_(text), graph_(graph), seed_(seed) {}
 
   // The whole text: [constants]expression. The block's definitions are added to constants when the whole block is
-  // valid, whatever becomes of the expression. noNode on a fault.
+  // valid, whatever becomes of the expression. kNoNode on a fault.
   [[nodiscard]] NodeId Parse(Constants& constants);
   [[nodiscard]] const EvalFault& Fault() const { return fault_; }
 

@@ -14,7 +14,7 @@ int HexadecimalValue(char c) {
   return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
 }
 
-constexpr std::string_view maskWord = "mask";
+constexpr std::string_view kMaskWord = "mask";
 
 } // namespace
 
@@ -35,8 +35,8 @@ void PatternParser::SkipBlanks() {
 
 EvalFault PatternParser::Parse(Pattern& pattern) {
   pattern_ = &pattern;
-  if (text_.size() > patternTextLimit) {
-    Fail(PATTERN_TOO_LONG, patternTextLimit, EvalReason::TextTooLong);
+  if (text_.size() > kPatternTextLimit) {
+    Fail(PATTERN_TOO_LONG, kPatternTextLimit, EvalReason::TextTooLong);
     return fault_;
   }
   for (SkipBlanks(); at_ < text_.size(); SkipBlanks())
@@ -48,14 +48,14 @@ EvalFault PatternParser::Parse(Pattern& pattern) {
 bool PatternParser::ParseItem() {
   if (Now() == ']') return ParseClose();
   if (Now() == '[') {
-    if (open_.size() == patternDepthLimit) return Fail(PATTERN_TOO_DEEP, at_, EvalReason::GroupsTooDeep);
+    if (open_.size() == kPatternDepthLimit) return Fail(PATTERN_TOO_DEEP, at_, EvalReason::GroupsTooDeep);
     open_.push_back(pattern_->items.size());
     pattern_->items.push_back({PatternAct::Open, 0, 1, -1, 0, at_});
     ++at_;
     return true;
   }
-  const std::string_view rest = text_.substr(at_, maskWord.size());
-  const bool isMask = std::ranges::equal(rest, maskWord, {}, Lower);
+  const std::string_view rest = text_.substr(at_, kMaskWord.size());
+  const bool isMask = std::ranges::equal(rest, kMaskWord, {}, Lower);
   return isMask ? ParseMask() : ParseRun();
 }
 
@@ -74,7 +74,7 @@ bool PatternParser::ParseHexadecimal(std::uint16_t& bits) {
 
 bool PatternParser::ParseMask() {
   const std::size_t start = at_;
-  at_ += maskWord.size();
+  at_ += kMaskWord.size();
   SkipBlanks();
   PatternItem item{PatternAct::Mask, 0, 1, -1, 0, start};
   if (Now() != '$' || !ParseHexadecimal(item.bits)) return Fail(PATTERN_MASK, start, EvalReason::MaskDigits);
@@ -133,7 +133,7 @@ bool PatternParser::ParseCount(Count& count) {
   count.value = 0;
   for (; IsDigit(Now()); ++at_) {
     count.value = count.value * 10 + static_cast<std::uint32_t>(Now() - '0');
-    if (count.value > patternCountLimit)
+    if (count.value > kPatternCountLimit)
       return Fail(PATTERN_COUNT_TOO_LARGE, count.position, EvalReason::CountTooLarge);
   }
   SkipBlanks();

@@ -39,9 +39,9 @@ struct Pattern {
   std::vector<Program> expressions;
 };
 
-inline constexpr std::size_t patternTextLimit = 32767; // bytes
-inline constexpr std::size_t patternDepthLimit = 32;
-inline constexpr std::uint32_t patternCountLimit = W_MAX_POINTS;
+inline constexpr std::size_t kPatternTextLimit = 32767; // bytes
+inline constexpr std::size_t kPatternDepthLimit = 32;
+inline constexpr std::uint32_t kPatternCountLimit = W_MAX_POINTS;
 
 class PatternParser {
 public:

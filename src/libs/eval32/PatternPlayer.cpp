@@ -9,7 +9,7 @@ namespace {
 
 // Items played, and passes of their expressions: about a second. An expression of a dozen operations at each of the
 // most points stays below.
-constexpr double workLimit = 1e8;
+constexpr double kWorkLimit = 1e8;
 
 } // namespace
 
@@ -21,7 +21,7 @@ EvalFault PatternPlayer::Play() {
 
 bool PatternPlayer::Spend(double work, std::size_t position) {
   spent_ += work;
-  if (spent_ <= workLimit) return true;
+  if (spent_ <= kWorkLimit) return true;
   fault_ = {PATTERN_TOO_DEEP, position, EvalReason::GroupsTakeTooLong, {}};
   return false;
 }
@@ -52,7 +52,7 @@ bool PatternPlayer::CountOf(const PatternItem& item, std::uint32_t& count) {
     return false;
   }
   const double whole = std::rint(value);
-  if (!(whole >= 0 && whole <= patternCountLimit)) {
+  if (!(whole >= 0 && whole <= kPatternCountLimit)) {
     fault_ = {PATTERN_COUNT_TOO_LARGE, item.position, EvalReason::NoCount, {}};
     return false;
   }

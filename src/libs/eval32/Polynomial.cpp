@@ -8,15 +8,15 @@ namespace calder::eval {
 namespace {
 
 // A deeper expression is no polynomial that anyone writes; and shared parts are walked through more than once.
-constexpr int polynomialDepthLimit = 24;
-constexpr int visitLimit = 200;
+constexpr int kPolynomialDepthLimit = 24;
+constexpr int kVisitLimit = 200;
 
 class Search {
 public:
   explicit Search(const Graph& graph) : graph_(graph) {}
 
   std::optional<Polynomial> Of(NodeId id, int depth) {
-    if (depth > polynomialDepthLimit || ++visits_ > visitLimit) return std::nullopt;
+    if (depth > kPolynomialDepthLimit || ++visits_ > kVisitLimit) return std::nullopt;
     const Node& node = graph_.At(id);
     Polynomial result;
     switch (node.op) {
@@ -48,7 +48,7 @@ private:
   static std::optional<Polynomial> Product(const Polynomial& a, const Polynomial& b) {
     Polynomial result;
     result.degree = a.degree + b.degree;
-    if (result.degree > polynomialLimit) return std::nullopt;
+    if (result.degree > kPolynomialLimit) return std::nullopt;
     for (std::size_t i = 0; i <= a.degree; ++i)
       for (std::size_t j = 0; j <= b.degree; ++j) result.coefficients[i + j] += a.coefficients[i] * b.coefficients[j];
     return result;

@@ -10,11 +10,11 @@
 namespace calder::eval {
 
 struct Polynomial {
-  std::array<double, polynomialLimit + 1> coefficients{}; // the constant first
+  std::array<double, kPolynomialLimit + 1> coefficients{}; // the constant first
   std::size_t degree = 0;
 };
 
-// None where the node is no polynomial, or one beyond polynomialLimit.
+// None where the node is no polynomial, or one beyond kPolynomialLimit.
 [[nodiscard]] std::optional<Polynomial> PolynomialOf(const Graph& graph, NodeId id);
 
 // Whether the polynomial in Horner's form gives the codes of the expression as it was written, but for exact halves:

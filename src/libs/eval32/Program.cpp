@@ -24,7 +24,7 @@ double CostOf(const Node& node) {
 } // namespace
 
 ProgramBuilder::StepOf ProgramBuilder::AsStep(const Node& node) const {
-  const bool isRightConstant = node.b != noNode && graph_->IsConstant(node.b);
+  const bool isRightConstant = node.b != kNoNode && graph_->IsConstant(node.b);
   const double right = isRightConstant ? graph_->At(node.b).value : 0;
   switch (node.op) {
   case Op::Abs: return {Step::Abs, node.a, 0};
@@ -63,7 +63,7 @@ void ProgramBuilder::Build(const Graph& graph, NodeId root, Outcome outcome, std
   seed_ = seed;
   program.constants.clear();
   program.passes.clear();
-  program.pointRow = noRow;
+  program.pointRow = kNoRow;
   program.rowCount = 0;
   program.costPerPoint = 0.2;
   program.pack = nullptr;
@@ -93,13 +93,13 @@ void ProgramBuilder::CountUses(NodeId root) {
   ++uses_[root];
   for (const ZeroCheck& check : graph_->Checks()) {
     ++uses_[check.divisor];
-    if (check.guard != noNode) ++uses_[check.guard];
+    if (check.guard != kNoNode) ++uses_[check.guard];
   }
   for (std::size_t id = nodes.size(); id-- > 0;) {
     if (uses_[id] == 0) continue;
     program_->costPerPoint += CostOf(nodes[id]);
     for (const NodeId operand : {nodes[id].a, nodes[id].b, nodes[id].c})
-      if (operand != noNode) ++uses_[operand];
+      if (operand != kNoNode) ++uses_[operand];
   }
 }
 
@@ -233,7 +233,7 @@ ProgramBuilder::CodeBuffer ProgramBuilder::DraftOf(NodeId id) const {
   }
   if (node.op == Op::Wrap && graph_->At(draft.operands[0]).op == Op::Point) {
     draft.pass.kernel = kernels_.wrapPoints;
-    draft.operands[0] = noNode;
+    draft.operands[0] = kNoNode;
   }
   return draft;
 }
@@ -255,9 +255,9 @@ void ProgramBuilder::DraftAll() {
     draft.pass.key = i;
     draft.operands[0] = checks[i].divisor;
     draft.operands[1] = checks[i].guard;
-    const NodeId ready = checks[i].guard == noNode ? checks[i].divisor : std::max(checks[i].divisor, checks[i].guard);
-    const auto behind =
-        std::find_if(drafts_.begin(), drafts_.end(), [&](const CodeBuffer& d) { return d.out != noNode && d.out > ready; });
+    const NodeId ready = checks[i].guard == kNoNode ? checks[i].divisor : std::max(checks[i].divisor, checks[i].guard);
+    const auto behind = std::find_if(drafts_.begin(), drafts_.end(),
+                                     [&](const CodeBuffer& d) { return d.out != kNoNode && d.out > ready; });
     drafts_.insert(behind, draft);
   }
 }
@@ -271,7 +271,7 @@ std::uint32_t ProgramBuilder::TakeRow() {
 
 // Constants and x get rows of their own, which nothing else uses.
 std::uint32_t ProgramBuilder::RowOf(NodeId id) {
-  if (rows_[id] != noRow) return rows_[id];
+  if (rows_[id] != kNoRow) return rows_[id];
   rows_[id] = program_->rowCount++;
   if (graph_->IsConstant(id))
     program_->constants.push_back({rows_[id], graph_->At(id).value});
@@ -281,27 +281,27 @@ std::uint32_t ProgramBuilder::RowOf(NodeId id) {
 }
 
 void ProgramBuilder::AssignRows() {
-  rows_.assign(graph_->Nodes().size(), noRow);
+  rows_.assign(graph_->Nodes().size(), kNoRow);
   lastUse_.assign(graph_->Nodes().size(), 0);
   freeRows_.clear();
   drafts_.push_back(last_);
   for (std::uint32_t i = 0; i < drafts_.size(); ++i)
     for (const NodeId operand : drafts_[i].operands)
-      if (operand != noNode) lastUse_[operand] = i;
+      if (operand != kNoNode) lastUse_[operand] = i;
   for (std::uint32_t i = 0; i < drafts_.size(); ++i) {
     CodeBuffer& draft = drafts_[i];
     std::uint32_t* const places[] = {&draft.pass.a, &draft.pass.b, &draft.pass.c};
     for (std::size_t side = 0; side < 3; ++side)
-      if (draft.operands[side] != noNode) *places[side] = RowOf(draft.operands[side]);
+      if (draft.operands[side] != kNoNode) *places[side] = RowOf(draft.operands[side]);
     // A row that is read for the last time may take the result.
     for (std::size_t side = 0; side < 3; ++side) {
       const NodeId operand = draft.operands[side];
-      if (operand == noNode || lastUse_[operand] != i) continue;
+      if (operand == kNoNode || lastUse_[operand] != i) continue;
       const Op op = graph_->At(operand).op;
       if (op != Op::Constant && op != Op::Point) freeRows_.push_back(rows_[operand]);
       lastUse_[operand] = UINT32_MAX; // once, where it is both operands
     }
-    if (draft.out != noNode) draft.pass.out = rows_[draft.out] = TakeRow();
+    if (draft.out != kNoNode) draft.pass.out = rows_[draft.out] = TakeRow();
   }
   program_->last = drafts_.back().pass;
   drafts_.pop_back();

@@ -10,15 +10,15 @@
 
 namespace calder::eval {
 
-inline constexpr std::uint32_t noRow = UINT32_MAX;
+inline constexpr std::uint32_t kNoRow = UINT32_MAX;
 
 struct Pass {
   Kernel kernel = nullptr;     // one of the two
   ZeroKernel isZero = nullptr; // a check; its number is in key
-  std::uint32_t out = noRow;
-  std::uint32_t a = noRow;
-  std::uint32_t b = noRow;
-  std::uint32_t c = noRow;
+  std::uint32_t out = kNoRow;
+  std::uint32_t a = kNoRow;
+  std::uint32_t b = kNoRow;
+  std::uint32_t c = kNoRow;
   double k = 0;
   double m = 0;
   std::uint64_t key = 0;
@@ -32,13 +32,13 @@ struct ConstantRow {
 struct Program {
   std::vector<ConstantRow> constants; // filled once
   std::vector<Pass> passes;           // run for every block
-  std::uint32_t pointRow = noRow;     // takes the indices of the block's points first
+  std::uint32_t pointRow = kNoRow;    // takes the indices of the block's points first
   std::uint32_t rowCount = 0;
   // The result: of a program for values the row a, of one for codes what the last pass works on.
   Pass last;
   PackKernel pack = nullptr;
   // Where the whole expression is a polynomial of x: its coefficients, the constant first. No other pass is run then.
-  std::array<double, polynomialLimit + 1> coefficients{};
+  std::array<double, kPolynomialLimit + 1> coefficients{};
   bool isPolynomial = false;
   double costPerPoint = 0; // nanoseconds, roughly
 };
@@ -56,12 +56,12 @@ private:
   // A pass whose operands are still nodes.
   struct CodeBuffer {
     Pass pass;
-    NodeId out = noNode;
-    NodeId operands[3] = {noNode, noNode, noNode};
+    NodeId out = kNoNode;
+    NodeId operands[3] = {kNoNode, kNoNode, kNoNode};
   };
   struct StepOf {
     Step step = Step::Count; // Count: it is none
-    NodeId operand = noNode;
+    NodeId operand = kNoNode;
     double k = 0;
   };
 

@@ -13,10 +13,10 @@ struct Sentence {
   std::string_view english;
 };
 
-constexpr Sentence endOfText = {EvalReason::None, "文末", "the end of the text"};
+constexpr Sentence kEndOfText = {EvalReason::None, "文末", "the end of the text"};
 
 // In the order of the reasons.
-constexpr Sentence sentences[] = {
+constexpr Sentence kSentences[] = {
     {EvalReason::None, "", ""},
     {EvalReason::NoNumber, "%1は数値ではありません", "%1 is no number"},
     {EvalReason::OperatorExpected, "%1の前に演算子が必要です", "an operator expected before %1"},
@@ -57,9 +57,9 @@ constexpr Sentence sentences[] = {
 };
 
 constexpr bool IsInOrder() {
-  for (std::size_t i = 0; i < std::size(sentences); ++i)
-    if (static_cast<std::size_t>(sentences[i].reason) != i) return false;
-  return std::size(sentences) == static_cast<std::size_t>(EvalReason::Count);
+  for (std::size_t i = 0; i < std::size(kSentences); ++i)
+    if (static_cast<std::size_t>(kSentences[i].reason) != i) return false;
+  return std::size(kSentences) == static_cast<std::size_t>(EvalReason::Count);
 }
 static_assert(IsInOrder());
 
@@ -73,10 +73,10 @@ std::string Filled(std::string_view sentence, const std::string& word) {
 } // namespace
 
 EvalSentence EvalReasonText(const EvalFault& fault) {
-  const Sentence& sentence = sentences[static_cast<std::size_t>(fault.reason)];
+  const Sentence& sentence = kSentences[static_cast<std::size_t>(fault.reason)];
   const bool isEnd = fault.word.empty();
-  return {Filled(sentence.japanese, isEnd ? std::string(endOfText.japanese) : "「" + fault.word + "」"),
-          Filled(sentence.english, isEnd ? std::string(endOfText.english) : "\"" + fault.word + "\"")};
+  return {Filled(sentence.japanese, isEnd ? std::string(kEndOfText.japanese) : "「" + fault.word + "」"),
+          Filled(sentence.english, isEnd ? std::string(kEndOfText.english) : "\"" + fault.word + "\"")};
 }
 
 } // namespace calder

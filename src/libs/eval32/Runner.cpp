@@ -9,29 +9,29 @@ namespace calder::eval {
 
 namespace {
 
-constexpr std::align_val_t alignment{64};
+constexpr std::align_val_t kAlignment{64};
 // Points that a thread takes at a time, and the work in nanoseconds above which waking the worker pays.
-constexpr std::size_t usualChunk = 16384;
-constexpr double worthSharing = 200e3;
+constexpr std::size_t kUsualChunk = 16384;
+constexpr double kWorthSharing = 200e3;
 
 // The points worked on at a time. All rows of a block shall stay in the first cache, of which 32 KiB are usual; where
 // few are needed, a longer block starts its loops less often.
 std::size_t BlockOf(const Program& program) {
-  return program.rowCount <= 3 ? largestBlock : largestBlock / 2;
+  return program.rowCount <= 3 ? kLargestBlock : kLargestBlock / 2;
 }
 
 } // namespace
 
 void Runner::RowDelete::operator()(double* rows) const {
-  ::operator delete(rows, alignment);
+  ::operator delete(rows, kAlignment);
 }
 
 void Runner::Workspace::Prepare(const Program& program, std::size_t points) {
-  const std::size_t needed = std::max<std::size_t>(1, program.rowCount) * rowStride;
+  const std::size_t needed = std::max<std::size_t>(1, program.rowCount) * kRowStride;
   if (needed > size) {
     rows.reset();
     size = 0;
-    rows.reset(static_cast<double*>(::operator new(needed * sizeof(double), alignment)));
+    rows.reset(static_cast<double*>(::operator new(needed * sizeof(double), kAlignment)));
     size = needed;
   }
   for (const ConstantRow& constant : program.constants) std::fill_n(Row(constant.row), points, constant.value);
@@ -47,9 +47,9 @@ Runner::Runner(const KernelTable& kernels, int maximumThreads, std::size_t chunk
 // Points behind the last one take its x, so that nothing happens there that does not happen in the range.
 void Runner::RunPasses(const Program& program, const Workspace& workspace, double first, std::size_t count,
                        std::atomic<std::uint32_t>& failed) const {
-  const std::size_t points = (count + groupPoints - 1) / groupPoints * groupPoints;
+  const std::size_t points = (count + kGroupPoints - 1) / kGroupPoints * kGroupPoints;
   const double last = first + static_cast<double>(count - 1);
-  if (program.pointRow != noRow) {
+  if (program.pointRow != kNoRow) {
     Operands operands;
     operands.out = workspace.Row(program.pointRow);
     operands.first = first;
@@ -73,7 +73,7 @@ void Runner::RunPasses(const Program& program, const Workspace& workspace, doubl
 }
 
 void Runner::RunBlock(Work& work, const Workspace& workspace, std::size_t start, std::size_t count) const {
-  const std::size_t groups = (count + groupPoints - 1) / groupPoints * groupPoints;
+  const std::size_t groups = (count + kGroupPoints - 1) / kGroupPoints * kGroupPoints;
   const double first = work.first + static_cast<double>(start);
   Operands last;
   if (work.program.isPolynomial) {
@@ -88,7 +88,7 @@ void Runner::RunBlock(Work& work, const Workspace& workspace, std::size_t start,
     work.program.pack(last, work.codes.data() + start);
     return;
   }
-  std::int16_t codes[largestBlock];
+  std::int16_t codes[kLargestBlock];
   work.program.pack(last, codes);
   std::copy_n(codes, count, work.codes.begin() + static_cast<std::ptrdiff_t>(start));
 }
@@ -106,12 +106,12 @@ void Runner::RunChunks(Work& work, const Workspace& workspace) const {
 }
 
 std::uint32_t Runner::RunCodes(const Program& program, double first, std::span<std::int16_t> codes) {
-  if (codes.empty()) return noCheck;
+  if (codes.empty()) return kNoCheck;
   if (!program.isPolynomial) MapMathConstants();
   Work work{program, first, codes};
-  work.chunk = chunkPoints_ != 0 ? chunkPoints_ : usualChunk;
+  work.chunk = chunkPoints_ != 0 ? chunkPoints_ : kUsualChunk;
   own_.Prepare(program, BlockOf(program));
-  const bool isWorth = chunkPoints_ != 0 || program.costPerPoint * static_cast<double>(codes.size()) > worthSharing;
+  const bool isWorth = chunkPoints_ != 0 || program.costPerPoint * static_cast<double>(codes.size()) > kWorthSharing;
   const bool isShared = maximumThreads_ > 1 && isWorth && codes.size() > work.chunk && worker_.Start();
   if (!isShared) {
     RunChunks(work, own_);
@@ -126,10 +126,10 @@ std::uint32_t Runner::RunCodes(const Program& program, double first, std::span<s
 }
 
 std::uint32_t Runner::RunValue(const Program& program, double x, double& value) {
-  own_.Prepare(program, groupPoints);
-  std::atomic<std::uint32_t> failed{noCheck};
+  own_.Prepare(program, kGroupPoints);
+  std::atomic<std::uint32_t> failed{kNoCheck};
   RunPasses(program, own_, x, 1, failed);
-  if (failed == noCheck) value = *own_.Row(program.last.a);
+  if (failed == kNoCheck) value = *own_.Row(program.last.a);
   return failed;
 }
 

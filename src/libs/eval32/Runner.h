@@ -10,8 +10,8 @@
 
 namespace calder::eval {
 
-// The number of the first check that failed, noCheck when none did.
-inline constexpr std::uint32_t noCheck = UINT32_MAX;
+// The number of the first check that failed, kNoCheck when none did.
+inline constexpr std::uint32_t kNoCheck = UINT32_MAX;
 
 class Runner {
 public:
@@ -33,7 +33,7 @@ private:
     // Constants fill that many places of their rows.
     void Prepare(const Program& program, std::size_t points);
     [[nodiscard]] double* Row(std::uint32_t row) const {
-      return row == noRow ? nullptr : rows.get() + static_cast<std::size_t>(row) * rowStride;
+      return row == kNoRow ? nullptr : rows.get() + static_cast<std::size_t>(row) * kRowStride;
     }
     [[nodiscard]] Operands OperandsOf(const Pass& pass, std::size_t points) const;
   };
@@ -44,7 +44,7 @@ private:
     std::span<std::int16_t> codes;
     std::size_t chunk = 0;
     std::atomic<std::size_t> next{0};
-    std::atomic<std::uint32_t> failed{noCheck};
+    std::atomic<std::uint32_t> failed{kNoCheck};
   };
 
   void RunPasses(const Program& program, const Workspace& workspace, double first, std::size_t count,

@@ -11,14 +11,14 @@ namespace calder::eval {
 namespace {
 
 // To wake a thread that sleeps takes longer than a short job: who waits looks around for so long before it sleeps.
-constexpr std::chrono::microseconds patience{100};
-constexpr int looksBetweenTimes = 16;
+constexpr std::chrono::microseconds kPatience{100};
+constexpr int kLooksBetweenTimes = 16;
 
 template <typename Condition>
 bool ComesTrueSoon(Condition condition) {
-  const auto end = std::chrono::steady_clock::now() + patience;
+  const auto end = std::chrono::steady_clock::now() + kPatience;
   do {
-    for (int i = 0; i < looksBetweenTimes; ++i) {
+    for (int i = 0; i < kLooksBetweenTimes; ++i) {
       if (condition()) return true;
 #ifdef __SSE2__
       _mm_pause();

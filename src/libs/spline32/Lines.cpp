@@ -16,21 +16,21 @@ struct ControlPoint {
 };
 
 // Beyond these magnitudes nothing means a position or a code any more.
-constexpr double positionLimit = 1e12;
-constexpr double valueLimit = 1e12;
+constexpr double kPositionLimit = 1e12;
+constexpr double kValueLimit = 1e12;
 // Whole numbers up to here keep the exact line within 62 bits.
-constexpr double exactLimit = 1 << 30;
+constexpr double kExactLimit = 1 << 30;
 
 bool AreControlPoints(std::span<const double> x, std::span<const double> y) {
   for (std::size_t i = 0; i < x.size(); ++i) {
-    if (!(std::abs(x[i]) <= positionLimit && std::abs(y[i]) <= valueLimit)) return false;
+    if (!(std::abs(x[i]) <= kPositionLimit && std::abs(y[i]) <= kValueLimit)) return false;
     if (i > 0 && x[i] < x[i - 1]) return false;
   }
   return true;
 }
 
 bool IsExact(double value) {
-  return std::abs(value) <= exactLimit && std::floor(value) == value;
+  return std::abs(value) <= kExactLimit && std::floor(value) == value;
 }
 
 // The whole points first to last on the line from a to b.

@@ -14,13 +14,13 @@ using wavelb::VerticalView;
 
 namespace {
 
-constexpr Color gridColor = 0x2A2F35;
-constexpr Color zeroColor = 0x757A7F;
-constexpr int gridColumns = 10;
-constexpr int gridRows = 8;
+constexpr Color kGridColor = 0x2A2F35;
+constexpr Color kZeroColor = 0x757A7F;
+constexpr int kGridColumns = 10;
+constexpr int kGridRows = 8;
 // From this distance on, in logical pixels, each point is marked by a dot of this size.
-constexpr double dotDistance = 8;
-constexpr double dotSize = 3;
+constexpr double kDotDistance = 8;
+constexpr double kDotSize = 3;
 
 // A column that does not meet its left neighbour is lengthened until it does: the trace has no gaps.
 void JoinColumns(std::span<std::int16_t> lows, std::span<std::int16_t> highs) {
@@ -96,7 +96,7 @@ void DrawSparse(DeviceContext& context, std::span<const std::int16_t> codes, con
   if (points.empty()) return;
 
   const double scale = std::max(1.0, context.Scale());
-  const bool hasDots = across.width / across.span >= dotDistance * scale && end > first;
+  const bool hasDots = across.width / across.span >= kDotDistance * scale && end > first;
   const std::span<const DevicePoint> all = points;
   if (!hasDots) {
     context.Polyline(all, 0);
@@ -106,7 +106,7 @@ void DrawSparse(DeviceContext& context, std::span<const std::int16_t> codes, con
   if (hasLeft) context.Polyline(all.first(2), 0);
   context.Polyline(all.last(2), 0);
   const std::size_t inside = static_cast<std::size_t>(end) - static_cast<std::size_t>(first);
-  context.Polyline(all.subspan(hasLeft ? 1 : 0, inside), static_cast<int>(std::lround(dotSize * scale)));
+  context.Polyline(all.subspan(hasLeft ? 1 : 0, inside), static_cast<int>(std::lround(kDotSize * scale)));
 }
 
 } // namespace
@@ -128,24 +128,24 @@ std::int32_t W_DrawWave2(DeviceContext& context, WaveHandle handle, double xStar
 }
 
 std::int32_t W_DrawGrid(DeviceContext& context, int width, int height) {
-  if (width < 1 || height < 1 || width > wavelb::pictureLimit || height > wavelb::pictureLimit) return W_BAD_VALUE;
+  if (width < 1 || height < 1 || width > wavelb::kPictureLimit || height > wavelb::kPictureLimit) return W_BAD_VALUE;
   const int penWidth = wavelb::TraceWidth(context);
-  context.SetPen(gridColor, penWidth);
-  for (int i = 1; i < gridRows; ++i) {
-    const int row = static_cast<int>(std::lround(static_cast<double>(height) * i / gridRows));
+  context.SetPen(kGridColor, penWidth);
+  for (int i = 1; i < kGridRows; ++i) {
+    const int row = static_cast<int>(std::lround(static_cast<double>(height) * i / kGridRows));
     context.Line(0, row, width - 1, row);
   }
-  for (int i = 1; i < gridColumns; ++i) {
-    const int column = static_cast<int>(std::lround(static_cast<double>(width) * i / gridColumns));
+  for (int i = 1; i < kGridColumns; ++i) {
+    const int column = static_cast<int>(std::lround(static_cast<double>(width) * i / kGridColumns));
     context.Line(column, 0, column, height - 1);
   }
-  context.SetPen(zeroColor, penWidth);
+  context.SetPen(kZeroColor, penWidth);
   return W_DrawGrid2(context, 0, W_CODE_SPAN, width, height);
 }
 
 std::int32_t W_DrawGrid2(DeviceContext& context, double yStart, double ySpan, int width, int height) {
   const VerticalView down{yStart, ySpan, height};
-  if (!down.IsUsable() || width < 1 || width > wavelb::pictureLimit) return W_BAD_VALUE;
+  if (!down.IsUsable() || width < 1 || width > wavelb::kPictureLimit) return W_BAD_VALUE;
   const double row = down.Row(0);
   if (row >= 0 && row < height) context.Line(0, static_cast<int>(row), width - 1, static_cast<int>(row));
   return W_SUCCESS;

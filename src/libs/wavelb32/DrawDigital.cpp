@@ -14,12 +14,12 @@ using wavelb::TheState;
 
 namespace {
 
-constexpr int laneCount = 16;
+constexpr int kLaneCount = 16;
 // The picture's height in units: one of margin above, three a lane. Of its three a lane keeps half a unit clear above
 // and below the trace.
-constexpr double heightUnits = 49;
-constexpr double laneUnits = 3;
-constexpr double laneClear = 0.5;
+constexpr double kHeightUnits = 49;
+constexpr double kLaneUnits = 3;
+constexpr double kLaneClear = 0.5;
 
 struct Lane {
   int top = 0;    // of the ground
@@ -30,11 +30,11 @@ struct Lane {
 
 // Lane 0 is the top one, bit 15.
 Lane LaneOf(int lane, int height) {
-  const double unit = height / heightUnits;
-  const double top = unit * (1 + laneUnits * lane);
+  const double unit = height / kHeightUnits;
+  const double top = unit * (1 + kLaneUnits * lane);
   const auto row = [](double y) { return static_cast<int>(std::floor(y)); };
-  const double bottom = unit * (1 + laneUnits * (lane + 1));
-  return {row(top), row(bottom), row(top + laneClear * unit), row(top + (laneUnits - laneClear) * unit)};
+  const double bottom = unit * (1 + kLaneUnits * (lane + 1));
+  return {row(top), row(bottom), row(top + kLaneClear * unit), row(top + (kLaneUnits - kLaneClear) * unit)};
 }
 
 // For each column which bits are always and which are ever set, with the last point before it, so that a change shows
@@ -101,14 +101,14 @@ std::int32_t W_DrawDigitalPattern(DeviceContext& context, WaveHandle handle, dou
   if (pointCount < 0 || static_cast<std::size_t>(pointCount) > codes.size()) return W_BAD_RANGE;
   if (pointCount > 0) codes = codes.first(static_cast<std::size_t>(pointCount));
   const HorizontalView across{xStart, xSpan, width};
-  if (!across.IsUsable() || height < 1 || height > wavelb::pictureLimit) return W_BAD_VALUE;
+  if (!across.IsUsable() || height < 1 || height > wavelb::kPictureLimit) return W_BAD_VALUE;
   if (!wavelb::IsUsable(markerA) || !wavelb::IsUsable(markerB)) return W_BAD_VALUE;
 
   ReduceBits(codes, across);
   const int scopeLeft = LimitedColumn(across, std::min(markerA, markerB));
   const int scopeRight = LimitedColumn(across, std::max(markerA, markerB));
   const int penWidth = wavelb::TraceWidth(context);
-  for (int lane = 0; lane < laneCount; ++lane) {
+  for (int lane = 0; lane < kLaneCount; ++lane) {
     if ((static_cast<std::uint32_t>(bitMask) & (0x8000U >> lane)) != 0) {
       const Lane place = LaneOf(lane, height);
       context.FillRectangle(0, place.top, width, place.bottom - place.top, selectedColor);
@@ -125,9 +125,9 @@ std::int32_t W_DrawDigital(DeviceContext& context, WaveHandle handle, double xSt
   const std::span<const std::int16_t> codes = W_Lock(handle);
   if (codes.empty()) return W_BAD_HANDLE;
   const HorizontalView across{xStart, xSpan, width};
-  if (!across.IsUsable() || height < 1 || height > wavelb::pictureLimit) return W_BAD_VALUE;
+  if (!across.IsUsable() || height < 1 || height > wavelb::kPictureLimit) return W_BAD_VALUE;
   ReduceBits(codes, across);
-  for (int lane = 0; lane < laneCount; ++lane) {
+  for (int lane = 0; lane < kLaneCount; ++lane) {
     if ((static_cast<std::uint32_t>(bitMask) & (0x8000U >> lane)) != 0) DrawLane(context, lane, height);
   }
   return W_SUCCESS;

@@ -13,8 +13,8 @@ using wavelb::TheState;
 
 namespace {
 
-constexpr double degreesPerTurn = 360;
-constexpr double percent = 100;
+constexpr double kDegreesPerTurn = 360;
+constexpr double kPercent = 100;
 
 // The points to fill and how turns run over them, or the status that says why not.
 struct Task {
@@ -32,11 +32,11 @@ Task Prepare(WaveHandle handle, double start, double count, double period, doubl
   const double first = std::max(0.0, std::ceil(start)) - start;
   // A range much shorter than a point still has one whole point; the floor keeps its turn a number.
   constexpr double shortest = 1e-9;
-  return {W_SUCCESS, range.codes, {first, period, std::max(count, shortest), phase / degreesPerTurn}};
+  return {W_SUCCESS, range.codes, {first, period, std::max(count, shortest), phase / kDegreesPerTurn}};
 }
 
 double Part(double percentage) {
-  return std::clamp(percentage, 0.0, percent) / percent;
+  return std::clamp(percentage, 0.0, kPercent) / kPercent;
 }
 
 // SplitMix64's finish (G. Steele, D. Lea, C. Flood, "Fast splittable pseudorandom number generators", 2014).

@@ -66,7 +66,7 @@ CALDER_VECTOR void SineLoop(std::int16_t* codes, std::int32_t count, Turns turns
       });
 }
 
-constexpr std::uint64_t noiseStep = 0x9E3779B97F4A7C15U;
+constexpr std::uint64_t kNoiseStep = 0x9E3779B97F4A7C15U;
 
 // SplitMix64's value at a place, its upper half as a signed number: -1 < unit < 1, symmetric, never at the ends.
 [[gnu::always_inline]] inline double NoiseUnit(std::uint64_t place) {
@@ -80,11 +80,11 @@ constexpr std::uint64_t noiseStep = 0x9E3779B97F4A7C15U;
 CALDER_VECTOR void NoiseLoop(std::int16_t* codes, std::int32_t count, Level level, std::uint64_t first) {
   std::uint64_t place = first;
   if (IsSmall(level)) {
-    for (std::int32_t i = 0; i < count; ++i, place += noiseStep)
+    for (std::int32_t i = 0; i < count; ++i, place += kNoiseStep)
       codes[i] = SmallToCode(level.offset + level.half * NoiseUnit(place));
     return;
   }
-  for (std::int32_t i = 0; i < count; ++i, place += noiseStep)
+  for (std::int32_t i = 0; i < count; ++i, place += kNoiseStep)
     codes[i] = ToCode(level.offset + level.half * NoiseUnit(place));
 }
 
@@ -99,7 +99,7 @@ void FillSine(std::span<std::int16_t> codes, const Turns& turns, const Level& le
 }
 
 void FillNoise(std::span<std::int16_t> codes, const Level& level, std::uint64_t key, std::uint64_t index) {
-  NoiseLoop(codes.data(), Length(codes), level, key + (index + 1) * noiseStep);
+  NoiseLoop(codes.data(), Length(codes), level, key + (index + 1) * kNoiseStep);
 }
 
 } // namespace calder::wavelb

@@ -9,8 +9,8 @@ namespace calder::wavelb {
 
 namespace {
 
-constexpr std::size_t pointsAlignment = 64;
-constexpr std::int32_t pointsLimit = 1 << 26;
+constexpr std::size_t kPointsAlignment = 64;
+constexpr std::int32_t kPointsLimit = 1 << 26;
 
 template <class Point>
 std::span<Point> AsPoints(std::byte* memory, std::size_t count) {
@@ -26,10 +26,10 @@ WaveHandle BufferTable::Allocate(std::int32_t points, PointKind kind) {
 
 bool BufferTable::AllocateTogether(std::int32_t points, PointKind kind, std::span<WaveHandle> handles) {
   std::ranges::fill(handles, 0);
-  if (points < 1 || points > pointsLimit) return false;
+  if (points < 1 || points > kPointsLimit) return false;
   const auto count = static_cast<std::size_t>(points);
   const std::size_t bytes = count * (kind == PointKind::Code16 ? sizeof(std::int16_t) : sizeof(std::int32_t));
-  const std::size_t pitch = (bytes + pointsAlignment - 1) / pointsAlignment * pointsAlignment;
+  const std::size_t pitch = (bytes + kPointsAlignment - 1) / kPointsAlignment * kPointsAlignment;
   const std::shared_ptr<std::byte> block = AllocateZeros(pitch * handles.size());
   if (block == nullptr) return false;
   for (std::size_t i = 0; i < handles.size(); ++i) {
@@ -42,9 +42,9 @@ bool BufferTable::AllocateTogether(std::int32_t points, PointKind kind, std::spa
 }
 
 WaveHandle BufferTable::Take(std::shared_ptr<std::byte> memory, std::size_t points, PointKind kind) {
-  const bool mayGrow = slots_.size() < slotLimit;
+  const bool mayGrow = slots_.size() < kSlotLimit;
   std::int32_t index = 0;
-  if (free_.size() > minimumFree || (!mayGrow && !free_.empty())) {
+  if (free_.size() > kMinimumFree || (!mayGrow && !free_.empty())) {
     index = free_.front();
     free_.pop_front();
   } else if (mayGrow) {
@@ -57,15 +57,15 @@ WaveHandle BufferTable::Take(std::shared_ptr<std::byte> memory, std::size_t poin
   slot.memory = std::move(memory);
   slot.points = points;
   slot.kind = kind;
-  return slot.generation * slotLimit + index;
+  return slot.generation * kSlotLimit + index;
 }
 
 BufferTable::Slot* BufferTable::Find(WaveHandle handle, PointKind kind) {
   if (handle <= 0) return nullptr;
-  const auto index = static_cast<std::size_t>(handle % slotLimit);
+  const auto index = static_cast<std::size_t>(handle % kSlotLimit);
   if (index >= slots_.size()) return nullptr;
   Slot& slot = slots_[index];
-  const bool fits = slot.memory != nullptr && slot.generation == handle / slotLimit && slot.kind == kind;
+  const bool fits = slot.memory != nullptr && slot.generation == handle / kSlotLimit && slot.kind == kind;
   return fits ? &slot : nullptr;
 }
 
@@ -74,8 +74,8 @@ std::int32_t BufferTable::Free(WaveHandle handle, PointKind kind) {
   if (slot == nullptr) return W_BAD_HANDLE;
   slot->memory.reset();
   slot->points = 0;
-  slot->generation = slot->generation == generationLimit ? 1 : slot->generation + 1;
-  free_.push_back(handle % slotLimit);
+  slot->generation = slot->generation == kGenerationLimit ? 1 : slot->generation + 1;
+  free_.push_back(handle % kSlotLimit);
   return W_SUCCESS;
 }
 

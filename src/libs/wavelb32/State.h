@@ -20,7 +20,7 @@ enum class PointKind : std::uint8_t { Code16, Value32 };
 
 // Buffers by handle. A handle is generation * 4096 + slot, so it is positive and never 0. Invariants:
 // 1. A slot's generation changes each time that its buffer is freed, so the old handle no longer fits.
-// 2. Freed slots are used again in the order in which they were freed, after at least minimumFree others.
+// 2. Freed slots are used again in the order in which they were freed, after at least kMinimumFree others.
 class BufferTable {
 public:
   // 0 when the memory cannot be had or all slots are in use.
@@ -33,10 +33,10 @@ public:
   [[nodiscard]] std::span<std::int32_t> Values(WaveHandle handle);
 
 private:
-  static constexpr std::int32_t slotBits = 12;
-  static constexpr std::int32_t slotLimit = 1 << slotBits;
-  static constexpr std::int32_t generationLimit = (1 << (31 - slotBits)) - 1;
-  static constexpr std::size_t minimumFree = 64;
+  static constexpr std::int32_t kSlotBits = 12;
+  static constexpr std::int32_t kSlotLimit = 1 << kSlotBits;
+  static constexpr std::int32_t kGenerationLimit = (1 << (31 - kSlotBits)) - 1;
+  static constexpr std::size_t kMinimumFree = 64;
 
   struct Slot {
     std::shared_ptr<std::byte> memory; // zeros at first; costs nothing before it is touched
@@ -86,9 +86,9 @@ struct CodeRange {
 [[nodiscard]] CodeRange FindCodes(WaveHandle handle, double start, double count);
 
 // Parameters beyond this magnitude mean nothing to a waveform of 16-bit codes; refusing them keeps all sums finite.
-inline constexpr double parameterLimit = 1e12;
+inline constexpr double kParameterLimit = 1e12;
 [[nodiscard]] inline bool IsUsable(double value) {
-  return std::abs(value) <= parameterLimit; // false for a NaN
+  return std::abs(value) <= kParameterLimit; // false for a NaN
 }
 
 // To the nearest code, halves to even, limited. REQUIRES: value is a number (an infinity is one).

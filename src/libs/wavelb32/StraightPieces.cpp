@@ -12,12 +12,12 @@ namespace {
 
 // Jumps have this width, in turns, before them in which a point already counts as behind: the rounding of a turn must
 // not decide on which side of a jump a point stands that is meant to be on it.
-constexpr double jumpTolerance = 1e-9;
+constexpr double kJumpTolerance = 1e-9;
 
 // Runs are worth looking for when a period has at least so many points, and worth filling at once when they have so
 // many.
-constexpr double pointsOfLongPeriod = 512;
-constexpr std::int32_t shortestRun = 64;
+constexpr double kPointsOfLongPeriod = 512;
+constexpr std::int32_t kShortestRun = 64;
 
 // What the loops need of a task, in registers. A limited one may leave the code range.
 struct Line {
@@ -46,7 +46,7 @@ template <int count, bool hasStep, bool limited>
   for (std::int32_t i = begin; i < end; ++i) {
     const double moved = Moved<hasStep>(turns, step, pieces.shift, i);
     const double part = moved - std::floor(moved);
-    const double place = part < 1 - jumpTolerance ? part : 0;
+    const double place = part < 1 - kJumpTolerance ? part : 0;
     double from = pieces.from[0];
     double level = pieces.level[0];
     double slope = pieces.slope[0];
@@ -105,10 +105,10 @@ public:
 
   void Fill() {
     const auto end = static_cast<std::int32_t>(codes_.size());
-    if (!(step_ > 0) || 1 / step_ < pointsOfLongPeriod) return Mixed(0, end);
+    if (!(step_ > 0) || 1 / step_ < kPointsOfLongPeriod) return Mixed(0, end);
     for (std::int32_t i = 0; i < end;) {
       const std::int32_t run = Run(i, end);
-      const std::int32_t rest = std::min(run + shortestRun, end);
+      const std::int32_t rest = std::min(run + kShortestRun, end);
       Mixed(run, rest);
       i = rest;
     }
@@ -127,7 +127,7 @@ private:
   // Fills from i on what surely belongs to i's piece in i's period, and gives where that ends. Turns never fall from
   // point to point; where exactly a piece ends, up to rounding and tolerance, is for Mixed to say.
   std::int32_t Run(std::int32_t i, std::int32_t end) {
-    const double margin = 2 + jumpTolerance / step_;
+    const double margin = 2 + kJumpTolerance / step_;
     const double moved = turns_.period * (turns_.first + i) / turns_.count + turns_.phase + pieces_.shift;
     const double whole = std::floor(moved);
     const double place = moved - whole;
@@ -136,7 +136,7 @@ private:
     const double next = k + 1 < Count() ? pieces_.from[k + 1] : 1;
     if ((place - pieces_.from[k]) / step_ < margin) return i; // too near its begin to be sure
     const double points = (next - place) / step_ - margin;
-    if (!(points >= shortestRun)) return i;
+    if (!(points >= kShortestRun)) return i;
     const std::int32_t stop = points < end - i ? i + static_cast<std::int32_t>(points) : end;
     const Line line{whole, pieces_.from[k], pieces_.level[k], pieces_.slope[k]};
     if (line.slope == 0)
@@ -167,7 +167,7 @@ StraightPieces SquarePieces(const Level& level, double high, double edge) {
   const double low = level.offset - level.half;
   const double top = level.offset + level.half;
   // An edge so short that no point can stand on it is a jump.
-  if (!(edge > jumpTolerance)) return {2, 0, {0, high < 1 ? high - jumpTolerance : 1}, {top, low}, {0, 0}};
+  if (!(edge > kJumpTolerance)) return {2, 0, {0, high < 1 ? high - kJumpTolerance : 1}, {top, low}, {0, 0}};
   const double slope = 2 * level.half / edge;
   return {4, edge / 2, {0, edge, high, high + edge}, {low, top, top, low}, {slope, 0, -slope, 0}};
 }

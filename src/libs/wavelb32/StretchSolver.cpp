@@ -20,8 +20,8 @@ std::int64_t Turn(std::int64_t lengthA, std::int64_t riseA, std::int64_t lengthB
 
 inline void StretchSolver::AddFamily(std::int32_t length, std::int32_t rise, const HalfJoin& step) {
   const std::int32_t row = step.row;
-  wholes_.push_back({length + step.length, rise + step.rise, row > 1 ? firstOfFamily : toSplit});
-  if (row > 1) wholes_.push_back({length + row * step.length, rise + row * step.rise, toSplit});
+  wholes_.push_back({length + step.length, rise + step.rise, row > 1 ? kFirstOfFamily : kToSplit});
+  if (row > 1) wholes_.push_back({length + row * step.length, rise + row * step.rise, kToSplit});
   if (row > 2) {
     families_.push_back({length, rise, step.length, step.rise, row});
     TakeBetter(bestOfFamilies_, step.bestOfRow);
@@ -56,7 +56,7 @@ inline std::int32_t StretchSolver::Split(std::int32_t point, std::size_t index) 
   // One by one: they were written just now, and a processor waits when it reads in larger pieces than it wrote.
   const std::int32_t length = wholes_[index].length;
   const std::int32_t rise = wholes_[index].rise;
-  const bool isFirstOfFamily = wholes_[index].best == firstOfFamily;
+  const bool isFirstOfFamily = wholes_[index].best == kFirstOfFamily;
   const std::int32_t start = point - length;
   const std::size_t slot = SlotOf(start);
   const Starts& begin = starts_[slot];
@@ -112,7 +112,7 @@ inline void StretchSolver::AddPoint(std::int32_t point) {
     joins = std::min(joins, joinsToStart);
   };
   bestOfFamilies_ = from;
-  wholes_.push_back({1, CodeAt(point) - CodeAt(point - 1), toSplit});
+  wholes_.push_back({1, CodeAt(point) - CodeAt(point - 1), kToSplit});
   for (std::size_t i = firstWhole; i < wholes_.size(); ++i) reach(Split(point, i));
   for (std::size_t i = firstHalf; i < halves_.size(); ++i) {
     FinishHalfJoin(point, halves_[i]);

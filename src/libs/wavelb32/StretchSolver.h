@@ -41,8 +41,8 @@ public:
 private:
   // Primitive joins by their last point. `best` is the start with the fewest joins to it, of the join itself and of
   // the row of equal joins that it ends.
-  static constexpr std::int32_t toSplit = -1;       // in place of `best`, while its last point is added
-  static constexpr std::int32_t firstOfFamily = -2; // the same; the others of its family are known
+  static constexpr std::int32_t kToSplit = -1;       // in place of `best`, while its last point is added
+  static constexpr std::int32_t kFirstOfFamily = -2; // the same; the others of its family are known
   struct WholeJoin {
     std::int32_t length;
     std::int32_t rise;

@@ -12,7 +12,7 @@
 namespace calder::wavelb {
 
 // Rows and columns are kept in 16 bits on their way to the device.
-inline constexpr int pictureLimit = INT16_MAX;
+inline constexpr int kPictureLimit = INT16_MAX;
 
 struct HorizontalView {
   double start = 0; // in points
@@ -20,7 +20,7 @@ struct HorizontalView {
   int width = 0; // in pixels
 
   [[nodiscard]] bool IsUsable() const {
-    return wavelb::IsUsable(start) && wavelb::IsUsable(span) && span > 0 && width >= 1 && width <= pictureLimit;
+    return wavelb::IsUsable(start) && wavelb::IsUsable(span) && span > 0 && width >= 1 && width <= kPictureLimit;
   }
   [[nodiscard]] bool IsDense() const { return span > width; }
   // Column of a position, rounded down; beyond the picture too.
@@ -44,7 +44,7 @@ struct VerticalView {
   int height = 0; // in pixels
 
   [[nodiscard]] bool IsUsable() const {
-    return wavelb::IsUsable(start) && wavelb::IsUsable(span) && span > 0 && height >= 1 && height <= pictureLimit;
+    return wavelb::IsUsable(start) && wavelb::IsUsable(span) && span > 0 && height >= 1 && height <= kPictureLimit;
   }
   // Row of a code, rounded down; beyond the picture too. The depth at the lower edge belongs to the view and stands in
   // the last row, or code -32767 could never be seen.

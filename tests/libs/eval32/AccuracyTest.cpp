@@ -29,7 +29,7 @@ long double Sinc(long double t) {
   return std::sin(t) / t;
 }
 
-constexpr TrueFunction trueFunctions[] = {
+constexpr TrueFunction kTrueFunctions[] = {
     {"sin", &std::sin, -1e3, 1e3},   {"sin", &std::sin, 1e5, 1e15},     {"cos", &std::cos, -1e3, 1e3},
     {"tan", &std::tan, -1e3, 1e3},   {"asin", &std::asin, -1, 1},       {"acos", &std::acos, -1, 1},
     {"atan", &std::atan, -50, 50},   {"sinh", &std::sinh, -700, 700},   {"cosh", &std::cosh, -700, 700},
@@ -53,7 +53,7 @@ TEST(Accuracy, EveryFunctionIsWithinThreeAndAHalfUnits) {
   for (const EvalProcessor processor : {EvalProcessor::Avx512, EvalProcessor::Avx2, EvalProcessor::Plain}) {
     if (!Evaluator::IsUsable(processor)) continue;
     Evaluator evaluator(1, processor);
-    for (const TrueFunction& row : trueFunctions) {
+    for (const TrueFunction& row : kTrueFunctions) {
       double worst = 0;
       for (int i = 0; i < 2000; ++i) {
         const double argument = std::uniform_real_distribution(row.low, row.high)(random);

@@ -32,7 +32,7 @@ double Mod(double a, double b) {
   return rest != 0 && (rest < 0) != (b < 0) ? rest + b : rest;
 }
 
-constexpr PlainLoop plainLoops[] = {
+constexpr PlainLoop kPlainLoops[] = {
     {"x-20000.5", [](double x) { return x - 20000.5; }},
     {"30000*sin(2*pi*5*x/65537)*exp(-3*x/65537)",
      [](double x) { return 30000 * std::sin(2 * pi * 5 * x / 65537) * std::exp(-3 * x / 65537); }},
@@ -94,7 +94,7 @@ TEST(Codes, AreThoseOfAPlainLoopOnEveryProcessor) {
   const TestWave wave(65537);
   for (const EvalProcessor processor : Processors()) {
     Evaluator evaluator(1, processor);
-    for (const PlainLoop& row : plainLoops) {
+    for (const PlainLoop& row : kPlainLoops) {
       ASSERT_EQ(evaluator.EvalArray1(0, 65537, wave.Handle(), row.text), 0) << row.text;
       EXPECT_EQ(CountWrong(row, wave.Codes(), 0), 0) << row.text << " " << static_cast<int>(processor);
     }
@@ -109,7 +109,7 @@ TEST(Codes, DoNotDependOnThreadsBlocksAndProcessors) {
                                     "1000*(asin(x/1e5)+acos(x/1e5)+atan(x)+sinh(x/1e5)+cosh(x/1e5)+tanh(x/1e5))",
                                     "600*(asinh(x)+acosh(x+1)+atanh(x/1e5)+exp2(x/1e5)+exp10(x/1e5)+log2(x+1))",
                                     "500*(log10(x+1)+cbrt(x)+x^1.5/(x+1)^1.25+chirp(x/1e4,1,9,7)+cos(x))"};
-  for (const PlainLoop& row : plainLoops) texts.emplace_back(row.text);
+  for (const PlainLoop& row : kPlainLoops) texts.emplace_back(row.text);
   const TestWave whole(points);
   const TestWave parts(points);
   for (const EvalProcessor processor : Processors()) {

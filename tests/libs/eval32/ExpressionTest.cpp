@@ -9,8 +9,8 @@
 namespace calder {
 namespace {
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double noNumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
 using std::numbers::pi;
 
 double Value(Evaluator& evaluator, std::string_view text, std::int32_t x = 0) {
@@ -65,7 +65,7 @@ TEST(Expression, NumbersAreReadAsWritten) {
              "-1e99999999999999999999 => -inf", "1e-99999999999999999999 => 0", "000000.0e999 => 0", "0.1 => 0.1"});
   for (const Row& row : {Row{"pi", pi}, Row{"e", std::numbers::e}}) Expect(row);
   Evaluator evaluator;
-  EXPECT_EQ(Value(evaluator, "1" + std::string(500, '0')), infinity);
+  EXPECT_EQ(Value(evaluator, "1" + std::string(500, '0')), kInfinity);
   EXPECT_EQ(Value(evaluator, "0." + std::string(500, '0') + "1"), 0);
   EXPECT_DOUBLE_EQ(Value(evaluator, "0." + std::string(500, '0') + "1e501"), 1);
 }

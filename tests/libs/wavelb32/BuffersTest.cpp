@@ -11,7 +11,7 @@ namespace {
 
 using Codes = std::vector<std::int16_t>;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 Codes Counting(std::int16_t points) {
   Codes codes(static_cast<std::size_t>(points));
@@ -73,8 +73,8 @@ TEST(Buffers, RangesRoundUpToWholePoints) {
         Row{10, 0, W_SUCCESS, ".........."}, Row{3, 0, W_SUCCESS, ".........."}, Row{-0.5, 2, W_SUCCESS, "xx........"},
         Row{-1, 2, W_BAD_RANGE, ".........."}, Row{0, 11, W_BAD_RANGE, ".........."},
         Row{5, 6, W_BAD_RANGE, ".........."}, Row{5, -1, W_BAD_RANGE, ".........."},
-        Row{notANumber, 1, W_BAD_RANGE, ".........."}, Row{0, notANumber, W_BAD_RANGE, ".........."},
-        Row{0, infinity, W_BAD_RANGE, ".........."}, Row{1e300, 1, W_BAD_RANGE, ".........."}}) {
+        Row{kNotANumber, 1, W_BAD_RANGE, ".........."}, Row{0, kNotANumber, W_BAD_RANGE, ".........."},
+        Row{0, kInfinity, W_BAD_RANGE, ".........."}, Row{1e300, 1, W_BAD_RANGE, ".........."}}) {
     const TestWave wave(Counting(10));
     EXPECT_EQ(W_ClearMemory(wave.Handle(), row.start, row.count), row.status) << row.start << " " << row.count;
     std::string cleared;
@@ -113,7 +113,7 @@ TEST(Buffers, ReadingTheRightEndGivesTheLastPoint) {
   };
   for (const Row& row :
        {Row{0, 5, 1}, Row{3.2, 5, 5}, Row{4, 5, 5}, Row{5, 5, 5}, Row{3, 3, 3}, Row{2.5, 3, 3}, Row{5.1, 5, W_NO_DATA},
-        Row{-1, 5, W_NO_DATA}, Row{0, 6, W_NO_DATA}, Row{0, 0, W_NO_DATA}, Row{notANumber, 5, W_NO_DATA}})
+        Row{-1, 5, W_NO_DATA}, Row{0, 6, W_NO_DATA}, Row{0, 0, W_NO_DATA}, Row{kNotANumber, 5, W_NO_DATA}})
     EXPECT_EQ(W_GetWaveData(wave.Handle(), row.index, row.pointCount), row.code) << row.index;
 }
 

@@ -10,13 +10,13 @@ using Codes = std::vector<std::int16_t>;
 using Calls = std::vector<std::string>;
 
 // With 98 rows a unit is 2 rows: lane i's ground is rows 2 + 6 i to 7 + 6 i, high is row 3 + 6 i, low row 7 + 6 i.
-constexpr int height = 98;
+constexpr int kHeight = 98;
 
 Calls Pattern(const TestWave& wave, double xStart, double xSpan, int width, int bitCount, int mask, double a = 0,
               double b = 0, std::int32_t pointCount = 0) {
-  RecordingContext context(width, height);
-  EXPECT_EQ(W_DrawDigitalPattern(context, wave.Handle(), xStart, xSpan, bitCount, mask, a, b, width, height, 1, 2, 3, 4,
-                                 pointCount),
+  RecordingContext context(width, kHeight);
+  EXPECT_EQ(W_DrawDigitalPattern(context, wave.Handle(), xStart, xSpan, bitCount, mask, a, b, width, kHeight, 1, 2, 3,
+                                 4, pointCount),
             W_SUCCESS);
   return context.calls;
 }
@@ -56,8 +56,8 @@ TEST(DrawDigital, NothingIsDrawnBesideTheWaveform) {
 
 TEST(DrawDigital, OnPaperOnlyTheLanesOfTheMaskAreDrawn) {
   const TestWave wave(Codes(4, -1));
-  RecordingContext context(4, height);
-  EXPECT_EQ(W_DrawDigital(context, wave.Handle(), 0, 4, 0x4001, 4, height), W_SUCCESS);
+  RecordingContext context(4, kHeight);
+  EXPECT_EQ(W_DrawDigital(context, wave.Handle(), 0, 4, 0x4001, 4, kHeight), W_SUCCESS);
   EXPECT_EQ(context.calls, (Calls{"columns 0 9..9 9..9 9..9 9..9", "columns 0 93..93 93..93 93..93 93..93"}));
 }
 

@@ -58,8 +58,8 @@ TEST(CompWaveX, SpreadsAShortFileOverTheWholeMemory) {
 
 TEST(CompWaveX, BadRangesChangeNothing) {
   const TestWave wave(Codes{1, 2, 3, 4});
-  const double rows[][4] = {{0, 5, 0, 4}, {0, 4, 0, 5},  {0, 4, 2, 0},          {0, 4, 3, -1},
-                            {3, 2, 0, 4}, {-1, 2, 0, 4}, {0, notANumber, 0, 4}, {0, 4, 0, 1e300}};
+  const double rows[][4] = {{0, 5, 0, 4}, {0, 4, 0, 5},  {0, 4, 2, 0},           {0, 4, 3, -1},
+                            {3, 2, 0, 4}, {-1, 2, 0, 4}, {0, kNotANumber, 0, 4}, {0, 4, 0, 1e300}};
   for (const auto& row : rows)
     EXPECT_EQ(W_CompWaveX(wave.Handle(), row[0], row[1], 4, row[2], row[3]), W_BAD_RANGE) << row[0] << " " << row[1];
   EXPECT_EQ(W_CompWaveX(wave.Handle(), 0, 4, 5, 0, 4), W_BAD_RANGE);
@@ -102,7 +102,7 @@ TEST(CompY, ReachesTheNewExtremesExactly) {
 
 TEST(CompY, BadValuesChangeNothing) {
   const TestWave wave(Codes{1, 2, 3, 4});
-  EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, notANumber, 0), W_BAD_VALUE);
+  EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 4, kNotANumber, 0), W_BAD_VALUE);
   EXPECT_EQ(W_CompYAmpOff(wave.Handle(), 0, 4, std::numeric_limits<double>::infinity(), 0), W_BAD_VALUE);
   EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 0, 5, 10, 0), W_BAD_RANGE);
   EXPECT_EQ(W_CompYMaxMin(wave.Handle(), 2, 0, 10, 0), W_SUCCESS);
@@ -161,7 +161,7 @@ TEST(CalcWave, BadArgumentsChangeNothing) {
   const TestWave shorter(Codes{1, 2, 3});
   const WaveHandle w = wave.Handle();
   EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, 0, 0, 0), W_BAD_VALUE);
-  EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, 0, notANumber, 0), W_BAD_VALUE);
+  EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, 0, kNotANumber, 0), W_BAD_VALUE);
   EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, -1, 1, 4), W_BAD_VALUE);
   EXPECT_EQ(W_CalcWave(w, w, w, 0, 4, -1, 1, -1), W_BAD_VALUE);
   EXPECT_EQ(W_CalcWave(w, shorter.Handle(), w, 0, 4, -1, 1, 0), W_BAD_RANGE);

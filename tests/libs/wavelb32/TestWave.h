@@ -12,7 +12,7 @@
 
 namespace calder {
 
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
 
 class TestWave {
 public:
