@@ -1,100 +1,44 @@
+// Straight lines through control points.
+#include "libs/spline32/Request.h"
+#include "libs/spline32/SegmentLoops.h"
 #include "libs/spline32/spline32.h"
-#include "libs/wavelb32/ExactLine.h"
 
-#include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <span>
 
 namespace calder {
-
 namespace {
 
-struct ControlPoint {
-  double x;
-  double y;
-};
+constexpr double kWholeRise = 1 << 17;
+constexpr double kWholeLength = 1 << 30;
 
-// Beyond these magnitudes nothing means a position or a code any more.
-constexpr double kPositionLimit = 1e12;
-constexpr double kValueLimit = 1e12;
-// Whole numbers up to here keep the exact line within 62 bits.
-constexpr double kExactLimit = 1 << 30;
-
-bool AreControlPoints(std::span<const double> x, std::span<const double> y) {
-  for (std::size_t i = 0; i < x.size(); ++i) {
-    if (!(std::abs(x[i]) <= kPositionLimit && std::abs(y[i]) <= kValueLimit)) return false;
-    if (i > 0 && x[i] < x[i - 1]) return false;
-  }
-  return true;
+bool IsWhole(double value) {
+  return std::floor(value) == value;
 }
 
-bool IsExact(double value) {
-  return std::abs(value) <= kExactLimit && std::floor(value) == value;
+spline::LinePiece Piece(const spline::Point& a, const spline::Point& b) {
+  spline::LinePiece line{a.y, b.y - a.y, b.x - a.x, false};
+  line.whole = IsWhole(a.x) && IsWhole(a.y) && IsWhole(b.x) && IsWhole(b.y) && std::abs(line.rise) <= kWholeRise &&
+               line.length <= kWholeLength;
+  return line;
 }
-
-// The whole points first to last on the line from a to b.
-class LineFiller {
-public:
-  LineFiller(std::span<std::int16_t> codes, std::int32_t limit) : codes_(codes), limit_(limit) {}
-
-  void Hold(std::int64_t first, std::int64_t end, double value) {
-    for (std::int64_t p = first; p < end; ++p) At(p) = Limited(std::rint(value));
-  }
-
-  void Join(std::int64_t first, std::int64_t end, const ControlPoint& a, const ControlPoint& b) {
-    if (first >= end) return;
-    if (IsExact(a.x) && IsExact(a.y) && IsExact(b.x) && IsExact(b.y)) {
-      const auto left = static_cast<std::int64_t>(a.x);
-      wavelb::ExactLine line(static_cast<std::int64_t>(a.y), static_cast<std::int64_t>(b.y),
-                             static_cast<std::int64_t>(b.x) - left, first - left);
-      for (std::int64_t p = first; p < end; ++p, line.Step())
-        At(p) = static_cast<std::int16_t>(std::clamp<std::int64_t>(line.Rounded(), -limit_, limit_));
-      return;
-    }
-    for (std::int64_t p = first; p < end; ++p) {
-      const double along = static_cast<double>(p) - a.x;
-      At(p) = Limited(std::rint(a.y + (b.y - a.y) * along / (b.x - a.x)));
-    }
-  }
-
-private:
-  std::int16_t& At(std::int64_t p) { return codes_[static_cast<std::size_t>(p)]; }
-  [[nodiscard]] std::int16_t Limited(double value) const {
-    return static_cast<std::int16_t>(std::clamp<double>(value, -limit_, limit_));
-  }
-
-  std::span<std::int16_t> codes_;
-  std::int32_t limit_;
-};
 
 } // namespace
 
 std::int32_t Spline_Hokan_Line(WaveHandle handle, double rangeStart, double rangeEnd, const double* x, const double* y,
                                std::int32_t count, std::int32_t memorySize, std::int32_t limit) {
-  const std::span<std::int16_t> all = W_Lock(handle);
-  if (all.empty()) return W_BAD_HANDLE;
-  if (memorySize < 1 || static_cast<std::size_t>(memorySize) > all.size()) return W_BAD_RANGE;
-  if (!(rangeStart >= 0 && rangeStart <= rangeEnd && rangeEnd <= memorySize)) return W_BAD_RANGE;
-  if (count < 1 || x == nullptr || y == nullptr || limit < 0 || limit > W_CODE_MAX) return W_BAD_VALUE;
-  const std::span<const double> xs(x, static_cast<std::size_t>(count));
-  const std::span<const double> ys(y, static_cast<std::size_t>(count));
-  if (!AreControlPoints(xs, ys)) return W_BAD_VALUE;
-
-  // Start and length are rounded up, as everywhere in the waveform library.
-  const auto first = static_cast<std::int64_t>(std::ceil(rangeStart));
-  const auto end =
-      std::min<std::int64_t>(first + static_cast<std::int64_t>(std::ceil(rangeEnd - rangeStart)), memorySize);
-  // The first whole point at or behind a control point.
-  const auto pointFrom = [&](double position) {
-    return static_cast<std::int64_t>(
-        std::clamp(std::ceil(position), static_cast<double>(first), static_cast<double>(std::max(first, end))));
-  };
-  LineFiller filler(all, limit);
-  filler.Hold(first, pointFrom(xs.front()), ys.front());
-  for (std::size_t i = 1; i < xs.size(); ++i)
-    filler.Join(pointFrom(xs[i - 1]), pointFrom(xs[i]), {xs[i - 1], ys[i - 1]}, {xs[i], ys[i]});
-  filler.Hold(pointFrom(xs.back()), end, ys.back());
+  const spline::Request r(handle, rangeStart, rangeEnd, x, y, count, memorySize, limit);
+  if (r.status != W_SUCCESS) return r.status;
+  std::int64_t from = r.PointFrom(r.xs.front());
+  r.Hold(r.first, from, r.ys.front());
+  for (std::size_t i = 1; i < r.xs.size(); ++i) {
+    const std::int64_t to = r.PointFrom(r.xs[i]);
+    if (from < to) {
+      const spline::Point left{r.xs[i - 1], r.ys[i - 1]};
+      spline::FillLine(r.Points(from, to), static_cast<double>(from) - left.x, Piece(left, {r.xs[i], r.ys[i]}), limit);
+    }
+    from = to;
+  }
+  r.Hold(from, r.end, r.ys.back());
   return W_SUCCESS;
 }
 
