@@ -13,7 +13,8 @@ constexpr const char* kUsbIdFile = "USBTMC.ID";
 } // namespace
 
 Editor::Editor(Program& programState)
-    : program(programState), setup(program), waveFiles(program, setup), fileCommands(program, waveFiles), view(program),
+    : program(programState), setup(program), waveFiles(program, setup),
+      fileCommands(program.desktop, program.messages, program.registry, program.names, waveFiles), view(program),
       markers(program, view), painter(program, markers), commands(program) {
   setup.SetHooks({{},
                   [this] { view.MemorySizeChanged(); },
