@@ -97,12 +97,10 @@ void Editor::AfterOpen() {
   AfterEdit();
 }
 
-// A smaller memory may have left the ranges behind its end.
+// A smaller memory may have left the ranges past its end; what lay beyond it ends there.
 void Editor::ClampScopes() {
   const double size = program.settings.MemorySize;
   for (Scope* scope : {&program.buffers.CurrentScope(), &program.buffers.UndoScope()}) {
-    // A range that lay behind the new end has nothing left: the whole waveform takes its place.
-    if (scope->Start >= size) *scope = {0, size};
     scope->Start = std::clamp(scope->Start, 0.0, size);
     scope->End = std::clamp(scope->End, 0.0, size);
   }

@@ -1,5 +1,6 @@
 #include "libs/spline32/spline32.h"
 #include "libs/wavelb32/ExactLine.h"
+#include "platform/WholePoint.h"
 
 #include <algorithm>
 #include <cmath>
@@ -82,9 +83,9 @@ std::int32_t Spline_Hokan_Line(WaveHandle handle, double rangeStart, double rang
   if (!AreControlPoints(xs, ys)) return W_BAD_VALUE;
 
   // Start and length are rounded up, as everywhere in the waveform library.
-  const auto first = static_cast<std::int64_t>(std::ceil(rangeStart));
+  const auto first = static_cast<std::int64_t>(WholePoint(rangeStart));
   const auto end =
-      std::min<std::int64_t>(first + static_cast<std::int64_t>(std::ceil(rangeEnd - rangeStart)), memorySize);
+      std::min<std::int64_t>(first + static_cast<std::int64_t>(WholePoint(rangeEnd - rangeStart)), memorySize);
   // The first whole point at or behind a control point.
   const auto pointFrom = [&](double position) {
     return static_cast<std::int64_t>(

@@ -2,8 +2,9 @@
 //
 // A point is a signed 16-bit data code; full scale is -32767 to +32767, code 0 is the centre. Positions, counts and
 // spans are doubles in points. Functions that take a range turn it into whole points in one way: the first point is the
-// start rounded up, the number of points is the count rounded up, and a last point that only this rounding pushed past
-// the end is dropped. Results are rounded to the nearest code, halves to even, and limited to -32767..32767.
+// start rounded up, the number of points is the count rounded up (as platform/WholePoint.h does), and a last point that
+// only this rounding pushed past the end is dropped. Results are rounded to the nearest code, halves to even, and
+// limited to -32767..32767.
 //
 // Handles are nonzero; 0 is a failed allocation. A handle that was freed or never given, a range that lies outside its
 // buffer, a value that is not a number: nothing is changed and the function returns one of the negative statuses.

@@ -5,6 +5,7 @@
 #include "instrument/SystemSetup.h"
 #include "platform/Clock.h"
 #include "platform/DeviceContext.h"
+#include "platform/WholePoint.h"
 #include "tools/create/CreateGuards.h"
 
 #include <algorithm>
@@ -113,7 +114,7 @@ void CreatePages::Draw_Wave_Create(DeviceContext& picture) const {
   const double start = generator_.StartOf(page);
   // The last point of the area holds up to its end; what the buffer has behind it is no part of the page.
   const double points =
-      std::min(std::ceil(start) + std::ceil(page.Size), static_cast<double>(W_Lock(generator_.GenBuffer()).size()));
+      std::min(WholePoint(start) + WholePoint(page.Size), static_cast<double>(W_Lock(generator_.GenBuffer()).size()));
   if (points >= 1) {
     W_DrawWave2(picture, generator_.GenBuffer(), start, 0, page.Size, W_CODE_SPAN, width, height,
                 static_cast<std::int32_t>(points));
