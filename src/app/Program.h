@@ -3,6 +3,7 @@
 // It holds no behaviour of its own: each unit takes the members that it needs by reference.
 #pragma once
 
+#include "app/ControlPointFinder.h"
 #include "app/ConvUnit.h"
 #include "app/EditBuffers.h"
 #include "app/Messages.h"
@@ -56,6 +57,7 @@ public:
   SystemInfo settings;
   ConvUnit units{settings};
   EditBuffers buffers{settings};
+  ControlPointFinder controlPoints;
   ViewState view;
   ModelDatabase models;
   std::array<CommandTable, 4> commandTables;

@@ -134,5 +134,8 @@ std::int32_t W_CalcWave(WaveHandle source, WaveHandle operand, WaveHandle result
 // W_CONTROL_POINT_SCALE / number of points, to the nearest), values16 their codes. W_NOT_POSSIBLE when more than
 // W_MAX_CONTROL_POINTS are needed; count is then 0.
 std::int32_t ConvCPdata(WaveHandle handle, WaveHandle positions32, WaveHandle values16, std::int32_t& count);
+// The same for 1 to W_MAX_POINTS codes in any memory, from any thread. `count` is an outcome only.
+std::int32_t W_FindControlPoints(std::span<const std::int16_t> codes, std::span<std::int32_t> positions,
+                                 std::span<std::int16_t> values, std::int32_t& count);
 
 } // namespace calder
