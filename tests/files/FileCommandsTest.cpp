@@ -83,6 +83,7 @@ TEST_F(FileCommandsTest, EveryKindIsDispatchedByItsExtension) {
     if (row.message != nullptr) desktop.boxes.Expect(row.message);
     const bool done = row.open ? Files().Open_File(row.kind) : Files().Save_File(row.kind, false);
     EXPECT_EQ(called, row.called) << row.kind << row.path;
+    EXPECT_EQ(desktop.dialogs.last.fileName, row.kind == Kind_Pwf ? "" : "/documents/Untitled") << row.kind;
     EXPECT_EQ(done, *row.called != 0 && row.result == 0) << row.kind << row.path;
     const RememberedNames& names = program->names;
     EXPECT_THAT((std::array{names.LastListFile, names.LastTableFile, names.LastPwfFile, names.LastSystemFile}),
