@@ -32,8 +32,8 @@ Editor::~Editor() = default;
 bool Editor::Start() {
   program.interfaceKind = program.registry.GetGpibBoard();
   program.serialNumber = program.registry.GetSerialNum();
-  program.settings.XUnit = 2;
-  program.settings.YUnit = 2;
+  program.settings.XUnit = kXUser;
+  program.settings.YUnit = kYUser;
   std::error_code error;
   const std::string usbIds = std::filesystem::exists(kUsbIdFile, error)
                                  ? std::string(kUsbIdFile)

@@ -5,8 +5,8 @@
 
 namespace calder {
 
-// Rounded up, but for a value within 1e-6 of a whole number, which it then is: lengths are differences of positions, and
-// 32.2 - 12.2 is a little more than 20. A value that is not a number stays one.
+// Rounded up, but for a value within 1e-6 of a whole number, which it then is: lengths are differences of positions,
+// and 32.2 - 12.2 is a little more than 20. A value that is not a number stays one.
 [[nodiscard]] inline double WholePoint(double points) {
   constexpr double tolerance = 1e-6;
   const double nearest = std::rint(points);

@@ -2,6 +2,8 @@
 // docs/file-formats.md has the layout.
 #pragma once
 
+#include "libs/wavelb32/wavelb32.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -22,7 +24,7 @@ inline constexpr std::size_t WDB_TABLE_ENTRY_BYTES = 6;
                                     std::vector<char>& scratch);
 
 // The most bytes that a file can have that anything is taken from; what comes after them is not looked at.
-inline constexpr std::size_t WDB_MOST_BYTES = WDB_TABLE_OFFSET + 10000 * WDB_TABLE_ENTRY_BYTES;
+inline constexpr std::size_t WDB_MOST_BYTES = WDB_TABLE_OFFSET + W_MAX_CONTROL_POINTS * WDB_TABLE_ENTRY_BYTES;
 
 // The settings block of a file's bytes, whatever else is wrong with them; empty when they do not reach so far.
 [[nodiscard]] std::span<const std::byte> WdbSettings(std::span<const std::byte> file);

@@ -12,6 +12,8 @@
 // The table of buffers is the library's own and is used from one thread.
 #pragma once
 
+#include "platform/WaveLimits.h"
+
 #include <cstdint>
 #include <limits>
 #include <span>
@@ -31,13 +33,10 @@ inline constexpr std::int32_t W_NOT_POSSIBLE = -4;
 // What the functions that return a code give instead of one.
 inline constexpr std::int32_t W_NO_DATA = std::numeric_limits<std::int32_t>::min();
 
-inline constexpr std::int32_t W_CODE_MAX = 32767;
-inline constexpr std::int32_t W_CODE_SPAN = 65534;
-// The most points that a waveform has, and the most control points that a transfer block holds.
-inline constexpr std::int32_t W_MAX_POINTS = 524288;
+// The most control points that a transfer block holds.
 inline constexpr std::int32_t W_MAX_CONTROL_POINTS = 10000;
 // The full scale of a control point's position, whatever the waveform's number of points.
-inline constexpr std::int32_t W_CONTROL_POINT_SCALE = 524288;
+inline constexpr std::int32_t W_CONTROL_POINT_SCALE = W_MAX_POINTS;
 
 // ---- buffers (Buffers.cpp) ----
 

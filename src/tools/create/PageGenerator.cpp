@@ -73,11 +73,11 @@ ExpressionFault PageGenerator::EvaluateWith(Evaluator& evaluator, const CreatePa
   const PreparedText text(page.Constants, page.Expression, program_.units, program_.settings);
   const std::int16_t code = evaluator.EvalArray1(StartOf(page), page.EndX - page.StartX, buffer_, text.Text());
   ExpressionFault fault = FaultOf(code, text, evaluator.LastFault(), program_.language);
-  if (code == EVAL_SUCCESS || program_.settings.YUnit == 0) return fault;
+  if (code == EVAL_SUCCESS || program_.settings.YUnit == kYCodes) return fault;
   // What the unit puts around the expression may have taken part: "(x" is closed by a parenthesis that is not the
   // user's. The expression alone has the same fault in its own words.
   SystemInfo inCodes = program_.settings;
-  inCodes.YUnit = 0;
+  inCodes.YUnit = kYCodes;
   const PreparedText alone(page.Constants, page.Expression, program_.units, inCodes);
   double value = 0;
   live_.TakeConstants(evaluator);
