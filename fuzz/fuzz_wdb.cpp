@@ -3,13 +3,10 @@
 #include "files/SettingsBlock.h"
 #include "libs/file32/WdbFile.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cstdlib>
-#include <string>
+#include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   using namespace calder;
@@ -19,21 +16,19 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   std::array<std::uint8_t, WDB_SETTINGS_BYTES> block{};
   std::copy_n(data + 3, std::min(size - 3, block.size()), block.begin());
 
-  static const int file = ::memfd_create("wdb", 0);
   static std::vector<std::int16_t> codes(524288);
-  if (file < 0 || ::pwrite(file, block.data(), block.size(), 0) < 0) std::abort();
-  if (::ftruncate(file, static_cast<off_t>(length)) != 0) std::abort();
+  static std::vector<std::byte> file;
+  file.assign(length, std::byte{0});
+  std::ranges::copy(std::as_bytes(std::span(block)).first(std::min(length, block.size())), file.begin());
   codes[0] = 77;
-  std::array<std::byte, WDB_SETTINGS_BYTES> settings;
-  settings.fill(std::byte{0x55});
-  const std::int32_t status = ReadWdb("/proc/self/fd/" + std::to_string(file), settings, codes);
-  if (status != 0) {
-    if (codes[0] != 77 || std::ranges::count(settings, std::byte{0x55}) != WDB_SETTINGS_BYTES) std::abort();
+  if (WdbCodes(file, codes) != 0) {
+    if (codes[0] != 77) std::abort();
     return 0;
   }
   if (length < WDB_TABLE_OFFSET || codes[0] != 0) std::abort();
 
   for (const CodePage page : {CodePage::Western, CodePage::Japanese}) {
+    const auto settings = WdbSettings(file).first<WDB_SETTINGS_BYTES>();
     SystemInfo record;
     std::int32_t kind = 3;
     Unpack_Settings(settings, page, record, kind);

@@ -6,8 +6,12 @@
 #include "tools/create/CreateDialog.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QSessionManager>
 #include <QTimer>
+
+#include <functional>
+#include <utility>
 
 // Resources in a static library are linked only when somebody asks for them.
 static void InitIcons() {
@@ -18,6 +22,30 @@ namespace calder {
 namespace {
 
 constexpr int kWarmUpDelay = 150; // milliseconds
+constexpr int kSettled = 100;     // milliseconds without input after which a waveform is taken for finished
+
+// Calls back each time that the user has stopped for a moment after an input that may have changed something.
+class PauseAfterInput final : public QObject {
+public:
+  PauseAfterInput(std::function<void()> paused, QObject* parent) : QObject(parent) {
+    timer_.setSingleShot(true);
+    timer_.setInterval(kSettled);
+    connect(&timer_, &QTimer::timeout, this, [paused = std::move(paused)] { paused(); });
+    qApp->installEventFilter(this);
+  }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    switch (event->type()) {
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonRelease:
+    case QEvent::Drop: timer_.start(); break;
+    default: break;
+    }
+    return false;
+  }
+
+private:
+  QTimer timer_;
+};
 
 } // namespace
 
@@ -77,6 +105,8 @@ bool Application::Start(const std::string& file) {
   warming->setSingleShot(true);
   QObject::connect(warming, &QTimer::timeout, window_.get(), [this] { program_->buffers.WarmUp(); });
   warming->start(kWarmUpDelay);
+  // System Setup and Save need the control points: they are looked for before the user gets there.
+  new PauseAfterInput([this] { program_->controlPoints.Prepare(program_->buffers.Points()); }, window_.get());
   return true;
 }
 

@@ -23,6 +23,9 @@
 
 namespace calder::fake {
 
+// A folder that cannot be there, nor be made by whoever runs the tests: a file has its name.
+inline constexpr const char* kNowhere = CALDER_SOURCE_DIR "/README.md";
+
 struct ShownBox {
   std::string title;
   std::string text;
@@ -206,7 +209,7 @@ struct FakeDesktop {
   LanguageNo language;
   Libraries libraries;
   InlineWorker worker;
-  ProgramFolders folders{{CALDER_SOURCE_DIR, CALDER_SOURCE_DIR "/data"}, "/nonexistent", "/documents", ""};
+  ProgramFolders folders{{CALDER_SOURCE_DIR, CALDER_SOURCE_DIR "/data"}, kNowhere, "/documents", ""};
 
   [[nodiscard]] Desktop Services() {
     return {boxes, dialogs, settings, clock, clipboard, windows, copies, language, libraries, worker, folders, {}};

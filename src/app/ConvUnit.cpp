@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "platform/AsciiText.h"
+#include "platform/WaveLimits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,9 +10,9 @@
 namespace calder {
 namespace {
 
-constexpr double kCodeMax = 32767;
-constexpr double kCodeSpan = 65534;
-constexpr double kNoVolts = 65534; // what a code of an amplitude of 0 volts is
+constexpr double kCodeMax = W_CODE_MAX;
+constexpr double kCodeSpan = W_CODE_SPAN;
+constexpr double kNoVolts = W_CODE_SPAN; // what a code of an amplitude of 0 volts is
 constexpr double kWholeTolerance = 1e-9;
 
 // Conversions multiply the span by a fraction of the full scale (not the code by a step), so that both ends of a range
@@ -46,10 +47,10 @@ double ConvUnit::EffectiveOffset() const {
 }
 
 double ConvUnit::PointToX(double point) const {
-  ClampX(point, 0);
+  ClampX(point, kXPoints);
   switch (settings_.XUnit) {
-  case 1: return settings_.Period * (point / settings_.MemorySize);
-  case 2: return (settings_.XUserMax - settings_.XUserMin) * (point / settings_.MemorySize) + settings_.XUserMin;
+  case kXSeconds: return settings_.Period * (point / settings_.MemorySize);
+  case kXUser: return (settings_.XUserMax - settings_.XUserMin) * (point / settings_.MemorySize) + settings_.XUserMin;
   default: return point;
   }
 }
@@ -57,8 +58,8 @@ double ConvUnit::PointToX(double point) const {
 double ConvUnit::XToPoint(double x) const {
   ClampX(x, settings_.XUnit);
   switch (settings_.XUnit) {
-  case 1: return SnapToWhole(Finite(x / settings_.Period * settings_.MemorySize));
-  case 2:
+  case kXSeconds: return SnapToWhole(Finite(x / settings_.Period * settings_.MemorySize));
+  case kXUser:
     return SnapToWhole(
         Finite((x - settings_.XUserMin) / (settings_.XUserMax - settings_.XUserMin) * settings_.MemorySize));
   default: return SnapToWhole(x);
@@ -67,8 +68,8 @@ double ConvUnit::XToPoint(double x) const {
 
 double ConvUnit::CodeToYIn(double code, int unit) const {
   switch (unit) {
-  case 1: return settings_.Amplitude * (code / kCodeSpan) + EffectiveOffset();
-  case 2:
+  case kYVolts: return settings_.Amplitude * (code / kCodeSpan) + EffectiveOffset();
+  case kYUser:
     return (settings_.YUserMax - settings_.YUserMin) * (code / kCodeSpan) +
            (settings_.YUserMin + settings_.YUserMax) / 2;
   default: return code;
@@ -85,15 +86,15 @@ double ConvUnit::CodeToYUnclamped(double code) const {
 }
 
 double ConvUnit::YToCode(double y) const {
-  if (settings_.YUnit == 1 && settings_.Amplitude == 0) return kNoVolts;
+  if (settings_.YUnit == kYVolts && settings_.Amplitude == 0) return kNoVolts;
   ClampY(y, settings_.YUnit);
   return YToCodeUnclamped(y);
 }
 
 double ConvUnit::YToCodeUnclamped(double y) const {
   switch (settings_.YUnit) {
-  case 1: return settings_.Amplitude == 0 ? kNoVolts : (y - EffectiveOffset()) / settings_.Amplitude * kCodeSpan;
-  case 2:
+  case kYVolts: return settings_.Amplitude == 0 ? kNoVolts : (y - EffectiveOffset()) / settings_.Amplitude * kCodeSpan;
+  case kYUser:
     return (y - (settings_.YUserMin + settings_.YUserMax) / 2) / (settings_.YUserMax - settings_.YUserMin) * kCodeSpan;
   default: return y;
   }
@@ -101,22 +102,22 @@ double ConvUnit::YToCodeUnclamped(double y) const {
 
 double ConvUnit::CodeSpanToY(double codes) const {
   switch (settings_.YUnit) {
-  case 1: return settings_.Amplitude * (codes / kCodeSpan);
-  case 2: return (settings_.YUserMax - settings_.YUserMin) * (codes / kCodeSpan);
+  case kYVolts: return settings_.Amplitude * (codes / kCodeSpan);
+  case kYUser: return (settings_.YUserMax - settings_.YUserMin) * (codes / kCodeSpan);
   default: return codes;
   }
 }
 
 double ConvUnit::YSpanToCode(double y) const {
   switch (settings_.YUnit) {
-  case 1: return settings_.Amplitude == 0 ? kNoVolts : y / settings_.Amplitude * kCodeSpan;
-  case 2: return y / (settings_.YUserMax - settings_.YUserMin) * kCodeSpan;
+  case kYVolts: return settings_.Amplitude == 0 ? kNoVolts : y / settings_.Amplitude * kCodeSpan;
+  case kYUser: return y / (settings_.YUserMax - settings_.YUserMin) * kCodeSpan;
   default: return y;
   }
 }
 
 void ConvUnit::ClampX(double& x, int unit) const {
-  if (unit == 0 && x > settings_.MemorySize) {
+  if (unit == kXPoints && x > settings_.MemorySize) {
     x = 0;
     return;
   }
@@ -125,8 +126,8 @@ void ConvUnit::ClampX(double& x, int unit) const {
 
 bool ConvUnit::CheckX(double& x, int unit) const {
   switch (unit) {
-  case 1: return Limit(x, 0, 1 / settings_.Frequency);
-  case 2: return Limit(x, settings_.XUserMin, settings_.XUserMax);
+  case kXSeconds: return Limit(x, 0, 1 / settings_.Frequency);
+  case kXUser: return Limit(x, settings_.XUserMin, settings_.XUserMax);
   default: return Limit(x, 0, settings_.MemorySize);
   }
 }
@@ -136,7 +137,7 @@ bool ConvUnit::CheckXCurrent(double& x) const {
 }
 
 void ConvUnit::ClampY(double& y, int unit) const {
-  if (unit == 0) {
+  if (unit == kYCodes) {
     Limit(y, -kCodeMax, kCodeMax);
     return;
   }
@@ -145,8 +146,8 @@ void ConvUnit::ClampY(double& y, int unit) const {
 
 bool ConvUnit::CheckY(double& y, int unit) const {
   switch (unit) {
-  case 1: return Limit(y, CodeToYIn(-kCodeMax, 1), CodeToYIn(kCodeMax, 1));
-  case 2: return Limit(y, settings_.YUserMin, settings_.YUserMax);
+  case kYVolts: return Limit(y, CodeToYIn(-kCodeMax, kYVolts), CodeToYIn(kCodeMax, kYVolts));
+  case kYUser: return Limit(y, settings_.YUserMin, settings_.YUserMax);
   default: return Limit(y, -kCodeMax - 1, kCodeMax);
   }
 }
@@ -157,32 +158,32 @@ bool ConvUnit::CheckYCurrent(double& y) const {
 
 std::string ConvUnit::XUnitName() const {
   switch (settings_.XUnit) {
-  case 1: return "sec";
-  case 2: return TrimBlanks(settings_.XUserName);
+  case kXSeconds: return "sec";
+  case kXUser: return TrimBlanks(settings_.XUserName);
   default: return "Word";
   }
 }
 
 std::string ConvUnit::YUnitName() const {
   switch (settings_.YUnit) {
-  case 1: return "V";
-  case 2: return TrimBlanks(settings_.YUserName);
+  case kYVolts: return "V";
+  case kYUser: return TrimBlanks(settings_.YUserName);
   default: return {};
   }
 }
 
 std::string ConvUnit::PointToXText(double point) const {
   const double x = PointToX(point);
-  return settings_.XUnit == 0 ? FormatFixed(x, 8) : FormatEng(x, 7);
+  return settings_.XUnit == kXPoints ? FormatFixed(x, 8) : FormatEng(x, 7);
 }
 
 std::string ConvUnit::PointToXTextWide(double point) const {
   const double x = PointToX(point);
-  return settings_.XUnit == 0 ? FormatFixed(x, 11) : FormatEng(x, 10);
+  return settings_.XUnit == kXPoints ? FormatFixed(x, 11) : FormatEng(x, 10);
 }
 
 std::string ConvUnit::YText(double y) const {
-  return settings_.YUnit == 0 ? FormatFixed(y, 8) : FormatEng(y, 7);
+  return settings_.YUnit == kYCodes ? FormatFixed(y, 8) : FormatEng(y, 7);
 }
 
 std::string ConvUnit::CodeToYText(double code) const {

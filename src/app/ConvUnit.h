@@ -2,7 +2,7 @@
 // current units, range checks, unit names and value texts. Everything is worked out from the settings record at each
 // call, so a changed setting holds at once.
 //
-// Units: X 0 points, 1 seconds, 2 user; Y 0 codes, 1 volts, 2 user. A point runs from 0 to MemorySize, the right end.
+// Units are an XUnitNo or a YUnitNo. A point runs from 0 to MemorySize, the right end.
 #pragma once
 
 #include "libs/sysinf32/SystemInfo.h"

@@ -1,5 +1,6 @@
 #include "app/EditBuffers.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace calder {
@@ -29,6 +30,11 @@ void EditBuffers::Free() {
 
 void EditBuffers::WarmUp() const {
   for (const WaveHandle handle : {edit_[0], edit_[1], create_, work_}) W_WarmMemory(handle);
+}
+
+std::span<const std::int16_t> EditBuffers::Points() const {
+  const std::span<const std::int16_t> all = W_Lock(Current());
+  return all.first(std::min(all.size(), static_cast<std::size_t>(std::max(settings_.MemorySize, 0))));
 }
 
 void EditBuffers::ResetScopes() {

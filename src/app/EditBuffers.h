@@ -9,6 +9,8 @@
 #include "libs/wavelb32/wavelb32.h"
 
 #include <array>
+#include <cstdint>
+#include <span>
 
 namespace calder {
 
@@ -34,6 +36,8 @@ public:
 
   [[nodiscard]] int CurrentIndex() const { return current_; }
   [[nodiscard]] WaveHandle Current() const { return edit_[static_cast<std::size_t>(current_)]; }
+  // The current waveform: MemorySize points, or none before Allocate.
+  [[nodiscard]] std::span<const std::int16_t> Points() const;
   [[nodiscard]] WaveHandle UndoCopy() const { return edit_[static_cast<std::size_t>(1 - current_)]; }
   [[nodiscard]] WaveHandle Create() const { return create_; }
   [[nodiscard]] WaveHandle Work() const { return work_; }

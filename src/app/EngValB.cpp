@@ -1,6 +1,7 @@
 #include "app/EngValB.h"
 
 #include "libs/file32/TextLines.h"
+#include "platform/AsciiText.h"
 
 #include <algorithm>
 #include <array>
@@ -128,12 +129,6 @@ int TakeThousands(Decimal& decimal) {
   return k;
 }
 
-std::string Trim(const std::string& text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
 std::string ByMask(Decimal decimal, std::string_view mask) {
   const auto dot = mask.find('.');
   const std::string_view integerMask = mask.substr(0, dot);
@@ -166,7 +161,7 @@ std::string FormatEng(double value, int width) {
   std::string text = Fixed(decimal, width + 1);
   const char prefix = kPrefixes[PrefixIndex(k)];
   if (prefix != ' ' && !text.empty()) text.pop_back();
-  return Trim(text + prefix);
+  return TrimBlanks(text + prefix);
 }
 
 std::string FormatEngMask(double value, std::string_view mask) {
@@ -179,7 +174,7 @@ std::string FormatEngMask(double value, std::string_view mask) {
   const int k = TakeThousands(decimal);
   std::string text = ByMask(decimal, mask);
   if (!text.empty() && text.back() == '.') text.pop_back();
-  return Trim(text + kPrefixes[PrefixIndex(k)]);
+  return TrimBlanks(text + kPrefixes[PrefixIndex(k)]);
 }
 
 std::string FormatMask(double value, std::string_view mask) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "app/Messages.h"
+#include "platform/WaveLimits.h"
 
 #include <array>
 #include <cstddef>
@@ -39,15 +40,15 @@ struct CreatePage {
   std::int16_t Function = 0; // a PageFunction
   double StartX = 0;         // points; 0 <= StartX <= EndX <= MemorySize
   double EndX = 0;
-  double Offset = 0;        // code
-  double Size = 0;          // points, EndX - StartX
-  double Amplitude = 65534; // codes, peak to peak
-  double Period = 1;        // periods over the area, >= 0
-  double Phase = 0;         // degrees, -360 to 360
-  double Symmetry = 50;     // percent
-  double Duty = 50;         // percent
-  double Transition = 0;    // percent
-  std::string Constants;    // UTF-8 as PageText makes it
+  double Offset = 0;              // code
+  double Size = 0;                // points, EndX - StartX
+  double Amplitude = W_CODE_SPAN; // codes, peak to peak
+  double Period = 1;              // periods over the area, >= 0
+  double Phase = 0;               // degrees, -360 to 360
+  double Symmetry = 50;           // percent
+  double Duty = 50;               // percent
+  double Transition = 0;          // percent
+  std::string Constants;          // UTF-8 as PageText makes it
   std::string Expression;
 
   [[nodiscard]] bool IsVisited() const { return Visited != 0 || Valid != 0; }

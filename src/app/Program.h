@@ -3,11 +3,13 @@
 // It holds no behaviour of its own: each unit takes the members that it needs by reference.
 #pragma once
 
+#include "app/ControlPointFinder.h"
 #include "app/ConvUnit.h"
 #include "app/EditBuffers.h"
 #include "app/Messages.h"
 #include "app/PageTable.h"
 #include "app/Registry.h"
+#include "app/RememberedNames.h"
 #include "app/UsbIds.h"
 #include "app/ViewState.h"
 #include "libs/eval32/eval32.h"
@@ -21,7 +23,6 @@
 
 namespace calder {
 
-inline constexpr const char* kUntitled = "Untitled";
 inline constexpr const char* kTitle = "Orvo Calder for XG5530/31";
 inline constexpr const char* kApplicationTitle = "Calder";
 
@@ -38,15 +39,6 @@ enum ToolNo : int {
 
 // Interface kinds.
 enum InterfaceKind : std::int16_t { kNiGpib = 0, kKiGpib = 1, kUsb488 = 2, kUsbTmc = 3, kSimulated = 4 };
-
-// The names that the next file dialogs offer first.
-struct RememberedNames {
-  std::string CurrentWaveFile = kUntitled; // also in the title
-  std::string LastSystemFile = kUntitled;
-  std::string LastTableFile = kUntitled;
-  std::string LastListFile = kUntitled;
-  std::string LastPwfFile;
-};
 
 class Program {
 public:
@@ -66,6 +58,7 @@ public:
   SystemInfo settings;
   ConvUnit units{settings};
   EditBuffers buffers{settings};
+  ControlPointFinder controlPoints;
   ViewState view;
   ModelDatabase models;
   std::array<CommandTable, 4> commandTables;

@@ -2,25 +2,26 @@
 #pragma once
 
 #include "app/Messages.h"
+#include "libs/sysinf32/SystemInfo.h"
 
 namespace calder {
 
-// unit: 0 points, 1 seconds, 2 the user's.
+// unit: an XUnitNo.
 [[nodiscard]] inline const char* XUnitListText(int unit, Language language) {
   const bool english = language == Language::English;
   switch (unit) {
-  case 1: return english ? "Time" : "時間";
-  case 2: return english ? "User Unit" : "ｶｽﾀﾑ";
+  case kXSeconds: return english ? "Time" : "時間";
+  case kXUser: return english ? "User Unit" : "ｶｽﾀﾑ";
   default: return english ? "Address" : "ｱﾄﾞﾚｽ";
   }
 }
 
-// unit: 0 codes, 1 volts, 2 the user's.
+// unit: a YUnitNo.
 [[nodiscard]] inline const char* YUnitListText(int unit, Language language) {
   const bool english = language == Language::English;
   switch (unit) {
-  case 1: return english ? "Voltage" : "電圧";
-  case 2: return english ? "User Unit" : "ｶｽﾀﾑ";
+  case kYVolts: return english ? "Voltage" : "電圧";
+  case kYUser: return english ? "User Unit" : "ｶｽﾀﾑ";
   default: return english ? "Data" : "ﾃﾞｰﾀ";
   }
 }

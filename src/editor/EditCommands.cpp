@@ -1,14 +1,13 @@
 #include "editor/EditCommands.h"
+#include "platform/WholePoint.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace calder {
 namespace {
 
-// Whole points: rounded up to the next integer.
 std::int32_t WholeUp(double points) {
-  return static_cast<std::int32_t>(std::ceil(points));
+  return static_cast<std::int32_t>(WholePoint(points));
 }
 
 } // namespace

@@ -13,7 +13,8 @@ constexpr const char* kUsbIdFile = "USBTMC.ID";
 } // namespace
 
 Editor::Editor(Program& programState)
-    : program(programState), setup(program), waveFiles(program, setup), fileCommands(program, waveFiles), view(program),
+    : program(programState), setup(program), waveFiles(program, setup),
+      fileCommands(program.desktop, program.messages, program.registry, program.names, waveFiles), view(program),
       markers(program, view), painter(program, markers), commands(program) {
   setup.SetHooks({{},
                   [this] { view.MemorySizeChanged(); },
@@ -31,8 +32,8 @@ Editor::~Editor() = default;
 bool Editor::Start() {
   program.interfaceKind = program.registry.GetGpibBoard();
   program.serialNumber = program.registry.GetSerialNum();
-  program.settings.XUnit = 2;
-  program.settings.YUnit = 2;
+  program.settings.XUnit = kXUser;
+  program.settings.YUnit = kYUser;
   std::error_code error;
   const std::string usbIds = std::filesystem::exists(kUsbIdFile, error)
                                  ? std::string(kUsbIdFile)
@@ -96,12 +97,10 @@ void Editor::AfterOpen() {
   AfterEdit();
 }
 
-// A smaller memory may have left the ranges behind its end.
+// A smaller memory may have left the ranges past its end; what lay beyond it ends there.
 void Editor::ClampScopes() {
   const double size = program.settings.MemorySize;
   for (Scope* scope : {&program.buffers.CurrentScope(), &program.buffers.UndoScope()}) {
-    // A range that lay behind the new end has nothing left: the whole waveform takes its place.
-    if (scope->Start >= size) *scope = {0, size};
     scope->Start = std::clamp(scope->Start, 0.0, size);
     scope->End = std::clamp(scope->End, 0.0, size);
   }

@@ -1,12 +1,14 @@
 #include "editor/WaveView.h"
 
+#include "platform/WaveLimits.h"
+
 #include <algorithm>
 #include <cmath>
 
 namespace calder {
 namespace {
 
-constexpr int kDeepest = 32767; // the vertical bar moves in steps of two codes
+constexpr int kDeepest = W_CODE_MAX; // the vertical bar moves in steps of two codes
 
 int Round(double value) {
   return static_cast<int>(std::nearbyint(value));

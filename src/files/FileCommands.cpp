@@ -1,5 +1,7 @@
 #include "files/FileCommands.h"
 
+#include "app/Messages.h"
+#include "app/Registry.h"
 #include "files/FileNames.h"
 #include "files/WaveFiles.h"
 #include "platform/FileDialogs.h"
@@ -11,210 +13,110 @@ namespace {
 
 constexpr const char* kFolderSection = "Files";
 constexpr const char* kFolderKey = "LastFolder";
-constexpr int kRealTextFilter = 3;
 
 } // namespace
 
-void FileCommands::Open_File(int kind) {
-  switch (kind) {
-  case Kind_List: return OpenList();
-  case Kind_Table: return OpenTable();
-  case Kind_Pwf: return OpenPwf();
-  case Kind_System: return OpenSystem();
-  case Kind_Import: return OpenImport();
-  default: return OpenWaveDialog();
-  }
+FileCommands::FileCommands(const Desktop& desktop, const ErrMsg& messages, clsRegistry& registry,
+                           RememberedNames& names, WaveFiles& waveFiles)
+    : desktop_(desktop), messages_(messages), registry_(registry), names_(names) {
+  // Of waveforms the reader and writer show every failure themselves.
+  const auto read = [&waveFiles](const std::string& path) {
+    return waveFiles.Read_WaveFile(path) ? 0 : std::int32_t{kMsgReadFailed};
+  };
+  const auto readReals = [&waveFiles](const std::string& path) {
+    return waveFiles.Read_RealText(path) ? 0 : std::int32_t{kMsgReadFailed};
+  };
+  const auto write = [&waveFiles](const std::string& path) {
+    return waveFiles.Write_WaveFile(path) ? 0 : std::int32_t{kMsgWriteFailed};
+  };
+  SetFormat(Kind_Wave, {read, write});
+  SetFormat(Kind_WaveText, {{}, write});
+  SetFormat(Kind_RealText, {readReals, {}});
 }
 
-void FileCommands::Save_File(int kind, bool asText) {
-  switch (kind) {
-  case Kind_List: return SaveList();
-  case Kind_Table: return SaveTable();
-  case Kind_Pwf: return SavePwf();
-  case Kind_System: return SaveSystem();
-  default: return SaveWave(asText);
+bool FileCommands::Open_File(int kind) {
+  const FileKindRow& row = RowOf(kind);
+  if (row.openFilter.english == nullptr) return Read(row, {});
+  const DialogName name = Set_DialogFile(names_.*row.remembered, row.defaultExtension, Get_DefaultFolder());
+  const int filter = name.defaultExt == row.defaultExtension ? 1 : row.otherFilter;
+  const auto answer = desktop_.fileDialogs.Open(
+      {"", messages_.Pick(row.openFilter.japanese, row.openFilter.english), filter, name.fileName, name.defaultExt});
+  if (!answer || (row.emptyOpenIsCancelled && answer->path.empty())) return false;
+  const bool asReals = row.realTextFilter != 0 && answer->filterIndex == row.realTextFilter;
+  return Read(asReals ? RowOf(Kind_RealText) : row, answer->path);
+}
+
+bool FileCommands::Save_File(int kind, bool asText) {
+  const FileKindRow& chosen = RowOf(kind);
+  const FileKindRow& row = chosen.kind == Kind_Wave && asText ? RowOf(Kind_WaveText) : chosen;
+  if (row.saveFilter.english == nullptr) return false;
+  const std::string& remembered = names_.*row.remembered;
+  DialogName name{SaveName(remembered, Get_DefaultFolder()), row.defaultExtension};
+  switch (row.offer) {
+  case FileKindRow::Offer::AsItIs: break;
+  case FileKindRow::Offer::WithoutExtension:
+    name = Set_DialogFile(remembered, row.defaultExtension, Get_DefaultFolder());
+    break;
+  case FileKindRow::Offer::WithDefaultExtension:
+    name = WaveSaveName(remembered, row.defaultExtension, Get_DefaultFolder());
+    break;
   }
+  const auto answer = desktop_.fileDialogs.Save(
+      {"", messages_.Pick(row.saveFilter.japanese, row.saveFilter.english), 1, name.fileName, name.defaultExt});
+  if (!answer || (row.emptySaveIsCancelled && answer->path.empty())) return false;
+  return Write(row, answer->path);
 }
 
 void FileCommands::SaveCurrent() {
-  if (program_.names.CurrentWaveFile == kUntitled) {
+  if (names_.CurrentWaveFile == kUntitled) {
     Save_File(Kind_Wave, false);
     return;
   }
-  waveFiles_.Write_WaveFile(program_.names.CurrentWaveFile);
-  TitleChanged();
+  // A copy: the writer sets the name.
+  const std::string path = names_.CurrentWaveFile;
+  if (formats_[Kind_Wave].write(path) == 0 && titleChanged_) titleChanged_();
 }
 
 bool FileCommands::OpenWave(const std::string& path) {
-  const bool opened = waveFiles_.Read_WaveFile(path);
-  if (opened) RememberFolder(path);
-  TitleChanged();
-  return opened;
+  return Read(RowOf(Kind_Wave), path);
 }
 
-void FileCommands::OpenList() {
-  const DialogName name = Set_DialogFile(program_.names.LastListFile, "wfn", Get_DefaultFolder());
-  const auto answer =
-      program_.desktop.fileDialogs.Open({"",
-                                         program_.messages.Pick("ﾃｷｽﾄ独自形式(*.wfn)|*.wfn|全てのﾌｧｲﾙ(*.*)|*.*",
-                                                                "Expression files(*.wfn)|*.wfn|All files(*.*)|*.*"),
-                                         1, name.fileName, name.defaultExt});
-  if (!answer || !Is_FileExt(answer->path, "wfn") || !handlers_.readList) return;
-  handlers_.readList(answer->path);
+bool FileCommands::Read(const FileKindRow& row, const std::string& path) {
+  const auto format = formats_.find(row.kind);
+  if (!TakesFile(row, path, row.openRefusal) || format == formats_.end() || !format->second.read) return false;
+  return Finish(row, path, format->second.read(path), row.readFailure, row.openRemembers);
 }
 
-void FileCommands::OpenTable() {
-  const DialogName name = Set_DialogFile(program_.names.LastTableFile, "prn", Get_DefaultFolder());
-  const auto answer =
-      program_.desktop.fileDialogs.Open({"",
-                                         program_.messages.Pick("ﾃｷｽﾄﾌｧｲﾙ(*.prn)|*.prn|全てのﾌｧｲﾙ(*.*)|*.*",
-                                                                "Text files(*.prn)|*.prn|All files(*.*)|*.*"),
-                                         1, name.fileName, name.defaultExt});
-  if (!answer || answer->path.empty()) return;
-  if (!Is_FileExt(answer->path, "csv") && !Is_FileExt(answer->path, "tsv") && !Is_FileExt(answer->path, "prn")) {
-    program_.messages.ErrorBox(kMsgBadExtension);
-    return;
+bool FileCommands::Write(const FileKindRow& row, const std::string& path) {
+  const auto format = formats_.find(row.kind);
+  if (!TakesFile(row, path, row.saveRefusal) || format == formats_.end() || !format->second.write) return false;
+  return Finish(row, path, format->second.write(path), row.writeFailure, row.saveRemembers);
+}
+
+bool FileCommands::Finish(const FileKindRow& row, const std::string& path, std::int32_t result, int failure,
+                          bool remembers) {
+  if (failure != 0 && result == failure) {
+    messages_.ErrorBoxText("[" + path + "] " + messages_.MessageText(failure));
+    return false;
   }
-  if (!handlers_.readTable) return;
-  handlers_.readTable(answer->path);
-  program_.names.LastTableFile = answer->path;
-}
-
-void FileCommands::OpenPwf() {
-  const DialogName name = Set_DialogFile(program_.names.LastPwfFile, "pwf", Get_DefaultFolder());
-  const auto answer = program_.desktop.fileDialogs.Open(
-      {"", program_.messages.Pick("ﾃｷｽﾄ独自形式(*.pwf)|*.pwf", "PWF Parameter files(*.pwf)|*.pwf"), 1, name.fileName,
-       name.defaultExt});
-  if (!answer) return;
-  if (!Is_FileExt(answer->path, "pwf")) {
-    program_.messages.ErrorBox(kMsgBadFileName);
-    return;
+  if (remembers) names_.*row.remembered = path;
+  if (row.isWaveform && result == 0) {
+    if (!path.empty()) RememberFolder(path);
+    if (titleChanged_) titleChanged_();
   }
-  if (handlers_.readPwf && handlers_.readPwf(answer->path) == kMsgReadFailed) ReportFailure(answer->path, kMsgReadFailed);
+  return result == 0;
 }
 
-void FileCommands::OpenSystem() {
-  const DialogName name = Set_DialogFile(program_.names.LastSystemFile, "ocb", Get_DefaultFolder());
-  const auto answer =
-      program_.desktop.fileDialogs.Open({"",
-                                         program_.messages.Pick("ｼｽﾃﾑﾌｧｲﾙ(*.ocb)|*.ocb|全てのﾌｧｲﾙ(*.*)|*.*",
-                                                                "System files(*.ocb)|*.ocb|All files(*.*)|*.*"),
-                                         1, name.fileName, name.defaultExt});
-  if (!answer || !Is_FileExt(answer->path, "ocb") || !handlers_.readSystem) return;
-  if (handlers_.readSystem(answer->path) == kMsgReadFailed) {
-    ReportFailure(answer->path, kMsgReadFailed);
-    return;
-  }
-  if (handlers_.systemRead) handlers_.systemRead();
-  program_.names.LastSystemFile = answer->path;
-}
-
-void FileCommands::OpenWaveDialog() {
-  DialogName name = Set_DialogFile(program_.names.CurrentWaveFile, "wdb", Get_DefaultFolder());
-  const int filter = name.defaultExt == "wdb" ? 1 : 2;
-  const auto answer = program_.desktop.fileDialogs.Open(
-      {"",
-       program_.messages.Pick("ﾊﾞｲﾅﾘ独自形式(*.wdb)|*.wdb|ﾃｷｽﾄ 整数形式(*.txt)|*.txt|ﾃｷｽﾄ "
-                              "実数形式(*.txt)|*.txt|全てのﾌｧｲﾙ(*.*)|*.*",
-                              "Binary files(*.wdb)|*.wdb|Text Integer data files(*.txt)|*.txt|Text Real data "
-                              "files(*.txt)|*.txt|All files(*.*)|*.*"),
-       filter, name.fileName, name.defaultExt});
-  if (!answer || answer->path.empty()) return;
-  const bool opened = answer->filterIndex == kRealTextFilter ? waveFiles_.Read_RealText(answer->path)
-                                                             : waveFiles_.Read_WaveFile(answer->path);
-  if (opened) RememberFolder(answer->path);
-  TitleChanged();
-}
-
-void FileCommands::OpenImport() {
-  if (handlers_.import && handlers_.import() == 0) TitleChanged();
-}
-
-void FileCommands::SaveList() {
-  const auto answer = program_.desktop.fileDialogs.Save(
-      {"", program_.messages.Pick("ﾃｷｽﾄ独自形式(*.wfn)|*.wfn", "Expression files(*.wfn)|*.wfn"), 1,
-       SaveName(program_.names.LastListFile, Get_DefaultFolder()), "wfn"});
-  if (!answer) return;
-  if (!Is_FileExt(answer->path, "wfn")) {
-    program_.messages.ErrorBox(kMsgBadFileName);
-    return;
-  }
-  if (!handlers_.writeList) return;
-  handlers_.writeList(answer->path);
-  program_.names.LastListFile = answer->path;
-}
-
-void FileCommands::SaveTable() {
-  const DialogName name = Set_DialogFile(program_.names.LastTableFile, "prn", Get_DefaultFolder());
-  const auto answer = program_.desktop.fileDialogs.Save(
-      {"", program_.messages.Pick("ﾃｷｽﾄﾌｧｲﾙ（ｽﾍﾟｰｽ区切り）(*.prn)|*.prn", "Text files(Space delimited)(*.prn)|*.prn"),
-       1, name.fileName, name.defaultExt});
-  if (!answer) return;
-  if (!Is_FileExt(answer->path, "csv") && !Is_FileExt(answer->path, "tsv") && !Is_FileExt(answer->path, "prn")) {
-    program_.messages.ErrorBox(kMsgBadFileName);
-    return;
-  }
-  if (!handlers_.writeTable) return;
-  handlers_.writeTable(answer->path);
-  program_.names.LastTableFile = answer->path;
-}
-
-void FileCommands::SavePwf() {
-  const auto answer = program_.desktop.fileDialogs.Save(
-      {"", program_.messages.Pick("ﾃｷｽﾄ独自形式(*.pwf)|*.pwf", "PWF Parameter files(*.pwf)|*.pwf"), 1,
-       SaveName(program_.names.LastPwfFile, Get_DefaultFolder()), "pwf"});
-  if (!answer) return;
-  if (!Is_FileExt(answer->path, "pwf")) {
-    program_.messages.ErrorBox(kMsgBadFileName);
-    return;
-  }
-  if (!handlers_.writePwf) return;
-  if (handlers_.writePwf(answer->path) == kMsgWriteFailed) {
-    ReportFailure(answer->path, kMsgWriteFailed);
-    return;
-  }
-  program_.names.LastPwfFile = answer->path;
-}
-
-void FileCommands::SaveSystem() {
-  const auto answer = program_.desktop.fileDialogs.Save(
-      {"", program_.messages.Pick("ｼｽﾃﾑﾌｧｲﾙ(*.ocb)|*.ocb", "System files(*.ocb)|*.ocb"), 1,
-       SaveName(program_.names.LastSystemFile, Get_DefaultFolder()), "ocb"});
-  if (!answer) return;
-  if (!Is_FileExt(answer->path, "ocb")) {
-    program_.messages.ErrorBox(kMsgBadFileName);
-    return;
-  }
-  if (!handlers_.writeSystem) return;
-  if (handlers_.writeSystem(answer->path) == kMsgWriteFailed) {
-    ReportFailure(answer->path, kMsgWriteFailed);
-    return;
-  }
-  program_.names.LastSystemFile = answer->path;
-}
-
-void FileCommands::SaveWave(bool asText) {
-  const DialogName name = WaveSaveName(program_.names.CurrentWaveFile, asText ? "txt" : "wdb", Get_DefaultFolder());
-  const char* filter = asText ? program_.messages.Pick("ﾃｷｽﾄ形式(*.txt)|*.txt", "Text files(*.txt)|*.txt")
-                              : program_.messages.Pick("ﾊﾞｲﾅﾘ独自形式(*.wdb)|*.wdb", "Binary files(*.wdb)|*.wdb");
-  const auto answer = program_.desktop.fileDialogs.Save({"", filter, 1, name.fileName, name.defaultExt});
-  if (!answer || answer->path.empty()) return;
-  if (waveFiles_.Write_WaveFile(answer->path)) RememberFolder(answer->path);
-  TitleChanged();
-}
-
-void FileCommands::ReportFailure(const std::string& path, int message) const {
-  program_.messages.ErrorBoxText("[" + path + "] " + program_.messages.MessageText(message));
-}
-
-void FileCommands::TitleChanged() const {
-  if (titleChanged_) titleChanged_();
+bool FileCommands::TakesFile(const FileKindRow& row, const std::string& path, int refusal) const {
+  if (Accepts(row, path)) return true;
+  if (refusal != 0) messages_.ErrorBox(refusal);
+  return false;
 }
 
 void FileCommands::RememberFolder(const std::string& path) {
   std::error_code error;
   const std::filesystem::path folder = std::filesystem::absolute(path, error).parent_path();
-  if (!error) program_.registry.SetSetting(kFolderSection, kFolderKey, folder.string());
+  if (!error) registry_.SetSetting(kFolderSection, kFolderKey, folder.string());
 }
 
 } // namespace calder

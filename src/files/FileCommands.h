@@ -1,54 +1,43 @@
-// The two commands that every File menu ends in: they own the dialogs, filters, initial names and the extension test,
-// and hand the path to the format's reader or writer.
+// The two commands that every File menu ends in: they show the dialogs, test the extension as the kind's row says, and
+// hand the path to the kind's reader or writer.
 #pragma once
 
-#include "app/Program.h"
+#include "files/FileKinds.h"
+#include "platform/Desktop.h"
 
 #include <cstdint>
 #include <functional>
+#include <map>
+#include <optional>
 #include <string>
 
 namespace calder {
 
+class clsRegistry;
+class ErrMsg;
 class WaveFiles;
+struct FileDialogAnswer;
 
-// File kinds; any other number counts as Kind_Wave.
-enum FileKind : int {
-  Kind_List = 0,
-  Kind_Table = 2,
-  Kind_Pwf = 4,
-  Kind_System = 5,
-  Kind_Wave = 6,
-  Kind_Import = 7,
-};
-
-// The readers and writers of the kinds beside the waveform. A kind that has none does nothing.
-struct FormatHandlers {
-  std::function<void(const std::string&)> readList;
-  std::function<void(const std::string&)> writeList;
-  std::function<void(const std::string&)> readTable;
-  std::function<void(const std::string&)> writeTable;
-  std::function<std::int32_t(const std::string&)> readPwf; // 0, 71 or 72
-  std::function<std::int32_t(const std::string&)> writePwf;
-  std::function<std::int32_t(const std::string&)> readSystem;
-  std::function<std::int32_t(const std::string&)> writeSystem;
-  std::function<void()> systemRead;     // the setup dialog follows the record
-  std::function<std::int32_t()> import; // 0 when data came in
+// What reads and writes the files of one kind: 0, or the number of the message that says what failed. A kind that lacks
+// one of them does nothing there.
+struct FileFormat {
+  std::function<std::int32_t(const std::string& path)> read;
+  std::function<std::int32_t(const std::string& path)> write;
 };
 
 class FileCommands {
 public:
-  FileCommands(Program& program, WaveFiles& waveFiles) : program_(program), waveFiles_(waveFiles) {}
+  FileCommands(const Desktop& desktop, const ErrMsg& messages, clsRegistry& registry, RememberedNames& names,
+               WaveFiles& waveFiles);
 
-  void SetHandlers(FormatHandlers handlers) { handlers_ = std::move(handlers); }
-  // For a unit that takes the handlers of its own kind.
-  [[nodiscard]] FormatHandlers& Handlers() { return handlers_; }
+  // Gives a kind its reader and writer, in place of those that it had.
+  void SetFormat(FileKind kind, FileFormat format) { formats_[kind] = std::move(format); }
   // The current file's name changed, so the title has to.
   void SetTitleChanged(std::function<void()> titleChanged) { titleChanged_ = std::move(titleChanged); }
 
-  // Cancelling a dialog ends either command silently.
-  void Open_File(int kind);
-  void Save_File(int kind, bool asText);
+  // Cancelling a dialog ends either command silently. True: the reader or writer did its work.
+  bool Open_File(int kind);
+  bool Save_File(int kind, bool asText);
   // Save: the current file, or the dialog when there is none.
   void SaveCurrent();
 
@@ -56,27 +45,22 @@ public:
   // told.
   bool OpenWave(const std::string& path);
 
-  [[nodiscard]] std::string Get_DefaultFolder() const { return program_.desktop.folders.documents; }
+  [[nodiscard]] std::string Get_DefaultFolder() const { return desktop_.folders.documents; }
 
 private:
-  void OpenList();
-  void OpenTable();
-  void OpenPwf();
-  void OpenSystem();
-  void OpenWaveDialog();
-  void OpenImport();
-  void SaveList();
-  void SaveTable();
-  void SavePwf();
-  void SaveSystem();
-  void SaveWave(bool asText);
-  void ReportFailure(const std::string& path, int message) const;
-  void TitleChanged() const;
+  bool Read(const FileKindRow& row, const std::string& path);
+  bool Write(const FileKindRow& row, const std::string& path);
+  // Shows the failure that the row names, remembers the path, lets the title follow.
+  bool Finish(const FileKindRow& row, const std::string& path, std::int32_t result, int failure, bool remembers);
+  // Whether the row's kind takes the file; shows the message that the row has for one that it does not take.
+  [[nodiscard]] bool TakesFile(const FileKindRow& row, const std::string& path, int refusal) const;
   void RememberFolder(const std::string& path);
 
-  Program& program_;
-  WaveFiles& waveFiles_;
-  FormatHandlers handlers_;
+  const Desktop& desktop_;
+  const ErrMsg& messages_;
+  clsRegistry& registry_;
+  RememberedNames& names_;
+  std::map<FileKind, FileFormat> formats_;
   std::function<void()> titleChanged_;
 };
 

@@ -1,6 +1,6 @@
 #include "files/FileNames.h"
 
-#include "app/Program.h"
+#include "app/RememberedNames.h"
 #include "platform/AsciiText.h"
 
 #include <algorithm>

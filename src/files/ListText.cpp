@@ -4,6 +4,7 @@
 #include "app/UnitLists.h"
 #include "libs/file32/WaveList.h"
 #include "platform/AsciiText.h"
+#include "platform/WaveLimits.h"
 
 #include <algorithm>
 #include <array>
@@ -15,8 +16,8 @@ namespace {
 constexpr const char* kLineEnd = "\r\n";
 constexpr const char* kRule = "'+++++++++++++++";
 constexpr const char* kPageRule = "'----------------";
-constexpr double kCodeMax = 32767;
-constexpr double kCodeSpan = 65534;
+constexpr double kCodeMax = W_CODE_MAX;
+constexpr double kCodeSpan = W_CODE_SPAN;
 
 // How values of a file stand for points or codes of the program.
 class Scale {

@@ -156,7 +156,7 @@ bool IsSound(const SystemInfo& record) {
   return record.MemorySize >= 1 && record.MemorySize <= W_MAX_POINTS && record.Frequency > 0 && record.Period > 0 &&
          record.XUserMin < record.XUserMax && record.YUserMin < record.YUserMax &&
          std::isfinite(record.XUserMax - record.XUserMin) && std::isfinite(record.YUserMax - record.YUserMin) &&
-         record.XUnit >= 0 && record.XUnit <= 2 && record.YUnit >= 0 && record.YUnit <= 2;
+         record.XUnit >= kXPoints && record.XUnit <= kXUser && record.YUnit >= kYCodes && record.YUnit <= kYUser;
 }
 
 } // namespace calder

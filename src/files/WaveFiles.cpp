@@ -1,8 +1,8 @@
 #include "files/WaveFiles.h"
 
 #include "files/FileNames.h"
-#include "files/SettingsBlock.h"
 #include "files/ParseErrorTexts.h"
+#include "files/SettingsBlock.h"
 #include "instrument/SystemSetup.h"
 #include "platform/AsciiText.h"
 
@@ -25,7 +25,8 @@ bool WaveFiles::Read_WaveFile(const std::string& path) {
 }
 
 bool WaveFiles::ReadWdb(const std::string& path) {
-  switch (Check_WdbModel(path)) {
+  const std::span<const std::byte> file = program_.fileLibrary.LoadWdb(path);
+  switch (Check_WdbModel(file)) {
   case ModelCheck::Unknown: program_.messages.ErrorBox(kMsgUnknownModel); return false;
   case ModelCheck::Unreadable: program_.messages.ErrorBox(kMsgReadFailed); return false;
   case ModelCheck::Known: break;
@@ -33,16 +34,14 @@ bool WaveFiles::ReadWdb(const std::string& path) {
   // The settings are looked at before any buffer is touched, so that a damaged file changes nothing.
   SystemInfo record = program_.settings;
   std::int32_t kind = program_.interfaceKind;
-  std::vector<char> head;
-  std::array<std::byte, WDB_SETTINGS_BYTES> block{};
-  bool sound = ReadFileStart(path, block.size(), head) == 0 && head.size() == block.size();
+  const std::span<const std::byte> block = WdbSettings(file);
+  bool sound = !block.empty();
   if (sound) {
-    std::copy_n(std::as_bytes(std::span(head)).begin(), block.size(), block.begin());
-    Unpack_Settings(block, PageOf(program_.language), record, kind);
+    Unpack_Settings(block.first<WDB_SETTINGS_BYTES>(), PageOf(program_.language), record, kind);
     sound = IsSound(record);
   }
   EditBuffers& buffers = program_.buffers;
-  if (!sound || program_.fileLibrary.Read4410File(path, block, buffers.Work()) != 0) {
+  if (!sound || program_.fileLibrary.TakeWdb(file, buffers.Work()) != 0) {
     program_.messages.ErrorBox(kMsgReadFailed);
     return false;
   }
@@ -99,12 +98,10 @@ void WaveFiles::TakeWork(std::int32_t points) {
   setup_.ForgetControlPoints();
 }
 
-WaveFiles::ModelCheck WaveFiles::Check_WdbModel(const std::string& path) const {
-  std::vector<char> head;
-  if (ReadFileStart(path, kModelNameOffset + kModelNameBytes, head) != 0) return ModelCheck::Unreadable;
-  if (head.size() < kModelNameOffset + kModelNameBytes) return ModelCheck::Unreadable;
-  const std::string name =
-      TrimBlanks(FromCodePageField({head.data() + kModelNameOffset, kModelNameBytes}, PageOf(program_.language)));
+WaveFiles::ModelCheck WaveFiles::Check_WdbModel(std::span<const std::byte> file) const {
+  if (file.size() < kModelNameOffset + kModelNameBytes) return ModelCheck::Unreadable;
+  const std::string_view field(reinterpret_cast<const char*>(&file[kModelNameOffset]), kModelNameBytes);
+  const std::string name = TrimBlanks(FromCodePageField(field, PageOf(program_.language)));
   for (const std::string& model : setup_.Models()) {
     if (model.substr(0, name.size()) == name) return ModelCheck::Known;
   }

@@ -6,8 +6,9 @@
 
 #include "app/Program.h"
 
+#include <cstddef>
 #include <cstdint>
-#include <functional>
+#include <span>
 #include <string>
 
 namespace calder {
@@ -31,7 +32,8 @@ public:
 private:
   enum class ModelCheck { Known, Unknown, Unreadable };
 
-  [[nodiscard]] ModelCheck Check_WdbModel(const std::string& path) const;
+  // Of the bytes of a .wdb file.
+  [[nodiscard]] ModelCheck Check_WdbModel(std::span<const std::byte> file) const;
   [[nodiscard]] bool ReadWdb(const std::string& path);
   [[nodiscard]] bool ReadIntegerText(const std::string& path);
   [[nodiscard]] std::int32_t Write_Wdb(const std::string& path);

@@ -94,8 +94,8 @@ bool InitialiseSystem(Program& program, SystemSetup& setup) {
   }
   RestoreLastSettings(program, setup);
   SystemInfo& settings = program.settings;
-  settings.XUnit = 2;
-  settings.YUnit = 2;
+  settings.XUnit = kXUser;
+  settings.YUnit = kYUser;
   settings.XUserMin = 0;
   settings.XUserMax = 1;
   settings.YUserMin = -1;

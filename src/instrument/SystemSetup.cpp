@@ -144,9 +144,10 @@ void SystemSetup::LoadCommandTables() {
 
 void SystemSetup::RefreshControlPoints() {
   SystemInfo& settings = program_.settings;
-  std::int32_t count = settings.MemorySize;
+  std::int32_t count = 0;
   const EditBuffers& buffers = program_.buffers;
-  const bool possible = ConvCPdata(buffers.Current(), buffers.Block32(), buffers.Block16(), count) == W_SUCCESS;
+  const bool possible = program_.controlPoints.Find(buffers.Points(), W_Lock32(buffers.Block32()),
+                                                    W_Lock(buffers.Block16()), count) == W_SUCCESS;
   settings.TransferFormat = possible ? 1 : 0;
   settings.ControlPointCount = possible ? count : 0;
   RebuildTransferFormats();

@@ -24,10 +24,15 @@ namespace calder {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return Lower(x) == Lower(y); });
 }
 
+// Without such characters at both ends.
+[[nodiscard]] constexpr std::string_view Trimmed(std::string_view text, std::string_view blanks = " \t") {
+  text.remove_prefix(std::min(text.find_first_not_of(blanks), text.size()));
+  return text.substr(0, text.find_last_not_of(blanks) + 1);
+}
+
 // Without blanks at both ends; other white space stays.
 [[nodiscard]] inline std::string TrimBlanks(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
-  return std::string(text.substr(0, text.find_last_not_of(' ') + 1));
+  return std::string(Trimmed(text, " "));
 }
 
 } // namespace calder

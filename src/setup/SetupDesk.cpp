@@ -38,17 +38,21 @@ SetupDesk::SetupDesk(Program& program, SystemSetup& setup, FileCommands& files, 
     : program_(program), setup_(setup), files_(files), bus_(bus), limits_(program), systemFile_(program, waveFiles),
       waveTransfer_(program, setup, bus, progress), loopTest_(program, waveTransfer_, progress),
       bench_(program.desktop.folders.bus) {
-  FormatHandlers& handlers = files_.Handlers();
-  handlers.readSystem = [this](const std::string& path) { return systemFile_.Read_SystemFile(path); };
-  handlers.writeSystem = [this](const std::string& path) { return systemFile_.Write_SystemFile(path); };
-  handlers.systemRead = [this] {
-    setup_.RecordLoaded();
-    ClearAddedPoints();
-    setup_.RefreshControlPoints();
-    AskController();
-    RefreshSerials();
-    Show();
-  };
+  files_.SetFormat(Kind_System, {[this](const std::string& path) {
+                                   const std::int32_t result = systemFile_.Read_SystemFile(path);
+                                   if (result != kMsgReadFailed) SystemRead();
+                                   return result;
+                                 },
+                                 [this](const std::string& path) { return systemFile_.Write_SystemFile(path); }});
+}
+
+void SetupDesk::SystemRead() {
+  setup_.RecordLoaded();
+  ClearAddedPoints();
+  setup_.RefreshControlPoints();
+  AskController();
+  RefreshSerials();
+  Show();
 }
 
 void SetupDesk::Form_Load() {

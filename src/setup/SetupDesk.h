@@ -109,6 +109,7 @@ private:
   // Points that a larger memory has brought since the dialog opened hold what was there before: they are cleared,
   // before anything is made of them.
   void ClearAddedPoints();
+  void SystemRead(); // the dialog follows a record that a system file gave
   void Show() const;
   void Run(Transfer transfer);
   [[nodiscard]] std::string UsbPrefix() const;

@@ -25,7 +25,7 @@ TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
     const char *why, *message;
     void (*spoil)(fake::FakeDesktop&);
   } rows[] = {
-      {"no USBTMC.ID", "Lost the file of USBTMC.ID", [](fake::FakeDesktop& d) { d.folders.read = {"/nonexistent"}; }},
+      {"no USBTMC.ID", "Lost the file of USBTMC.ID", [](fake::FakeDesktop& d) { d.folders.read = {fake::kNowhere}; }},
       {"the sibling runs", "The Marlow Software is running.",
        [](fake::FakeDesktop& d) {
          d.windows.captions = {"x", "Orvo Marlow for XG5530/31 <a.seq>"};
@@ -102,6 +102,12 @@ TEST_F(EditorTest, ARangeFromBetweenTwoPointsToTheEndEndsThere) {
     editor->Paste();
     EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 9}));
     EXPECT_EQ(Code(0), (size - 9) % 30000);
+    // 32.2 - 12.2 is more than 20.
+    program->buffers.CurrentScope() = {12.2, 32.2};
+    editor->Copy();
+    program->buffers.CurrentScope() = {100, 100};
+    editor->Paste();
+    EXPECT_EQ(program->buffers.CurrentScope(), (Scope{100, 120}));
   }
 }
 
@@ -171,10 +177,10 @@ TEST_F(EditorTest, NewStartsAnotherCopyAndTouchesNothingHere) {
 TEST_F(EditorTest, AFileOnTheCommandLineThatCannotBeOpenedIsToldAndLeavesAnEmptyEditor) {
   Begin();
   desktop.boxes.Expect("File Read error.");
-  editor->OpenCommandLine("/nonexistent/a.wdb");
+  editor->OpenCommandLine(std::string(fake::kNowhere) + "/a.wdb");
   EXPECT_EQ(editor->Title(), "Orvo Calder for XG5530/31 <Untitled>");
   desktop.boxes.Expect("Invalid file extension.");
-  editor->OpenCommandLine("/nonexistent/a.dat");
+  editor->OpenCommandLine(std::string(fake::kNowhere) + "/a.dat");
   EXPECT_EQ(Code(0), 0);
 }
 

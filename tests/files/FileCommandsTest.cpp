@@ -2,6 +2,10 @@
 #include "editor/EditorFixture.h"
 #include "platform/TempFolder.h"
 
+#include <gmock/gmock.h>
+
+#include <array>
+
 namespace calder {
 namespace {
 
@@ -26,25 +30,17 @@ TEST_F(FileCommandsTest, CancellingEndsEveryCommandSilently) {
 TEST_F(FileCommandsTest, EveryKindIsDispatchedByItsExtension) {
   std::string called;
   std::int32_t result = 0;
-  FormatHandlers handlers;
-  const auto plain = [&](const char* name) {
-    return [&called, name](const std::string& path) { called = name + path; };
-  };
-  const auto status = [&](const char* name) {
+  const auto noting = [&](const char* name) {
     return [&called, &result, name](const std::string& path) {
       called = name + path;
       return result;
     };
   };
-  handlers.readList = plain("read list ");
-  handlers.writeList = plain("write list ");
-  handlers.readTable = plain("read table ");
-  handlers.writeTable = plain("write table ");
-  handlers.readPwf = status("read pwf ");
-  handlers.writePwf = status("write pwf ");
-  handlers.readSystem = status("read system ");
-  handlers.writeSystem = status("write system ");
-  Files().SetHandlers(handlers);
+  Files().SetFormat(Kind_List, {noting("read list "), noting("write list ")});
+  Files().SetFormat(Kind_Table, {noting("read table "), noting("write table ")});
+  Files().SetFormat(Kind_Pwf, {noting("read pwf "), noting("write pwf ")});
+  Files().SetFormat(Kind_System, {noting("read system "), noting("write system ")});
+  Files().SetFormat(Kind_Import, {noting("import"), {}});
   const struct {
     bool open;
     int kind;
@@ -52,39 +48,51 @@ TEST_F(FileCommandsTest, EveryKindIsDispatchedByItsExtension) {
     const char* called;
     const char* message;
     std::int32_t result;
+    const char* list = "Untitled"; // the remembered names afterwards
+    const char* table = "Untitled";
+    const char* pwf = "";
+    const char* system = "Untitled";
   } rows[] = {
       {true, Kind_List, "/a.wfn", "read list /a.wfn", nullptr, 0},
       {true, Kind_List, "/a.txt", "", nullptr, 0},
-      {false, Kind_List, "/a.WFN", "write list /a.WFN", nullptr, 0},
+      {false, Kind_List, "/a.WFN", "write list /a.WFN", nullptr, 0, "/a.WFN"},
+      {false, Kind_List, "/a.wfn", "write list /a.wfn", nullptr, 72, "/a.wfn"},
       {false, Kind_List, "/a.txt", "", "Invalid filename.", 0},
-      {true, Kind_Table, "/a.csv", "read table /a.csv", nullptr, 0},
+      {true, Kind_Table, "/a.csv", "read table /a.csv", nullptr, 71, "Untitled", "/a.csv"},
       {true, Kind_Table, "/table.txt", "", "Invalid file extension.", 0},
-      {false, Kind_Table, "/a.tsv", "write table /a.tsv", nullptr, 0},
-      {false, Kind_Table, "/a.txt", "", "Invalid filename.", 0},
+      {true, Kind_Table, "", "", nullptr, 0},
+      {false, Kind_Table, "/a.tsv", "write table /a.tsv", nullptr, 72, "Untitled", "/a.tsv"},
+      {false, Kind_Table, "/a.pr", "", "Invalid filename.", 0},
       {true, Kind_Pwf, "/a.pwf", "read pwf /a.pwf", nullptr, 0},
       {true, Kind_Pwf, "/a.pwf", "read pwf /a.pwf", "[/a.pwf] File Read error.", 71},
       {true, Kind_Pwf, "/a.txt", "", "Invalid filename.", 0},
+      {false, Kind_Pwf, "/a.pwf", "write pwf /a.pwf", nullptr, 0, "Untitled", "Untitled", "/a.pwf"},
       {false, Kind_Pwf, "/a.pwf", "write pwf /a.pwf", "[/a.pwf] File Write error.", 72},
+      {true, Kind_System, "/a.ocb", "read system /a.ocb", nullptr, 0, "Untitled", "Untitled", "", "/a.ocb"},
       {true, Kind_System, "/a.ocb", "read system /a.ocb", "[/a.ocb] File Read error.", 71},
       {true, Kind_System, "/a.xyz", "", nullptr, 0},
-      {false, Kind_System, "/a.ocb", "write system /a.ocb", nullptr, 0},
+      {false, Kind_System, "/a.ocb", "write system /a.ocb", nullptr, 0, "Untitled", "Untitled", "", "/a.ocb"},
       {false, Kind_System, "/a.ocb", "write system /a.ocb", "[/a.ocb] File Write error.", 72},
+      {false, Kind_System, "/a.wdb", "", "Invalid filename.", 0},
   };
   for (const auto& row : rows) {
+    program->names = {};
     called.clear();
     result = row.result;
     desktop.dialogs.Answer(row.path);
     if (row.message != nullptr) desktop.boxes.Expect(row.message);
-    if (row.open)
-      Files().Open_File(row.kind);
-    else
-      Files().Save_File(row.kind, false);
+    const bool done = row.open ? Files().Open_File(row.kind) : Files().Save_File(row.kind, false);
     EXPECT_EQ(called, row.called) << row.kind << row.path;
+    EXPECT_EQ(desktop.dialogs.last.fileName, row.kind == Kind_Pwf ? "" : "/documents/Untitled") << row.kind;
+    EXPECT_EQ(done, *row.called != 0 && row.result == 0) << row.kind << row.path;
+    const RememberedNames& names = program->names;
+    EXPECT_THAT((std::array{names.LastListFile, names.LastTableFile, names.LastPwfFile, names.LastSystemFile}),
+                testing::ElementsAre(row.list, row.table, row.pwf, row.system))
+        << row.open << row.kind << row.path;
   }
-  EXPECT_EQ(program->names.LastListFile, "/a.WFN") << "only saving remembers a list";
-  EXPECT_EQ(program->names.LastTableFile, "/a.tsv");
-  EXPECT_EQ(program->names.LastPwfFile, "");
-  EXPECT_EQ(program->names.LastSystemFile, "/a.ocb");
+  result = 0;
+  EXPECT_TRUE(Files().Open_File(Kind_Import)) << "it has a dialog of its own";
+  EXPECT_EQ(called, "import");
 }
 
 TEST_F(FileCommandsTest, TheWaveDialogOffersTheFormOfTheCurrentName) {

@@ -77,7 +77,7 @@ TEST_F(WaveFilesTest, OpeningAWdbFileOfAnotherSizeChangesTheMemoryAndTheView) {
   EXPECT_EQ(program->settings.MemorySize, 65536);
   EXPECT_EQ(program->view.XEnd, 65536);
   EXPECT_EQ(program->view.ScrollStep, 2);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 65536}));
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{65536, 65536}));
 }
 
 TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
@@ -126,7 +126,10 @@ TEST_F(WaveFilesTest, TextIsSpreadOverTheWholeMemoryAndCanBeUndone) {
   editor->Undo();
   EXPECT_EQ(Code(77), 77);
   PutFile(folder / "one.txt", "5\n");
-  ASSERT_TRUE(editor->waveFiles.Read_WaveFile(folder / "one.txt"));
+  program->buffers.CurrentScope() = {524288, 524288};
+  desktop.dialogs.Answer(folder / "one.txt");
+  editor->FileOpen();
+  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{524288, 524288})) << "the right end is a range";
   EXPECT_EQ(Code(0), 5);
   EXPECT_EQ(Code(524287), 5);
 }
@@ -158,7 +161,7 @@ TEST_F(WaveFilesTest, SavingAppliesTheChosenMemorySizeAndAFailureKeepsTheNames) 
   EXPECT_EQ(Code(65535), 65535 % 30000);
   EXPECT_EQ(Code(65536), 0) << "grown points are clear";
   desktop.boxes.Expect("File Write error.");
-  EXPECT_FALSE(editor->waveFiles.Write_WaveFile("/nonexistent/b.txt"));
+  EXPECT_FALSE(editor->waveFiles.Write_WaveFile(std::string(fake::kNowhere) + "/b.txt"));
   EXPECT_EQ(program->names.CurrentWaveFile, folder / "a.txt");
 }
 

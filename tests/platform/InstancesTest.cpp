@@ -56,14 +56,20 @@ TEST(Instances, ACopyThatCrashedDoesNotCount) {
 TEST(Instances, ANewCopyStartsInTheProgramsFolderAndLetsGoOfTheLock) {
   const TempFolder folder;
   const std::string program = folder / "a program";
-  PutFile(program, "#!/bin/sh\npwd > started.tmp\nmv started.tmp started\n");
+  PutFile(program,
+          "#!/bin/sh\npwd > started.tmp\ncut -d' ' -f6 /proc/$$/stat >> started.tmp\nmv started.tmp started\n");
   ASSERT_EQ(chmod(program.c_str(), 0755), 0);
   PosixInstances copies(folder / "instances", program);
   ASSERT_TRUE(copies.StartCopy());
   for (int i = 0; i < 2000 && !std::filesystem::exists(folder / "started"); ++i) usleep(1000);
-  EXPECT_EQ(GetFile(folder / "started"), folder.Path().string() + "\n");
-  PosixInstances missing(folder / "other", folder / "no program");
-  EXPECT_FALSE(missing.StartCopy());
+  const std::string started = GetFile(folder / "started");
+  EXPECT_TRUE(started.starts_with(folder.Path().string() + "\n")) << started;
+  EXPECT_FALSE(started.ends_with("\n" + std::to_string(getsid(0)) + "\n")) << "a session of its own";
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "nothing is left to wait for";
+  PutFile(folder / "no program", "exit 0\n");
+  ASSERT_EQ(chmod((folder / "no program").c_str(), 0755), 0);
+  for (const char* name : {"missing", "no program", "no folder/program"})
+    EXPECT_FALSE(PosixInstances(folder / "other", folder / name).StartCopy()) << name;
 }
 
 } // namespace

@@ -24,7 +24,7 @@ struct RecordingSetup final : SetupPort {
 
 struct Desk : BusFixture {
   WaveFiles waveFiles{*program, *setup};
-  FileCommands files{*program, waveFiles};
+  FileCommands files{program->desktop, program->messages, program->registry, program->names, waveFiles};
   RecordingSetup port;
   std::optional<SetupDesk> desk;
   SystemInfo& settings = program->settings;

@@ -1,22 +1,14 @@
 #include "libs/bus/VisaNames.h"
 
 #include "platform/AsciiText.h"
+#include "platform/WholeText.h"
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <vector>
 
 namespace calder {
 namespace {
-
-template <typename Number>
-std::optional<Number> ToNumber(std::string_view text, int base) {
-  Number number = 0;
-  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
-  if (error != std::errc() || stop != text.data() + text.size()) return std::nullopt;
-  return number;
-}
 
 std::optional<std::uint16_t> ToId(std::string_view text) {
   if (text.size() > 2 && EqualWithoutCase(text.substr(0, 2), "0x")) return ToNumber<std::uint16_t>(text.substr(2), 16);

@@ -1,5 +1,7 @@
 #include "libs/eval32/EvaluatorState.h"
 
+#include "platform/WholePoint.h"
+
 #include <algorithm>
 #include <cassert>
 #include <cmath>
@@ -37,8 +39,8 @@ struct PointRange {
 std::optional<PointRange> WholePoints(double start, double count, std::size_t size) {
   const auto end = static_cast<double>(size);
   if (!(start >= 0 && count >= 0 && start + count <= end)) return std::nullopt;
-  const double first = std::ceil(start);
-  const double points = std::min(std::ceil(count), std::max(0.0, end - first));
+  const double first = WholePoint(start);
+  const double points = std::min(WholePoint(count), std::max(0.0, end - first));
   return PointRange{static_cast<std::size_t>(first), static_cast<std::size_t>(points)};
 }
 

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "libs/eval32/Kernels.h"
+#include "platform/WaveLimits.h"
 
 namespace calder::eval {
 
@@ -297,7 +298,7 @@ struct Loops {
   }
 
   // ---- last passes ----
-  static V Limit(V value) { return L::Min(Set(32767), L::Max(Set(-32767), value)); }
+  static V Limit(V value) { return L::Min(Set(W_CODE_MAX), L::Max(Set(-W_CODE_MAX), value)); }
   template <class F>
   static void PackAll(std::size_t points, std::int16_t* codes, F value) {
     for (std::size_t i = 0; i < points; i += kGroupPoints) {

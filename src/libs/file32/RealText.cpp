@@ -1,6 +1,7 @@
 #include "libs/file32/RealText.h"
 
 #include "libs/file32/TextLines.h"
+#include "platform/WaveLimits.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,7 +10,7 @@ namespace calder {
 
 namespace {
 
-constexpr double kFullScale = 32767;
+constexpr double kFullScale = W_CODE_MAX;
 
 bool OnlyBlankLines(std::string_view text) {
   return text.find_first_not_of(" \t\r\n") == std::string_view::npos;

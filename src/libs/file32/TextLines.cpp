@@ -49,12 +49,6 @@ std::int64_t LineNumber(std::string_view text, std::size_t offset) {
   return line;
 }
 
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
-
 bool ParseReal(std::string_view text, double& value) {
   if (text.starts_with('+')) {
     text.remove_prefix(1);

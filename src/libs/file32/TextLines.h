@@ -4,6 +4,9 @@
 // Lines end with CR LF, LF or CR; the last one may lack its end.
 #pragma once
 
+#include "platform/AsciiText.h"
+#include "platform/WaveLimits.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
@@ -11,7 +14,7 @@
 namespace calder {
 
 constexpr std::int32_t kLowestCode = -32768;
-constexpr std::int32_t kHighestCode = 32767;
+constexpr std::int32_t kHighestCode = W_CODE_MAX;
 
 // The text without a UTF-8 byte order mark at its start.
 [[nodiscard]] std::string_view WithoutByteOrderMark(std::string_view text);
@@ -22,9 +25,6 @@ constexpr std::int32_t kHighestCode = 32767;
 [[nodiscard]] std::size_t LineEndLength(std::string_view text);
 // The number, from 1, of the line that begins at `offset`.
 [[nodiscard]] std::int64_t LineNumber(std::string_view text, std::size_t offset);
-
-// Without blanks and tabs at both ends.
-[[nodiscard]] std::string_view Trimmed(std::string_view text);
 
 // Whether a number beyond the range of a double (without a sign, "12.5e-400") is too small, not too large: whether its
 // first digit that counts stands that far behind the decimal point.

@@ -50,22 +50,17 @@ std::int32_t WriteWdb(const std::string& path, std::span<const std::byte> settin
   return ReplaceFile(path, pieces);
 }
 
-// The codes go straight to their place, but only once the file is known to have everything: its size and its table.
-std::int32_t ReadWdb(const std::string& path, std::span<std::byte> settingsBlock, std::span<std::int16_t> codes) {
-  if (settingsBlock.size() < WDB_SETTINGS_BYTES) return FILE_READ_FAILED;
-  RegularFile file(path);
-  std::array<std::byte, WDB_SETTINGS_BYTES> block; // NOLINT(cppcoreguidelines-pro-type-member-init): filled at once
-  if (!file.Read(0, block)) return FILE_READ_FAILED;
-  const std::optional<std::size_t> table = TableBytes(block.data());
-  std::array<std::byte, 1> last{};
-  if (!table || !file.Read(WDB_TABLE_OFFSET + *table - last.size(), last)) return FILE_READ_FAILED;
+std::span<const std::byte> WdbSettings(std::span<const std::byte> file) {
+  return file.size() < WDB_SETTINGS_BYTES ? std::span<const std::byte>() : file.first(WDB_SETTINGS_BYTES);
+}
 
+std::int32_t WdbCodes(std::span<const std::byte> file, std::span<std::int16_t> codes) {
+  const std::span<const std::byte> block = WdbSettings(file);
+  const std::optional<std::size_t> table = block.empty() ? std::nullopt : TableBytes(block.data());
+  if (!table || file.size() < WDB_TABLE_OFFSET + *table) return FILE_READ_FAILED;
   const std::span<std::int16_t> stored = codes.first(std::min(codes.size(), kWavePoints));
-  const std::span<std::byte> bytes = std::as_writable_bytes(stored);
-  if (!file.Read(WDB_SETTINGS_BYTES, bytes)) return FILE_READ_FAILED;
-  if constexpr (std::endian::native != std::endian::little) LoadCodes(bytes.data(), stored);
+  LoadCodes(&file[WDB_SETTINGS_BYTES], stored);
   std::fill(codes.begin() + static_cast<std::ptrdiff_t>(stored.size()), codes.end(), std::int16_t{0});
-  std::ranges::copy(block, settingsBlock.begin());
   return 0;
 }
 

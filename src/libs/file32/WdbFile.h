@@ -2,6 +2,8 @@
 // docs/file-formats.md has the layout.
 #pragma once
 
+#include "libs/wavelb32/wavelb32.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -21,10 +23,15 @@ inline constexpr std::size_t WDB_TABLE_ENTRY_BYTES = 6;
                                     std::span<const std::int16_t> codes, std::span<const std::byte> controlPointTable,
                                     std::vector<char>& scratch);
 
-// 0, or FILE_READ_FAILED with the block unchanged, and the codes too unless the device fails in their midst. A file
-// that is longer than it has to be is sound. Codes for which there is no room are left out, and room for which the file
-// has none becomes 0.
-[[nodiscard]] std::int32_t ReadWdb(const std::string& path, std::span<std::byte> settingsBlock,
-                                   std::span<std::int16_t> codes);
+// The most bytes that a file can have that anything is taken from; what comes after them is not looked at.
+inline constexpr std::size_t WDB_MOST_BYTES = WDB_TABLE_OFFSET + W_MAX_CONTROL_POINTS * WDB_TABLE_ENTRY_BYTES;
+
+// The settings block of a file's bytes, whatever else is wrong with them; empty when they do not reach so far.
+[[nodiscard]] std::span<const std::byte> WdbSettings(std::span<const std::byte> file);
+
+// The codes of a file's bytes. 0, or FILE_READ_FAILED with the codes unchanged: the file lacks something that its
+// settings block announces, or that announces an impossible table. A file that is longer than it has to be is sound.
+// Codes for which there is no room are left out, and room for which the file has none becomes 0.
+[[nodiscard]] std::int32_t WdbCodes(std::span<const std::byte> file, std::span<std::int16_t> codes);
 
 } // namespace calder

@@ -62,9 +62,20 @@ std::int32_t File32::Save4410File(const std::string& path, std::span<const std::
 }
 
 std::int32_t File32::Read4410File(const std::string& path, std::span<std::byte> settingsBlock, WaveHandle buffer) {
+  const std::span<const std::byte> file = LoadWdb(path);
+  if (settingsBlock.size() < WDB_SETTINGS_BYTES || TakeWdb(file, buffer) != 0) return FILE_READ_FAILED;
+  std::ranges::copy(WdbSettings(file), settingsBlock.begin());
+  return 0;
+}
+
+std::span<const std::byte> File32::LoadWdb(const std::string& path) {
+  if (ReadFileStart(path, WDB_MOST_BYTES, impl_->bytes) != 0) return {};
+  return std::as_bytes(std::span(impl_->bytes));
+}
+
+std::int32_t File32::TakeWdb(std::span<const std::byte> file, WaveHandle buffer) {
   const std::span<std::int16_t> codes = W_Lock(buffer);
-  if (codes.empty()) return FILE_READ_FAILED;
-  return ReadWdb(path, settingsBlock, codes);
+  return codes.empty() ? FILE_READ_FAILED : WdbCodes(file, codes);
 }
 
 std::int32_t File32::SaveSystemFile(const std::string& path, std::span<const std::byte> settingsBlock) {

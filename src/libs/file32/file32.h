@@ -47,6 +47,10 @@ public:
   // Points of the buffer beyond the file's become 0.
   [[nodiscard]] std::int32_t Read4410File(const std::string& path, std::span<std::byte> settingsBlock,
                                           WaveHandle buffer);
+  // The same in steps, for who looks at the settings before any buffer changes: the file's bytes, read once and valid
+  // until the next call (empty: it cannot be read), from which WdbSettings takes the block and TakeWdb the waveform.
+  [[nodiscard]] std::span<const std::byte> LoadWdb(const std::string& path);
+  [[nodiscard]] std::int32_t TakeWdb(std::span<const std::byte> file, WaveHandle buffer);
 
   // A system file: the settings block alone. A file that is longer than the block is sound; a shorter one is not, and
   // leaves `settingsBlock` as it was.

@@ -1,6 +1,7 @@
 #include "libs/spline32/Request.h"
 
 #include "libs/wavelb32/wavelb32.h"
+#include "platform/WholePoint.h"
 
 #include <algorithm>
 #include <cmath>
@@ -39,8 +40,8 @@ Request::Request(std::int32_t handle, double rangeStart, double rangeEnd, const 
     ys = {y, static_cast<std::size_t>(count)};
     if (!AreControlPoints(xs, ys)) status = W_BAD_VALUE;
     // Start and length are rounded up, as everywhere in the waveform library.
-    first = static_cast<std::int64_t>(std::ceil(rangeStart));
-    end = std::min<std::int64_t>(first + static_cast<std::int64_t>(std::ceil(rangeEnd - rangeStart)), memorySize);
+    first = static_cast<std::int64_t>(WholePoint(rangeStart));
+    end = std::min<std::int64_t>(first + static_cast<std::int64_t>(WholePoint(rangeEnd - rangeStart)), memorySize);
     end = std::max(first, end);
   }
 }

@@ -3,9 +3,9 @@
 #include "libs/sysinf32/CommandColumns.h"
 #include "libs/sysinf32/TableReader.h"
 #include "libs/sysinf32/sysinf32.h"
+#include "platform/WholeText.h"
 
 #include <algorithm>
-#include <charconv>
 #include <optional>
 
 namespace calder {
@@ -58,21 +58,14 @@ constexpr std::array<std::string_view, kRules.size()> RowKeys() {
   return keys;
 }
 
-std::optional<std::int64_t> WholeNumber(std::string_view text, int base = 10) {
-  std::int64_t value = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, base);
-  if (error != std::errc() || end != text.data() + text.size()) return std::nullopt;
-  return value;
-}
-
 // Decimal, or hexadecimal after 0x.
 std::optional<std::int64_t> Mask(std::string_view text) {
-  if (text.starts_with("0x") || text.starts_with("0X")) return WholeNumber(text.substr(2), 16);
-  return WholeNumber(text);
+  if (text.starts_with("0x") || text.starts_with("0X")) return ToNumber<std::int64_t>(text.substr(2), 16);
+  return ToNumber<std::int64_t>(text);
 }
 
 bool IsWholeWithin(std::string_view text, std::int64_t min, std::int64_t max) {
-  const std::optional<std::int64_t> value = WholeNumber(text);
+  const std::optional<std::int64_t> value = ToNumber<std::int64_t>(text);
   return value && *value >= min && *value <= max;
 }
 
@@ -106,7 +99,8 @@ std::string ColumnFault(const RowRule& rule, const std::vector<std::string>& col
   case RowKind::Model:
     if (!IsWholeWithin(columns[1], 1, kMaxReply) || !IsWholeWithin(columns[2], 1, kMaxReply))
       return "must have a start and a length of 1 to " + std::to_string(kMaxReply);
-    if (rule.kind == RowKind::Model && WholeNumber(columns[2]) != static_cast<std::int64_t>(columns[3].size()))
+    if (rule.kind == RowKind::Model &&
+        ToNumber<std::int64_t>(columns[2]) != static_cast<std::int64_t>(columns[3].size()))
       return "must have the number of characters of the expected text as its length";
     return std::string();
   case RowKind::Template:
@@ -141,7 +135,8 @@ void ReadRow(const TomlNode& node, std::vector<CommandRow>& rows, FaultSink& fau
 void CheckMask(const TomlNode& row, std::int32_t dataBits, FaultSink& faults) {
   const std::int64_t expected = 0x10000 - (std::int64_t{1} << (16 - dataBits));
   if (Mask(TrimCommandText(row.text)) != expected)
-    faults.Report(SYS_BAD_VALUE, row.line, "\"arbmask\" does not belong to " + std::to_string(dataBits) + " data bits.");
+    faults.Report(SYS_BAD_VALUE, row.line,
+                  "\"arbmask\" does not belong to " + std::to_string(dataBits) + " data bits.");
 }
 
 } // namespace
@@ -161,7 +156,7 @@ void ReadCommands(const TomlNode& commands, Model& model, FaultSink& faults) {
       CheckMask(rows.Require("arbmask"), model.DataBits, faults);
       if (rows.Find("arbsend") == nullptr && model.DefaultArbCommand.empty())
         faults.Report(SYS_BAD_VALUE, table.line,
-                    "Neither \"arbsend\" nor \"default_arb_command\" tells how to send a waveform.");
+                      "Neither \"arbsend\" nor \"default_arb_command\" tells how to send a waveform.");
     }
   }
 }

@@ -4,6 +4,7 @@
 #include "libs/sysinf32/LimitsReader.h"
 #include "libs/sysinf32/TableReader.h"
 #include "libs/sysinf32/sysinf32.h"
+#include "platform/WaveLimits.h"
 
 #include <algorithm>
 
@@ -16,7 +17,6 @@ constexpr std::size_t kMaxMemoryName = 32;
 constexpr std::size_t kMaxArbCommand = 64;
 constexpr std::size_t kMaxModels = 256;
 constexpr std::size_t kMaxSizes = 64;
-constexpr std::int32_t kMaxPoints = 524288;
 constexpr std::int32_t kMinPoints = 2;
 constexpr std::int32_t kMaxMemoryNo = 32000;
 
@@ -45,7 +45,7 @@ void ReadAddress(const TomlNode& node, Model& model, FaultSink& faults) {
     const std::span<const TomlNode> ends = ReadItems(*range, 2, faults);
     if (ends.size() != 2) {
       faults.Report(SYS_BAD_VALUE, range->line,
-                  "\"" + range->key + "\" must be a list of the least and the largest address.");
+                    "\"" + range->key + "\" must be a list of the least and the largest address.");
       return;
     }
     const std::int32_t most = kKeys[kind] == "usb488" ? kMaxDeviceId : kMaxBusAddress;
@@ -62,7 +62,7 @@ void ReadAddress(const TomlNode& node, Model& model, FaultSink& faults) {
 
 void ReadSizes(const TomlNode& node, Model& model, FaultSink& faults) {
   for (const TomlNode& item : ReadItems(node, kMaxSizes, faults)) {
-    const std::int32_t points = ReadInteger(item, kMinPoints, kMaxPoints, faults);
+    const std::int32_t points = ReadInteger(item, kMinPoints, W_MAX_POINTS, faults);
     if (std::find(model.MemorySizes.begin(), model.MemorySizes.end(), points) != model.MemorySizes.end())
       faults.Report(SYS_BAD_VALUE, item.line, "The memory size stands twice in the list.");
     model.MemorySizes.push_back(points);

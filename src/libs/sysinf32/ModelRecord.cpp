@@ -10,8 +10,6 @@ namespace calder {
 
 namespace {
 
-constexpr std::int16_t kUserUnit = 2;
-
 std::int16_t InKilo(std::int32_t points) {
   constexpr std::int32_t kKilo = 1024;
   return static_cast<std::int16_t>((points + kKilo - 1) / kKilo);
@@ -97,8 +95,8 @@ void FillRecord(const Model& model, std::int16_t modelNo, const ModelSettings& s
   record.OffsetOn = settings.OffsetOn;
   record.Output = settings.Output;
   record.Polarity = settings.Polarity;
-  record.XUnit = kUserUnit;
-  record.YUnit = kUserUnit;
+  record.XUnit = kXUser;
+  record.YUnit = kYUser;
   record.Frequency = settings.Frequency;
   record.Amplitude = settings.Amplitude;
   record.Offset = settings.Offset;

@@ -1,5 +1,6 @@
 #include "libs/wavelb32/Reduce.h"
 #include "libs/wavelb32/State.h"
+#include "platform/WholePoint.h"
 
 #include <algorithm>
 #include <cstring>
@@ -15,7 +16,7 @@ template <class Point>
 std::int32_t PointAt(std::span<const Point> points, double index, std::int32_t pointCount) {
   if (pointCount < 1 || static_cast<std::size_t>(pointCount) > points.size()) return W_NO_DATA;
   if (!(index > -1 && index <= pointCount)) return W_NO_DATA;
-  const double whole = std::min(std::max(0.0, std::ceil(index)), static_cast<double>(pointCount - 1));
+  const double whole = std::min(std::max(0.0, WholePoint(index)), static_cast<double>(pointCount - 1));
   return points[static_cast<std::size_t>(whole)];
 }
 

@@ -3,6 +3,7 @@
 
 #include "libs/wavelb32/State.h"
 #include "libs/wavelb32/StraightPieces.h"
+#include "platform/WholePoint.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -29,7 +30,7 @@ Task Prepare(WaveHandle handle, double start, double count, double period, doubl
   if (range.status != W_SUCCESS) return {range.status, {}, {}};
   if (!wavelb::IsUsable(period) || !wavelb::IsUsable(phase) || !std::ranges::all_of(others, wavelb::IsUsable))
     return {W_BAD_VALUE, {}, {}};
-  const double first = std::max(0.0, std::ceil(start)) - start;
+  const double first = std::max(0.0, WholePoint(start)) - start;
   // A range much shorter than a point still has one whole point; the floor keeps its turn a number.
   constexpr double shortest = 1e-9;
   return {W_SUCCESS, range.codes, {first, period, std::max(count, shortest), phase / kDegreesPerTurn}};

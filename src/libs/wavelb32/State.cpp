@@ -1,5 +1,6 @@
 #include "libs/wavelb32/State.h"
 
+#include "platform/WholePoint.h"
 #include "platform/posix/BigPages.h"
 
 #include <algorithm>
@@ -103,8 +104,8 @@ std::optional<PointRange> WholePoints(double start, double count, std::size_t si
   // Start and count come from a subtraction, so their sum may miss the end by a rounding.
   constexpr double tolerance = 1e-6;
   if (start + count > limit + tolerance) return std::nullopt;
-  const auto first = static_cast<std::size_t>(std::max(0.0, std::ceil(start)));
-  const auto whole = static_cast<std::size_t>(std::ceil(count));
+  const auto first = static_cast<std::size_t>(std::max(0.0, WholePoint(start)));
+  const auto whole = static_cast<std::size_t>(WholePoint(count));
   return PointRange{first, std::min(whole, size - first)};
 }
 

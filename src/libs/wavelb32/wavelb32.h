@@ -2,14 +2,17 @@
 //
 // A point is a signed 16-bit data code; full scale is -32767 to +32767, code 0 is the centre. Positions, counts and
 // spans are doubles in points. Functions that take a range turn it into whole points in one way: the first point is the
-// start rounded up, the number of points is the count rounded up, and a last point that only this rounding pushed past
-// the end is dropped. Results are rounded to the nearest code, halves to even, and limited to -32767..32767.
+// start rounded up, the number of points is the count rounded up (as platform/WholePoint.h does), and a last point that
+// only this rounding pushed past the end is dropped. Results are rounded to the nearest code, halves to even, and
+// limited to -32767..32767.
 //
 // Handles are nonzero; 0 is a failed allocation. A handle that was freed or never given, a range that lies outside its
 // buffer, a value that is not a number: nothing is changed and the function returns one of the negative statuses.
 //
 // The table of buffers is the library's own and is used from one thread.
 #pragma once
+
+#include "platform/WaveLimits.h"
 
 #include <cstdint>
 #include <limits>
@@ -30,13 +33,10 @@ inline constexpr std::int32_t W_NOT_POSSIBLE = -4;
 // What the functions that return a code give instead of one.
 inline constexpr std::int32_t W_NO_DATA = std::numeric_limits<std::int32_t>::min();
 
-inline constexpr std::int32_t W_CODE_MAX = 32767;
-inline constexpr std::int32_t W_CODE_SPAN = 65534;
-// The most points that a waveform has, and the most control points that a transfer block holds.
-inline constexpr std::int32_t W_MAX_POINTS = 524288;
+// The most control points that a transfer block holds.
 inline constexpr std::int32_t W_MAX_CONTROL_POINTS = 10000;
 // The full scale of a control point's position, whatever the waveform's number of points.
-inline constexpr std::int32_t W_CONTROL_POINT_SCALE = 524288;
+inline constexpr std::int32_t W_CONTROL_POINT_SCALE = W_MAX_POINTS;
 
 // ---- buffers (Buffers.cpp) ----
 
@@ -133,5 +133,8 @@ std::int32_t W_CalcWave(WaveHandle source, WaveHandle operand, WaveHandle result
 // W_CONTROL_POINT_SCALE / number of points, to the nearest), values16 their codes. W_NOT_POSSIBLE when more than
 // W_MAX_CONTROL_POINTS are needed; count is then 0.
 std::int32_t ConvCPdata(WaveHandle handle, WaveHandle positions32, WaveHandle values16, std::int32_t& count);
+// The same for 1 to W_MAX_POINTS codes in any memory, from any thread. `count` is an outcome only.
+std::int32_t W_FindControlPoints(std::span<const std::int16_t> codes, std::span<std::int32_t> positions,
+                                 std::span<std::int16_t> values, std::int32_t& count);
 
 } // namespace calder

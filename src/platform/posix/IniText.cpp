@@ -1,16 +1,13 @@
 #include "platform/posix/IniText.h"
 
+#include "platform/AsciiText.h"
+
 #include <algorithm>
 
 namespace calder {
 namespace {
 
-std::string_view Trim(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r";
-  const auto first = text.find_first_not_of(kBlanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
-}
+constexpr std::string_view kBlanks = " \t\r";
 
 std::string Quote(std::string_view value) {
   std::string text = "\"";
@@ -47,16 +44,16 @@ void IniText::Parse(std::string_view text) {
   Entries* entries = nullptr;
   while (!text.empty()) {
     const auto end = text.find('\n');
-    const std::string_view line = Trim(text.substr(0, end));
+    const std::string_view line = Trimmed(text.substr(0, end), kBlanks);
     text = end == std::string_view::npos ? std::string_view{} : text.substr(end + 1);
     if (line.empty() || line.front() == ';' || line.front() == '#') continue;
     if (line.front() == '[' && line.back() == ']') {
-      entries = &Section(Trim(line.substr(1, line.size() - 2)));
+      entries = &Section(Trimmed(line.substr(1, line.size() - 2), kBlanks));
       continue;
     }
     const auto equals = line.find('=');
     if (entries == nullptr || equals == std::string_view::npos) continue;
-    entries->emplace_back(Trim(line.substr(0, equals)), Unquote(Trim(line.substr(equals + 1))));
+    entries->emplace_back(Trimmed(line.substr(0, equals), kBlanks), Unquote(Trimmed(line.substr(equals + 1), kBlanks)));
   }
 }
 

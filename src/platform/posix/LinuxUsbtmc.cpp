@@ -1,5 +1,7 @@
 #include "platform/posix/LinuxUsbtmc.h"
 
+#include "platform/WholeText.h"
+
 #include <linux/usb/tmc.h>
 
 #include <fcntl.h>
@@ -8,7 +10,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -35,22 +36,12 @@ std::string Attribute(const fs::path& file) {
   return line;
 }
 
-std::optional<unsigned> HexNumber(std::string_view text) {
-  unsigned number = 0;
-  const auto [stop, error] = std::from_chars(text.data(), text.data() + text.size(), number, 16);
-  if (error != std::errc() || stop != text.data() + text.size()) return std::nullopt;
-  return number;
-}
-
 // usbtmc12 -> 12.
 std::optional<int> NodeNumber(std::string_view name) {
   constexpr std::string_view kPrefix = "usbtmc";
   if (!name.starts_with(kPrefix)) return std::nullopt;
   name.remove_prefix(kPrefix.size());
-  int number = 0;
-  const auto [stop, error] = std::from_chars(name.data(), name.data() + name.size(), number);
-  if (error != std::errc() || stop != name.data() + name.size()) return std::nullopt;
-  return number;
+  return ToNumber<int>(name);
 }
 
 // usbtmcN/device is a link to the interface's folder, which lies in the folder of the whole USB device.
@@ -59,9 +50,9 @@ std::optional<UsbtmcDevice> ReadDevice(const fs::path& entry) {
   const fs::path interfaceFolder = fs::canonical(entry / "device", failure);
   if (failure) return std::nullopt;
   const fs::path deviceFolder = interfaceFolder.parent_path();
-  const auto vendor = HexNumber(Attribute(deviceFolder / "idVendor"));
-  const auto product = HexNumber(Attribute(deviceFolder / "idProduct"));
-  const auto interfaceNumber = HexNumber(Attribute(interfaceFolder / "bInterfaceNumber"));
+  const auto vendor = ToNumber<unsigned>(Attribute(deviceFolder / "idVendor"), 16);
+  const auto product = ToNumber<unsigned>(Attribute(deviceFolder / "idProduct"), 16);
+  const auto interfaceNumber = ToNumber<unsigned>(Attribute(interfaceFolder / "bInterfaceNumber"), 16);
   if (!vendor || !product || *vendor > 0xFFFF || *product > 0xFFFF) return std::nullopt;
   UsbtmcDevice device;
   device.vendor = static_cast<std::uint16_t>(*vendor);

@@ -1,7 +1,6 @@
 #include "platform/posix/PosixInstances.h"
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/file.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -9,8 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <filesystem>
-
-extern char** environ; // NOLINT(readability-redundant-declaration): POSIX asks the program to declare it
 
 namespace calder {
 
@@ -40,37 +37,35 @@ PosixInstances::~PosixInstances() {
   if (fd_ >= 0) close(fd_);
 }
 
+// In between stands a process that ends at once, so that no copy is left as a zombie of this one. It makes only calls
+// that are safe in a fork of a program with threads.
 bool PosixInstances::StartCopy() {
   const std::string folder = std::filesystem::path(program_).parent_path().string();
-  posix_spawn_file_actions_t actions;
-  posix_spawnattr_t attributes;
-  if (posix_spawn_file_actions_init(&actions) != 0) return false;
-  if (posix_spawnattr_init(&attributes) != 0) {
-    posix_spawn_file_actions_destroy(&actions);
-    return false;
+  std::string name = program_;
+  const std::array<char*, 2> arguments{name.data(), nullptr};
+  std::array<int, 2> refusal{}; // closed without a byte when the new copy runs
+  if (pipe2(refusal.data(), O_CLOEXEC) != 0) return false;
+  const pid_t between = fork();
+  if (between == 0) {
+    setsid(); // the new copy lives on when this one or its terminal ends
+    const bool there = folder.empty() || chdir(folder.c_str()) == 0;
+    const pid_t copy = there ? fork() : -1;
+    if (copy > 0) _exit(0);
+    if (copy == 0) execv(name.c_str(), arguments.data());
+    constexpr char refused = 'r';
+    _exit(write(refusal[1], &refused, sizeof refused) == sizeof refused ? 1 : 2);
   }
-  // A session of its own: the new copy lives on when this one or its terminal ends. The shell in between exits at once,
-  // so that no copy is left as a zombie of this one.
-  posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETSID);
-  int result = folder.empty() ? 0 : posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
-  pid_t child = -1;
-  if (result == 0) {
-    std::string shell = "/bin/sh";
-    std::string option = "-c";
-    std::string script = "\"$0\" &";
-    std::string program = program_;
-    const std::array<char*, 5> arguments{shell.data(), option.data(), script.data(), program.data(), nullptr};
-    result = access(program_.c_str(), X_OK) == 0
-                 ? posix_spawn(&child, shell.c_str(), &actions, &attributes, arguments.data(), environ)
-                 : -1;
-  }
-  posix_spawnattr_destroy(&attributes);
-  posix_spawn_file_actions_destroy(&actions);
-  if (result != 0) return false;
+  close(refusal[1]);
   int status = 0;
-  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  while (between > 0 && waitpid(between, &status, 0) < 0 && errno == EINTR) {
   }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  char answer = 0;
+  ssize_t got = 0;
+  do {
+    got = read(refusal[0], &answer, sizeof answer);
+  } while (got < 0 && errno == EINTR);
+  close(refusal[0]);
+  return between > 0 && got == 0;
 }
 
 } // namespace calder

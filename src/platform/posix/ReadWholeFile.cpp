@@ -1,5 +1,7 @@
 #include "platform/posix/WholeFile.h"
 
+#include "platform/posix/Descriptor.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
@@ -15,7 +17,19 @@ namespace {
 // No text of this program comes near it; a larger one would only fill the memory.
 constexpr std::size_t kMostBytes = std::size_t{1} << 28;
 
-} // namespace
+// A regular file that is open for reading; anything else is as a file of no bytes.
+class RegularFile {
+public:
+  explicit RegularFile(const std::string& path);
+  // As the system tells it; some files do not know theirs. -1: not open.
+  [[nodiscard]] std::int64_t Size() const { return size_; }
+  // As ::pread, without interruptions; -1: failed.
+  [[nodiscard]] std::ptrdiff_t ReadSome(std::size_t offset, std::span<std::byte> bytes) const;
+
+private:
+  Descriptor file_;
+  std::int64_t size_ = -1;
+};
 
 RegularFile::RegularFile(const std::string& path) {
   if (path.find('\0') != std::string::npos) return;
@@ -34,15 +48,7 @@ std::ptrdiff_t RegularFile::ReadSome(std::size_t offset, std::span<std::byte> by
   }
 }
 
-bool RegularFile::Read(std::size_t offset, std::span<std::byte> bytes) const {
-  while (!bytes.empty()) {
-    const std::ptrdiff_t got = ReadSome(offset, bytes);
-    if (got <= 0) return false;
-    offset += static_cast<std::size_t>(got);
-    bytes = bytes.subspan(static_cast<std::size_t>(got));
-  }
-  return true;
-}
+} // namespace
 
 std::int32_t ReadFileStart(const std::string& path, std::size_t most, std::vector<char>& content) {
   const RegularFile file(path);

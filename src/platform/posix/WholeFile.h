@@ -32,23 +32,6 @@ enum class Durability { Flushed, Renamed };
 [[nodiscard]] std::int32_t ReplaceFile(const std::string& path, std::span<const std::span<const std::byte>> pieces,
                                        const WriteGate& gate = {}, Durability durability = Durability::Flushed);
 
-// A regular file that is open for reading; anything else is as a file of no bytes.
-class RegularFile {
-public:
-  explicit RegularFile(const std::string& path);
-  // The bytes from `offset` on, all that `bytes` has room for. False: the file ends before, or the device fails; then
-  // `bytes` holds anything.
-  [[nodiscard]] bool Read(std::size_t offset, std::span<std::byte> bytes) const;
-  // As the system tells it; some files do not know theirs. -1: not open.
-  [[nodiscard]] std::int64_t Size() const { return size_; }
-  // As ::pread, without interruptions; -1: failed.
-  [[nodiscard]] std::ptrdiff_t ReadSome(std::size_t offset, std::span<std::byte> bytes) const;
-
-private:
-  Descriptor file_;
-  std::int64_t size_ = -1;
-};
-
 // The whole file into `content`, whose memory is reused; after a failure `content` holds anything. Only regular files
 // are read, and none of more than 256 MiB.
 [[nodiscard]] std::int32_t ReadWholeFile(const std::string& path, std::vector<char>& content);

@@ -28,9 +28,12 @@ CreatePages::CreatePages(Program& program, SystemSetup& setup, FileCommands& fil
       return std::generate_canonical<double, 24>(engine);
     };
   }
-  FormatHandlers& handlers = files_.Handlers();
-  handlers.readList = [this](const std::string& path) { listRead_ = listFile_.Read_List(path) == 0; };
-  handlers.writeList = [this](const std::string& path) { listFile_.Write_List(path); };
+  files_.SetFormat(Kind_List, {[this](const std::string& path) {
+                                 const std::int32_t result = listFile_.Read_List(path);
+                                 listRead_ = result == 0;
+                                 return result;
+                               },
+                               [this](const std::string& path) { return listFile_.Write_List(path); }});
 }
 
 // ---- opening and closing ----

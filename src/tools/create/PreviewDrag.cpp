@@ -1,5 +1,7 @@
 #include "tools/create/PreviewDrag.h"
 
+#include "platform/WaveLimits.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -8,8 +10,8 @@ namespace {
 
 constexpr double kPeriodStep = 0.02;
 constexpr double kLeastPeriod = 0.1;
-constexpr double kTurn = 360;    // degrees
-constexpr double kCodes = 65534; // codes from the bottom to the top
+constexpr double kTurn = 360;          // degrees
+constexpr double kCodes = W_CODE_SPAN; // codes from the bottom to the top
 constexpr double kPercent = 100;
 constexpr double kSlow = 4; // a drag across the whole picture is a quarter of the full range
 

@@ -28,11 +28,11 @@ ExpressionFault ExpressionRun::Run(Evaluator& evaluator, const ExpressionTexts& 
   const PreparedText text(texts.constants, texts.formula, units_, settings_);
   const std::int16_t code = evaluator.EvalArray1(range.start, range.count, range.buffer, text.Text());
   ExpressionFault fault = FaultOf(code, text, evaluator.LastFault());
-  if (code == EVAL_SUCCESS || settings_.YUnit == 0) return fault;
+  if (code == EVAL_SUCCESS || settings_.YUnit == kYCodes) return fault;
   // What the unit puts around the expression may have taken part: "(x" is closed by a parenthesis that is not the
   // user's. The expression alone has the same fault in its own words.
   SystemInfo inCodes = settings_;
-  inCodes.YUnit = 0;
+  inCodes.YUnit = kYCodes;
   const PreparedText alone(texts.constants, texts.formula, units_, inCodes);
   double value = 0;
   aside_.TakeConstants(evaluator);

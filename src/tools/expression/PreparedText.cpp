@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "platform/AsciiText.h"
+#include "platform/WaveLimits.h"
 
 #include <algorithm>
 
@@ -64,8 +65,8 @@ Traced InsertX(const Traced& text) {
 std::string XReplacement(const ConvUnit& units, const SystemInfo& settings) {
   const std::string points = std::to_string(settings.MemorySize);
   switch (settings.XUnit) {
-  case 1: return "(x*(" + NumberText(settings.Period) + "/" + points + "))";
-  case 2:
+  case kXSeconds: return "(x*(" + NumberText(settings.Period) + "/" + points + "))";
+  case kXUser:
     return "(x*((" + NumberText(units.PointToX(settings.MemorySize)) + "-" + NumberText(units.PointToX(0)) + ")/" +
            points + ")+(" + NumberText(settings.XUserMin) + "))";
   default: return "x";
@@ -90,8 +91,8 @@ Traced ScaleX(const Traced& text, const ConvUnit& units, const SystemInfo& setti
 }
 
 Traced ScaleY(const Traced& text, const ConvUnit& units) {
-  const std::string high = NumberText(units.CodeToY(32767));
-  const std::string low = NumberText(units.CodeToY(-32767));
+  const std::string high = NumberText(units.CodeToY(W_CODE_MAX));
+  const std::string low = NumberText(units.CodeToY(-W_CODE_MAX));
   Traced result;
   result.Add("((", text.Origin(0));
   result.Add(text, 0, text.Size());
@@ -118,7 +119,7 @@ PreparedText::PreparedText(std::string_view constants, std::string_view expressi
                            const SystemInfo& settings) {
   AddConstants(constants);
   Traced text{expression};
-  if (settings.YUnit != 0) text = ScaleY(text, units);
+  if (settings.YUnit != kYCodes) text = ScaleY(text, units);
   text = InsertX(text);
   // The rewrite of x looks at a text in lower case, so that X is the variable too; bytes stay where they are.
   Traced lower{LowerText(text.Text())};

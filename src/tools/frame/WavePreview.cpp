@@ -3,6 +3,7 @@
 #include "app/ConvUnit.h"
 #include "platform/DeviceContext.h"
 #include "platform/WaveformTheme.h"
+#include "platform/WholePoint.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +20,7 @@ void DrawWavePreview(DeviceContext& picture, const PreviewWave& wave) {
   picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
   // The last point of the part holds up to its end; what the buffer has after it is no part of it.
   const double points =
-      std::min(std::ceil(wave.start) + std::ceil(wave.span), static_cast<double>(W_Lock(wave.buffer).size()));
+      std::min(WholePoint(wave.start) + WholePoint(wave.span), static_cast<double>(W_Lock(wave.buffer).size()));
   if (points >= 1) {
     W_DrawWave2(picture, wave.buffer, wave.start, 0, wave.span, W_CODE_SPAN, width, height,
                 static_cast<std::int32_t>(points));

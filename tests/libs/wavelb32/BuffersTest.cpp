@@ -69,12 +69,14 @@ TEST(Buffers, RangesRoundUpToWholePoints) {
   };
   for (const Row& row :
        {Row{0, 10, W_SUCCESS, "xxxxxxxxxx"}, Row{2, 3, W_SUCCESS, "..xxx....."}, Row{1.2, 2.1, W_SUCCESS, "..xxx....."},
-        Row{0.4, 9.6, W_SUCCESS, ".xxxxxxxxx"}, Row{9.5, 0.5, W_SUCCESS, ".........."},
-        Row{10, 0, W_SUCCESS, ".........."}, Row{3, 0, W_SUCCESS, ".........."}, Row{-0.5, 2, W_SUCCESS, "xx........"},
-        Row{-1, 2, W_BAD_RANGE, ".........."}, Row{0, 11, W_BAD_RANGE, ".........."},
-        Row{5, 6, W_BAD_RANGE, ".........."}, Row{5, -1, W_BAD_RANGE, ".........."},
-        Row{kNotANumber, 1, W_BAD_RANGE, ".........."}, Row{0, kNotANumber, W_BAD_RANGE, ".........."},
-        Row{0, kInfinity, W_BAD_RANGE, ".........."}, Row{1e300, 1, W_BAD_RANGE, ".........."}}) {
+        Row{0.4, 9.6, W_SUCCESS, ".xxxxxxxxx"}, Row{1.2, 4.2 - 1.2 + 1e-9, W_SUCCESS, "..xxx....."},
+        Row{2 + 1e-9, 3 - 1e-9, W_SUCCESS, "..xxx....."}, Row{1.2, 3.00001, W_SUCCESS, "..xxxx...."},
+        Row{9.5, 0.5, W_SUCCESS, ".........."}, Row{10, 0, W_SUCCESS, ".........."}, Row{3, 0, W_SUCCESS, ".........."},
+        Row{-0.5, 2, W_SUCCESS, "xx........"}, Row{-1, 2, W_BAD_RANGE, ".........."},
+        Row{0, 11, W_BAD_RANGE, ".........."}, Row{5, 6, W_BAD_RANGE, ".........."},
+        Row{5, -1, W_BAD_RANGE, ".........."}, Row{kNotANumber, 1, W_BAD_RANGE, ".........."},
+        Row{0, kNotANumber, W_BAD_RANGE, ".........."}, Row{0, kInfinity, W_BAD_RANGE, ".........."},
+        Row{1e300, 1, W_BAD_RANGE, ".........."}}) {
     const TestWave wave(Counting(10));
     EXPECT_EQ(W_ClearMemory(wave.Handle(), row.start, row.count), row.status) << row.start << " " << row.count;
     std::string cleared;
