@@ -140,8 +140,7 @@ void Editor::Undo() {
 }
 
 void Editor::FileOpen() {
-  fileCommands.Open_File(Kind_Wave);
-  AfterOpen();
+  if (fileCommands.Open_File(Kind_Wave)) AfterOpen();
 }
 
 void Editor::FileSave() {
@@ -153,8 +152,7 @@ void Editor::FileSaveAs(bool asText) {
 }
 
 void Editor::FileDropped(const std::string& path) {
-  fileCommands.OpenWave(path);
-  AfterOpen();
+  if (fileCommands.OpenWave(path)) AfterOpen();
 }
 
 void Editor::FileNew() {
@@ -236,9 +234,16 @@ void Editor::MouseMove(int x, int y, int width, int height, double scale, bool o
   } else if (overWave) {
     markers.Hover(x, y, width, scale);
   }
-  mouseX_ = view.PixelXToText(x, width);
-  mouseY_ = view.PixelYToText(y, height);
+  mouse_ = {x, y, width, height};
   port_->ShowState();
+}
+
+std::string Editor::MouseXText() const {
+  return mouse_.width > 0 ? view.PixelXToText(mouse_.x, mouse_.width) : std::string();
+}
+
+std::string Editor::MouseYText() const {
+  return mouse_.height > 0 ? view.PixelYToText(mouse_.y, mouse_.height) : std::string();
 }
 
 void Editor::MousePress(const PicturePoint& at, PressKeys keys) {

@@ -60,7 +60,8 @@ public:
   void Paste();
   void Delete();
   void Undo();
-  void FileOpen(); // with the follow-ups of a new waveform
+  // A waveform that was read is shown whole; a cancelled or failed open leaves zoom and view as they are.
+  void FileOpen();
   void FileSave();
   void FileSaveAs(bool asText);
   void FileDropped(const std::string& path);
@@ -100,8 +101,9 @@ public:
 
   // What the window shows.
   [[nodiscard]] ViewKind ShownView() const { return shownView_; }
-  [[nodiscard]] const std::string& MouseXText() const { return mouseX_; }
-  [[nodiscard]] const std::string& MouseYText() const { return mouseY_; }
+  // Where the pointer stands, in the view as it is now; empty until it came over a picture.
+  [[nodiscard]] std::string MouseXText() const;
+  [[nodiscard]] std::string MouseYText() const;
 
   Program& program;
   SystemSetup setup;
@@ -123,8 +125,13 @@ private:
   PictureTool* pictureTool_ = nullptr;
   bool partlyBlocked_ = false;
   ViewKind shownView_ = ViewKind::Wave;
-  std::string mouseX_;
-  std::string mouseY_;
+  struct MousePixel {
+    int x = 0;
+    int y = 0;
+    int width = 0; // of the picture; 0: the pointer was over none yet
+    int height = 0;
+  };
+  MousePixel mouse_;
 };
 
 } // namespace calder

@@ -2,6 +2,7 @@
 
 #include "app/FormPosition.h"
 #include "editor/MainWindowCaptions.h"
+#include "platform/qt/Placement.h"
 #include "platform/qt/SvgIcon.h"
 #include "platform/qt/Text.h"
 #include "ui_MainWindow.h"
@@ -57,13 +58,14 @@ MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<U
   FillZoomLists();
   editor_.program.formSetup = false;
   for (ValueBox* box : findChildren<ValueBox*>()) box->SetCharacters(kValueCharacters);
+  ConnectCommit(); // first: a typed value is taken before the command that follows
   ConnectMenus();
   ConnectView();
   ConnectReadouts();
   ConnectPicture(*ui_->Pict_Wave, true);
   ConnectPicture(*ui_->Pict_Digital, false);
 
-  resize(kDefaultWidth, kDefaultHeight);
+  resize(FittingSize(*this, {kDefaultWidth, kDefaultHeight}));
   clsRegistry& registry = editor_.program.registry;
   if (const QScreen* where = screen()) {
     registry.SetScreen(where->virtualSize().width() * kTwipsPerPixel, where->virtualSize().height() * kTwipsPerPixel);
@@ -153,6 +155,16 @@ void MainWindow::ShowStatus(const std::string& text) {
   line->setObjectName(QStringLiteral("Label_Status"));
   statusBar()->setSizeGripEnabled(false);
   statusBar()->addWidget(line, 1);
+}
+
+void MainWindow::CommitFocus() {
+  if (auto* box = qobject_cast<ValueBox*>(focusWidget()); box != nullptr) box->Commit();
+}
+
+void MainWindow::ConnectCommit() {
+  for (QAction* action : findChildren<QAction*>()) connect(action, &QAction::triggered, this, &MainWindow::CommitFocus);
+  for (QToolButton* button : ui_->Frm_Common->findChildren<QToolButton*>())
+    connect(button, &QToolButton::clicked, this, &MainWindow::CommitFocus);
 }
 
 void MainWindow::ConnectMenus() {
@@ -290,7 +302,7 @@ void MainWindow::ShowState() {
   // The frame that goes is hidden first, so that the window never has to hold both.
   (wave ? ui_->Frm_Digital : ui_->Frm_Wave)->setVisible(false);
   (wave ? ui_->Frm_Wave : ui_->Frm_Digital)->setVisible(true);
-  ui_->Menu_Undo->setText(Text(editor_.commands.UndoCaption()));
+  SetActionText(*ui_->Menu_Undo, Text(editor_.commands.UndoCaption()));
   ui_->Menu_Undo->setEnabled(editor_.commands.CanUndo());
   ui_->Menu_Grid->setChecked(editor_.painter.GridShown());
   const bool free = !editor_.PartlyBlocked();
@@ -347,6 +359,7 @@ bool MainWindow::SessionMayEnd() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+  CommitFocus();
   if (MayClose(Editor::CloseReason::User)) {
     event->accept();
   } else {
@@ -365,7 +378,10 @@ void MainWindow::dropEvent(QDropEvent* event) {
   const std::string path = event->mimeData()->urls().front().toLocalFile().toStdString();
   auto* opening = new QTimer(this); // the window owns it
   opening->setSingleShot(true);
-  connect(opening, &QTimer::timeout, this, [this, path] { editor_.FileDropped(path); });
+  connect(opening, &QTimer::timeout, this, [this, path] {
+    CommitFocus();
+    editor_.FileDropped(path);
+  });
   connect(opening, &QTimer::timeout, opening, &QObject::deleteLater);
   opening->start(0);
 }

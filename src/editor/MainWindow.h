@@ -59,6 +59,9 @@ private:
   void HideUnbuilt();
   void OpenTool(const Tool& tool, QToolButton* button);
   void ToolClosed(QToolButton* button);
+  // Takes the value that is typed into the box with the focus, as leaving the box does.
+  void CommitFocus();
+  void ConnectCommit();
   void ConnectMenus();
   void ConnectView();
   void ConnectReadouts();

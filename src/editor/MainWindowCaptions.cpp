@@ -122,6 +122,12 @@ QString Plain(QString text) {
 
 } // namespace
 
+void SetActionText(QAction& action, const QString& text) {
+  action.setText(text);
+  const QString keys = action.shortcut().toString(QKeySequence::PortableText);
+  action.setToolTip(keys.isEmpty() ? Plain(text) : QStringLiteral("%1 (%2)").arg(Plain(text), keys));
+}
+
 void SetMainWindowCaptions(QMainWindow& window, const ErrMsg& language) {
   const Captions captions(window, language.GetLanguage() == Language::English);
   captions.Texts(kMenus);
@@ -130,13 +136,8 @@ void SetMainWindowCaptions(QMainWindow& window, const ErrMsg& language) {
   captions.Names(kBoxNames);
   for (const ActionCaption& row : kActions) {
     auto* action = captions.Find<QAction>(row.caption.control);
-    action->setText(captions.Pick(row.caption));
-    QString tip = Plain(action->text());
-    if (row.shortcut != nullptr) {
-      action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
-      tip += QStringLiteral(" (%1)").arg(QLatin1String(row.shortcut));
-    }
-    action->setToolTip(tip);
+    if (row.shortcut != nullptr) action->setShortcut(QKeySequence(QLatin1String(row.shortcut)));
+    SetActionText(*action, captions.Pick(row.caption));
     if (row.icon != nullptr && action->isVisible() && action->icon().isNull()) action->setIcon(IconNamed(row.icon));
     action->setIconVisibleInMenu(false);
   }

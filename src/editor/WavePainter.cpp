@@ -20,10 +20,8 @@ void WavePainter::Draw_Grid_Wave(DeviceContext& picture) const {
 }
 
 void WavePainter::Draw_Wave(DeviceContext& picture) {
-  if (!overlay_) {
-    Clear(picture);
-    Draw_Grid_Wave(picture);
-  }
+  Clear(picture);
+  Draw_Grid_Wave(picture);
   const ViewState& view = program_.view;
   picture.SetDrawMode(DrawMode::CopyPen);
   picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
@@ -31,19 +29,17 @@ void WavePainter::Draw_Wave(DeviceContext& picture) {
               view.YEnd - view.YStart, picture.Width(), picture.Height(), program_.settings.MemorySize);
   if (toolLayer_ && program_.selectedTool == kToolSpline) toolLayer_(picture);
   markers_.Draw_Marker(picture);
-  overlay_ = false;
 }
 
 void WavePainter::Draw_Digital(DeviceContext& picture, std::uint16_t selectedBits) {
-  if (!overlay_) Clear(picture);
+  Clear(picture); // also under lanes that are no longer selected
   const ViewState& view = program_.view;
   const Scope& scope = program_.buffers.CurrentScope();
   W_DrawDigitalPattern(picture, program_.buffers.Current(), view.XStart, view.XEnd - view.XStart,
                        program_.settings.DataBits, selectedBits, scope.Start, scope.End, picture.Width(),
                        picture.Height(), theme::kBitTrace, theme::kBitQuiet, theme::kBitSelected, theme::kBitScope,
                        program_.settings.MemorySize);
-  if (!overlay_) markers_.Draw_Marker(picture);
-  overlay_ = false;
+  markers_.Draw_Marker(picture);
 }
 
 } // namespace calder

@@ -17,8 +17,6 @@ public:
   [[nodiscard]] bool GridShown() const { return gridShown_; }
   void ShowGrid(bool shown) { gridShown_ = shown; }
 
-  // The next Draw_Wave paints over the picture without clearing it.
-  void SetOverlay() { overlay_ = true; }
   // Draws more on the waveform picture, between the waveform and the markers; for the tool that edits in the view.
   void SetToolLayer(std::function<void(DeviceContext&)> draw) { toolLayer_ = std::move(draw); }
 
@@ -34,7 +32,6 @@ private:
   Markers& markers_;
   Grid grid_;
   bool gridShown_ = true;
-  bool overlay_ = false;
   std::function<void(DeviceContext&)> toolLayer_;
 };
 

@@ -15,12 +15,12 @@ constexpr int kRealTextFilter = 3;
 
 } // namespace
 
-void FileCommands::Open_File(int kind) {
+bool FileCommands::Open_File(int kind) {
   switch (kind) {
-  case Kind_List: return OpenList();
-  case Kind_Table: return OpenTable();
-  case Kind_Pwf: return OpenPwf();
-  case Kind_System: return OpenSystem();
+  case Kind_List: OpenList(); return false;
+  case Kind_Table: OpenTable(); return false;
+  case Kind_Pwf: OpenPwf(); return false;
+  case Kind_System: OpenSystem(); return false;
   case Kind_Import: return OpenImport();
   default: return OpenWaveDialog();
   }
@@ -90,7 +90,8 @@ void FileCommands::OpenPwf() {
     program_.messages.ErrorBox(kMsgBadFileName);
     return;
   }
-  if (handlers_.readPwf && handlers_.readPwf(answer->path) == kMsgReadFailed) ReportFailure(answer->path, kMsgReadFailed);
+  if (handlers_.readPwf && handlers_.readPwf(answer->path) == kMsgReadFailed)
+    ReportFailure(answer->path, kMsgReadFailed);
 }
 
 void FileCommands::OpenSystem() {
@@ -109,7 +110,7 @@ void FileCommands::OpenSystem() {
   program_.names.LastSystemFile = answer->path;
 }
 
-void FileCommands::OpenWaveDialog() {
+bool FileCommands::OpenWaveDialog() {
   DialogName name = Set_DialogFile(program_.names.CurrentWaveFile, "wdb", Get_DefaultFolder());
   const int filter = name.defaultExt == "wdb" ? 1 : 2;
   const auto answer = program_.desktop.fileDialogs.Open(
@@ -119,15 +120,18 @@ void FileCommands::OpenWaveDialog() {
                               "Binary files(*.wdb)|*.wdb|Text Integer data files(*.txt)|*.txt|Text Real data "
                               "files(*.txt)|*.txt|All files(*.*)|*.*"),
        filter, name.fileName, name.defaultExt});
-  if (!answer || answer->path.empty()) return;
+  if (!answer || answer->path.empty()) return false;
   const bool opened = answer->filterIndex == kRealTextFilter ? waveFiles_.Read_RealText(answer->path)
                                                              : waveFiles_.Read_WaveFile(answer->path);
   if (opened) RememberFolder(answer->path);
   TitleChanged();
+  return opened;
 }
 
-void FileCommands::OpenImport() {
-  if (handlers_.import && handlers_.import() == 0) TitleChanged();
+bool FileCommands::OpenImport() {
+  const bool imported = handlers_.import && handlers_.import() == 0;
+  if (imported) TitleChanged();
+  return imported;
 }
 
 void FileCommands::SaveList() {

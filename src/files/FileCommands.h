@@ -46,8 +46,8 @@ public:
   // The current file's name changed, so the title has to.
   void SetTitleChanged(std::function<void()> titleChanged) { titleChanged_ = std::move(titleChanged); }
 
-  // Cancelling a dialog ends either command silently.
-  void Open_File(int kind);
+  // Cancelling a dialog ends either command silently. True: a waveform was read.
+  bool Open_File(int kind);
   void Save_File(int kind, bool asText);
   // Save: the current file, or the dialog when there is none.
   void SaveCurrent();
@@ -63,8 +63,8 @@ private:
   void OpenTable();
   void OpenPwf();
   void OpenSystem();
-  void OpenWaveDialog();
-  void OpenImport();
+  [[nodiscard]] bool OpenWaveDialog();
+  [[nodiscard]] bool OpenImport();
   void SaveList();
   void SaveTable();
   void SavePwf();

@@ -1,7 +1,6 @@
 #include "EditorFixture.h"
 
-#include <filesystem>
-#include <fstream>
+#include "libs/file32/TempFolder.h"
 
 namespace calder {
 namespace {
@@ -166,6 +165,36 @@ TEST_F(EditorTest, NewStartsAnotherCopyAndTouchesNothingHere) {
   editor->FileNew();
   EXPECT_EQ(desktop.copies.started, 1);
   EXPECT_EQ(Code(77), 77);
+}
+
+TEST_F(EditorTest, OnlyAFileThatWasReadIsShownWhole) {
+  const TempFolder folder;
+  PutFile(folder / "five.txt", "5\r\n");
+  const struct {
+    const char* why;
+    std::optional<std::string> chosen;
+    bool drop;
+    const char* message;
+    bool read;
+  } rows[] = {{"cancelled", std::nullopt, false, nullptr, false},
+              {"cannot be read", folder / "none.txt", false, "File Read error.", false},
+              {"dropped, cannot be read", folder / "none.txt", true, "File Read error.", false},
+              {"dropped, no waveform", folder / "five.dat", true, "Invalid file extension.", false},
+              {"read", folder / "five.txt", false, nullptr, true},
+              {"dropped, read", folder / "five.txt", true, nullptr, true}};
+  Begin();
+  for (const auto& row : rows) {
+    editor->ZoomX(2);
+    editor->ZoomY(1);
+    editor->Hrizontal_Scroll(4096);
+    if (row.message != nullptr) desktop.boxes.Expect(row.message);
+    if (!row.drop)
+      desktop.dialogs.answers.push_back(row.chosen ? std::optional(FileDialogAnswer{*row.chosen, 1}) : std::nullopt);
+    row.drop ? editor->FileDropped(*row.chosen) : editor->FileOpen();
+    EXPECT_EQ(program->view.XZoom, row.read ? 1 : 4) << row.why;
+    EXPECT_EQ(program->view.YZoom, row.read ? 1 : 2) << row.why;
+    EXPECT_EQ(program->view.XStart, row.read ? 0 : 65536) << row.why;
+  }
 }
 
 TEST_F(EditorTest, AFileOnTheCommandLineThatCannotBeOpenedIsToldAndLeavesAnEmptyEditor) {

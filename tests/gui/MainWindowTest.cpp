@@ -13,7 +13,9 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollBar>
+#include <QTimer>
 #include <QToolButton>
 #include <QWheelEvent>
 
@@ -29,6 +31,7 @@ struct MainWindowTest : testing::Test, FormDriver {
     ASSERT_TRUE(application->Start(file));
     window = &application->Window();
     driven = window;
+    firstSize = window->size();
     window->resize(1000, 640);
     ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
     QApplication::setActiveWindow(window);
@@ -39,6 +42,18 @@ struct MainWindowTest : testing::Test, FormDriver {
     QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase,
                       false);
     QApplication::sendEvent(picture, &event);
+  }
+  // As a file manager does it: the file's name comes as text as well.
+  void Drop(QWidget* target, const std::string& path) {
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
+    data.setText(QString::fromStdString(path));
+    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &enter);
+    EXPECT_TRUE(enter.isAccepted());
+    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(target, &drop);
+    QCoreApplication::processEvents(); // the file is opened after the drop
   }
   Program& State() { return application->TheEditor().program; }
   void Ramp() {
@@ -51,6 +66,7 @@ struct MainWindowTest : testing::Test, FormDriver {
   QtClipboard clipboard;
   std::unique_ptr<Application> application;
   MainWindow* window = nullptr;
+  QSize firstSize;
 };
 
 TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
@@ -65,6 +81,9 @@ TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
   EXPECT_EQ(Shown("Txt_Start_X"), "0.000000");
   EXPECT_EQ(Shown("Txt_End_X"), "1.000000");
   EXPECT_EQ(Find<QLabel>("Label_W_Min")->text(), "-1.00000");
+  const QSize screen = window->screen()->availableSize();
+  EXPECT_LT(firstSize.width(), screen.width());
+  EXPECT_LT(firstSize.height(), screen.height());
 }
 
 TEST_F(MainWindowTest, TypedMarkersMoveAndTheFocusGoesOn) {
@@ -113,9 +132,37 @@ TEST_F(MainWindowTest, ShortcutsWorkOnTheWaveformWhateverBoxHasTheFocus) {
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 0, 524288), 262144 % 30000);
   EXPECT_TRUE(Find<QAction>("Menu_Undo")->isEnabled());
   EXPECT_EQ(QApplication::clipboard()->text().left(8).toStdString(), "0\n1\n2\n3\n");
+  EXPECT_EQ(Find<QToolButton>("Tool_Undo")->toolTip(), "Undo (Ctrl+U)");
   QTest::keyClick(box, Qt::Key_U, Qt::ControlModifier);
   EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 5, 524288), 5);
   EXPECT_EQ(Find<QAction>("Menu_Undo")->text(), "&Redo");
+  EXPECT_EQ(Find<QToolButton>("Tool_Undo")->toolTip(), "Redo (Ctrl+U)");
+}
+
+TEST_F(MainWindowTest, EveryCommandTakesWhatWasTypedFirst) {
+  Start();
+  const std::pair<const char*, std::function<void()>> rows[] = {
+      {"tool button", [this] { Click("Tool_Copy"); }},
+      {"shortcut", [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier); }},
+      {"menu", [this] { Find<QAction>("Menu_Grid")->trigger(); }},
+      {"view", [this] { Click("Opt_DspSel_1"); }},
+      {"tool",
+       [this] {
+         QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+         Click("Opt_DlgSel_0");
+       }},
+      {"drop", [this] {
+         desktop.boxes.Expect("File Read error.");
+         Drop(window, "/missing/a.wdb");
+       }}};
+  double end = 524288;
+  for (const auto& [way, command] : rows) {
+    end /= 2;
+    TypeOn("Txt_End_X", std::to_string(end / 524288).c_str());
+    EXPECT_EQ(State().buffers.CurrentScope().End, end * 2);
+    command();
+    EXPECT_EQ(State().buffers.CurrentScope().End, end) << way;
+  }
 }
 
 TEST_F(MainWindowTest, AColumnOfNumbersPastesAsAWaveform) {
@@ -148,7 +195,10 @@ TEST_F(MainWindowTest, ListsBarsWheelAndBothViewsGoTogether) {
   EXPECT_EQ(State().view.XZoom, 8);
   const double under = State().view.XStart + 0.75 * (State().view.XEnd - State().view.XStart);
   EXPECT_NEAR(under, 0.75 * 524288, 2000);
+  QTest::mouseMove(picture, QPoint(10, 50));
+  const std::string under10 = Shown("Txt_Cur_X_0");
   Wheel(picture, QPointF(10, 50), -1, Qt::ShiftModifier);
+  EXPECT_NE(Shown("Txt_Cur_X_0"), under10) << "another point is under the pointer";
   EXPECT_NEAR(State().view.XStart, 0.75 * 524288 - 0.75 * 65536 + 6553, 1500);
   Wheel(picture, QPointF(10, 50), 1, Qt::ControlModifier);
   EXPECT_EQ(State().view.YZoom, 2);
@@ -189,18 +239,16 @@ TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
 
 TEST_F(MainWindowTest, ADroppedFileOpens) {
   const TempFolder folder;
-  PutFile(folder / "five.txt", "5\r\n");
   Start();
-  QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder / "five.txt"))});
-  QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window, &enter);
-  EXPECT_TRUE(enter.isAccepted());
-  QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window, &drop);
-  QCoreApplication::processEvents(); // the file is opened behind the drop
-  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 9, 524288), 5);
-  EXPECT_NE(window->windowTitle().indexOf("five.txt"), -1);
+  for (const char* target : {"Panel_Main", "Txt_End_X", "Txt_Cur_X_0", "Pict_Wave"}) {
+    const std::string name = std::string(target) + ".txt";
+    PutFile(folder / name, "5\r\n");
+    W_ClearMemory(State().buffers.Current(), 0, 524288);
+    Drop(Find<QWidget>(target), folder / name);
+    EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 9, 524288), 5) << target;
+    EXPECT_NE(window->windowTitle().indexOf(QString::fromStdString(name)), -1) << target;
+  }
+  EXPECT_EQ(Shown("Txt_End_X"), "1.000000") << "no text of the file's name";
 }
 
 TEST_F(MainWindowTest, ClosingStoresThePositionUnlessItIsRefused) {

@@ -1,7 +1,9 @@
 #include "platform/qt/ValueBox.h"
 
+#include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMetaMethod>
+#include <QMimeData>
 
 namespace calder {
 
@@ -75,6 +77,15 @@ void ValueBox::mousePressEvent(QMouseEvent* event) {
   QLineEdit::mousePressEvent(event);
   if (selectOnPress_) selectAll();
   selectOnPress_ = false;
+}
+
+// Files come with their names as text, which the box would take.
+void ValueBox::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) {
+    event->ignore();
+  } else {
+    QLineEdit::dragEnterEvent(event);
+  }
 }
 
 void ValueBox::focusOutEvent(QFocusEvent* event) {

@@ -1,6 +1,7 @@
 // A text box for one value. Its text is taken when the box is left or on Tab or Enter, and only when it was changed, so
 // that a value shown with fewer digits than it has does not move by itself. Escape gives the shown text back. The
-// menu's editing keys go to the menu, not to the box, unless the box asks for them.
+// menu's editing keys go to the menu, not to the box, unless the box asks for them; a file dropped on it is for the
+// form.
 #pragma once
 
 #include "platform/qt/EditedBox.h"
@@ -38,6 +39,7 @@ protected:
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
 private:
