@@ -9,6 +9,8 @@
 #include <QSessionManager>
 #include <QTimer>
 
+#include <cstdlib>
+
 // Resources in a static library are linked only when somebody asks for them.
 static void InitIcons() {
   Q_INIT_RESOURCE(icons);
@@ -18,6 +20,8 @@ namespace calder {
 namespace {
 
 constexpr int kWarmUpDelay = 150; // milliseconds
+constexpr int kEndLook = 50;      // milliseconds between two looks whether a cancelled transfer has ended
+constexpr int kEndLooks = 200;    // then the instrument is left as it is
 
 } // namespace
 
@@ -78,6 +82,32 @@ bool Application::Start(const std::string& file) {
   QObject::connect(warming, &QTimer::timeout, window_.get(), [this] { program_->buffers.WarmUp(); });
   warming->start(kWarmUpDelay);
   return true;
+}
+
+void Application::End() {
+  if (lookedForEnd_ > 0 || !window_) return;
+  window_->StoreSession();
+  communication_->CancelTransfer();
+  EndWhenIdle();
+}
+
+void Application::EndWhenIdle() {
+  if (program_->registry.GetGpibHost() && ++lookedForEnd_ < kEndLooks) {
+    QTimer::singleShot(kEndLook, window_.get(), [this] { EndWhenIdle(); });
+    return;
+  }
+  if (!program_->registry.GetGpibHost()) {
+    QCoreApplication::exit(0); // what dialogs wait for comes back as cancelled
+    return;
+  }
+  StoreAtExit(); // a bus call does not come back
+  std::_Exit(1);
+}
+
+void Application::StoreAtExit() {
+  if (window_) window_->StoreSession();
+  if (program_->registry.GetGpibHost()) program_->registry.SetGpibBusy(false);
+  program_->registry.Release();
 }
 
 } // namespace calder

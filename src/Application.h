@@ -27,10 +27,17 @@ public:
   // Brings everything up and shows the main window; file: a waveform file to open, empty for none. False: the program
   // ends; the user was told why.
   [[nodiscard]] bool Start(const std::string& file);
+  // Ends the program in order without a question, when a signal asks for it: what a close stores is stored, a transfer
+  // of this copy is cancelled and waited for (ten seconds at most), then the event loop ends.
+  void End();
+  // Stores the same where no event is processed any more: counts this copy out and clears its busy flag.
+  void StoreAtExit();
+
   [[nodiscard]] MainWindow& Window() { return *window_; }
   [[nodiscard]] Editor& TheEditor() { return *editor_; }
 
 private:
+  void EndWhenIdle();
   void AddTools();
 
   std::unique_ptr<Program> program_;
@@ -38,6 +45,7 @@ private:
   std::unique_ptr<CreatePages> createPages_;
   std::unique_ptr<Communication> communication_;
   std::unique_ptr<MainWindow> window_;
+  int lookedForEnd_ = 0; // how often End has found a transfer under way
 };
 
 } // namespace calder

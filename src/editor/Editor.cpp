@@ -71,8 +71,13 @@ bool Editor::QueryUnload(CloseReason reason) {
     return false;
   }
   if (program.messages.CautionQuestion(kMsgExitQuestion) != BoxAnswer::Yes) return false;
-  StoreLastSettings(program);
+  StoreSession();
   return true;
+}
+
+void Editor::StoreSession() {
+  program.registry.SetSerialNum(program.serialNumber);
+  StoreLastSettings(program);
 }
 
 std::string Editor::Title() const {

@@ -51,6 +51,8 @@ public:
 
   // True: the window may go; everything that has to be stored was stored.
   [[nodiscard]] bool QueryUnload(CloseReason reason);
+  // Stores it without a question, for an end that cannot be refused.
+  void StoreSession();
 
   [[nodiscard]] std::string Title() const;
 

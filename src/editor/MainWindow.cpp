@@ -358,6 +358,11 @@ bool MainWindow::SessionMayEnd() {
   return MayClose(Editor::CloseReason::SessionEnds);
 }
 
+void MainWindow::StoreSession() {
+  StorePosition();
+  editor_.StoreSession();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
   CommitFocus();
   if (MayClose(Editor::CloseReason::User)) {

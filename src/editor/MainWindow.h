@@ -40,6 +40,8 @@ public:
 
   // The desktop session wants to end. False: it must not.
   [[nodiscard]] bool SessionMayEnd();
+  // What a close stores, without a question.
+  void StoreSession();
 
   // EditorPort, and what the tool dialogs call.
   void Draw_Wave() override;

@@ -264,6 +264,24 @@ TEST_F(MainWindowTest, ClosingStoresThePositionUnlessItIsRefused) {
   EXPECT_EQ(desktop.settings.Get("FormProperty", "MainWindow"), "600,450,0,0");
 }
 
+// As a signal asks for it: no question, and a transfer under way has its end first.
+TEST_F(MainWindowTest, AnEndFromOutsideWaitsForTheTransfer) {
+  Start();
+  State().registry.SetGpibBusy(true);
+  bool waited = false;
+  QTimer::singleShot(0, window, [this] { application->End(); });
+  QTimer::singleShot(120, window, [&] {
+    waited = true;
+    State().registry.SetGpibBusy(false);
+  });
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_TRUE(waited);
+  application.reset();
+  EXPECT_EQ(desktop.settings.Get("System", "WinCount"), "0");
+  EXPECT_EQ(desktop.settings.Get("Sysinfo", "sys_no"), "0");
+  EXPECT_TRUE(desktop.settings.Get("FormProperty", "MainWindow").has_value());
+}
+
 // Every text fits its control at the smallest size, in both languages.
 TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize) {
   for (const int language : {SystemLanguage::kEnglish, SystemLanguage::kJapanese}) {
