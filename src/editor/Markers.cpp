@@ -19,10 +19,6 @@ int LineWidth(double scale) {
 
 } // namespace
 
-void Markers::FollowScope() {
-  length_ = program_.buffers.CurrentScope().Length();
-}
-
 std::string Markers::StartXText() const {
   return program_.units.PointToXText(program_.buffers.CurrentScope().Start);
 }
@@ -47,30 +43,26 @@ std::string Markers::EndYText() const {
 
 void Markers::MoveStartTo(double point) {
   Scope& scope = program_.buffers.CurrentScope();
+  const double length = scope.Length();
   scope.Start = point;
-  if (!track_) {
-    length_ = scope.Length();
-    return;
-  }
-  scope.End = point + length_;
+  if (!track_) return;
+  scope.End = point + length;
   const double size = program_.settings.MemorySize;
   if (scope.End > size) {
     scope.End = size;
-    scope.Start = size - length_;
+    scope.Start = size - length;
   }
 }
 
 void Markers::MoveEndTo(double point) {
   Scope& scope = program_.buffers.CurrentScope();
+  const double length = scope.Length();
   scope.End = point;
-  if (!track_) {
-    length_ = scope.Length();
-    return;
-  }
-  scope.Start = point - length_;
+  if (!track_) return;
+  scope.Start = point - length;
   if (scope.Start < 0) {
     scope.Start = 0;
-    scope.End = length_;
+    scope.End = length;
   }
 }
 
@@ -98,8 +90,7 @@ bool Markers::TypeScope(const std::string& text) {
   double x = ParseEng(text);
   // Tested before the conversion, which would take a length beyond the end for 0.
   static_cast<void>(program_.units.CheckXCurrent(x));
-  length_ = std::min(program_.units.XToPoint(x), size - scope.Start);
-  scope.End = scope.Start + length_;
+  scope.End = scope.Start + std::min(program_.units.XToPoint(x), size - scope.Start);
   return true;
 }
 

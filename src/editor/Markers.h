@@ -18,9 +18,6 @@ public:
 
   Markers(Program& program, const WaveView& view) : program_(program), view_(view) {}
 
-  // The length that track mode keeps follows the scope (after start-up, undo, a file or a tool changed it).
-  void FollowScope();
-
   void SetTrack(bool track) { track_ = track; }
   [[nodiscard]] bool Track() const { return track_; }
 
@@ -74,7 +71,6 @@ private:
 
   Program& program_;
   const WaveView& view_;
-  double length_ = 0;
   bool track_ = false;
   bool hovering_ = false;
   bool grabbed_ = false;

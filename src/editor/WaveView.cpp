@@ -108,6 +108,18 @@ void WaveView::ZoomYAt(int index, double fraction) {
   Vertical_Scroll(std::clamp(Round(start / 2), 0, vScroll_.maximum));
 }
 
+void WaveView::WheelZoomX(int steps, double fraction) {
+  ZoomXAt(std::clamp(xZoomIndex_ + steps, 0, kXZooms - 1), fraction);
+}
+
+void WaveView::WheelZoomY(int steps, double fraction) {
+  ZoomYAt(std::clamp(yZoomIndex_ + steps, 0, kYZooms - 1), fraction);
+}
+
+bool WaveView::WheelScrollX(int steps) {
+  return Hrizontal_Scroll(hScroll_.value + steps * std::max(1, hScroll_.largeChange / 10));
+}
+
 bool WaveView::Vertical_Scroll(int value) {
   if (!vScroll_.enabled) return false;
   vScroll_.value = std::clamp(value, vScroll_.minimum, vScroll_.maximum);

@@ -40,6 +40,11 @@ public:
   // The same with the point or depth under the pointer kept in its place: fraction of the picture, 0 to 1.
   void ZoomXAt(int index, double fraction);
   void ZoomYAt(int index, double fraction);
+  // The mouse wheel over that fraction of the picture: so many steps in, and the view by tenths of its page. The last
+  // returns false when nothing moved.
+  void WheelZoomX(int steps, double fraction);
+  void WheelZoomY(int steps, double fraction);
+  bool WheelScrollX(int steps);
   // The scroll bars were moved to that value. False: nothing changed.
   bool Hrizontal_Scroll(int value);
   bool Vertical_Scroll(int value);

@@ -16,7 +16,6 @@ struct MarkersTest : EditorFixture {
   void Put(double start, double end, bool track = false) {
     TheScope() = {start, end};
     editor->markers.SetTrack(track);
-    editor->markers.FollowScope();
   }
 };
 
@@ -47,9 +46,9 @@ TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
   };
   for (const auto& row : rows) {
     Put(row.before.Start, row.before.End, row.track);
-    if (row.box == Start) editor->TypeStart(row.text);
-    if (row.box == End) editor->TypeEnd(row.text);
-    if (row.box == Length) editor->TypeScope(row.text);
+    if (row.box == Start) editor->markers.TypeStart(row.text);
+    if (row.box == End) editor->markers.TypeEnd(row.text);
+    if (row.box == Length) editor->markers.TypeScope(row.text);
     EXPECT_EQ(TheScope().Start, row.after.Start) << row.why;
     EXPECT_EQ(TheScope().End, row.after.End) << row.why;
   }
@@ -155,8 +154,8 @@ TEST_F(MarkersTest, EdgesAndCoincidingMarkersAreDrawnOnce) {
   EXPECT_TRUE(canvas.Inverted(1013, 5));
   Canvas zoomed;
   Put(0, 524288);
-  editor->ZoomX(3);
-  editor->Hrizontal_Scroll(4096);
+  editor->view.ZoomX(3);
+  editor->view.Hrizontal_Scroll(4096);
   editor->markers.Draw_Marker(zoomed.context);
   EXPECT_EQ(zoomed.CountInverted(), 0) << "outside the view";
 }

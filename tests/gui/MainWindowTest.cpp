@@ -106,7 +106,7 @@ TEST_F(MainWindowTest, TypedMarkersMoveAndTheFocusGoesOn) {
 TEST_F(MainWindowTest, LookingAtAValueDoesNotMoveIt) {
   Start();
   State().buffers.CurrentScope() = {12345, 400000}; // 0.02354621887..., shown with seven digits
-  window->ShowState();
+  window->Show(kEverything);
   Type("Txt_Start_X", "", Qt::Key_Tab);
   Type("Txt_End_X", "", Qt::Key_Tab);
   EXPECT_EQ(Focus(), "Comb_XZoom_0");
