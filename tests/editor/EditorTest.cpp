@@ -1,6 +1,6 @@
 #include "EditorFixture.h"
 
-#include "libs/file32/TempFolder.h"
+#include "platform/TempFolder.h"
 
 #include <functional>
 
@@ -167,6 +167,9 @@ TEST_F(EditorTest, NewStartsAnotherCopyAndTouchesNothingHere) {
   editor->Do(Command::FileNew);
   EXPECT_EQ(desktop.copies.started, 1);
   EXPECT_EQ(Code(77), 77);
+  desktop.copies.canStart = false;
+  desktop.boxes.Expect("Another copy of CALDER could not be started.");
+  editor->Do(Command::FileNew);
 }
 
 // What the window would draw and fill: once an action, and only what the action changed.

@@ -1,73 +1,19 @@
 // The real window off-screen, driven by keys and mouse.
-#include "editor/MainWindow.h"
-#include "Application.h"
-#include "FakeDesktop.h"
-#include "FormDriver.h"
+#include "MainWindowFixture.h"
 #include "platform/TempFolder.h"
-#include "platform/qt/QtClipboard.h"
-#include "platform/qt/WaveformCanvas.h"
 
 #include <QClipboard>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QMenu>
-#include <QMimeData>
 #include <QRadioButton>
 #include <QScreen>
-#include <QScrollBar>
 #include <QTimer>
 #include <QToolButton>
-#include <QWheelEvent>
 
 namespace calder {
 namespace {
 
-struct MainWindowTest : testing::Test, FormDriver {
-  void Start(const std::string& file = {}) {
-    Desktop services = {desktop.boxes,     desktop.dialogs, desktop.settings, desktop.clock,
-                        clipboard,         desktop.windows, desktop.copies,   desktop.language,
-                        desktop.libraries, desktop.worker,  desktop.folders,  {}};
-    application = std::make_unique<Application>(services);
-    ASSERT_TRUE(application->Start(file));
-    window = &application->Window();
-    driven = window;
-    firstSize = window->size();
-    window->resize(1000, 640);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
-    QApplication::setActiveWindow(window);
-    QCoreApplication::processEvents();
-  }
-
-  void Wheel(WaveformCanvas* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {
-    QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase,
-                      false);
-    QApplication::sendEvent(picture, &event);
-  }
-  // As a file manager does it: the file's name comes as text as well.
-  void Drop(QWidget* target, const std::string& path) {
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
-    data.setText(QString::fromStdString(path));
-    QDragEnterEvent enter({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(target, &drop);
-    QCoreApplication::processEvents(); // the file is opened after the drop
-  }
-  Program& State() { return application->TheEditor().program; }
-  void Ramp() {
-    const auto points = W_Lock(State().buffers.Current());
-    for (std::size_t i = 0; i < points.size(); ++i) points[i] = static_cast<std::int16_t>(i % 30000);
-    window->Draw_Wave();
-  }
-
-  fake::FakeDesktop desktop;
-  QtClipboard clipboard;
-  std::unique_ptr<Application> application;
-  MainWindow* window = nullptr;
-  QSize firstSize;
-};
+struct MainWindowTest : MainWindowFixture {};
 
 TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
   Start();
@@ -84,23 +30,6 @@ TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
   const QSize screen = window->screen()->availableSize();
   EXPECT_LT(firstSize.width(), screen.width());
   EXPECT_LT(firstSize.height(), screen.height());
-}
-
-TEST_F(MainWindowTest, TypedMarkersMoveAndTheFocusGoesOn) {
-  Start();
-  Type("Txt_Start_X", "0.25", Qt::Key_Tab);
-  EXPECT_EQ(Focus(), "Txt_End_X");
-  EXPECT_EQ(Shown("Txt_Start_X"), "250.000m");
-  Type("Txt_End_X", "750m");
-  EXPECT_EQ(Focus(), "Comb_XZoom_0");
-  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{131072, 393216}));
-  EXPECT_EQ(Shown("Txt_End_X"), "750.000m");
-  EXPECT_EQ(Shown("Txt_Scope"), "500.000m");
-  Type("Txt_Start_X", "0.9");
-  EXPECT_EQ(Shown("Txt_Start_X"), "250.000m") << "a refused text leaves what was there";
-  Type("Txt_Scope", "0.125");
-  EXPECT_EQ(Focus(), "Txt_Start_X");
-  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{131072, 196608}));
 }
 
 TEST_F(MainWindowTest, LookingAtAValueDoesNotMoveIt) {
@@ -121,22 +50,34 @@ TEST_F(MainWindowTest, LookingAtAValueDoesNotMoveIt) {
   EXPECT_EQ(State().buffers.CurrentScope().Start, 12345);
 }
 
-TEST_F(MainWindowTest, ShortcutsWorkOnTheWaveformWhateverBoxHasTheFocus) {
+TEST_F(MainWindowTest, AStartTakesUpWhatWasLeft) {
+  const TempFolder folder;
+  PutFile(folder / "five.txt", "5\r\n");
+  desktop.language.id = SystemLanguage::kJapanese;
+  desktop.settings.Set("FormProperty", "MainWindow", "600,450,0,0");
+  desktop.settings.Set("System", "GpibBoard", "0");
+  desktop.settings.Set("System", "SerialNum", "SN7");
+  desktop.folders.bus = CALDER_SIM_FOLDER;
+  Start(folder / "five.txt");
+  QCoreApplication::processEvents(); // the file is opened after the first picture
+  EXPECT_EQ(window->pos(), QPoint(30, 40));
+  EXPECT_EQ(State().interfaceKind, kNiGpib);
+  EXPECT_EQ(State().serialNumber, "SN7");
+  EXPECT_EQ(Code(9), 5);
+  EXPECT_EQ(window->windowTitle().toStdString(), "Orvo Calder for XG5530/31 <" + folder / "five.txt" + ">");
+  EXPECT_EQ(Find<QAction>("Menu_FileOpen")->text(), "開く(&O)...");
+  EXPECT_EQ(Find<QToolButton>("Tool_Open")->toolTip(), "開く (Ctrl+O)");
+  EXPECT_EQ(Find<QRadioButton>("Opt_Scope_1")->text(), "連動(&R)");
+  EXPECT_TRUE(Find<QLabel>("Label_Status")->text().startsWith("計測器はシミュレーション"));
+  desktop.settings.Set("FormProperty", "MainWindow", "600000,450,0,0");
   Start();
-  Ramp();
-  Type("Txt_End_X", "0.5");
-  auto* box = Find<ValueBox>("Txt_Start_X");
-  box->setFocus();
-  box->selectAll();
-  QTest::keyClick(box, Qt::Key_X, Qt::ControlModifier);
-  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 0, 524288), 262144 % 30000);
-  EXPECT_TRUE(Find<QAction>("Menu_Undo")->isEnabled());
-  EXPECT_EQ(QApplication::clipboard()->text().left(8).toStdString(), "0\n1\n2\n3\n");
-  EXPECT_EQ(Find<QToolButton>("Tool_Undo")->toolTip(), "Undo (Ctrl+U)");
-  QTest::keyClick(box, Qt::Key_U, Qt::ControlModifier);
-  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 5, 524288), 5);
-  EXPECT_EQ(Find<QAction>("Menu_Undo")->text(), "&Redo");
-  EXPECT_EQ(Find<QToolButton>("Tool_Undo")->toolTip(), "Redo (Ctrl+U)");
+  EXPECT_EQ(window->pos(), QPoint(30, 0)) << "a place off the screen";
+}
+
+TEST_F(MainWindowTest, TheSessionCannotEndWhileTheProgramRuns) {
+  Start();
+  desktop.boxes.Expect("[CALDER] is Active!");
+  EXPECT_FALSE(window->SessionMayEnd());
 }
 
 TEST_F(MainWindowTest, EveryCommandTakesWhatWasTypedFirst) {
@@ -176,42 +117,16 @@ TEST_F(MainWindowTest, AColumnOfNumbersPastesAsAWaveform) {
   Find<QAction>("Menu_Paste")->trigger();
 }
 
-TEST_F(MainWindowTest, ListsBarsWheelAndBothViewsGoTogether) {
+TEST_F(MainWindowTest, TheWheelZoomsAtThePointerAndTheReadoutFollowsTheView) {
   Start();
-  auto* bar = Find<QScrollBar>("HScroll_0");
-  EXPECT_FALSE(bar->isEnabled());
-  Find<QComboBox>("Comb_XZoom_0")->setCurrentIndex(1);
-  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_1")->currentIndex(), 1);
-  EXPECT_TRUE(bar->isEnabled());
-  EXPECT_EQ(bar->maximum(), 16384);
-  EXPECT_EQ(bar->singleStep(), 1);
-  bar->setValue(16384);
-  EXPECT_EQ(State().view.XStart, 262144);
-  EXPECT_EQ(Find<QScrollBar>("HScroll_1")->value(), 16384);
-  EXPECT_EQ(Find<QLabel>("Label_End_0")->text(), "1.000000");
-  Find<QComboBox>("Comb_XZoom_0")->setCurrentIndex(0);
   auto* picture = Find<WaveformCanvas>("Pict_Wave");
-  Wheel(picture, QPointF(picture->width() * 0.75, 50), 3);
-  EXPECT_EQ(State().view.XZoom, 8);
+  QTest::mouseMove(picture, QPoint(picture->width() * 3 / 4, 50));
+  Wheel("Pict_Wave", QPointF(picture->width() * 0.75, 50), 3);
   const double under = State().view.XStart + 0.75 * (State().view.XEnd - State().view.XStart);
   EXPECT_NEAR(under, 0.75 * 524288, 2000);
-  QTest::mouseMove(picture, QPoint(10, 50));
-  const std::string under10 = Shown("Txt_Cur_X_0");
-  Wheel(picture, QPointF(10, 50), -1, Qt::ShiftModifier);
-  EXPECT_NE(Shown("Txt_Cur_X_0"), under10) << "another point is under the pointer";
-  EXPECT_NEAR(State().view.XStart, 0.75 * 524288 - 0.75 * 65536 + 6553, 1500);
-  Wheel(picture, QPointF(10, 50), 1, Qt::ControlModifier);
-  EXPECT_EQ(State().view.YZoom, 2);
-  Wheel(picture, QPointF(10, 50), -20);
-  EXPECT_EQ(State().view.XZoom, 1);
-  Find<QToolButton>("Opt_DspSel_1")->click();
-  EXPECT_FALSE(Find<QWidget>("Frm_Wave")->isVisible());
-  EXPECT_TRUE(Find<QWidget>("Frm_Digital")->isVisible());
-  Find<QComboBox>("Comb_XZoom_1")->setCurrentIndex(3);
-  EXPECT_EQ(State().view.XZoom, 8);
-  Find<QToolButton>("Opt_DspSel_0")->click();
-  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->currentIndex(), 3);
-  EXPECT_TRUE(Find<QWidget>("Frm_Wave")->isVisible());
+  const std::string before = Shown("Txt_Cur_X_0");
+  Wheel("Pict_Wave", QPointF(10, 50), -1, Qt::ShiftModifier);
+  EXPECT_NE(Shown("Txt_Cur_X_0"), before) << "another point is under the pointer";
 }
 
 TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {

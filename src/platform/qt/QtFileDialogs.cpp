@@ -34,18 +34,23 @@ public:
       : QObject(&dialog), dialog_(dialog), name_(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
     const auto* box = dialog.findChild<QDialogButtonBox*>();
     open_ = box == nullptr ? nullptr : box->button(QDialogButtonBox::Open);
-    if (open_ != nullptr && name_ != nullptr) open_->installEventFilter(this);
+    if (open_ == nullptr || name_ == nullptr) return;
+    open_->installEventFilter(this);
+    connect(name_, &QLineEdit::textChanged, this, &TypedFileOpens::Enable); // after the dialog's own look
   }
 
   bool eventFilter(QObject* /*button*/, QEvent* event) override {
-    if (event->type() == QEvent::EnabledChange && !open_->isEnabled()) {
-      const QString name = name_->text();
-      if (!name.isEmpty() && QFileInfo(dialog_.directory(), name).isFile()) open_->setEnabled(true);
-    }
+    if (event->type() == QEvent::EnabledChange) Enable();
     return false;
   }
 
 private:
+  void Enable() {
+    const QString name = name_->text();
+    if (!open_->isEnabled() && !name.isEmpty() && QFileInfo(dialog_.directory(), name).isFile())
+      open_->setEnabled(true);
+  }
+
   QFileDialog& dialog_;
   QLineEdit* name_ = nullptr;
   QPushButton* open_ = nullptr;
