@@ -312,10 +312,15 @@ void MainWindow::Show(Changes changes) {
 
 void MainWindow::ShowCommands() {
   SetActionText(*ui_->Menu_Undo, Text(editor_.commands.UndoCaption()));
-  ui_->Menu_Undo->setEnabled(editor_.commands.CanUndo());
   ui_->Menu_Grid->setChecked(editor_.painter.GridShown());
   const bool free = !editor_.PartlyBlocked();
   for (QMenu* menu : {ui_->Menu_File, ui_->Menu_Edit, ui_->Menu_Tools, ui_->Menu_Set}) menu->setEnabled(free);
+  // The entries too: their keys and tool buttons would work on.
+  for (const WindowCommand& command : WindowCommands()) {
+    const bool possible =
+        command.id == Command::Version || (free && (command.id != Command::Undo || editor_.commands.CanUndo()));
+    findChild<QAction*>(QLatin1String(command.action))->setEnabled(possible);
+  }
   ui_->Panel_Dlg->setEnabled(free);
   ui_->Opt_DspSel_1->setEnabled(free);
 }

@@ -215,13 +215,20 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
        [&] { editor->Apply(kViewMoved, [&] { return editor->view.Hrizontal_Scroll(0); }); }},
       {"zoom back", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(0); }); }},
       {"hover", Change::Mouse, [&] { move(1023); }},
-      {"press", kNothing, [&] { editor->MousePress(true); }},
+      {"press", kNothing,
+       [&] {
+         editor->MousePress({1023, 50, 1024, 100}, Editor::PressKeys::None);
+       }},
       {"drag", Change::Mouse | Change::Markers | Change::Readouts, [&] { move(700); }},
       {"drag on the spot", Change::Mouse, [&] { move(700); }},
       {"outside", kNothing, [&] { move(-1); }},
-      {"release", Change::Picture, [&] { editor->MouseRelease(); }},
+      {"release", Change::Picture,
+       [&] {
+         editor->MouseRelease({700, 50, 1024, 100});
+       }},
       {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
-      {"tool", kEverything, [&] { editor->ToolChanged(); }},
+      {"tool", kEverything, [&] { editor->WaveformChanged(); }},
+      {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
       {"other view", kViewMoved, [&] { editor->ChooseView(Editor::ViewKind::Digital); }},
   };
   for (const auto& row : rows) {

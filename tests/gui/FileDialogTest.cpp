@@ -169,12 +169,13 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
   for (const auto& row : rows) {
     std::size_t answered = 0;
     bool typed = false;
+    bool unexpected = false; // a box that no answer is there for
     QTimer driving;
     QObject::connect(&driving, &QTimer::timeout, [&] {
       QWidget* top = QApplication::activeModalWidget();
       if (auto* box = qobject_cast<QMessageBox*>(top)) {
-        ASSERT_LT(answered, row.answers.size()) << row.why;
-        box->button(row.answers[answered++])->click();
+        unexpected = answered >= row.answers.size();
+        unexpected ? box->reject() : box->button(row.answers[answered++])->click();
       } else if (auto* dialog = qobject_cast<QFileDialog*>(top)) {
         auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         if (!typed) {
@@ -194,6 +195,7 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
     settings.Set("Files", "LastFolder", root);
     QtFileDialogs dialogs(settings);
     const auto answer = row.save ? dialogs.Save(row.request) : dialogs.Open(row.request);
+    EXPECT_FALSE(unexpected) << row.why;
     EXPECT_EQ(answer ? answer->path : "", row.path) << row.why;
     EXPECT_EQ(answer ? answer->filterIndex : 0, row.filter) << row.why;
   }

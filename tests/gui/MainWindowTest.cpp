@@ -228,6 +228,7 @@ TEST_F(MainWindowTest, AToolOfTenLinesIsInTheMenuAndTheSelector) {
   const char* const blocked[] = {"Menu_File", "Menu_Edit", "Menu_Tools", "Menu_Set"};
   const auto expectBlocked = [&](bool block) {
     for (const char* menu : blocked) EXPECT_EQ(Find<QMenu>(menu)->isEnabled(), !block) << menu;
+    EXPECT_EQ(Find<QToolButton>("Tool_Cut")->isEnabled(), !block) << "nor by its button or its key";
     EXPECT_EQ(Find<QToolButton>("Opt_DspSel_1")->isEnabled(), !block);
     EXPECT_EQ(Find<QWidget>("Panel_Dlg")->isEnabled(), !block);
     EXPECT_EQ(Find<QToolButton>("Opt_DlgSel_4")->isChecked(), block);

@@ -16,7 +16,7 @@
 namespace calder {
 
 inline constexpr const char* CLIP_EXACT_FORMAT = "application/x-calder-waveform";
-inline constexpr const char* CLIP_TEXT_FORMAT = "text/plain;kCharset=utf-8";
+inline constexpr const char* CLIP_TEXT_FORMAT = "text/plain;charset=utf-8";
 inline constexpr const char* CLIP_PLAIN_TEXT_FORMAT = "text/plain";
 
 // What a copy command offers. Its memory is kept from one waveform to the next.
