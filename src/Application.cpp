@@ -69,7 +69,7 @@ bool Application::Start(const std::string& file) {
       },
       Qt::DirectConnection);
   window_->show();
-  // Behind the first picture of the window, so that a message about the file has a window to belong to.
+  // After the first picture of the window, so that a message about the file has a window to belong to.
   if (!file.empty()) {
     auto* opening = new QTimer(window_.get()); // the window owns it
     opening->setSingleShot(true);

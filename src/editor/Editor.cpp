@@ -13,8 +13,11 @@ constexpr const char* kUsbIdFile = "USBTMC.ID";
 } // namespace
 
 Editor::Editor(Program& programState)
-    : program(programState), setup(program), waveFiles(program, setup), fileCommands(program, waveFiles), view(program),
-      markers(program, view), painter(program, markers), commands(program) {
+    : program(programState), setup(program), waveFiles(program, setup), fileCommands(program, waveFiles),
+      view(program.settings, program.units, program.view),
+      markers(program.settings, program.units, program.buffers, program.view, view),
+      painter(program.settings, program.buffers, program.view, markers),
+      commands(program.buffers, program.settings, program.fileLibrary, program.desktop.clipboard, program.messages) {
   setup.SetHooks({{},
                   [this] {
                     const Action action(*this);
@@ -120,11 +123,11 @@ void Editor::RangeChanged() {
   Mark(Change::Picture | Change::Readouts);
 }
 
-// A smaller memory may have left the ranges behind its end.
+// A smaller memory may have left the ranges beyond its end.
 void Editor::ClampScopes() {
   const double size = program.settings.MemorySize;
   for (Scope* scope : {&program.buffers.CurrentScope(), &program.buffers.UndoScope()}) {
-    // A range that lay behind the new end has nothing left: the whole waveform takes its place.
+    // A range that lay beyond the new end has nothing left: the whole waveform takes its place.
     if (scope->Start >= size) *scope = {0, size};
     scope->Start = std::clamp(scope->Start, 0.0, size);
     scope->End = std::clamp(scope->End, 0.0, size);

@@ -43,10 +43,10 @@ public:
   // Null, as at first: nothing is shown.
   void SetPort(EditorPort* port) { port_ = port; }
 
-  // Start-up after the registry and the language; false: the program ends and the user was told why.
+  // Start-up after the registry and the language; false: the program ends, and a message has said why.
   [[nodiscard]] bool Start();
-  // The file of the command line, after the window exists; empty: none. One that cannot be opened is told and leaves an
-  // empty editor.
+  // The file of the command line, after the window exists; empty: none. One that cannot be opened brings a
+  // message and leaves an empty editor.
   void OpenCommandLine(const std::string& file);
 
   // True: the window may go; everything that has to be stored was stored.

@@ -119,30 +119,6 @@ TEST_F(EditorTest, AClipboardThatFailsLosesNothing) {
   EXPECT_EQ(Code(50), 50);
 }
 
-struct TextBox final : TextSelection {
-  [[nodiscard]] std::string Selected() const override { return selected; }
-  void Replace(const std::string& text) override { selected = text; }
-  std::string selected;
-};
-
-TEST_F(EditorTest, WithAPatternBoxTheCommandsWorkOnItsText) {
-  Begin();
-  Ramp();
-  TextBox box;
-  editor->commands.SetTextFocus(&box);
-  box.selected = "10L5H";
-  editor->Do(Command::Cut);
-  EXPECT_EQ(box.selected, "");
-  editor->Do(Command::Copy);
-  editor->Do(Command::Paste);
-  EXPECT_EQ(box.selected, "10L5H") << "an empty selection is not copied";
-  editor->Do(Command::Delete);
-  EXPECT_EQ(box.selected, "");
-  EXPECT_FALSE(editor->commands.CanUndo());
-  EXPECT_EQ(desktop.clipboard.source, nullptr);
-  editor->commands.SetTextFocus(nullptr);
-}
-
 TEST_F(EditorTest, ClosingAsksAndRefusesWhileATransferRuns) {
   Begin();
   program->serialNumber = "SN42";

@@ -29,7 +29,7 @@ TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
     const char* text;
     Scope after;
   } rows[] = {
-      {"A behind B is refused", false, {100, 200}, Start, "300", {100, 200}},
+      {"A right of B is refused", false, {100, 200}, Start, "300", {100, 200}},
       {"A before B is taken", false, {100, 200}, Start, "150", {150, 200}},
       {"outside the waveform is refused", false, {100, 200}, Start, "-1", {100, 200}},
       {"beyond the end is refused, not taken for 0", false, {100, 200}, End, "600000", {100, 200}},

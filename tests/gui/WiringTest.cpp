@@ -128,6 +128,8 @@ TEST_F(Wiring, EveryGestureIsSeen) {
     std::string before; // "~": something else than after
     std::string after;  // "~": something else than before
   } rows[] = {
+      {"Ctrl+U with nothing to undo", [this] { Press(Qt::Key_U, Qt::ControlModifier); },
+       [this] { return Find<ValueBox>("Txt_Start_X")->text().toStdString(); }, "0.000000", "0.000000"},
       // The view.
       {"zoom list", [this] { Key("Comb_XZoom_0", Qt::Key_Down); }, pairs,
        "1:1 1:1 - - 0.000000Word 0.000000Word 524288.0Word 524288.0Word ",

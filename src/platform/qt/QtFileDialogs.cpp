@@ -14,8 +14,8 @@
 namespace calder {
 namespace {
 
-// "text|pattern|text|pattern" as the toolkit's own filters: the pattern stands in brackets at the text's end. It tells
-// extensions apart without regard to case.
+// "text|pattern|text|pattern" as the toolkit's own filters: the pattern stands in brackets at the text's end. Case does
+// not matter to it.
 QStringList Filters(const std::string& filter) {
   const QStringList parts = QString::fromStdString(filter).split(QLatin1Char('|'));
   QStringList filters;
@@ -101,7 +101,7 @@ std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& requ
   if (!initial.fileName().isEmpty()) dialog.selectFile(initial.fileName());
   if (!save) new TypedFileOpens(dialog); // the dialog owns it
   QString path;
-  do { // behind the dialog, which comes back on a No
+  do { // the dialog comes back on a No
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     path = dialog.selectedFiles().constFirst();
   } while (save && !QFileInfo::exists(path) && !MayCreate(path));
