@@ -32,12 +32,6 @@ struct Preview final : CreatePort {
   int drawn = 0;
 };
 
-struct NoWindow final : EditorPort {
-  void Draw_Wave() override {}
-  void MoveMarkers() override {}
-  void ShowState() override {}
-};
-
 void Rows(FigureTable& table, CreatePages& pages, Preview& preview, WaveHandle buffer) {
   const struct {
     const char* figure;
@@ -71,9 +65,7 @@ int Run() {
   fake::FakeDesktop desktop;
   Program program(desktop.Services());
   Editor editor(program);
-  NoWindow window;
   if (!editor.Start()) return 2;
-  editor.SetPort(&window);
   CreatePages pages(program, editor.setup, editor.fileCommands, editor, [] { return 0.5; });
   Preview preview;
   preview.pages = &pages;

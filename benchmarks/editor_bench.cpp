@@ -22,12 +22,6 @@
 namespace calder {
 namespace {
 
-struct NoWindow final : EditorPort {
-  void Draw_Wave() override {}
-  void MoveMarkers() override {}
-  void ShowState() override {}
-};
-
 void Fill(std::span<std::int16_t> points, double noise) {
   std::uint32_t random = 1;
   for (std::size_t i = 0; i < points.size(); ++i) {
@@ -131,8 +125,6 @@ int RunAll(const char* calder, const char* bare) {
   Program program(desktop.Services());
   Editor editor(program);
   if (!editor.Start()) return 2;
-  NoWindow window;
-  editor.SetPort(&window);
   FigureTable table;
   FrameRows(table, editor);
   UndoRows(table, editor);

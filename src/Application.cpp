@@ -12,6 +12,7 @@
 
 #include <functional>
 #include <utility>
+#include <cstdlib>
 
 // Resources in a static library are linked only when somebody asks for them.
 static void InitIcons() {
@@ -46,6 +47,8 @@ public:
 private:
   QTimer timer_;
 };
+constexpr int kEndLook = 50;      // milliseconds between two looks whether a cancelled transfer has ended
+constexpr int kEndLooks = 200;    // then the instrument is left as it is
 
 } // namespace
 
@@ -93,7 +96,7 @@ bool Application::Start(const std::string& file) {
       },
       Qt::DirectConnection);
   window_->show();
-  // Behind the first picture of the window, so that a message about the file has a window to belong to.
+  // After the first picture of the window, so that a message about the file has a window to belong to.
   if (!file.empty()) {
     auto* opening = new QTimer(window_.get()); // the window owns it
     opening->setSingleShot(true);
@@ -108,6 +111,32 @@ bool Application::Start(const std::string& file) {
   // System Setup and Save need the control points: they are looked for before the user gets there.
   new PauseAfterInput([this] { program_->controlPoints.Prepare(program_->buffers.Points()); }, window_.get());
   return true;
+}
+
+void Application::End() {
+  if (lookedForEnd_ > 0 || !window_) return;
+  window_->StoreSession();
+  communication_->CancelTransfer();
+  EndWhenIdle();
+}
+
+void Application::EndWhenIdle() {
+  if (program_->registry.GetGpibHost() && ++lookedForEnd_ < kEndLooks) {
+    QTimer::singleShot(kEndLook, window_.get(), [this] { EndWhenIdle(); });
+    return;
+  }
+  if (!program_->registry.GetGpibHost()) {
+    QCoreApplication::exit(0); // what dialogs wait for comes back as cancelled
+    return;
+  }
+  StoreAtExit(); // a bus call does not come back
+  std::_Exit(1);
+}
+
+void Application::StoreAtExit() {
+  if (window_) window_->StoreSession();
+  if (program_->registry.GetGpibHost()) program_->registry.SetGpibBusy(false);
+  program_->registry.Release();
 }
 
 } // namespace calder

@@ -17,20 +17,27 @@ class Program;
 
 class Application {
 public:
-  // REQUIRES: a QApplication. The services must outlive this object. database: one that was told to read ahead while
-  // the toolkit started, or an empty one.
+  // REQUIRES: a QApplication. The services must outlive this object. database: one that reads while the toolkit
+  // starts, or an empty one.
   explicit Application(const Desktop& desktop, ModelDatabase database = {});
   ~Application();
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
   // Brings everything up and shows the main window; file: a waveform file to open, empty for none. False: the program
-  // ends; the user was told why.
+  // ends, and a message has said why.
   [[nodiscard]] bool Start(const std::string& file);
+  // Ends the program in order without a question, when a signal asks for it: what a close stores is stored, a transfer
+  // of this copy is cancelled and waited for (ten seconds at most), then the event loop ends.
+  void End();
+  // Stores the same where no event is processed any more: counts this copy out and clears its busy flag.
+  void StoreAtExit();
+
   [[nodiscard]] MainWindow& Window() { return *window_; }
   [[nodiscard]] Editor& TheEditor() { return *editor_; }
 
 private:
+  void EndWhenIdle();
   void AddTools();
 
   std::unique_ptr<Program> program_;
@@ -38,6 +45,7 @@ private:
   std::unique_ptr<CreatePages> createPages_;
   std::unique_ptr<Communication> communication_;
   std::unique_ptr<MainWindow> window_;
+  int lookedForEnd_ = 0; // how often End has found a transfer under way
 };
 
 } // namespace calder

@@ -2,6 +2,7 @@
 #include "instrument/Initialise.h"
 #include "platform/posix/BigPages.h"
 #include "platform/posix/ReadFolders.h"
+#include "platform/qt/OutsideEnd.h"
 #include "platform/qt/QtDesktop.h"
 
 #include <QApplication>
@@ -22,5 +23,7 @@ int main(int argc, char** argv) {
   calder::QtDesktop desktop;
   calder::Application application(desktop.Services(), std::move(models));
   if (!application.Start(file.toStdString())) return 1;
+  const calder::OutsideEnd outside([&application] { application.End(); },
+                                   [&application] { application.StoreAtExit(); });
   return QApplication::exec();
 }

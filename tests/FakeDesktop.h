@@ -167,10 +167,11 @@ public:
   void StartupFinished() override {}
   bool StartCopy() override {
     ++started;
-    return true;
+    return canStart;
   }
   bool others = false;
   int started = 0;
+  bool canStart = true;
 };
 
 class LanguageNo final : public SystemLanguage {

@@ -13,78 +13,52 @@ std::int32_t WholeUp(double points) {
 } // namespace
 
 void EditCommands::Copy() {
-  if (box_ != nullptr) {
-    if (const std::string selected = box_->Selected(); !selected.empty()) textClipboard_ = selected;
-    return;
-  }
-  program_.buffers.Save_Undo();
+  buffers_.Save_Undo();
   static_cast<void>(CopyRange());
 }
 
 void EditCommands::Cut() {
-  if (box_ != nullptr) {
-    Copy();
-    Delete();
-    return;
-  }
   // A range that could not be copied is not cut away.
-  if (CopyRange()) DeleteRange();
+  if (CopyRange()) Delete();
 }
 
 void EditCommands::Paste() {
-  if (box_ != nullptr) {
-    box_->Replace(textClipboard_);
-    return;
-  }
-  EditBuffers& buffers = program_.buffers;
-  buffers.Save_Undo();
-  Scope& scope = buffers.CurrentScope();
+  buffers_.Save_Undo();
+  Scope& scope = buffers_.CurrentScope();
   const std::int32_t start = WholeUp(scope.Start);
   std::int32_t placed = 0;
-  const std::int32_t result =
-      program_.fileLibrary.GetClipBoard(program_.desktop.clipboard, buffers.Current(), start, WholeUp(scope.Length()),
-                                        program_.settings.MemorySize, placed);
+  const std::int32_t result = fileLibrary_.GetClipBoard(clipboard_, buffers_.Current(), start, WholeUp(scope.Length()),
+                                                        settings_.MemorySize, placed);
   if (result != 0) {
-    program_.messages.ErrorBox(result);
+    messages_.ErrorBox(result);
     return;
   }
   scope.End = start + placed;
 }
 
-void EditCommands::Delete() {
-  if (box_ != nullptr) {
-    if (!box_->Selected().empty()) box_->Replace({});
-    return;
-  }
-  DeleteRange();
-}
-
 void EditCommands::Undo() {
-  if (CanUndo()) program_.buffers.Undo_Swap();
+  if (CanUndo()) buffers_.Undo_Swap();
 }
 
 std::string EditCommands::UndoCaption() const {
-  return program_.buffers.UndoMark() ? program_.messages.Pick("元に戻す(&U)", "&Undo")
-                                     : program_.messages.Pick("元に戻すを取り消す(&R)", "&Redo");
+  return buffers_.UndoMark() ? messages_.Pick("元に戻す(&U)", "&Undo")
+                             : messages_.Pick("元に戻すを取り消す(&R)", "&Redo");
 }
 
 bool EditCommands::CopyRange() {
-  const EditBuffers& buffers = program_.buffers;
-  const Scope& scope = buffers.CurrentScope();
+  const Scope& scope = buffers_.CurrentScope();
   const std::int32_t start = WholeUp(scope.Start);
-  // Where both are rounded up the last point may lie behind the waveform's end.
-  const std::int32_t count = std::min(WholeUp(scope.Length()), std::max(program_.settings.MemorySize - start, 0));
-  const std::int32_t result =
-      program_.fileLibrary.SetClipBoard(program_.desktop.clipboard, buffers.Current(), start, count);
-  if (result != 0) program_.messages.ErrorBox(result);
+  // Where both are rounded up the last point may lie beyond the waveform's end.
+  const std::int32_t count = std::min(WholeUp(scope.Length()), std::max(settings_.MemorySize - start, 0));
+  const std::int32_t result = fileLibrary_.SetClipBoard(clipboard_, buffers_.Current(), start, count);
+  if (result != 0) messages_.ErrorBox(result);
   return result == 0;
 }
 
-void EditCommands::DeleteRange() {
-  EditBuffers& buffers = program_.buffers;
-  buffers.Save_Undo();
-  const Scope& scope = buffers.CurrentScope();
-  W_DeleteWave(buffers.Current(), scope.Start, scope.Length(), program_.settings.MemorySize);
+void EditCommands::Delete() {
+  buffers_.Save_Undo();
+  const Scope& scope = buffers_.CurrentScope();
+  W_DeleteWave(buffers_.Current(), scope.Start, scope.Length(), settings_.MemorySize);
 }
 
 } // namespace calder

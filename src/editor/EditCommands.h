@@ -1,27 +1,21 @@
-// Undo, Cut, Copy, Paste and Delete: on the waveform's selected range, or on a text box that has the focus.
+// Undo, Cut, Copy, Paste and Delete on the waveform's selected range.
 #pragma once
 
-#include "app/Program.h"
+#include "app/EditBuffers.h"
+#include "app/Messages.h"
+#include "libs/file32/file32.h"
 
 #include <string>
 
 namespace calder {
 
-// A text box with a selection, as the edit commands see it.
-class TextSelection {
-public:
-  virtual ~TextSelection() = default;
-  [[nodiscard]] virtual std::string Selected() const = 0;
-  virtual void Replace(const std::string& text) = 0;
-};
+class Clipboard;
 
 class EditCommands {
 public:
-  explicit EditCommands(Program& program) : program_(program) {}
-
-  // What has the focus: a text box (the commands then work on its text) or none (on the waveform). The box must outlive
-  // this object or be taken back.
-  void SetTextFocus(TextSelection* box) { box_ = box; }
+  EditCommands(EditBuffers& buffers, const SystemInfo& settings, File32& fileLibrary, Clipboard& clipboard,
+               const ErrMsg& messages)
+      : buffers_(buffers), settings_(settings), fileLibrary_(fileLibrary), clipboard_(clipboard), messages_(messages) {}
 
   // Each shows the library's message when it fails, and leaves the state before it as the undo step.
   void Copy();
@@ -29,17 +23,18 @@ public:
   void Paste();
   void Delete();
   void Undo();
-  [[nodiscard]] bool CanUndo() const { return !program_.buffers.UndoDisabled(); }
+  [[nodiscard]] bool CanUndo() const { return !buffers_.UndoDisabled(); }
   // The caption of the Undo entry in the current language.
   [[nodiscard]] std::string UndoCaption() const;
 
 private:
   [[nodiscard]] bool CopyRange();
-  void DeleteRange();
 
-  Program& program_;
-  TextSelection* box_ = nullptr;
-  std::string textClipboard_;
+  EditBuffers& buffers_;
+  const SystemInfo& settings_;
+  File32& fileLibrary_;
+  Clipboard& clipboard_;
+  const ErrMsg& messages_;
 };
 
 } // namespace calder

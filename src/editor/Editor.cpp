@@ -14,16 +14,24 @@ constexpr const char* kUsbIdFile = "USBTMC.ID";
 
 Editor::Editor(Program& programState)
     : program(programState), setup(program), waveFiles(program, setup),
-      fileCommands(program.desktop, program.messages, program.registry, program.names, waveFiles), view(program),
-      markers(program, view), painter(program, markers), commands(program) {
+      fileCommands(program.desktop, program.messages, program.registry, program.names, waveFiles),
+      view(program.settings, program.units, program.view),
+      markers(program.settings, program.units, program.buffers, program.view, view),
+      painter(program.settings, program.buffers, program.view, markers),
+      commands(program.buffers, program.settings, program.fileLibrary, program.desktop.clipboard, program.messages) {
   setup.SetHooks({{},
-                  [this] { view.MemorySizeChanged(); },
+                  [this] {
+                    const Action action(*this);
+                    view.MemorySizeChanged();
+                    Mark(kViewMoved);
+                  },
                   [this] {
                     view.Init();
                     SettingsChanged();
                   }});
   fileCommands.SetTitleChanged([this] {
-    if (port_ != nullptr) port_->ShowState();
+    const Action action(*this);
+    Mark(Change::Title);
   });
 }
 
@@ -46,7 +54,6 @@ bool Editor::Start() {
   if (!InitialiseSystem(program, setup)) return false;
   view.Init();
   program.buffers.ResetScopes();
-  markers.FollowScope();
   program.selectedTool = kToolNone;
   program.buffers.Reset_Undo();
   return true; // the waveform is all 0: the buffers are new
@@ -54,11 +61,12 @@ bool Editor::Start() {
 
 void Editor::OpenCommandLine(const std::string& file) {
   if (file.empty()) return;
+  const Action action(*this);
   fileCommands.OpenWave(file);
   view.Init();
   program.buffers.ResetScopes();
   program.buffers.Reset_Undo();
-  AfterEdit();
+  Mark(kEverything);
 }
 
 bool Editor::QueryUnload(CloseReason reason) {
@@ -72,29 +80,48 @@ bool Editor::QueryUnload(CloseReason reason) {
     return false;
   }
   if (program.messages.CautionQuestion(kMsgExitQuestion) != BoxAnswer::Yes) return false;
-  StoreLastSettings(program);
+  StoreSession();
   return true;
+}
+
+void Editor::StoreSession() {
+  program.registry.SetSerialNum(program.serialNumber);
+  StoreLastSettings(program);
 }
 
 std::string Editor::Title() const {
   return std::string(kTitle) + " <" + program.names.CurrentWaveFile + ">";
 }
 
-void Editor::Redraw() {
-  port_->ShowState();
-  port_->Draw_Wave();
+void Editor::Flush() {
+  if (port_ != nullptr && !marked_.None()) port_->Show(marked_);
+  marked_ = {};
 }
 
-void Editor::AfterEdit() {
-  markers.FollowScope();
-  Redraw();
+void Editor::Do(const WindowCommand& command) {
+  if (command.call == nullptr) return;
+  const Action action(*this);
+  command.call(*this);
+  Mark(command.changes);
 }
 
-void Editor::AfterOpen() {
+void Editor::ShowNewWaveform() {
+  const Action action(*this);
   view.ZoomX(0);
   view.ZoomY(0);
   ClampScopes();
-  AfterEdit();
+  Mark(kEverything);
+}
+
+// Setup is a tool too: the units may have changed.
+void Editor::WaveformChanged() {
+  const Action action(*this);
+  Mark(kEverything);
+}
+
+void Editor::RangeChanged() {
+  const Action action(*this);
+  Mark(Change::Picture | Change::Readouts);
 }
 
 // A smaller memory may have left the ranges past its end; what lay beyond it ends there.
@@ -107,170 +134,82 @@ void Editor::ClampScopes() {
 }
 
 void Editor::SettingsChanged() {
+  const Action action(*this);
   // A file may have changed the memory size without the setup noticing.
   if (!view.FitsMemory()) view.MemorySizeChanged();
   ClampScopes();
-  if (port_ != nullptr) AfterEdit();
-}
-
-void Editor::Copy() {
-  commands.Copy();
-  port_->ShowState();
-}
-
-void Editor::Cut() {
-  commands.Cut();
-  AfterEdit();
-}
-
-void Editor::Paste() {
-  commands.Paste();
-  AfterEdit();
-}
-
-void Editor::Delete() {
-  commands.Delete();
-  AfterEdit();
-}
-
-void Editor::Undo() {
-  commands.Undo();
-  AfterEdit();
-}
-
-void Editor::FileOpen() {
-  fileCommands.Open_File(Kind_Wave);
-  AfterOpen();
-}
-
-void Editor::FileSave() {
-  fileCommands.SaveCurrent();
-}
-
-void Editor::FileSaveAs(bool asText) {
-  fileCommands.Save_File(Kind_Wave, asText);
+  Mark(kEverything);
 }
 
 void Editor::FileDropped(const std::string& path) {
-  fileCommands.OpenWave(path);
-  AfterOpen();
-}
-
-void Editor::FileNew() {
-  if (program.desktop.instances.StartCopy()) return;
-  program.messages.ErrorBoxText(program.messages.Pick("もう一つの CALDER を起動できませんでした。",
-                                                      "Another copy of CALDER could not be started."));
-}
-
-void Editor::ToggleGrid() {
-  painter.ShowGrid(!painter.GridShown());
-  Redraw();
-}
-
-void Editor::ZoomX(int index) {
-  view.ZoomX(index);
-  Redraw();
-}
-
-void Editor::ZoomY(int index) {
-  view.ZoomY(index);
-  Redraw();
-}
-
-void Editor::WheelZoomX(int steps, double fraction) {
-  view.ZoomXAt(std::clamp(view.XZoomIndex() + steps, 0, WaveView::kXZooms - 1), fraction);
-  Redraw();
-}
-
-void Editor::WheelZoomY(int steps, double fraction) {
-  view.ZoomYAt(std::clamp(view.YZoomIndex() + steps, 0, WaveView::kYZooms - 1), fraction);
-  Redraw();
-}
-
-void Editor::WheelScrollX(int steps) {
-  const int tenth = std::max(1, view.HScroll().largeChange / 10);
-  if (view.Hrizontal_Scroll(view.HScroll().value + steps * tenth)) Redraw();
-}
-
-void Editor::Hrizontal_Scroll(int value) {
-  if (view.Hrizontal_Scroll(value)) Redraw();
-}
-
-void Editor::Vertical_Scroll(int value) {
-  if (view.Vertical_Scroll(value)) Redraw();
-}
-
-void Editor::TypeStart(const std::string& text) {
-  markers.TypeStart(text);
-  Redraw();
-}
-
-void Editor::TypeEnd(const std::string& text) {
-  markers.TypeEnd(text);
-  Redraw();
-}
-
-void Editor::TypeScope(const std::string& text) {
-  markers.TypeScope(text);
-  Redraw();
-}
-
-void Editor::ChooseTrack(bool track) {
-  markers.FollowScope();
-  markers.SetTrack(track);
+  const Action action(*this);
+  if (fileCommands.OpenWave(path)) ShowNewWaveform();
 }
 
 void Editor::ChooseView(ViewKind kind) {
+  const Action action(*this);
   shownView_ = kind;
-  Redraw();
+  Mark(kViewMoved);
 }
 
 void Editor::MouseMove(int x, int y, int width, int height, double scale, bool overWave) {
   // A grabbed marker waits too. The far edges count, so that it can be taken to the end of the waveform.
+  const Action action(*this);
   const bool inside = x >= 0 && y >= 0 && x <= width && y <= height;
   if (pictureTool_ != nullptr && overWave && !markers.Grabbed()) pictureTool_->Move({x, y, width, height});
   if (!inside) return;
   if (markers.Grabbed()) {
-    if (markers.Drag(x, width)) port_->MoveMarkers();
+    if (markers.Drag(x, width)) Mark(Change::Markers | Change::Readouts);
   } else if (overWave) {
     markers.Hover(x, y, width, scale);
   }
-  mouseX_ = view.PixelXToText(x, width);
-  mouseY_ = view.PixelYToText(y, height);
-  port_->ShowState();
+  mouse_ = {x, y, width, height};
+  Mark(Change::Mouse);
+}
+
+std::string Editor::MouseXText() const {
+  return mouse_.width > 0 ? view.PixelXToText(mouse_.x, mouse_.width) : std::string();
+}
+
+std::string Editor::MouseYText() const {
+  return mouse_.height > 0 ? view.PixelYToText(mouse_.y, mouse_.height) : std::string();
 }
 
 void Editor::MousePress(const PicturePoint& at, PressKeys keys) {
   if (keys == PressKeys::Other) return;
+  const Action action(*this);
   const bool withCtrl = keys == PressKeys::Ctrl;
   if (pictureTool_ != nullptr && pictureTool_->Press(at, withCtrl)) return;
   if (!withCtrl) markers.Press();
 }
 
 void Editor::MouseRelease(const PicturePoint& at) {
+  const Action action(*this);
   const bool grabbed = markers.Grabbed();
   markers.Release();
   if (pictureTool_ != nullptr && !grabbed) {
     pictureTool_->Release({std::min(at.x, at.width), std::min(at.y, at.height), at.width, at.height});
     return;
   }
-  Redraw();
+  Mark(Change::Picture);
 }
 
 void Editor::BackspaceKey() {
+  const Action action(*this);
   if (pictureTool_ != nullptr) pictureTool_->BackspaceKey();
 }
 
 void Editor::ToolOpened(ToolNo tool, ToolModality modality) {
+  const Action action(*this);
   program.selectedTool = tool;
   partlyBlocked_ = modality == ToolModality::Modeless;
-  port_->ShowState();
+  Mark(Change::Commands);
 }
 
 void Editor::ToolClosed() {
   program.selectedTool = kToolNone;
   partlyBlocked_ = false;
-  AfterEdit();
+  WaveformChanged();
 }
 
 void Editor::SetPictureTool(PictureTool* tool) {
@@ -280,7 +219,8 @@ void Editor::SetPictureTool(PictureTool* tool) {
 }
 
 void Editor::PictureToolChanged() {
-  port_->Draw_Wave();
+  const Action action(*this);
+  Mark(Change::Picture);
 }
 
 } // namespace calder

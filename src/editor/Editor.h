@@ -1,9 +1,12 @@
-// The heart of the main window, without the window: start-up, the edit commands with their follow-ups, the close.
+// The main window's behaviour without the window: start-up, commands, mouse, close, and what each changed of the
+// display.
 //
-// The window forwards what the user does and shows what this object says. EditorPort is the way back.
+// The window passes on what the user does; EditorPort takes back what there is to show, once an action.
 #pragma once
 
 #include "app/Program.h"
+#include "editor/Changes.h"
+#include "editor/Commands.h"
 #include "editor/EditCommands.h"
 #include "editor/Markers.h"
 #include "editor/PictureTool.h"
@@ -15,6 +18,7 @@
 #include "tools/frame/ToolHost.h"
 
 #include <string>
+#include <type_traits>
 
 namespace calder {
 
@@ -22,12 +26,8 @@ namespace calder {
 class EditorPort {
 public:
   virtual ~EditorPort() = default;
-  // The waveform, the view or the markers changed: draw the picture that is shown.
-  virtual void Draw_Wave() = 0;
-  // Only the markers moved: Move_Marker on the picture is enough.
-  virtual void MoveMarkers() = 0;
-  // Texts, scroll bars, lists, menu states or the title changed.
-  virtual void ShowState() = 0;
+  // Once after an action that changed something: show it.
+  virtual void Show(Changes changes) = 0;
 };
 
 class Editor final : public ToolHost {
@@ -40,43 +40,41 @@ public:
   Editor(const Editor&) = delete;
   Editor& operator=(const Editor&) = delete;
 
-  // REQUIRES: a port before any other call but Start.
+  // Null, as at first: nothing is shown.
   void SetPort(EditorPort* port) { port_ = port; }
 
-  // Start-up behind the registry and the language; false: the program ends and the user was told why.
+  // Start-up after the registry and the language; false: the program ends, and a message has said why.
   [[nodiscard]] bool Start();
-  // The file of the command line, after the window exists; empty: none. One that cannot be opened is told and leaves an
-  // empty editor.
+  // The file of the command line, after the window exists; empty: none. One that cannot be opened brings a
+  // message and leaves an empty editor.
   void OpenCommandLine(const std::string& file);
 
   // True: the window may go; everything that has to be stored was stored.
   [[nodiscard]] bool QueryUnload(CloseReason reason);
+  // Stores it without a question, for an end that cannot be refused.
+  void StoreSession();
 
   [[nodiscard]] std::string Title() const;
 
-  // What the user does.
-  void Copy();
-  void Cut();
-  void Paste();
-  void Delete();
-  void Undo();
-  void FileOpen(); // with the follow-ups of a new waveform
-  void FileSave();
-  void FileSaveAs(bool asText);
+  // A command of the menus, and the same by its number.
+  void Do(const WindowCommand& command);
+  void Do(Command id) { Do(CommandRow(id)); }
+  // What a control does: the call changes something of this object's parts, and what it changed is shown. A call that
+  // returns false changed nothing.
+  template <typename Call>
+  void Apply(Changes changes, Call call) {
+    const Action action(*this);
+    if constexpr (std::is_same_v<decltype(call()), bool>) {
+      if (call()) Mark(changes);
+    } else {
+      call();
+      Mark(changes);
+    }
+  }
+  // A file was dropped on the window. One that cannot be read leaves zoom and view as they are.
   void FileDropped(const std::string& path);
-  void FileNew();
-  void ToggleGrid();
-  void ZoomX(int index);
-  void ZoomY(int index);
-  void WheelZoomX(int steps, double fraction);
-  void WheelZoomY(int steps, double fraction);
-  void WheelScrollX(int steps);
-  void Hrizontal_Scroll(int value);
-  void Vertical_Scroll(int value);
-  void TypeStart(const std::string& text);
-  void TypeEnd(const std::string& text);
-  void TypeScope(const std::string& text);
-  void ChooseTrack(bool track);
+  // A waveform was read from a file: it is shown whole.
+  void ShowNewWaveform();
   void ChooseView(ViewKind kind);
   // The mouse over a picture of that size in device pixels; what happens outside of it is ignored.
   void MouseMove(int x, int y, int width, int height, double scale, bool overWave);
@@ -93,15 +91,16 @@ public:
   [[nodiscard]] PictureTool* ToolOnPicture() const { return pictureTool_; }
 
   // ToolHost
-  void WaveformChanged() override { AfterEdit(); }
-  void RangeChanged() override { AfterEdit(); }
+  void WaveformChanged() override;
+  void RangeChanged() override;
   void SetPictureTool(PictureTool* tool) override;
   void PictureToolChanged() override;
 
   // What the window shows.
   [[nodiscard]] ViewKind ShownView() const { return shownView_; }
-  [[nodiscard]] const std::string& MouseXText() const { return mouseX_; }
-  [[nodiscard]] const std::string& MouseYText() const { return mouseY_; }
+  // Where the pointer stands, in the view as it is now; empty until it came over a picture.
+  [[nodiscard]] std::string MouseXText() const;
+  [[nodiscard]] std::string MouseYText() const;
 
   Program& program;
   SystemSetup setup;
@@ -113,18 +112,39 @@ public:
   EditCommands commands;
 
 private:
-  void AfterEdit();
-  void AfterOpen();
+  // While one lives, what is marked waits; the outermost one shows it when it goes.
+  class Action {
+  public:
+    explicit Action(Editor& editor) : editor_(editor) { ++editor_.actions_; }
+    ~Action() {
+      if (--editor_.actions_ == 0) editor_.Flush();
+    }
+    Action(const Action&) = delete;
+    Action& operator=(const Action&) = delete;
+
+  private:
+    Editor& editor_;
+  };
+
+  // REQUIRES: an Action.
+  void Mark(Changes changes) { marked_ = marked_ | changes; }
+  void Flush();
   void SettingsChanged();
   void ClampScopes();
-  void Redraw();
 
+  int actions_ = 0;
+  Changes marked_;
   EditorPort* port_ = nullptr;
   PictureTool* pictureTool_ = nullptr;
   bool partlyBlocked_ = false;
   ViewKind shownView_ = ViewKind::Wave;
-  std::string mouseX_;
-  std::string mouseY_;
+  struct MousePixel {
+    int x = 0;
+    int y = 0;
+    int width = 0; // of the picture; 0: the pointer was over none yet
+    int height = 0;
+  };
+  MousePixel mouse_;
 };
 
 } // namespace calder

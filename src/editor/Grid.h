@@ -1,4 +1,4 @@
-// The grid behind a waveform picture.
+// The grid under a waveform.
 #pragma once
 
 #include "platform/WaveformTheme.h"

@@ -2,6 +2,7 @@
 
 #include "app/FormPosition.h"
 #include "editor/MainWindowCaptions.h"
+#include "platform/qt/Placement.h"
 #include "platform/qt/SvgIcon.h"
 #include "platform/qt/Text.h"
 #include "ui_MainWindow.h"
@@ -25,15 +26,20 @@ constexpr int kValueCharacters = 10;
 constexpr int kAllInView = 1 << 24;
 
 // Only what differs is touched, so that a control keeps its cursor and its selection.
-void Show(QLabel* label, const std::string& text) {
+void Fill(QLabel* label, const std::string& text) {
   if (const QString shown = Text(text); label->text() != shown) label->setText(shown);
 }
 
-void Show(QComboBox* box, int index) {
+// A box that is being typed into keeps its text until it is left.
+void Fill(ValueBox* box, const std::string& text) {
+  if (!box->hasFocus() || !box->isModified()) box->ShowText(Text(text));
+}
+
+void Fill(QComboBox* box, int index) {
   if (box->currentIndex() != index) box->setCurrentIndex(index);
 }
 
-void Show(QScrollBar* bar, const ScrollBarState& state) {
+void Fill(QScrollBar* bar, const ScrollBarState& state) {
   bar->setRange(state.minimum, state.maximum);
   // A bar that cannot move shows that everything is in view.
   bar->setPageStep(state.enabled ? std::max(1, state.largeChange) : kAllInView);
@@ -57,13 +63,14 @@ MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<U
   FillZoomLists();
   editor_.program.formSetup = false;
   for (ValueBox* box : findChildren<ValueBox*>()) box->SetCharacters(kValueCharacters);
+  ConnectCommit(); // first: a typed value is taken before the command that follows
   ConnectMenus();
   ConnectView();
   ConnectReadouts();
   ConnectPicture(*ui_->Pict_Wave, true);
   ConnectPicture(*ui_->Pict_Digital, false);
 
-  resize(kDefaultWidth, kDefaultHeight);
+  resize(FittingSize(*this, {kDefaultWidth, kDefaultHeight}));
   clsRegistry& registry = editor_.program.registry;
   if (const QScreen* where = screen()) {
     registry.SetScreen(where->virtualSize().width() * kTwipsPerPixel, where->virtualSize().height() * kTwipsPerPixel);
@@ -73,12 +80,12 @@ MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<U
 
   editor_.SetPort(this);
   ui_->Opt_DspSel_0->setChecked(true);
-  editor_.ChooseView(Editor::ViewKind::Wave);
+  Show(kEverything);
   ui_->Txt_Start_X->setFocus();
 }
 
 MainWindow::~MainWindow() {
-  // A box that has the focus loses it when it goes, behind this object's own end.
+  // A box that has the focus loses it when it is destroyed, after this object's own members.
   for (QWidget* child : findChildren<QWidget*>()) child->disconnect(this);
   editor_.SetPort(nullptr);
 }
@@ -92,11 +99,11 @@ void MainWindow::FillZoomLists() {
 
 // Entries whose windows or formats do not exist yet are not offered.
 void MainWindow::HideUnbuilt() {
-  for (QAction* action : {ui_->Menu_FileImport, ui_->Menu_Print, ui_->Menu_System}) action->setVisible(false);
-  for (QMenu* menu : {ui_->Menu_Tools, ui_->Menu_MHelp}) {
-    menu->menuAction()->setVisible(false);
-    for (QAction* action : menu->actions()) action->setVisible(false);
+  for (const WindowCommand& command : WindowCommands()) {
+    if (command.call == nullptr && command.id != Command::Exit)
+      findChild<QAction*>(QLatin1String(command.action))->setVisible(false);
   }
+  for (QMenu* menu : {ui_->Menu_Tools, ui_->Menu_MHelp}) menu->menuAction()->setVisible(false);
   for (QWidget* tool : ui_->Panel_Dlg->findChildren<QWidget*>()) tool->hide();
   ui_->Panel_Dlg->setVisible(false);
 }
@@ -155,57 +162,60 @@ void MainWindow::ShowStatus(const std::string& text) {
   statusBar()->addWidget(line, 1);
 }
 
+void MainWindow::CommitFocus() {
+  if (auto* box = qobject_cast<ValueBox*>(focusWidget()); box != nullptr) box->Commit();
+}
+
+void MainWindow::ConnectCommit() {
+  for (QAction* action : findChildren<QAction*>()) connect(action, &QAction::triggered, this, &MainWindow::CommitFocus);
+  for (QToolButton* button : ui_->Frm_Common->findChildren<QToolButton*>())
+    connect(button, &QToolButton::clicked, this, &MainWindow::CommitFocus);
+}
+
 void MainWindow::ConnectMenus() {
-  const auto on = [this](QAction* action, auto handler) { connect(action, &QAction::triggered, this, handler); };
-  on(ui_->Menu_FileNew, [this] { editor_.FileNew(); });
-  on(ui_->Menu_FileOpen, [this] { editor_.FileOpen(); });
-  on(ui_->Menu_FileSave, [this] { editor_.FileSave(); });
-  on(ui_->Menu_FileSaveAs, [this] { editor_.FileSaveAs(false); });
-  on(ui_->Menu_FileSaveAs2, [this] { editor_.FileSaveAs(true); });
-  on(ui_->Menu_Exit, [this] { close(); });
-  on(ui_->Menu_Undo, [this] { editor_.Undo(); });
-  on(ui_->Menu_Cut, [this] { editor_.Cut(); });
-  on(ui_->Menu_Copy, [this] { editor_.Copy(); });
-  on(ui_->Menu_Paste, [this] { editor_.Paste(); });
-  on(ui_->Menu_Delete, [this] { editor_.Delete(); });
-  on(ui_->Menu_Grid, [this] { editor_.ToggleGrid(); });
+  for (const WindowCommand& command : WindowCommands()) {
+    if (command.call != nullptr)
+      connect(findChild<QAction*>(QLatin1String(command.action)), &QAction::triggered, this,
+              [this, &command] { editor_.Do(command); });
+  }
+  connect(ui_->Menu_Exit, &QAction::triggered, this, &QWidget::close);
 }
 
 void MainWindow::ConnectView() {
-  for (QComboBox* box : {ui_->Comb_XZoom_0, ui_->Comb_XZoom_1}) {
-    connect(box, &QComboBox::currentIndexChanged, this, [this](int index) {
-      if (!showing_) editor_.ZoomX(index);
+  // While the controls are filled their signals mean nothing.
+  const auto follow = [this](auto* control, auto signal, auto apply) {
+    connect(control, signal, this, [this, apply](int value) {
+      if (!showing_) editor_.Apply(kViewMoved, [&] { return apply(editor_.view, value); });
     });
-  }
-  connect(ui_->Comb_YZoom, &QComboBox::currentIndexChanged, this, [this](int index) {
-    if (!showing_) editor_.ZoomY(index);
-  });
-  for (QScrollBar* bar : {ui_->HScroll_0, ui_->HScroll_1}) {
-    connect(bar, &QScrollBar::valueChanged, this, [this](int value) {
-      if (!showing_) editor_.Hrizontal_Scroll(value);
-    });
-  }
-  connect(ui_->VScroll, &QScrollBar::valueChanged, this, [this](int value) {
-    if (!showing_) editor_.Vertical_Scroll(value);
-  });
+  };
+  for (QComboBox* box : {ui_->Comb_XZoom_0, ui_->Comb_XZoom_1})
+    follow(box, &QComboBox::currentIndexChanged, [](WaveView& view, int index) { view.ZoomX(index); });
+  follow(ui_->Comb_YZoom, &QComboBox::currentIndexChanged, [](WaveView& view, int index) { view.ZoomY(index); });
+  for (QScrollBar* bar : {ui_->HScroll_0, ui_->HScroll_1})
+    follow(bar, &QScrollBar::valueChanged, [](WaveView& view, int value) { return view.Hrizontal_Scroll(value); });
+  follow(ui_->VScroll, &QScrollBar::valueChanged,
+         [](WaveView& view, int value) { return view.Vertical_Scroll(value); });
   connect(ui_->Opt_DspSel_0, &QToolButton::clicked, this, [this] { editor_.ChooseView(Editor::ViewKind::Wave); });
   connect(ui_->Opt_DspSel_1, &QToolButton::clicked, this, [this] { editor_.ChooseView(Editor::ViewKind::Digital); });
 }
 
+void MainWindow::ConnectReadout(ValueBox* box, bool (Markers::*type)(const std::string&)) {
+  connect(box, &ValueBox::EditingFinished, this, [this, type](const QString& text) {
+    editor_.Apply(Change::Picture | Change::Readouts, [&] { return (editor_.markers.*type)(text.toStdString()); });
+  });
+}
+
 void MainWindow::ConnectReadouts() {
-  connect(ui_->Txt_Start_X, &ValueBox::EditingFinished, this,
-          [this](const QString& text) { editor_.TypeStart(text.toStdString()); });
-  connect(ui_->Txt_End_X, &ValueBox::EditingFinished, this,
-          [this](const QString& text) { editor_.TypeEnd(text.toStdString()); });
-  connect(ui_->Txt_Scope, &ValueBox::EditingFinished, this,
-          [this](const QString& text) { editor_.TypeScope(text.toStdString()); });
+  ConnectReadout(ui_->Txt_Start_X, &Markers::TypeStart);
+  ConnectReadout(ui_->Txt_End_X, &Markers::TypeEnd);
+  ConnectReadout(ui_->Txt_Scope, &Markers::TypeScope);
   connect(ui_->Txt_Start_X, &ValueBox::FocusNext, this, [this] { ui_->Txt_End_X->setFocus(Qt::TabFocusReason); });
   connect(ui_->Txt_End_X, &ValueBox::FocusNext, this, [this] {
     const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
     (wave ? ui_->Comb_XZoom_0 : ui_->Comb_XZoom_1)->setFocus(Qt::TabFocusReason);
   });
   connect(ui_->Txt_Scope, &ValueBox::FocusNext, this, [this] { ui_->Txt_Start_X->setFocus(Qt::TabFocusReason); });
-  connect(ui_->Opt_Scope_1, &QRadioButton::toggled, this, [this](bool on) { editor_.ChooseTrack(on); });
+  connect(ui_->Opt_Scope_1, &QRadioButton::toggled, this, [this](bool on) { editor_.markers.SetTrack(on); });
 }
 
 void MainWindow::ConnectPicture(WaveformCanvas& picture, bool wave) {
@@ -253,13 +263,16 @@ void MainWindow::MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave) {
 void MainWindow::WheelTurned(WaveformCanvas& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
   const double across = std::clamp(static_cast<double>(pixel.x()) / picture.PixelWidth(), 0.0, 1.0);
   const double down = std::clamp(static_cast<double>(pixel.y()) / picture.PixelHeight(), 0.0, 1.0);
-  if ((modifiers & Qt::ShiftModifier) != 0) {
-    editor_.WheelScrollX(-steps);
-  } else if ((modifiers & Qt::ControlModifier) != 0) {
-    editor_.WheelZoomY(steps, down);
-  } else {
-    editor_.WheelZoomX(steps, across);
-  }
+  editor_.Apply(kViewMoved, [&] {
+    WaveView& view = editor_.view;
+    if ((modifiers & Qt::ShiftModifier) != 0) return view.WheelScrollX(-steps);
+    if ((modifiers & Qt::ControlModifier) != 0) {
+      view.WheelZoomY(steps, down);
+    } else {
+      view.WheelZoomX(steps, across);
+    }
+    return true;
+  });
 }
 
 void MainWindow::Draw_Wave() {
@@ -282,54 +295,68 @@ void MainWindow::MoveMarkers() {
   ui_->Pict_Wave->ShowColumns(touched.left, touched.right);
 }
 
-void MainWindow::ShowState() {
+void MainWindow::Show(Changes changes) {
   showing_ = true;
-  const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
-  const QString title = Text(editor_.Title());
-  if (windowTitle() != title) setWindowTitle(title);
-  // The frame that goes is hidden first, so that the window never has to hold both.
-  (wave ? ui_->Frm_Digital : ui_->Frm_Wave)->setVisible(false);
-  (wave ? ui_->Frm_Wave : ui_->Frm_Digital)->setVisible(true);
-  ui_->Menu_Undo->setText(Text(editor_.commands.UndoCaption()));
-  ui_->Menu_Undo->setEnabled(editor_.commands.CanUndo());
+  if (changes.Has(Change::Title)) setWindowTitle(Text(editor_.Title()));
+  if (changes.Has(Change::Commands)) ShowCommands();
+  if (changes.Has(Change::View)) ShowView();
+  if (changes.Has(Change::Readouts)) ShowReadouts();
+  if (changes.Has(Change::Mouse)) ShowMouse();
+  showing_ = false;
+  if (changes.Has(Change::Picture)) {
+    Draw_Wave();
+  } else if (changes.Has(Change::Markers)) {
+    MoveMarkers();
+  }
+}
+
+void MainWindow::ShowCommands() {
+  SetActionText(*ui_->Menu_Undo, Text(editor_.commands.UndoCaption()));
   ui_->Menu_Grid->setChecked(editor_.painter.GridShown());
   const bool free = !editor_.PartlyBlocked();
   for (QMenu* menu : {ui_->Menu_File, ui_->Menu_Edit, ui_->Menu_Tools, ui_->Menu_Set}) menu->setEnabled(free);
+  // The entries too: their keys and tool buttons would work on.
+  for (const WindowCommand& command : WindowCommands()) {
+    const bool possible =
+        command.id == Command::Version || (free && (command.id != Command::Undo || editor_.commands.CanUndo()));
+    findChild<QAction*>(QLatin1String(command.action))->setEnabled(possible);
+  }
   ui_->Panel_Dlg->setEnabled(free);
   ui_->Opt_DspSel_1->setEnabled(free);
-  ShowScrollBars();
-  ShowLabels();
-  showing_ = false;
 }
 
-void MainWindow::ShowScrollBars() {
-  for (QComboBox* box : {ui_->Comb_XZoom_0, ui_->Comb_XZoom_1}) Show(box, editor_.view.XZoomIndex());
-  Show(ui_->Comb_YZoom, editor_.view.YZoomIndex());
-  for (QScrollBar* bar : {ui_->HScroll_0, ui_->HScroll_1}) Show(bar, editor_.view.HScroll());
-  Show(ui_->VScroll, editor_.view.VScroll());
-}
-
-void MainWindow::ShowLabels() {
+void MainWindow::ShowView() {
+  const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
+  // The frame that goes is hidden first, so that the window never has to hold both.
+  (wave ? ui_->Frm_Digital : ui_->Frm_Wave)->setVisible(false);
+  (wave ? ui_->Frm_Wave : ui_->Frm_Digital)->setVisible(true);
   const WaveView& view = editor_.view;
-  for (QLabel* label : {ui_->Label_Start_0, ui_->Label_Start_1}) Show(label, view.StartLabel());
-  for (QLabel* label : {ui_->Label_End_0, ui_->Label_End_1}) Show(label, view.EndLabel());
-  Show(ui_->Label_W_Max, view.MaxLabel());
-  Show(ui_->Label_W_Offs, view.OffsetLabel());
-  Show(ui_->Label_W_Min, view.MinLabel());
-  for (QLabel* label : {ui_->Label_Unit_X_2, ui_->Label_Unit_X_5}) Show(label, editor_.program.units.XUnitName());
-  Show(ui_->Label_Unit_Y_2, editor_.program.units.YUnitName());
+  for (QComboBox* box : {ui_->Comb_XZoom_0, ui_->Comb_XZoom_1}) Fill(box, view.XZoomIndex());
+  Fill(ui_->Comb_YZoom, view.YZoomIndex());
+  for (QScrollBar* bar : {ui_->HScroll_0, ui_->HScroll_1}) Fill(bar, view.HScroll());
+  Fill(ui_->VScroll, view.VScroll());
+  const ConvUnit& units = editor_.program.units;
+  const std::pair<QLabel*, std::string> labels[] = {
+      {ui_->Label_Start_0, view.StartLabel()},  {ui_->Label_Start_1, view.StartLabel()},
+      {ui_->Label_End_0, view.EndLabel()},      {ui_->Label_End_1, view.EndLabel()},
+      {ui_->Label_W_Max, view.MaxLabel()},      {ui_->Label_W_Offs, view.OffsetLabel()},
+      {ui_->Label_W_Min, view.MinLabel()},      {ui_->Label_Unit_X_2, units.XUnitName()},
+      {ui_->Label_Unit_X_5, units.XUnitName()}, {ui_->Label_Unit_Y_2, units.YUnitName()}};
+  for (const auto& [label, text] : labels) Fill(label, text);
+}
+
+void MainWindow::ShowReadouts() {
   const Markers& markers = editor_.markers;
-  // A box that is being typed into keeps its text until it is left.
-  const auto show = [](ValueBox* box, const std::string& text) {
-    if (!box->hasFocus() || !box->isModified()) box->ShowText(Text(text));
-  };
-  show(ui_->Txt_Start_X, markers.StartXText());
-  show(ui_->Txt_End_X, markers.EndXText());
-  show(ui_->Txt_Scope, markers.ScopeText());
-  show(ui_->Txt_Start_Y, markers.StartYText());
-  show(ui_->Txt_End_Y, markers.EndYText());
-  for (ValueBox* box : {ui_->Txt_Cur_X_0, ui_->Txt_Cur_X_1}) show(box, editor_.MouseXText());
-  show(ui_->Txt_Cur_Y, editor_.MouseYText());
+  Fill(ui_->Txt_Start_X, markers.StartXText());
+  Fill(ui_->Txt_End_X, markers.EndXText());
+  Fill(ui_->Txt_Scope, markers.ScopeText());
+  Fill(ui_->Txt_Start_Y, markers.StartYText());
+  Fill(ui_->Txt_End_Y, markers.EndYText());
+}
+
+void MainWindow::ShowMouse() {
+  for (ValueBox* box : {ui_->Txt_Cur_X_0, ui_->Txt_Cur_X_1}) Fill(box, editor_.MouseXText());
+  Fill(ui_->Txt_Cur_Y, editor_.MouseYText());
 }
 
 void MainWindow::StorePosition() {
@@ -346,7 +373,13 @@ bool MainWindow::SessionMayEnd() {
   return MayClose(Editor::CloseReason::SessionEnds);
 }
 
+void MainWindow::StoreSession() {
+  StorePosition();
+  editor_.StoreSession();
+}
+
 void MainWindow::closeEvent(QCloseEvent* event) {
+  CommitFocus();
   if (MayClose(Editor::CloseReason::User)) {
     event->accept();
   } else {
@@ -361,11 +394,14 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
   event->acceptProposedAction();
-  // Behind the drop: a message box here would hold up the program that the file came from.
+  // After the drop: a message box here would hold up the program that the file came from.
   const std::string path = event->mimeData()->urls().front().toLocalFile().toStdString();
   auto* opening = new QTimer(this); // the window owns it
   opening->setSingleShot(true);
-  connect(opening, &QTimer::timeout, this, [this, path] { editor_.FileDropped(path); });
+  connect(opening, &QTimer::timeout, this, [this, path] {
+    CommitFocus();
+    editor_.FileDropped(path);
+  });
   connect(opening, &QTimer::timeout, opening, &QObject::deleteLater);
   opening->start(0);
 }

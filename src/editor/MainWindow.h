@@ -17,6 +17,7 @@ class QToolButton;
 
 namespace calder {
 
+class ValueBox;
 class WaveformCanvas;
 
 class MainWindow final : public QMainWindow, private EditorPort {
@@ -40,11 +41,13 @@ public:
 
   // The desktop session wants to end. False: it must not.
   [[nodiscard]] bool SessionMayEnd();
+  // What a close stores, without a question.
+  void StoreSession();
 
-  // EditorPort, and what the tool dialogs call.
-  void Draw_Wave() override;
-  void MoveMarkers() override;
-  void ShowState() override;
+  // Draws the picture that is shown.
+  void Draw_Wave();
+  // EditorPort, and for what changed beside the editor.
+  void Show(Changes changes) override;
 
   // The window's name in the session state.
   static constexpr const char* kFormName = "MainWindow";
@@ -59,16 +62,24 @@ private:
   void HideUnbuilt();
   void OpenTool(const Tool& tool, QToolButton* button);
   void ToolClosed(QToolButton* button);
+  // Takes the value that is typed into the box with the focus, as leaving the box does.
+  void CommitFocus();
+  void ConnectCommit();
   void ConnectMenus();
   void ConnectView();
   void ConnectReadouts();
+  // Typed, left or confirmed with Tab or Enter: the text is the marker's.
+  void ConnectReadout(ValueBox* box, bool (Markers::*type)(const std::string&));
   void ConnectPicture(WaveformCanvas& picture, bool wave);
   void StorePosition();
   [[nodiscard]] bool MayClose(Editor::CloseReason reason);
   void MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave);
   void WheelTurned(WaveformCanvas& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers);
-  void ShowScrollBars();
-  void ShowLabels();
+  void MoveMarkers();
+  void ShowView();
+  void ShowReadouts();
+  void ShowMouse();
+  void ShowCommands();
 
   Editor& editor_;
   std::unique_ptr<Ui::MainWindow> ui_;

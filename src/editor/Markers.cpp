@@ -19,87 +19,74 @@ int LineWidth(double scale) {
 
 } // namespace
 
-void Markers::FollowScope() {
-  length_ = program_.buffers.CurrentScope().Length();
-}
-
 std::string Markers::StartXText() const {
-  return program_.units.PointToXText(program_.buffers.CurrentScope().Start);
+  return units_.PointToXText(buffers_.CurrentScope().Start);
 }
 std::string Markers::EndXText() const {
-  return program_.units.PointToXText(program_.buffers.CurrentScope().End);
+  return units_.PointToXText(buffers_.CurrentScope().End);
 }
 std::string Markers::ScopeText() const {
-  return program_.units.PointToXText(program_.buffers.CurrentScope().Length());
+  return units_.PointToXText(buffers_.CurrentScope().Length());
 }
 
 std::string Markers::StartYText() const {
-  const EditBuffers& buffers = program_.buffers;
-  return program_.units.CodeToYText(
-      W_GetWaveData(buffers.Current(), buffers.CurrentScope().Start, program_.settings.MemorySize));
+  return units_.CodeToYText(W_GetWaveData(buffers_.Current(), buffers_.CurrentScope().Start, settings_.MemorySize));
 }
 
 std::string Markers::EndYText() const {
-  const EditBuffers& buffers = program_.buffers;
-  return program_.units.CodeToYText(
-      W_GetWaveData(buffers.Current(), buffers.CurrentScope().End, program_.settings.MemorySize));
+  return units_.CodeToYText(W_GetWaveData(buffers_.Current(), buffers_.CurrentScope().End, settings_.MemorySize));
 }
 
 void Markers::MoveStartTo(double point) {
-  Scope& scope = program_.buffers.CurrentScope();
+  Scope& scope = buffers_.CurrentScope();
+  const double length = scope.Length();
   scope.Start = point;
-  if (!track_) {
-    length_ = scope.Length();
-    return;
-  }
-  scope.End = point + length_;
-  const double size = program_.settings.MemorySize;
+  if (!track_) return;
+  scope.End = point + length;
+  const double size = settings_.MemorySize;
   if (scope.End > size) {
     scope.End = size;
-    scope.Start = size - length_;
+    scope.Start = size - length;
   }
 }
 
 void Markers::MoveEndTo(double point) {
-  Scope& scope = program_.buffers.CurrentScope();
+  Scope& scope = buffers_.CurrentScope();
+  const double length = scope.Length();
   scope.End = point;
-  if (!track_) {
-    length_ = scope.Length();
-    return;
-  }
-  scope.Start = point - length_;
+  if (!track_) return;
+  scope.Start = point - length;
   if (scope.Start < 0) {
     scope.Start = 0;
-    scope.End = length_;
+    scope.End = length;
   }
 }
 
 bool Markers::TypeStart(const std::string& text) {
   double x = ParseEng(text);
-  if (!program_.units.CheckXCurrent(x)) return false;
-  const double point = program_.units.XToPoint(x);
-  if (!track_ && point > program_.buffers.CurrentScope().End) return false;
+  if (!units_.CheckXCurrent(x)) return false;
+  const double point = units_.XToPoint(x);
+  if (!track_ && point > buffers_.CurrentScope().End) return false;
   MoveStartTo(point);
   return true;
 }
 
 bool Markers::TypeEnd(const std::string& text) {
   double x = ParseEng(text);
-  if (!program_.units.CheckXCurrent(x)) return false;
-  const double point = program_.units.XToPoint(x);
-  if (!track_ && point < program_.buffers.CurrentScope().Start) return false;
+  if (!units_.CheckXCurrent(x)) return false;
+  const double point = units_.XToPoint(x);
+  if (!track_ && point < buffers_.CurrentScope().Start) return false;
   MoveEndTo(point);
   return true;
 }
 
 bool Markers::TypeScope(const std::string& text) {
-  Scope& scope = program_.buffers.CurrentScope();
-  const double size = program_.settings.MemorySize;
+  Scope& scope = buffers_.CurrentScope();
+  const double size = settings_.MemorySize;
   double x = ParseEng(text);
   // Tested before the conversion, which would take a length beyond the end for 0.
-  static_cast<void>(program_.units.CheckXCurrent(x));
-  length_ = std::min(program_.units.XToPoint(x), size - scope.Start);
-  scope.End = scope.Start + length_;
+  static_cast<void>(units_.CheckXCurrent(x));
+  scope.End = scope.Start + std::min(units_.XToPoint(x), size - scope.Start);
   return true;
 }
 
@@ -109,9 +96,9 @@ bool Markers::OnColumn(int x, int markerPixel, int width, double scale) const {
 }
 
 bool Markers::Hover(int x, int y, int width, double scale) {
-  const Scope& scope = program_.buffers.CurrentScope();
-  const int a = view_.PointToPixelX(scope.Start, width);
-  const int b = view_.PointToPixelX(scope.End, width);
+  const Scope& scope = buffers_.CurrentScope();
+  const int a = mapping_.PointToPixelX(scope.Start, width);
+  const int b = mapping_.PointToPixelX(scope.End, width);
   const int flag = static_cast<int>(std::lround(kFlag * scale));
   const bool onA = OnColumn(x, a, width, scale);
   const bool onB = OnColumn(x, b, width, scale);
@@ -130,9 +117,9 @@ bool Markers::Press() {
 
 bool Markers::Drag(int x, int width) {
   if (!grabbed_) return false;
-  const Scope before = program_.buffers.CurrentScope();
-  const double size = program_.settings.MemorySize;
-  const double point = std::clamp(std::nearbyint(view_.PixelXToPoint(x, width)), 0.0, size);
+  const Scope before = buffers_.CurrentScope();
+  const double size = settings_.MemorySize;
+  const double point = std::clamp(std::nearbyint(mapping_.PixelXToPoint(x, width)), 0.0, size);
   if (remembered_ == Which::A) {
     if (point > before.End) return false;
     MoveStartTo(point);
@@ -140,13 +127,12 @@ bool Markers::Drag(int x, int width) {
     if (point < before.Start) return false;
     MoveEndTo(point);
   }
-  return !(program_.buffers.CurrentScope() == before);
+  return !(buffers_.CurrentScope() == before);
 }
 
 int Markers::DrawnPixel(double point, int width) const {
-  const ViewState& view = program_.view;
-  if (point < view.XStart || point > view.XEnd) return kNotDrawn;
-  const int pixel = static_cast<int>(std::ceil(view_.PointToPixelXExact(point, width)));
+  if (point < view_.XStart || point > view_.XEnd) return kNotDrawn;
+  const int pixel = static_cast<int>(std::ceil(mapping_.PointToPixelXExact(point, width)));
   return std::clamp(pixel, 0, width - 1);
 }
 
@@ -175,7 +161,7 @@ void Markers::DrawAt(DeviceContext& picture, const Pixels& pixels) {
 }
 
 void Markers::Draw_Marker(DeviceContext& picture) {
-  const Scope& scope = program_.buffers.CurrentScope();
+  const Scope& scope = buffers_.CurrentScope();
   touched_ = {picture.Width(), 0};
   drawn_ = {DrawnPixel(scope.Start, picture.Width()), DrawnPixel(scope.End, picture.Width())};
   DrawAt(picture, drawn_);
@@ -184,7 +170,7 @@ void Markers::Draw_Marker(DeviceContext& picture) {
 void Markers::Move_Marker(DeviceContext& picture) {
   touched_ = {picture.Width(), 0};
   DrawAt(picture, drawn_);
-  const Scope& scope = program_.buffers.CurrentScope();
+  const Scope& scope = buffers_.CurrentScope();
   drawn_ = {DrawnPixel(scope.Start, picture.Width()), DrawnPixel(scope.End, picture.Width())};
   DrawAt(picture, drawn_);
 }

@@ -1,9 +1,11 @@
 // The two markers and the range between them: typing positions, dragging in the view, independent or together.
 //
-// Marker A is the start and marker B the end of the current buffer's scope; A never stands behind B.
+// Marker A is the start and marker B the end of the current buffer's scope; A is never right of B.
 #pragma once
 
-#include "app/Program.h"
+#include "app/ConvUnit.h"
+#include "app/EditBuffers.h"
+#include "app/ViewState.h"
 #include "editor/WaveView.h"
 
 #include <string>
@@ -16,10 +18,9 @@ class Markers {
 public:
   enum class Which { A, B };
 
-  Markers(Program& program, const WaveView& view) : program_(program), view_(view) {}
-
-  // The length that track mode keeps follows the scope (after start-up, undo, a file or a tool changed it).
-  void FollowScope();
+  Markers(const SystemInfo& settings, const ConvUnit& units, EditBuffers& buffers, const ViewState& view,
+          const WaveView& mapping)
+      : settings_(settings), units_(units), buffers_(buffers), view_(view), mapping_(mapping) {}
 
   void SetTrack(bool track) { track_ = track; }
   [[nodiscard]] bool Track() const { return track_; }
@@ -72,9 +73,11 @@ private:
   void MoveStartTo(double point);
   void MoveEndTo(double point);
 
-  Program& program_;
-  const WaveView& view_;
-  double length_ = 0;
+  const SystemInfo& settings_;
+  const ConvUnit& units_;
+  EditBuffers& buffers_;
+  const ViewState& view_;
+  const WaveView& mapping_; // between points and pixels
   bool track_ = false;
   bool hovering_ = false;
   bool grabbed_ = false;

@@ -11,39 +11,31 @@ void WavePainter::Clear(DeviceContext& picture) const {
 
 void WavePainter::Draw_Grid_Wave(DeviceContext& picture) const {
   if (gridShown_) grid_.Drow(picture);
-  const ViewState& view = program_.view;
   const int height = picture.Height();
-  const double row = static_cast<double>(W_CODE_MAX - view.YStart) * height / (view.YEnd - view.YStart);
+  const double row = static_cast<double>(W_CODE_MAX - view_.YStart) * height / (view_.YEnd - view_.YStart);
   if (row < 0 || row > height) return;
   picture.SetPen(theme::OnGround(theme::kZeroLine, theme::kZeroStrength));
-  W_DrawGrid2(picture, view.YStart, view.YEnd - view.YStart, picture.Width(), height);
+  W_DrawGrid2(picture, view_.YStart, view_.YEnd - view_.YStart, picture.Width(), height);
 }
 
 void WavePainter::Draw_Wave(DeviceContext& picture) {
-  if (!overlay_) {
-    Clear(picture);
-    Draw_Grid_Wave(picture);
-  }
-  const ViewState& view = program_.view;
+  Clear(picture);
+  Draw_Grid_Wave(picture);
   picture.SetDrawMode(DrawMode::CopyPen);
   picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
-  W_DrawWave2(picture, program_.buffers.Current(), view.XStart, view.YStart, view.XEnd - view.XStart,
-              view.YEnd - view.YStart, picture.Width(), picture.Height(), program_.settings.MemorySize);
-  if (toolLayer_ && program_.selectedTool == kToolSpline) toolLayer_(picture);
+  W_DrawWave2(picture, buffers_.Current(), view_.XStart, view_.YStart, view_.XEnd - view_.XStart,
+              view_.YEnd - view_.YStart, picture.Width(), picture.Height(), settings_.MemorySize);
+  if (toolLayer_) toolLayer_(picture);
   markers_.Draw_Marker(picture);
-  overlay_ = false;
 }
 
 void WavePainter::Draw_Digital(DeviceContext& picture, std::uint16_t selectedBits) {
-  if (!overlay_) Clear(picture);
-  const ViewState& view = program_.view;
-  const Scope& scope = program_.buffers.CurrentScope();
-  W_DrawDigitalPattern(picture, program_.buffers.Current(), view.XStart, view.XEnd - view.XStart,
-                       program_.settings.DataBits, selectedBits, scope.Start, scope.End, picture.Width(),
-                       picture.Height(), theme::kBitTrace, theme::kBitQuiet, theme::kBitSelected, theme::kBitScope,
-                       program_.settings.MemorySize);
-  if (!overlay_) markers_.Draw_Marker(picture);
-  overlay_ = false;
+  Clear(picture); // also under lanes that are no longer selected
+  const Scope& scope = buffers_.CurrentScope();
+  W_DrawDigitalPattern(picture, buffers_.Current(), view_.XStart, view_.XEnd - view_.XStart, settings_.DataBits,
+                       selectedBits, scope.Start, scope.End, picture.Width(), picture.Height(), theme::kBitTrace,
+                       theme::kBitQuiet, theme::kBitSelected, theme::kBitScope, settings_.MemorySize);
+  markers_.Draw_Marker(picture);
 }
 
 } // namespace calder

@@ -1,7 +1,8 @@
 // Draws the main window's pictures: ground, grid, zero line, waveform, markers; or the 16 lanes of the digital view.
 #pragma once
 
-#include "app/Program.h"
+#include "app/EditBuffers.h"
+#include "app/ViewState.h"
 #include "editor/Grid.h"
 #include "editor/Markers.h"
 
@@ -12,14 +13,13 @@ namespace calder {
 
 class WavePainter {
 public:
-  WavePainter(Program& program, Markers& markers) : program_(program), markers_(markers) {}
+  WavePainter(const SystemInfo& settings, const EditBuffers& buffers, const ViewState& view, Markers& markers)
+      : settings_(settings), buffers_(buffers), view_(view), markers_(markers) {}
 
   [[nodiscard]] bool GridShown() const { return gridShown_; }
   void ShowGrid(bool shown) { gridShown_ = shown; }
 
-  // The next Draw_Wave paints over the picture without clearing it.
-  void SetOverlay() { overlay_ = true; }
-  // Draws more on the waveform picture, between the waveform and the markers; for the tool that edits in the view.
+  // Draws more on the waveform picture, between the waveform and the markers; empty: nothing.
   void SetToolLayer(std::function<void(DeviceContext&)> draw) { toolLayer_ = std::move(draw); }
 
   void Draw_Grid_Wave(DeviceContext& picture) const;
@@ -30,11 +30,12 @@ public:
 private:
   void Clear(DeviceContext& picture) const;
 
-  Program& program_;
+  const SystemInfo& settings_;
+  const EditBuffers& buffers_;
+  const ViewState& view_;
   Markers& markers_;
   Grid grid_;
   bool gridShown_ = true;
-  bool overlay_ = false;
   std::function<void(DeviceContext&)> toolLayer_;
 };
 

@@ -5,7 +5,8 @@
 // 2. The waveform view and the digital view share one horizontal scroll bar state and one X zoom.
 #pragma once
 
-#include "app/Program.h"
+#include "app/ConvUnit.h"
+#include "app/ViewState.h"
 
 #include <cstdint>
 #include <string>
@@ -25,14 +26,15 @@ public:
   static constexpr int kXZooms = 8; // 1:1 to 1:128
   static constexpr int kYZooms = 9; // 1:1 to 1:256
 
-  explicit WaveView(Program& program) : program_(program) {}
+  WaveView(const SystemInfo& settings, const ConvUnit& units, ViewState& view)
+      : settings_(settings), units_(units), view_(view) {}
 
   // The whole waveform, both zooms 1.
   void Init();
   // The shown X range becomes the whole memory after its size changed.
   void MemorySizeChanged() { Init(); }
   // False: the memory size is no longer the one that the view was made for.
-  [[nodiscard]] bool FitsMemory() const { return size_ == program_.settings.MemorySize; }
+  [[nodiscard]] bool FitsMemory() const { return size_ == settings_.MemorySize; }
 
   // Zooming by list index; the left edge stays (X), the middle stays (Y). An index outside its list changes nothing.
   void ZoomX(int index);
@@ -40,6 +42,11 @@ public:
   // The same with the point or depth under the pointer kept in its place: fraction of the picture, 0 to 1.
   void ZoomXAt(int index, double fraction);
   void ZoomYAt(int index, double fraction);
+  // The mouse wheel over that fraction of the picture: so many steps in, and the view by tenths of its page. The last
+  // returns false when nothing moved.
+  void WheelZoomX(int steps, double fraction);
+  void WheelZoomY(int steps, double fraction);
+  bool WheelScrollX(int steps);
   // The scroll bars were moved to that value. False: nothing changed.
   bool Hrizontal_Scroll(int value);
   bool Vertical_Scroll(int value);
@@ -69,7 +76,9 @@ public:
 private:
   void ShowY();
 
-  Program& program_;
+  const SystemInfo& settings_;
+  const ConvUnit& units_;
+  ViewState& view_;
   std::int32_t size_ = 0;
   int xZoomIndex_ = 0;
   int yZoomIndex_ = 0;

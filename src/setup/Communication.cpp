@@ -30,6 +30,12 @@ Communication::~Communication() {
   program_.registry.SetLocalControl({});
 }
 
+void Communication::CancelTransfer() {
+  if (!program_.registry.GetGpibHost()) return;
+  progress.Cancel();
+  if (desk.Shown()) desk.Btn_Cancel_Click(); // while a transfer runs it only asks for its end
+}
+
 // Making the dialog asks the bus, and events go on meanwhile.
 std::unique_ptr<ToolForm> Communication::MakeSystemSetup(ToolHost& host, QWidget* parent) {
   if (desk.Shown()) return nullptr;

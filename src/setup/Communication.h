@@ -24,6 +24,9 @@ public:
   // The dialog, for the caller to show; nullptr while it is shown or being made.
   [[nodiscard]] std::unique_ptr<ToolForm> MakeSystemSetup(ToolHost& host, QWidget* parent);
 
+  // Ends a transfer under way as the user's cancel does; nothing while there is none.
+  void CancelTransfer();
+
   IntfcLib bus;
   ProgressWindow progress;
   SetupDesk desk;

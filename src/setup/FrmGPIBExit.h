@@ -29,8 +29,8 @@ public:
   void ShowStep(const QString& text, int maximum);
   void ShowValue(int value);
   void ShowRate(const QString& text);
-  // Hides the window in a moment, unless KeepOpen comes first: a transfer whose next step follows at once keeps it. It is
-  // never deleted by itself: something may be open over it.
+  // Hides the window in a moment, unless KeepOpen comes first: a transfer whose next step follows at once keeps it. It
+  // is never deleted by itself: something may be open over it.
   void HideSoon();
   void KeepOpen();
 
@@ -68,6 +68,10 @@ public:
   void Caption(const std::string& text) override;
   [[nodiscard]] bool Cancelled() const override { return cancelled_ || (form_ && form_->GpibExit()); }
   void Unload() override;
+  // As the window's own button.
+  void Cancel() {
+    if (form_) form_->close();
+  }
 
 private:
   Program& program_;

@@ -68,6 +68,8 @@ public:
   void EnterUnitRange(Axis axis, End end, std::string_view text);
 
   void Btn_Trans_Click(Transfer transfer);
+  // Only USBTMC brings a waveform back; the loop test runs on every bus.
+  [[nodiscard]] bool CanReadBack() const { return UsbShown() || program_.registry.GetLoopTest(); }
   void Btn_OK_Click();
   // Puts the settings back and closes; while a transfer runs it cancels the transfer instead, when that is Cancellable.
   void Btn_Cancel_Click();

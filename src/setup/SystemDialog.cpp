@@ -19,6 +19,7 @@ namespace {
 constexpr int kFocusLook = 500; // milliseconds
 constexpr int kNumberCharacters = 7;
 constexpr int kValueCharacters = 14;
+constexpr int kOscillatorCharacters = 19; // three digits, a point, as many decimals as a period has, a unit prefix
 constexpr int kNameCharacters = 33;
 
 using Axis = SetupDesk::Axis;
@@ -52,6 +53,7 @@ SystemDialog::SystemDialog(Program& program, SetupDesk& desk, ToolHost& host, QW
     box->setValidator(new QRegularExpressionValidator(QRegularExpression(QStringLiteral("[0-9]{0,5}")), box));
     connect(box, &ValueBox::FocusNext, this, [this] { focusNextChild(); });
   }
+  for (ValueBox* box : oscillator_) box->SetCharacters(kOscillatorCharacters);
   ui_->Txt_MName->SetCharacters(kNameCharacters);
   ui_->Txt_MName->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   for (ValueBox* box : {ui_->Txt_Unit_Name_0, ui_->Txt_Unit_Name_1})
@@ -238,6 +240,12 @@ void SystemDialog::ShowSystem() {
   for (const SystemSetup::Interface& item : setup.Interfaces()) interfaces.push_back(item.name);
   ShowList(ui_->Comb_Intfc, interfaces, setup.InterfaceChoice());
   const bool usb = desk_.UsbShown();
+  const bool readable = desk_.CanReadBack();
+  ui_->Btn_Trans_2->setEnabled(readable && ui_->Btn_Trans_0->isEnabled());
+  ui_->Btn_Trans_2->setToolTip(
+      readable ? QString()
+               : QString::fromUtf8(program_.messages.Pick("波形の読出しは USB(TMC) でのみできます。",
+                                                          "Only USB(TMC) can read a waveform back.")));
   for (QWidget* control : {static_cast<QWidget*>(ui_->Label_GPIB_0), static_cast<QWidget*>(ui_->Panel_GPIB_0)})
     control->setVisible(!usb);
   for (QWidget* control : {static_cast<QWidget*>(ui_->Label_SerialNo), static_cast<QWidget*>(ui_->Comb_SerialNo),

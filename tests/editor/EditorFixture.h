@@ -5,16 +5,13 @@
 #include "editor/Editor.h"
 
 #include <optional>
+#include <vector>
 
 namespace calder {
 
 struct RecordingPort final : EditorPort {
-  void Draw_Wave() override { ++draws; }
-  void MoveMarkers() override { ++moves; }
-  void ShowState() override { ++shows; }
-  int draws = 0;
-  int moves = 0;
-  int shows = 0;
+  void Show(Changes changes) override { shown.push_back(changes); }
+  std::vector<Changes> shown;
 };
 
 struct EditorFixture : testing::Test {

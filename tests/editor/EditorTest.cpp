@@ -1,7 +1,8 @@
 #include "EditorFixture.h"
 
-#include <filesystem>
-#include <fstream>
+#include "platform/TempFolder.h"
+
+#include <functional>
 
 namespace calder {
 namespace {
@@ -67,26 +68,26 @@ TEST_F(EditorTest, CutPasteDeleteAndUndoMoveExactlyTheRange) {
   Begin();
   Ramp();
   program->buffers.CurrentScope() = {10.4, 109.6}; // points 11 to 110
-  editor->Cut();
+  editor->Do(Command::Cut);
   EXPECT_EQ(Code(10), 10);
   EXPECT_EQ(Code(11), 111);
   EXPECT_EQ(Code(524288 - 100), 0);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10.4, 109.6}));
   program->buffers.CurrentScope() = {1000, 1010};
-  editor->Paste();
+  editor->Do(Command::Paste);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100})) << "what was pasted is selected";
   EXPECT_EQ(Code(1000), 11);
   EXPECT_EQ(Code(1099), 110);
   EXPECT_EQ(Code(1100), 1200);
-  editor->Undo();
+  editor->Do(Command::Undo);
   EXPECT_EQ(Code(1000), 1100);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1010}));
   EXPECT_EQ(editor->commands.UndoCaption(), "&Redo");
-  editor->Undo();
+  editor->Do(Command::Undo);
   EXPECT_EQ(Code(1000), 11);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100}));
   EXPECT_EQ(editor->commands.UndoCaption(), "&Redo") << "until the next edit";
-  editor->Delete();
+  editor->Do(Command::Delete);
   EXPECT_EQ(Code(1000), 1200);
   EXPECT_EQ(editor->commands.UndoCaption(), "&Undo");
 }
@@ -97,16 +98,16 @@ TEST_F(EditorTest, ARangeFromBetweenTwoPointsToTheEndEndsThere) {
     program->settings.MemorySize = size;
     Ramp();
     program->buffers.CurrentScope() = {size - 9.6, static_cast<double>(size)};
-    editor->Copy();
+    editor->Do(Command::Copy);
     program->buffers.CurrentScope() = {0, 0};
-    editor->Paste();
+    editor->Do(Command::Paste);
     EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 9}));
     EXPECT_EQ(Code(0), (size - 9) % 30000);
     // 32.2 - 12.2 is more than 20.
     program->buffers.CurrentScope() = {12.2, 32.2};
-    editor->Copy();
+    editor->Do(Command::Copy);
     program->buffers.CurrentScope() = {100, 100};
-    editor->Paste();
+    editor->Do(Command::Paste);
     EXPECT_EQ(program->buffers.CurrentScope(), (Scope{100, 120}));
   }
 }
@@ -117,35 +118,11 @@ TEST_F(EditorTest, AClipboardThatFailsLosesNothing) {
   program->buffers.CurrentScope() = {0, 100};
   desktop.clipboard.available = false;
   desktop.boxes.Expect("ClipBoard");
-  editor->Cut();
+  editor->Do(Command::Cut);
   EXPECT_EQ(Code(50), 50) << "what could not be copied is not cut away";
   desktop.boxes.Expect("ClipBoard");
-  editor->Paste();
+  editor->Do(Command::Paste);
   EXPECT_EQ(Code(50), 50);
-}
-
-struct TextBox final : TextSelection {
-  [[nodiscard]] std::string Selected() const override { return selected; }
-  void Replace(const std::string& text) override { selected = text; }
-  std::string selected;
-};
-
-TEST_F(EditorTest, WithAPatternBoxTheCommandsWorkOnItsText) {
-  Begin();
-  Ramp();
-  TextBox box;
-  editor->commands.SetTextFocus(&box);
-  box.selected = "10L5H";
-  editor->Cut();
-  EXPECT_EQ(box.selected, "");
-  editor->Copy();
-  editor->Paste();
-  EXPECT_EQ(box.selected, "10L5H") << "an empty selection is not copied";
-  editor->Delete();
-  EXPECT_EQ(box.selected, "");
-  EXPECT_FALSE(editor->commands.CanUndo());
-  EXPECT_EQ(desktop.clipboard.source, nullptr);
-  editor->commands.SetTextFocus(nullptr);
 }
 
 TEST_F(EditorTest, ClosingAsksAndRefusesWhileATransferRuns) {
@@ -169,9 +146,108 @@ TEST_F(EditorTest, ClosingAsksAndRefusesWhileATransferRuns) {
 TEST_F(EditorTest, NewStartsAnotherCopyAndTouchesNothingHere) {
   Begin();
   Ramp();
-  editor->FileNew();
+  editor->Do(Command::FileNew);
   EXPECT_EQ(desktop.copies.started, 1);
   EXPECT_EQ(Code(77), 77);
+  desktop.copies.canStart = false;
+  desktop.boxes.Expect("Another copy of CALDER could not be started.");
+  editor->Do(Command::FileNew);
+}
+
+// What the window would draw and fill: once an action, and only what the action changed.
+TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
+  const TempFolder folder;
+  PutFile(folder / "five.txt", "5\r\n");
+  Begin();
+  const auto open = [&](const std::string& name) {
+    desktop.dialogs.Answer(folder / name);
+    editor->Do(Command::FileOpen);
+  };
+  const auto move = [&](int x) { editor->MouseMove(x, 50, 1024, 100, 1, true); };
+  constexpr Changes kNothing;
+  const struct {
+    const char* what;
+    Changes changes;
+    std::function<void()> act;
+  } rows[] = {
+      {"save", Change::Title,
+       [&] {
+         desktop.dialogs.Answer(folder / "a.wdb");
+         editor->Do(Command::FileSave);
+       }},
+      {"open text", kEverything, [&] { open("five.txt"); }},
+      {"open .wdb", kEverything, [&] { open("a.wdb"); }},
+      {"drop", kEverything, [&] { editor->FileDropped(folder / "a.wdb"); }},
+      {"open, cancelled", kNothing,
+       [&] {
+         desktop.dialogs.Cancel();
+         editor->Do(Command::FileOpen);
+       }},
+      {"open, failed", Change::Title,
+       [&] {
+         desktop.boxes.Expect("File Read error.");
+         open("none.wdb");
+       }},
+      {"cut", kEdited, [&] { editor->Do(Command::Cut); }},
+      {"copy", Change::Commands, [&] { editor->Do(Command::Copy); }},
+      {"undo", kEdited, [&] { editor->Do(Command::Undo); }},
+      {"grid", Change::Picture | Change::Commands, [&] { editor->Do(Command::Grid); }},
+      {"zoom", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(1); }); }},
+      {"scrolled to where it is", kNothing,
+       [&] { editor->Apply(kViewMoved, [&] { return editor->view.Hrizontal_Scroll(0); }); }},
+      {"zoom back", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(0); }); }},
+      {"hover", Change::Mouse, [&] { move(1023); }},
+      {"press", kNothing,
+       [&] {
+         editor->MousePress({1023, 50, 1024, 100}, Editor::PressKeys::None);
+       }},
+      {"drag", Change::Mouse | Change::Markers | Change::Readouts, [&] { move(700); }},
+      {"drag on the spot", Change::Mouse, [&] { move(700); }},
+      {"outside", kNothing, [&] { move(-1); }},
+      {"release", Change::Picture,
+       [&] {
+         editor->MouseRelease({700, 50, 1024, 100});
+       }},
+      {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
+      {"tool", kEverything, [&] { editor->WaveformChanged(); }},
+      {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
+      {"other view", kViewMoved, [&] { editor->ChooseView(Editor::ViewKind::Digital); }},
+  };
+  for (const auto& row : rows) {
+    port.shown.clear();
+    row.act();
+    EXPECT_EQ(port.shown, row.changes.None() ? std::vector<Changes>() : std::vector{row.changes}) << row.what;
+  }
+}
+
+TEST_F(EditorTest, OnlyAFileThatWasReadIsShownWhole) {
+  const TempFolder folder;
+  PutFile(folder / "five.txt", "5\r\n");
+  const struct {
+    const char* why;
+    std::optional<std::string> chosen;
+    bool drop;
+    const char* message;
+    bool read;
+  } rows[] = {{"cancelled", std::nullopt, false, nullptr, false},
+              {"cannot be read", folder / "none.txt", false, "File Read error.", false},
+              {"dropped, cannot be read", folder / "none.txt", true, "File Read error.", false},
+              {"dropped, no waveform", folder / "five.dat", true, "Invalid file extension.", false},
+              {"read", folder / "five.txt", false, nullptr, true},
+              {"dropped, read", folder / "five.txt", true, nullptr, true}};
+  Begin();
+  for (const auto& row : rows) {
+    editor->view.ZoomX(2);
+    editor->view.ZoomY(1);
+    editor->view.Hrizontal_Scroll(4096);
+    if (row.message != nullptr) desktop.boxes.Expect(row.message);
+    if (!row.drop)
+      desktop.dialogs.answers.push_back(row.chosen ? std::optional(FileDialogAnswer{*row.chosen, 1}) : std::nullopt);
+    row.drop ? editor->FileDropped(*row.chosen) : editor->Do(Command::FileOpen);
+    EXPECT_EQ(program->view.XZoom, row.read ? 1 : 4) << row.why;
+    EXPECT_EQ(program->view.YZoom, row.read ? 1 : 2) << row.why;
+    EXPECT_EQ(program->view.XStart, row.read ? 0 : 65536) << row.why;
+  }
 }
 
 TEST_F(EditorTest, AFileOnTheCommandLineThatCannotBeOpenedIsToldAndLeavesAnEmptyEditor) {

@@ -16,7 +16,6 @@ struct MarkersTest : EditorFixture {
   void Put(double start, double end, bool track = false) {
     TheScope() = {start, end};
     editor->markers.SetTrack(track);
-    editor->markers.FollowScope();
   }
 };
 
@@ -30,7 +29,7 @@ TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
     const char* text;
     Scope after;
   } rows[] = {
-      {"A behind B is refused", false, {100, 200}, Start, "300", {100, 200}},
+      {"A right of B is refused", false, {100, 200}, Start, "300", {100, 200}},
       {"A before B is taken", false, {100, 200}, Start, "150", {150, 200}},
       {"outside the waveform is refused", false, {100, 200}, Start, "-1", {100, 200}},
       {"beyond the end is refused, not taken for 0", false, {100, 200}, End, "600000", {100, 200}},
@@ -47,9 +46,9 @@ TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
   };
   for (const auto& row : rows) {
     Put(row.before.Start, row.before.End, row.track);
-    if (row.box == Start) editor->TypeStart(row.text);
-    if (row.box == End) editor->TypeEnd(row.text);
-    if (row.box == Length) editor->TypeScope(row.text);
+    if (row.box == Start) editor->markers.TypeStart(row.text);
+    if (row.box == End) editor->markers.TypeEnd(row.text);
+    if (row.box == Length) editor->markers.TypeScope(row.text);
     EXPECT_EQ(TheScope().Start, row.after.Start) << row.why;
     EXPECT_EQ(TheScope().End, row.after.End) << row.why;
   }
@@ -155,8 +154,8 @@ TEST_F(MarkersTest, EdgesAndCoincidingMarkersAreDrawnOnce) {
   EXPECT_TRUE(canvas.Inverted(1013, 5));
   Canvas zoomed;
   Put(0, 524288);
-  editor->ZoomX(3);
-  editor->Hrizontal_Scroll(4096);
+  editor->view.ZoomX(3);
+  editor->view.Hrizontal_Scroll(4096);
   editor->markers.Draw_Marker(zoomed.context);
   EXPECT_EQ(zoomed.CountInverted(), 0) << "outside the view";
 }

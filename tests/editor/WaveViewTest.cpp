@@ -1,23 +1,24 @@
 #include "editor/WaveView.h"
 
-#include "FakeDesktop.h"
+#include <gtest/gtest.h>
 
 namespace calder {
 namespace {
 
 struct WaveViewTest : testing::Test {
-  fake::FakeDesktop desktop;
-  Program program{desktop.Services()};
-  WaveView view{program};
+  SystemInfo settings;
+  ConvUnit units{settings};
+  ViewState state;
+  WaveView view{settings, units, state};
 
   void SetUp() override { Size(524288); }
   void Size(std::int32_t points) {
-    program.settings.MemorySize = points;
+    settings.MemorySize = points;
     view.Init();
   }
   using Range = std::pair<int, int>;
-  [[nodiscard]] Range X() const { return {program.view.XStart, program.view.XEnd}; }
-  [[nodiscard]] Range Y() const { return {program.view.YStart, program.view.YEnd}; }
+  [[nodiscard]] Range X() const { return {state.XStart, state.XEnd}; }
+  [[nodiscard]] Range Y() const { return {state.YStart, state.YEnd}; }
 };
 
 TEST_F(WaveViewTest, XZoomShowsItsPartFromTheLeftEdge) {
@@ -31,10 +32,10 @@ TEST_F(WaveViewTest, XZoomShowsItsPartFromTheLeftEdge) {
     EXPECT_EQ(X(), Range(0, row.end));
   }
   EXPECT_TRUE(view.Hrizontal_Scroll(32512));
-  EXPECT_EQ(program.view.XEnd, 524288);
+  EXPECT_EQ(state.XEnd, 524288);
   EXPECT_FALSE(view.Hrizontal_Scroll(32512)) << "nothing moved";
   view.ZoomX(1);
-  EXPECT_EQ(program.view.XEnd, 524288) << "the bar stays inside its limits";
+  EXPECT_EQ(state.XEnd, 524288) << "the bar stays inside its limits";
   view.ZoomX(0);
   EXPECT_FALSE(view.HScroll().enabled);
   EXPECT_EQ(X(), Range(0, 524288));
@@ -47,9 +48,9 @@ TEST_F(WaveViewTest, YZoomCentresOnZeroFirstAndKeepsTheMiddleLater) {
   EXPECT_EQ(view.VScroll().value, 8192);
   EXPECT_EQ(Y(), Range(16384, 49151));
   view.Vertical_Scroll(view.VScroll().maximum);
-  const int middle = (program.view.YStart + program.view.YEnd) / 2;
+  const int middle = (state.YStart + state.YEnd) / 2;
   view.ZoomY(3);
-  EXPECT_NEAR((program.view.YStart + program.view.YEnd) / 2, middle, 2);
+  EXPECT_NEAR((state.YStart + state.YEnd) / 2, middle, 2);
   view.ZoomY(0);
   EXPECT_EQ(Y(), Range(0, 65534));
 }
@@ -61,29 +62,29 @@ TEST_F(WaveViewTest, SmallMemoriesHaveARangeAtEveryZoom) {
       view.ZoomX(zoom);
       for (const int value : {0, view.HScroll().maximum / 2, view.HScroll().maximum}) {
         view.Hrizontal_Scroll(value);
-        EXPECT_LT(program.view.XStart, program.view.XEnd) << size << " at zoom " << zoom;
+        EXPECT_LT(state.XStart, state.XEnd) << size << " at zoom " << zoom;
       }
     }
   }
   Size(32768);
-  EXPECT_EQ(program.view.ScrollStep, 1);
+  EXPECT_EQ(state.ScrollStep, 1);
   Size(524288);
-  EXPECT_EQ(program.view.ScrollStep, 16);
+  EXPECT_EQ(state.ScrollStep, 16);
 }
 
 TEST_F(WaveViewTest, ZoomingAtThePointerKeepsThePointUnderIt) {
   for (const double fraction : {0.0, 0.3, 0.5, 1.0}) {
     view.ZoomX(0);
     for (int zoom = 1; zoom < WaveView::kXZooms; ++zoom) {
-      const double before = program.view.XStart + fraction * (program.view.XEnd - program.view.XStart);
+      const double before = state.XStart + fraction * (state.XEnd - state.XStart);
       view.ZoomXAt(zoom, fraction);
-      const double after = program.view.XStart + fraction * (program.view.XEnd - program.view.XStart);
-      EXPECT_NEAR(after, before, program.view.ScrollStep) << fraction << " at zoom " << zoom;
+      const double after = state.XStart + fraction * (state.XEnd - state.XStart);
+      EXPECT_NEAR(after, before, state.ScrollStep) << fraction << " at zoom " << zoom;
     }
   }
   view.ZoomY(0);
   view.ZoomYAt(2, 0.25);
-  EXPECT_NEAR(program.view.YStart + 0.25 * (program.view.YEnd - program.view.YStart), 0.25 * 65534, 4);
+  EXPECT_NEAR(state.YStart + 0.25 * (state.YEnd - state.YStart), 0.25 * 65534, 4);
 }
 
 TEST_F(WaveViewTest, PixelsAndPositionsMatch) {
@@ -100,8 +101,8 @@ TEST_F(WaveViewTest, PixelsAndPositionsMatch) {
 }
 
 TEST_F(WaveViewTest, LabelsShowTheRangeWithItsUnit) {
-  program.settings.XUnit = 0;
-  program.settings.YUnit = 0;
+  settings.XUnit = 0;
+  settings.YUnit = 0;
   EXPECT_EQ(view.StartLabel(), "0.000000Word");
   EXPECT_EQ(view.EndLabel(), "524288.0Word");
   view.ZoomY(1);

@@ -110,15 +110,15 @@ TEST_F(FileCommandsTest, TheWaveDialogOffersTheFormOfTheCurrentName) {
 
 TEST_F(FileCommandsTest, SaveWritesTheCurrentNameWithoutADialogAndUntitledWithOne) {
   desktop.dialogs.Answer(folder / "new.wdb");
-  editor->FileSave();
+  editor->Do(Command::FileSave);
   EXPECT_EQ(editor->Title(), "Orvo Calder for XG5530/31 <" + (folder / "new.wdb") + ">");
   std::filesystem::remove(folder / "new.wdb");
-  editor->FileSave();
+  editor->Do(Command::FileSave);
   EXPECT_TRUE(std::filesystem::exists(folder / "new.wdb"));
   EXPECT_EQ(desktop.settings.Get("Files", "LastFolder"), folder.Path().string());
   program->names.CurrentWaveFile = folder / "data.dat";
   desktop.boxes.Expect("Invalid file extension.");
-  editor->FileSave();
+  editor->Do(Command::FileSave);
 }
 
 } // namespace

@@ -70,10 +70,10 @@ TEST_F(WaveFilesTest, OpeningAWdbFileOfAnotherSizeChangesTheMemoryAndTheView) {
   SetMemory(65536);
   ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "small.wdb"));
   SetMemory(524288);
-  editor->ZoomX(3);
+  editor->view.ZoomX(3);
   program->buffers.CurrentScope() = {100000, 200000};
   desktop.dialogs.Answer(folder / "small.wdb");
-  editor->FileOpen();
+  editor->Do(Command::FileOpen);
   EXPECT_EQ(program->settings.MemorySize, 65536);
   EXPECT_EQ(program->view.XEnd, 65536);
   EXPECT_EQ(program->view.ScrollStep, 2);
@@ -123,12 +123,12 @@ TEST_F(WaveFilesTest, TextIsSpreadOverTheWholeMemoryAndCanBeUndone) {
   EXPECT_EQ(Code(262144), 0);
   EXPECT_NEAR(Code(524287), 32767, 1);
   EXPECT_TRUE(editor->commands.CanUndo());
-  editor->Undo();
+  editor->Do(Command::Undo);
   EXPECT_EQ(Code(77), 77);
   PutFile(folder / "one.txt", "5\n");
   program->buffers.CurrentScope() = {524288, 524288};
   desktop.dialogs.Answer(folder / "one.txt");
-  editor->FileOpen();
+  editor->Do(Command::FileOpen);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{524288, 524288})) << "the right end is a range";
   EXPECT_EQ(Code(0), 5);
   EXPECT_EQ(Code(524287), 5);
@@ -139,7 +139,7 @@ TEST_F(WaveFilesTest, RealTextIsNormalised) {
   for (int i = 0; i < 524288 / 4; ++i) text += "4\r\n-1\r\n1\r\n0.5\r\n";
   PutFile(folder / "real.txt", text);
   desktop.dialogs.Answer(folder / "real.txt", 3);
-  editor->FileOpen();
+  editor->Do(Command::FileOpen);
   EXPECT_EQ(Code(0), 32767);
   EXPECT_EQ(Code(1), -8192);
   EXPECT_EQ(Code(2), 8192);

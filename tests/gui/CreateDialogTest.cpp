@@ -54,7 +54,7 @@ TEST_F(CreateDialogTest, ASquareIsTypedPreviewedAndWritten) {
   EXPECT_FALSE(dialog->isVisible());
   EXPECT_EQ(Code(1000), 32767);
   EXPECT_EQ(Code(524288 / 4 - 1000), -32767);
-  editor->Undo();
+  editor->Do(Command::Undo);
   EXPECT_EQ(Code(1000), 0);
 }
 

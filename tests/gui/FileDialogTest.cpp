@@ -2,12 +2,18 @@
 #include "FakeDesktop.h"
 #include "platform/qt/QtFileDialogs.h"
 
-#include <gtest/gtest.h>
+#include "FakeDesktop.h"
+#include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QListView>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -57,6 +63,186 @@ TEST(FileDialogs, NoKeyErasesWhatIsSelected) {
     EXPECT_TRUE(driven);
     EXPECT_TRUE(std::filesystem::exists(root / "a.wdb")) << (save ? "save" : "open");
     EXPECT_TRUE(std::filesystem::exists(root / "measured" / "b.wdb")) << (save ? "save" : "open");
+  }
+}
+
+// The list shows what the filter lets through, yet any existing file can be named.
+TEST(FileDialogs, OpenIsEnabledForEveryTypedFileThatExists) {
+  const QTemporaryDir folder;
+  const std::string root = folder.path().toStdString();
+  for (const char* name : {"a.wdb", "b.dat"}) {
+    QFile file(QString::fromStdString(root + "/" + name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  }
+  QTimer::singleShot(0, [&] {
+    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(dialog, nullptr);
+    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    auto* open = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+    const std::pair<const char*, bool> rows[] = {{"none.dat", false}, {"a.wdb", true}, {"no", false}, {"b.dat", true}};
+    for (const auto& [typed, enabled] : rows) {
+      name->setText(QLatin1String(typed));
+      QTest::qWait(30); // the list follows the disk
+      EXPECT_EQ(open->isEnabled(), enabled) << typed;
+    }
+    open->click();
+    if (dialog->isVisible()) dialog->reject();
+  });
+  fake::Settings settings;
+  const auto answer = QtFileDialogs(settings).Open({"", "Binary files(*.wdb)|*.wdb", 1, root + "/Untitled", "wdb"});
+  ASSERT_TRUE(answer.has_value());
+  EXPECT_EQ(answer->path, root + "/b.dat");
+}
+
+// What each dialog offers, what is typed and pressed, and what comes back.
+TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
+  const QTemporaryDir folder;
+  const QTemporaryDir other;
+  const std::string root = folder.path().toStdString();
+  for (const char* name : {"a.wdb", "b.txt"}) {
+    QFile file(QString::fromStdString(root + "/" + name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  }
+  const std::string filters = "Binary files(*.wdb)|*.wdb|Text files(*.txt)|*.txt|All files(*.*)|*.*";
+  const struct {
+    const char* why;
+    bool save;
+    FileDialogRequest request;
+    const char* offered;                              // folder's last letters do not matter: the name in the box
+    const char* typed;                                // null: what is offered
+    std::vector<QMessageBox::StandardButton> answers; // of the boxes that follow
+    std::string path;                                 // empty: cancelled
+    int filter;
+  } rows[] = {
+      {"the offered file", false, {"", filters, 1, root + "/a.wdb", "wdb"}, "a.wdb", nullptr, {}, root + "/a.wdb", 1},
+      {"the chosen filter", false, {"", filters, 2, root + "/b.txt", "txt"}, "b.txt", nullptr, {}, root + "/b.txt", 2},
+      {"a name without extension",
+       false,
+       {"", filters, 1, root + "/Untitled", "wdb"},
+       "Untitled",
+       "a",
+       {},
+       root + "/a.wdb",
+       1},
+      {"cancelled", false, {"", filters, 1, root + "/a.wdb", "wdb"}, "a.wdb", "", {}, "", 0},
+      {"the last folder for an untitled one",
+       true,
+       {"", filters, 1, "/elsewhere/Untitled", "wdb"},
+       "Untitled",
+       "n",
+       {QMessageBox::Yes},
+       root + "/n.wdb",
+       1},
+      {"a named one keeps its folder",
+       true,
+       {"", filters, 1, other.path().toStdString() + "/c.wdb", "wdb"},
+       "c.wdb",
+       nullptr,
+       {QMessageBox::Yes},
+       other.path().toStdString() + "/c.wdb",
+       1},
+      {"a new file, refused once",
+       true,
+       {"", filters, 1, root + "/n.wdb", "wdb"},
+       "n.wdb",
+       nullptr,
+       {QMessageBox::No, QMessageBox::Yes},
+       root + "/n.wdb",
+       1},
+      {"an old file is asked for",
+       true,
+       {"", filters, 1, root + "/a.wdb", "wdb"},
+       "a.wdb",
+       nullptr,
+       {QMessageBox::Yes},
+       root + "/a.wdb",
+       1},
+      {"and kept on No",
+       true,
+       {"", filters, 1, root + "/a.wdb", "wdb"},
+       "a.wdb",
+       nullptr,
+       {QMessageBox::No, QMessageBox::Cancel},
+       "",
+       0},
+  };
+  for (const auto& row : rows) {
+    std::size_t answered = 0;
+    bool typed = false;
+    bool unexpected = false; // a box that no answer is there for
+    QTimer driving;
+    QObject::connect(&driving, &QTimer::timeout, [&] {
+      QWidget* top = QApplication::activeModalWidget();
+      if (auto* box = qobject_cast<QMessageBox*>(top)) {
+        unexpected = answered >= row.answers.size();
+        unexpected ? box->reject() : box->button(row.answers[answered++])->click();
+      } else if (auto* dialog = qobject_cast<QFileDialog*>(top)) {
+        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (!typed) {
+          EXPECT_EQ(name->text().toStdString(), row.offered) << row.why;
+          if (row.typed != nullptr) name->setText(QLatin1String(row.typed));
+          typed = true;
+        }
+        const bool giveUp =
+            name->text().isEmpty() || (answered < row.answers.size() && row.answers[answered] == QMessageBox::Cancel);
+        // Not in here: a timer does not fire again within itself, and the key may open a box.
+        const auto act = [=] { giveUp ? dialog->reject() : QTest::keyClick(name, Qt::Key_Return); };
+        QMetaObject::invokeMethod(name, act, Qt::QueuedConnection);
+      }
+    });
+    driving.start(30);
+    fake::Settings settings;
+    settings.Set("Files", "LastFolder", root);
+    QtFileDialogs dialogs(settings);
+    const auto answer = row.save ? dialogs.Save(row.request) : dialogs.Open(row.request);
+    EXPECT_FALSE(unexpected) << row.why;
+    EXPECT_EQ(answer ? answer->path : "", row.path) << row.why;
+    EXPECT_EQ(answer ? answer->filterIndex : 0, row.filter) << row.why;
+  }
+}
+
+TEST(MessageBoxes, KeysAnswerAsTheButtonsSay) {
+  const struct {
+    const char* why;
+    BoxButtons buttons;
+    BoxIcon icon;
+    Qt::Key key;
+    BoxAnswer answer;
+  } rows[] = {{"Yes is the default", BoxButtons::YesNo, BoxIcon::Question, Qt::Key_Return, BoxAnswer::Yes},
+              {"Escape is No", BoxButtons::YesNo, BoxIcon::None, Qt::Key_Escape, BoxAnswer::No},
+              {"OK", BoxButtons::Ok, BoxIcon::Critical, Qt::Key_Return, BoxAnswer::Ok},
+              {"Escape is OK", BoxButtons::Ok, BoxIcon::Information, Qt::Key_Escape, BoxAnswer::Ok}};
+  const std::map<BoxIcon, QMessageBox::Icon> icons = {{BoxIcon::Question, QMessageBox::Question},
+                                                      {BoxIcon::None, QMessageBox::NoIcon},
+                                                      {BoxIcon::Critical, QMessageBox::Critical},
+                                                      {BoxIcon::Information, QMessageBox::Information}};
+  for (const auto& row : rows) {
+    QTimer::singleShot(0, [&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      ASSERT_NE(box, nullptr);
+      EXPECT_EQ(box->windowTitle(), "Caution Message");
+      EXPECT_EQ(box->text(), "one\ntwo") << "line breaks of any kind, none at the end";
+      EXPECT_EQ(box->icon(), icons.at(row.icon)) << row.why;
+      QTest::keyClick(box, row.key);
+    });
+    EXPECT_EQ(QtMessageBoxes().Show("Caution Message", "one\rtwo\r\n", row.buttons, row.icon), row.answer) << row.why;
+  }
+}
+
+// When a dialog has just closed no window has the focus yet.
+TEST(MessageBoxes, BelongToTheMainWindowWhenNoneIsActive) {
+  QMainWindow window;
+  window.show();
+  QApplication::setActiveWindow(nullptr);
+  for (int box = 0; box < 2; ++box) {
+    const QWidget* owner = nullptr;
+    QTimer::singleShot(0, [&] {
+      owner = QApplication::activeModalWidget()->parentWidget();
+      qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->accept();
+    });
+    QtMessageBoxes().Show("Error Message", "text", BoxButtons::Ok, BoxIcon::None);
+    EXPECT_EQ(owner, &window);
+    QApplication::setActiveWindow(nullptr);
   }
 }
 

@@ -1,57 +1,19 @@
 // The real window off-screen, driven by keys and mouse.
-#include "editor/MainWindow.h"
-#include "Application.h"
-#include "FakeDesktop.h"
-#include "FormDriver.h"
+#include "MainWindowFixture.h"
 #include "platform/TempFolder.h"
-#include "platform/qt/QtClipboard.h"
-#include "platform/qt/WaveformCanvas.h"
 
 #include <QClipboard>
 #include <QComboBox>
-#include <QDropEvent>
 #include <QMenu>
-#include <QMimeData>
 #include <QRadioButton>
-#include <QScrollBar>
+#include <QScreen>
+#include <QTimer>
 #include <QToolButton>
-#include <QWheelEvent>
 
 namespace calder {
 namespace {
 
-struct MainWindowTest : testing::Test, FormDriver {
-  void Start(const std::string& file = {}) {
-    Desktop services = {desktop.boxes,     desktop.dialogs, desktop.settings, desktop.clock,
-                        clipboard,         desktop.windows, desktop.copies,   desktop.language,
-                        desktop.libraries, desktop.worker,  desktop.folders,  {}};
-    application = std::make_unique<Application>(services);
-    ASSERT_TRUE(application->Start(file));
-    window = &application->Window();
-    driven = window;
-    window->resize(1000, 640);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
-    QApplication::setActiveWindow(window);
-    QCoreApplication::processEvents();
-  }
-
-  void Wheel(WaveformCanvas* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {
-    QWheelEvent event(at, picture->mapToGlobal(at), {}, {0, 120 * notches}, Qt::NoButton, keys, Qt::NoScrollPhase,
-                      false);
-    QApplication::sendEvent(picture, &event);
-  }
-  Program& State() { return application->TheEditor().program; }
-  void Ramp() {
-    const auto points = W_Lock(State().buffers.Current());
-    for (std::size_t i = 0; i < points.size(); ++i) points[i] = static_cast<std::int16_t>(i % 30000);
-    window->Draw_Wave();
-  }
-
-  fake::FakeDesktop desktop;
-  QtClipboard clipboard;
-  std::unique_ptr<Application> application;
-  MainWindow* window = nullptr;
-};
+struct MainWindowTest : MainWindowFixture {};
 
 TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
   Start();
@@ -65,29 +27,15 @@ TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
   EXPECT_EQ(Shown("Txt_Start_X"), "0.000000");
   EXPECT_EQ(Shown("Txt_End_X"), "1.000000");
   EXPECT_EQ(Find<QLabel>("Label_W_Min")->text(), "-1.00000");
-}
-
-TEST_F(MainWindowTest, TypedMarkersMoveAndTheFocusGoesOn) {
-  Start();
-  Type("Txt_Start_X", "0.25", Qt::Key_Tab);
-  EXPECT_EQ(Focus(), "Txt_End_X");
-  EXPECT_EQ(Shown("Txt_Start_X"), "250.000m");
-  Type("Txt_End_X", "750m");
-  EXPECT_EQ(Focus(), "Comb_XZoom_0");
-  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{131072, 393216}));
-  EXPECT_EQ(Shown("Txt_End_X"), "750.000m");
-  EXPECT_EQ(Shown("Txt_Scope"), "500.000m");
-  Type("Txt_Start_X", "0.9");
-  EXPECT_EQ(Shown("Txt_Start_X"), "250.000m") << "a refused text leaves what was there";
-  Type("Txt_Scope", "0.125");
-  EXPECT_EQ(Focus(), "Txt_Start_X");
-  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{131072, 196608}));
+  const QSize screen = window->screen()->availableSize();
+  EXPECT_LT(firstSize.width(), screen.width());
+  EXPECT_LT(firstSize.height(), screen.height());
 }
 
 TEST_F(MainWindowTest, LookingAtAValueDoesNotMoveIt) {
   Start();
   State().buffers.CurrentScope() = {12345, 400000}; // 0.02354621887..., shown with seven digits
-  window->ShowState();
+  window->Show(kEverything);
   Type("Txt_Start_X", "", Qt::Key_Tab);
   Type("Txt_End_X", "", Qt::Key_Tab);
   EXPECT_EQ(Focus(), "Comb_XZoom_0");
@@ -102,20 +50,60 @@ TEST_F(MainWindowTest, LookingAtAValueDoesNotMoveIt) {
   EXPECT_EQ(State().buffers.CurrentScope().Start, 12345);
 }
 
-TEST_F(MainWindowTest, ShortcutsWorkOnTheWaveformWhateverBoxHasTheFocus) {
+TEST_F(MainWindowTest, AStartTakesUpWhatWasLeft) {
+  const TempFolder folder;
+  PutFile(folder / "five.txt", "5\r\n");
+  desktop.language.id = SystemLanguage::kJapanese;
+  desktop.settings.Set("FormProperty", "MainWindow", "600,450,0,0");
+  desktop.settings.Set("System", "GpibBoard", "0");
+  desktop.settings.Set("System", "SerialNum", "SN7");
+  desktop.folders.bus = CALDER_SIM_FOLDER;
+  Start(folder / "five.txt");
+  QCoreApplication::processEvents(); // the file is opened after the first picture
+  EXPECT_EQ(window->pos(), QPoint(30, 40));
+  EXPECT_EQ(State().interfaceKind, kNiGpib);
+  EXPECT_EQ(State().serialNumber, "SN7");
+  EXPECT_EQ(Code(9), 5);
+  EXPECT_EQ(window->windowTitle().toStdString(), "Orvo Calder for XG5530/31 <" + folder / "five.txt" + ">");
+  EXPECT_EQ(Find<QAction>("Menu_FileOpen")->text(), "開く(&O)...");
+  EXPECT_EQ(Find<QToolButton>("Tool_Open")->toolTip(), "開く (Ctrl+O)");
+  EXPECT_EQ(Find<QRadioButton>("Opt_Scope_1")->text(), "連動(&R)");
+  EXPECT_TRUE(Find<QLabel>("Label_Status")->text().startsWith("計測器はシミュレーション"));
+  desktop.settings.Set("FormProperty", "MainWindow", "600000,450,0,0");
   Start();
-  Ramp();
-  Type("Txt_End_X", "0.5");
-  auto* box = Find<ValueBox>("Txt_Start_X");
-  box->setFocus();
-  box->selectAll();
-  QTest::keyClick(box, Qt::Key_X, Qt::ControlModifier);
-  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 0, 524288), 262144 % 30000);
-  EXPECT_TRUE(Find<QAction>("Menu_Undo")->isEnabled());
-  EXPECT_EQ(QApplication::clipboard()->text().left(8).toStdString(), "0\n1\n2\n3\n");
-  QTest::keyClick(box, Qt::Key_U, Qt::ControlModifier);
-  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 5, 524288), 5);
-  EXPECT_EQ(Find<QAction>("Menu_Undo")->text(), "&Redo");
+  EXPECT_EQ(window->pos(), QPoint(30, 0)) << "a place off the screen";
+}
+
+TEST_F(MainWindowTest, TheSessionCannotEndWhileTheProgramRuns) {
+  Start();
+  desktop.boxes.Expect("[CALDER] is Active!");
+  EXPECT_FALSE(window->SessionMayEnd());
+}
+
+TEST_F(MainWindowTest, EveryCommandTakesWhatWasTypedFirst) {
+  Start();
+  const std::pair<const char*, std::function<void()>> rows[] = {
+      {"tool button", [this] { Click("Tool_Copy"); }},
+      {"shortcut", [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier); }},
+      {"menu", [this] { Find<QAction>("Menu_Grid")->trigger(); }},
+      {"view", [this] { Click("Opt_DspSel_1"); }},
+      {"tool",
+       [this] {
+         QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+         Click("Opt_DlgSel_0");
+       }},
+      {"drop", [this] {
+         desktop.boxes.Expect("File Read error.");
+         Drop(window, "/missing/a.wdb");
+       }}};
+  double end = 524288;
+  for (const auto& [way, command] : rows) {
+    end /= 2;
+    TypeOn("Txt_End_X", std::to_string(end / 524288).c_str());
+    EXPECT_EQ(State().buffers.CurrentScope().End, end * 2);
+    command();
+    EXPECT_EQ(State().buffers.CurrentScope().End, end) << way;
+  }
 }
 
 TEST_F(MainWindowTest, AColumnOfNumbersPastesAsAWaveform) {
@@ -129,39 +117,16 @@ TEST_F(MainWindowTest, AColumnOfNumbersPastesAsAWaveform) {
   Find<QAction>("Menu_Paste")->trigger();
 }
 
-TEST_F(MainWindowTest, ListsBarsWheelAndBothViewsGoTogether) {
+TEST_F(MainWindowTest, TheWheelZoomsAtThePointerAndTheReadoutFollowsTheView) {
   Start();
-  auto* bar = Find<QScrollBar>("HScroll_0");
-  EXPECT_FALSE(bar->isEnabled());
-  Find<QComboBox>("Comb_XZoom_0")->setCurrentIndex(1);
-  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_1")->currentIndex(), 1);
-  EXPECT_TRUE(bar->isEnabled());
-  EXPECT_EQ(bar->maximum(), 16384);
-  EXPECT_EQ(bar->singleStep(), 1);
-  bar->setValue(16384);
-  EXPECT_EQ(State().view.XStart, 262144);
-  EXPECT_EQ(Find<QScrollBar>("HScroll_1")->value(), 16384);
-  EXPECT_EQ(Find<QLabel>("Label_End_0")->text(), "1.000000");
-  Find<QComboBox>("Comb_XZoom_0")->setCurrentIndex(0);
   auto* picture = Find<WaveformCanvas>("Pict_Wave");
-  Wheel(picture, QPointF(picture->width() * 0.75, 50), 3);
-  EXPECT_EQ(State().view.XZoom, 8);
+  QTest::mouseMove(picture, QPoint(picture->width() * 3 / 4, 50));
+  Wheel("Pict_Wave", QPointF(picture->width() * 0.75, 50), 3);
   const double under = State().view.XStart + 0.75 * (State().view.XEnd - State().view.XStart);
   EXPECT_NEAR(under, 0.75 * 524288, 2000);
-  Wheel(picture, QPointF(10, 50), -1, Qt::ShiftModifier);
-  EXPECT_NEAR(State().view.XStart, 0.75 * 524288 - 0.75 * 65536 + 6553, 1500);
-  Wheel(picture, QPointF(10, 50), 1, Qt::ControlModifier);
-  EXPECT_EQ(State().view.YZoom, 2);
-  Wheel(picture, QPointF(10, 50), -20);
-  EXPECT_EQ(State().view.XZoom, 1);
-  Find<QToolButton>("Opt_DspSel_1")->click();
-  EXPECT_FALSE(Find<QWidget>("Frm_Wave")->isVisible());
-  EXPECT_TRUE(Find<QWidget>("Frm_Digital")->isVisible());
-  Find<QComboBox>("Comb_XZoom_1")->setCurrentIndex(3);
-  EXPECT_EQ(State().view.XZoom, 8);
-  Find<QToolButton>("Opt_DspSel_0")->click();
-  EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->currentIndex(), 3);
-  EXPECT_TRUE(Find<QWidget>("Frm_Wave")->isVisible());
+  const std::string before = Shown("Txt_Cur_X_0");
+  Wheel("Pict_Wave", QPointF(10, 50), -1, Qt::ShiftModifier);
+  EXPECT_NE(Shown("Txt_Cur_X_0"), before) << "another point is under the pointer";
 }
 
 TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
@@ -189,18 +154,16 @@ TEST_F(MainWindowTest, AMarkerIsDraggedWithTheMouse) {
 
 TEST_F(MainWindowTest, ADroppedFileOpens) {
   const TempFolder folder;
-  PutFile(folder / "five.txt", "5\r\n");
   Start();
-  QMimeData data;
-  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(folder / "five.txt"))});
-  QDragEnterEvent enter({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window, &enter);
-  EXPECT_TRUE(enter.isAccepted());
-  QDropEvent drop({10, 10}, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-  QApplication::sendEvent(window, &drop);
-  QCoreApplication::processEvents(); // the file is opened behind the drop
-  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 9, 524288), 5);
-  EXPECT_NE(window->windowTitle().indexOf("five.txt"), -1);
+  for (const char* target : {"Panel_Main", "Txt_End_X", "Txt_Cur_X_0", "Pict_Wave"}) {
+    const std::string name = std::string(target) + ".txt";
+    PutFile(folder / name, "5\r\n");
+    W_ClearMemory(State().buffers.Current(), 0, 524288);
+    Drop(Find<QWidget>(target), folder / name);
+    EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 9, 524288), 5) << target;
+    EXPECT_NE(window->windowTitle().indexOf(QString::fromStdString(name)), -1) << target;
+  }
+  EXPECT_EQ(Shown("Txt_End_X"), "1.000000") << "no text of the file's name";
 }
 
 TEST_F(MainWindowTest, ClosingStoresThePositionUnlessItIsRefused) {
@@ -214,6 +177,24 @@ TEST_F(MainWindowTest, ClosingStoresThePositionUnlessItIsRefused) {
   EXPECT_TRUE(window->close());
   application.reset();
   EXPECT_EQ(desktop.settings.Get("FormProperty", "MainWindow"), "600,450,0,0");
+}
+
+// As a signal asks for it: no question, and a transfer under way has its end first.
+TEST_F(MainWindowTest, AnEndFromOutsideWaitsForTheTransfer) {
+  Start();
+  State().registry.SetGpibBusy(true);
+  bool waited = false;
+  QTimer::singleShot(0, window, [this] { application->End(); });
+  QTimer::singleShot(120, window, [&] {
+    waited = true;
+    State().registry.SetGpibBusy(false);
+  });
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_TRUE(waited);
+  application.reset();
+  EXPECT_EQ(desktop.settings.Get("System", "WinCount"), "0");
+  EXPECT_EQ(desktop.settings.Get("Sysinfo", "sys_no"), "0");
+  EXPECT_TRUE(desktop.settings.Get("FormProperty", "MainWindow").has_value());
 }
 
 // Every text fits its control at the smallest size, in both languages.
@@ -247,6 +228,7 @@ TEST_F(MainWindowTest, AToolOfTenLinesIsInTheMenuAndTheSelector) {
   const char* const blocked[] = {"Menu_File", "Menu_Edit", "Menu_Tools", "Menu_Set"};
   const auto expectBlocked = [&](bool block) {
     for (const char* menu : blocked) EXPECT_EQ(Find<QMenu>(menu)->isEnabled(), !block) << menu;
+    EXPECT_EQ(Find<QToolButton>("Tool_Cut")->isEnabled(), !block) << "nor by its button or its key";
     EXPECT_EQ(Find<QToolButton>("Opt_DspSel_1")->isEnabled(), !block);
     EXPECT_EQ(Find<QWidget>("Panel_Dlg")->isEnabled(), !block);
     EXPECT_EQ(Find<QToolButton>("Opt_DlgSel_4")->isChecked(), block);

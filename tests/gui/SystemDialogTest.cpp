@@ -83,6 +83,13 @@ TEST_F(SystemDialogTest, ListsAndEnabledControlsFollowTheModel) {
   Choose("Comb_Channel", 2);
   EXPECT_EQ(program->settings.Channel, 2);
   Page(0);
+  // Only USBTMC reads a waveform back, and the button says so.
+  EXPECT_FALSE(Find<QWidget>("Btn_Trans_2")->isEnabled());
+  EXPECT_EQ(Find<QWidget>("Btn_Trans_2")->toolTip(), "Only USB(TMC) can read a waveform back.");
+  Choose("Comb_System", 0);
+  Choose("Comb_Intfc", 0);
+  EXPECT_TRUE(Find<QWidget>("Btn_Trans_2")->isEnabled());
+  EXPECT_EQ(Find<QWidget>("Btn_Trans_2")->toolTip(), "");
   Choose("Comb_System", 22);
   EXPECT_EQ(Find<QComboBox>("Comb_Intfc")->count(), 1);
   EXPECT_EQ(Find<QLabel>("Label_Channel")->text(), "&Channel");
@@ -132,6 +139,10 @@ TEST_F(SystemDialogTest, ValuesAreTypedCheckedAndShownAgain) {
   Page(3);
   Type("Txt_Oscil_0", "2 .5 k"); // blanks are not taken
   EXPECT_EQ(Shown("Txt_Oscil_1"), "400u");
+  Type("Txt_Oscil_0", "7k");
+  EXPECT_EQ(Shown("Txt_Oscil_1"), "142.857142857143u");
+  auto* period = Find<ValueBox>("Txt_Oscil_1");
+  EXPECT_GT(period->width(), period->fontMetrics().horizontalAdvance(period->text()) + 8);
   Type("Txt_Oscil_2", "21");
   EXPECT_EQ(Shown("Txt_Oscil_2"), "1") << "out of range: the setting again";
   Type("Txt_Oscil_2", "4");

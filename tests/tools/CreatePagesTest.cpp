@@ -226,7 +226,7 @@ TEST_F(CreatePagesTest, PageOkCopiesTheAreaAlone) {
   EXPECT_EQ(Code(200), 200);
   EXPECT_FALSE(create->Cancelled());
   EXPECT_EQ(createPort->closes, 1);
-  editor->Undo();
+  editor->Do(Command::Undo);
   EXPECT_EQ(Code(150), 150);
 }
 

@@ -1,17 +1,21 @@
 #include "platform/qt/QtFileDialogs.h"
 
-#include <QApplication>
+#include "platform/qt/DialogOwner.h"
+
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 
 #include <algorithm>
 
 namespace calder {
 namespace {
 
-// "text|pattern|text|pattern" as the toolkit's own filters: the pattern stands in brackets at the text's end. It tells
-// extensions apart without regard to case.
+// "text|pattern|text|pattern" as the toolkit's own filters: the pattern stands in brackets at the text's end. Case does
+// not matter to it.
 QStringList Filters(const std::string& filter) {
   const QStringList parts = QString::fromStdString(filter).split(QLatin1Char('|'));
   QStringList filters;
@@ -22,12 +26,42 @@ QStringList Filters(const std::string& filter) {
   return filters;
 }
 
+// The toolkit's dialog looks for a typed name in its list only, which leaves out what the filter leaves out: it would
+// disable the Open button for an existing file of another extension, though Return opens it.
+class TypedFileOpens final : public QObject {
+public:
+  explicit TypedFileOpens(QFileDialog& dialog)
+      : QObject(&dialog), dialog_(dialog), name_(dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))) {
+    const auto* box = dialog.findChild<QDialogButtonBox*>();
+    open_ = box == nullptr ? nullptr : box->button(QDialogButtonBox::Open);
+    if (open_ == nullptr || name_ == nullptr) return;
+    open_->installEventFilter(this);
+    connect(name_, &QLineEdit::textChanged, this, &TypedFileOpens::Enable); // after the dialog's own look
+  }
+
+  bool eventFilter(QObject* /*button*/, QEvent* event) override {
+    if (event->type() == QEvent::EnabledChange) Enable();
+    return false;
+  }
+
+private:
+  void Enable() {
+    const QString name = name_->text();
+    if (!open_->isEnabled() && !name.isEmpty() && QFileInfo(dialog_.directory(), name).isFile())
+      open_->setEnabled(true);
+  }
+
+  QFileDialog& dialog_;
+  QLineEdit* name_ = nullptr;
+  QPushButton* open_ = nullptr;
+};
+
 // A saved file is new: asked as replacing one is.
 bool MayCreate(const QString& path) {
   const QString question = QLocale::system().language() == QLocale::Japanese
                                ? QStringLiteral("%1 は存在しません。新しく作成しますか？")
                                : QStringLiteral("%1 does not exist. Create it?");
-  return QMessageBox::question(QApplication::activeWindow(), QStringLiteral("Caution Message"),
+  return QMessageBox::question(DialogOwner(), QStringLiteral("Caution Message"),
                                question.arg(QFileInfo(path).fileName()), QMessageBox::Yes | QMessageBox::No,
                                QMessageBox::Yes) == QMessageBox::Yes;
 }
@@ -42,7 +76,7 @@ std::optional<FileDialogAnswer> QtFileDialogs::Save(const FileDialogRequest& req
 }
 
 std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& request, bool save) {
-  QFileDialog dialog(QApplication::activeWindow());
+  QFileDialog dialog(DialogOwner());
   dialog.setObjectName(QStringLiteral("FileDialog"));
   // One dialog on every desktop, so that the keys are the same everywhere.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -65,8 +99,9 @@ std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& requ
   }
   if (initial.dir().exists()) dialog.setDirectory(initial.dir());
   if (!initial.fileName().isEmpty()) dialog.selectFile(initial.fileName());
+  if (!save) new TypedFileOpens(dialog); // the dialog owns it
   QString path;
-  do { // behind the dialog, which comes back on a No
+  do { // the dialog comes back on a No
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
     path = dialog.selectedFiles().constFirst();
   } while (save && !QFileInfo::exists(path) && !MayCreate(path));

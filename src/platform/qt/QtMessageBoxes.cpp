@@ -1,6 +1,7 @@
 #include "platform/qt/QtMessageBoxes.h"
 
-#include <QApplication>
+#include "platform/qt/DialogOwner.h"
+
 #include <QFontMetrics>
 #include <QGridLayout>
 #include <QInputDialog>
@@ -29,15 +30,6 @@ QString Lines(const std::string& text) {
   return lines;
 }
 
-// A box lies on the stack, so it belongs to a window that outlives it: a window that belongs to another one and is not
-// modal, as the progress of a transfer, may go while the box is open.
-QWidget* Owner() {
-  QWidget* window = QApplication::activeWindow();
-  while (window != nullptr && !window->isModal() && window->parentWidget() != nullptr)
-    window = window->parentWidget()->window();
-  return window;
-}
-
 // A box is as wide as its text; a window manager cuts the title where it does not fit beside the window's buttons.
 void MakeRoomForTitle(QMessageBox& box) {
   auto* layout = qobject_cast<QGridLayout*>(box.layout());
@@ -51,7 +43,7 @@ void MakeRoomForTitle(QMessageBox& box) {
 } // namespace
 
 BoxAnswer QtMessageBoxes::Show(const std::string& title, const std::string& text, BoxButtons buttons, BoxIcon icon) {
-  QMessageBox box(Owner());
+  QMessageBox box(DialogOwner());
   box.setObjectName(QStringLiteral("MessageBox"));
   box.setWindowModality(Qt::ApplicationModal);
   box.setWindowTitle(QString::fromStdString(title));
@@ -72,7 +64,7 @@ BoxAnswer QtMessageBoxes::Show(const std::string& title, const std::string& text
 }
 
 std::string QtMessageBoxes::Input(const std::string& title, const std::string& prompt) {
-  return QInputDialog::getText(Owner(), QString::fromStdString(title), Lines(prompt)).toStdString();
+  return QInputDialog::getText(DialogOwner(), QString::fromStdString(title), Lines(prompt)).toStdString();
 }
 
 } // namespace calder

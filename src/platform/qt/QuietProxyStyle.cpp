@@ -63,7 +63,7 @@ bool IsReadOnly(const QStyleOption& option) {
 QuietProxyStyle::QuietProxyStyle() : QProxyStyle(QStringLiteral("Fusion")) {}
 
 void QuietProxyStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
-                              const QWidget* widget) const {
+                                    const QWidget* widget) const {
   const bool focused = (option->state & State_HasFocus) != 0;
   switch (element) {
   case PE_PanelLineEdit: {
@@ -111,7 +111,7 @@ QRect QuietProxyStyle::subElementRect(SubElement element, const QStyleOption* op
 
 // The words of a box's buttons say enough.
 int QuietProxyStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
-                         QStyleHintReturn* result) const {
+                               QStyleHintReturn* result) const {
   return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 0 : QProxyStyle::styleHint(hint, option, widget, result);
 }
 

@@ -1,7 +1,9 @@
 #include "platform/qt/ValueBox.h"
 
+#include <QDragEnterEvent>
 #include <QKeyEvent>
 #include <QMetaMethod>
+#include <QMimeData>
 
 namespace calder {
 
@@ -28,8 +30,8 @@ void ValueBox::SetCharacters(int characters) {
 }
 
 bool ValueBox::event(QEvent* event) {
-  // A box that does not keep the editing keys leaves them to the menu: it declines to override the shortcut.
-  if (event->type() == QEvent::ShortcutOverride && !keepEditKeys_) {
+  // The editing keys are the menu's: the box declines to override the shortcut.
+  if (event->type() == QEvent::ShortcutOverride) {
     const auto* key = static_cast<QKeyEvent*>(event);
     if ((key->modifiers() & Qt::ControlModifier) != 0) {
       event->ignore();
@@ -41,6 +43,9 @@ bool ValueBox::event(QEvent* event) {
 
 void ValueBox::keyPressEvent(QKeyEvent* event) {
   switch (event->key()) {
+  case Qt::Key_U: // with Ctrl the toolkit's box empties itself: where Undo cannot be chosen nothing is to happen
+    if ((event->modifiers() & Qt::ControlModifier) == 0) QLineEdit::keyPressEvent(event);
+    return;
   case Qt::Key_Space:
     if (!refuseBlanks_) QLineEdit::keyPressEvent(event);
     event->accept();
@@ -75,6 +80,15 @@ void ValueBox::mousePressEvent(QMouseEvent* event) {
   QLineEdit::mousePressEvent(event);
   if (selectOnPress_) selectAll();
   selectOnPress_ = false;
+}
+
+// Files come with their names as text, which the box would take.
+void ValueBox::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) {
+    event->ignore();
+  } else {
+    QLineEdit::dragEnterEvent(event);
+  }
 }
 
 void ValueBox::focusOutEvent(QFocusEvent* event) {

@@ -1,6 +1,6 @@
 // A text box for one value. Its text is taken when the box is left or on Tab or Enter, and only when it was changed, so
 // that a value shown with fewer digits than it has does not move by itself. Escape gives the shown text back. The
-// menu's editing keys go to the menu, not to the box, unless the box asks for them.
+// menu's editing keys go to the menu, not to the box, and a file dropped on it is for the form.
 #pragma once
 
 #include "platform/qt/EditedBox.h"
@@ -17,8 +17,6 @@ public:
 
   // The text that the box shows when nothing is typed.
   void ShowText(const QString& text);
-  // Ctrl+C and its kin edit the box's own text.
-  void KeepEditKeys(bool keep) { keepEditKeys_ = keep; }
   // A blank cannot be typed.
   void RefuseBlanks() { refuseBlanks_ = true; }
   // Takes the text as leaving the box does. The focus stays, the whole text is selected.
@@ -38,11 +36,11 @@ protected:
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
   bool focusNextPrevChild(bool next) override;
 
 private:
   QString shown_;
-  bool keepEditKeys_ = false;
   bool refuseBlanks_ = false;
   bool selectOnPress_ = false;
 };

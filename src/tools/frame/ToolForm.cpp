@@ -2,6 +2,7 @@
 
 #include "app/FormPosition.h"
 #include "platform/qt/EditedBox.h"
+#include "platform/qt/Placement.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -16,7 +17,7 @@ ToolForm::ToolForm(clsRegistry& registry, const char* formName, QWidget* parent)
 
 void ToolForm::Place(QSize size) {
   if (const auto at = StoredPosition(registry_, formName_)) move(at->left, at->top);
-  resize(size);
+  resize(FittingSize(*this, size));
 }
 
 void ToolForm::CommitFocus() {

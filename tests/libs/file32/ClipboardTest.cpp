@@ -27,7 +27,7 @@ protected:
   }
   std::string PasteText(const std::string& text) {
     clipboard.Clear();
-    clipboard.Put("text/plain;kCharset=utf-8", text);
+    clipboard.Put("text/plain;charset=utf-8", text);
     return Paste();
   }
 
@@ -49,7 +49,7 @@ TEST_F(ClipboardTest, CarriesTheCodesAtTheirOwnLength) {
 TEST_F(ClipboardTest, IsATextForOtherPrograms) {
   const TestWave source(std::vector<std::int16_t>{1, -32768, 32767});
   ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 3), 0);
-  const std::string text = clipboard.Get("text/plain;kCharset=utf-8");
+  const std::string text = clipboard.Get("text/plain;charset=utf-8");
   EXPECT_EQ(text, "1\n-32768\n32767\n");
   EXPECT_EQ(PasteText(text), "3: 7 1 -32768 32767 7 7");
 }
@@ -113,7 +113,7 @@ TEST_F(ClipboardTest, PrefersItsOwnFormAndFallsBackToText) {
     bytes[at] = value;
     return bytes;
   };
-  clipboard.Put("text/plain;kCharset=utf-8", "33");
+  clipboard.Put("text/plain;charset=utf-8", "33");
   clipboard.Put("application/x-calder-waveform", sound);
   EXPECT_EQ(Paste(), "2: 7 1 2 7 7 7");
   for (const std::string& bytes : {std::string(), sound.substr(0, 15), sound.substr(0, 16), sound.substr(0, 19),
