@@ -22,7 +22,7 @@ class MessageScanner {
 public:
   // How many of the bytes belong to the message, the line feed among them; `complete` tells whether it was met.
   std::size_t Scan(std::string_view bytes, bool& complete);
-  // True while bytes of a block with a known length are missing: the end mark does not end the message then.
+  // True while bytes of a block with a known length are missing: an end mark there cuts the block.
   [[nodiscard]] bool InBlock() const { return missing_ > 0; }
   void Clear() { *this = MessageScanner(); }
 

@@ -115,7 +115,12 @@ void Instrument::Receive(std::string_view bytes, bool end) {
   if (input_.empty()) return;
   if (kind_ == Input::Raw) {
     if (end || input_.size() == RawBytes()) TakeRawBlock();
-  } else if (end && !scanner_.InBlock()) {
+  } else if (end && scanner_.InBlock()) {
+    // The end came before the block had its length: no part of the message counts.
+    input_.clear();
+    scanner_.Clear();
+    Error(-161);
+  } else if (end) {
     TakeMessage();
   }
 }

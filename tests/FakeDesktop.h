@@ -185,9 +185,24 @@ class Libraries final : public BusLibraries {
 public:
   void Offer(std::span<const char* const> names,
              const std::function<bool(std::unique_ptr<BusLibrary>)>& take) override {
-    if (!folder.empty()) DlBusLibraries(folder).Offer(names, take);
+    if (folder.empty()) return;
+    DlBusLibraries(folder).Offer(names, [&](std::unique_ptr<BusLibrary> library) {
+      return take(std::make_unique<Lacking>(std::move(library), lacks));
+    });
   }
   std::string folder;
+  std::string lacks; // an entry point that no library has
+
+private:
+  struct Lacking final : BusLibrary {
+    Lacking(std::unique_ptr<BusLibrary> inner, std::string name)
+        : library(std::move(inner)), missing(std::move(name)) {}
+    [[nodiscard]] void* Entry(const char* name) const override {
+      return name == missing ? nullptr : library->Entry(name);
+    }
+    std::unique_ptr<BusLibrary> library;
+    std::string missing;
+  };
 };
 
 class InlineWorker final : public Worker {

@@ -53,7 +53,11 @@ struct ErrorLabels {
 };
 
 // What the user can do about a failure, when the back end knows more than its error code says.
-enum class FailureHint { None, NotPermitted };
+struct FailureHint {
+  enum class Kind { None, NotPermitted, IncompleteLibrary };
+  Kind kind = Kind::None;
+  std::string entry{}; // the entry point that the library lacks
+};
 
 class BackEnd {
 public:
@@ -63,8 +67,10 @@ public:
   [[nodiscard]] virtual const char* Name() const = 0;
   // Whether its calls may block, so that they belong on the worker.
   [[nodiscard]] virtual bool Blocks() const { return true; }
-  [[nodiscard]] virtual FailureHint Hint() const { return FailureHint::None; } // about the last operation
-  [[nodiscard]] virtual ErrorLabels Labels() const { return {"Error", "Time Out", "Board does not exit", "Buffer over"}; }
+  [[nodiscard]] const FailureHint& Hint() const { return hint_; } // about the last operation
+  [[nodiscard]] virtual ErrorLabels Labels() const {
+    return {"Error", "Time Out", "Board does not exit", "Buffer over"};
+  }
 
   // "KEY = value, KEY = value": see ConfigurationValue.
   virtual int GP_Init(const std::string& configuration) = 0;
@@ -97,6 +103,19 @@ public:
   // After an operation, on the caller's thread: a line in the log file, when there is one, and with the dialog on a
   // failure is shown and may end the program.
   void Report(const BackEndHost& host, const char* operation, int address, const BusData& data, int result) const;
+
+protected:
+  // Loads the library by load(lacking) when `api` is null. False: there is none, and the hint says what it lacks.
+  template <typename Api, typename Load>
+  [[nodiscard]] bool Loaded(std::unique_ptr<Api>& api, Load load) {
+    hint_ = {};
+    if (api) return true;
+    std::string lacking;
+    api = load(&lacking);
+    if (!api && !lacking.empty()) hint_ = {FailureHint::Kind::IncompleteLibrary, lacking};
+    return api != nullptr;
+  }
+  FailureHint hint_;
 
 private:
   std::string logFile_;

@@ -1,6 +1,7 @@
 #include "comm/GpibIO.h"
 
 #include "app/EngValB.h"
+#include "comm/FailureText.h"
 
 namespace calder {
 namespace {
@@ -9,14 +10,6 @@ constexpr double kTimeLimit = 1; // seconds
 constexpr int kAsk = 1;
 constexpr int kOff = 0;
 
-int FailureMessage(int errorCode) {
-  switch (errorCode) {
-  case kBusTimeout: return kMsgInterfaceTimeout;
-  case kBusNoBoard: return kMsgNoInterfaceBoard;
-  default: return kMsgInterfaceSystemError;
-  }
-}
-
 } // namespace
 
 int ControllerAddress(const Program& program, IntfcLib& interfaceLayer) {
@@ -24,7 +17,7 @@ int ControllerAddress(const Program& program, IntfcLib& interfaceLayer) {
   if (registry.GetGpibBusy()) return registry.GetGpibAddress();
   switch (program.interfaceKind) {
   case kNiGpib:
-  case kUsb488: return interfaceLayer.BoardAdr(-1);
+  case kUsb488: return interfaceLayer.OwnBoardAdr();
   case kKiGpib:
     // The board's installation keeps it among the user's settings.
     return static_cast<int>(
@@ -72,6 +65,7 @@ void GpibIO::Release() {
 bool GpibIO::OpenBus() {
   if (const int error = bus_.Setup(); error != kBusOk) {
     Break(error);
+    reported_ = error == kBusNoBoard; // the layer's own box says it all
     return false;
   }
   bus_.GpErrMsgOn(kAsk);
@@ -142,14 +136,7 @@ void GpibIO::Report(const std::string& text) {
 }
 
 void GpibIO::ReportFailure() {
-  std::string text = program_.messages.MessageText(FailureMessage(failure_));
-  if (hint_ == FailureHint::NotPermitted) {
-    text += program_.messages.Pick(
-        "USB機器はありますが、このユーザーには開く権限がありません。udevルール 60-calder-usbtmc.rules "
-        "を入れてください。",
-        "The USB instrument is there, but this user may not open it. Install the udev rule 60-calder-usbtmc.rules.");
-  }
-  Report(text);
+  Report(FailureText(program_.messages, failure_, hint_));
 }
 
 void GpibIO::Debug(const char* title, const std::string& command) const {

@@ -5,25 +5,11 @@
 #pragma once
 
 #include "app/Program.h"
+#include "comm/BusMessages.h"
 #include "comm/IntfcLib.h"
 #include "platform/Clock.h"
 
 namespace calder {
-
-// Message numbers of the transfers.
-enum BusMessageNo : int {
-  kMsgNoWaveInMemory = 37,
-  kMsgInterfaceSystemError = 200,
-  kMsgNoListeners = 202,
-  kMsgInterfaceTimeout = 206,
-  kMsgNoInterfaceBoard = 207,
-  kMsgInterfaceBusy = 223,
-  kMsgInterfaceAddress = 224,
-  kMsgInterfaceOther = 225,
-  kMsgControllerAddress = 228,
-  kMsgTransferStopped = 229,
-  kMsgCheckModel = 230,
-};
 
 // The controller's own address: the instrument must not have it.
 [[nodiscard]] int ControllerAddress(const Program& program, IntfcLib& interfaceLayer);
@@ -85,8 +71,8 @@ private:
   bool held_ = false; // the busy flag is ours
   bool failed_ = false;
   bool reported_ = false; // of the broken interface
-  int failure_ = 0;   // the error code that broke it
-  FailureHint hint_ = FailureHint::None;
+  int failure_ = 0;       // the error code that broke it
+  FailureHint hint_;
 };
 
 } // namespace calder

@@ -1,12 +1,14 @@
 #include "comm/IntfcLib.h"
 
 #include "app/Program.h"
+#include "comm/FailureText.h"
 #include "libs/sysinf32/CommandColumns.h"
 #include "platform/Clock.h"
 
 #include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <utility>
 
 namespace calder {
 namespace {
@@ -81,7 +83,8 @@ int IntfcLib::CallOn(BackEnd* backEnd, Worker::Meanwhile meanwhile, const char* 
     backEnd->Report(host_, operation, address, data, result);
   }
   trace_.Add(program_.desktop.clock.SecondsOfDay(), operation, address, data, result);
-  Finish(result, context);
+  const bool incomplete = backEnd != nullptr && backEnd->Hint().kind == FailureHint::Kind::IncompleteLibrary;
+  Finish(result, incomplete ? context + '\r' + HintText(program_.messages, backEnd->Hint()) : context);
   return result;
 }
 
@@ -231,6 +234,13 @@ int IntfcLib::BoardAdr(int address) {
   return result == kBusOk ? answer : -1;
 }
 
+int IntfcLib::OwnBoardAdr() {
+  const bool shown = std::exchange(showErrors_, false);
+  const int answer = BoardAdr(-1);
+  showErrors_ = shown;
+  return answer;
+}
+
 bool IntfcLib::GpErrMsgOn(int flag) {
   if (SetUpFirst() != kBusOk) return showErrors_;
   switch (flag) {
@@ -244,7 +254,7 @@ bool IntfcLib::GpErrMsgOn(int flag) {
 
 FailureHint IntfcLib::Hint() {
   const BackEnd* backEnd = Selected();
-  return backEnd != nullptr ? backEnd->Hint() : FailureHint::None;
+  return backEnd != nullptr ? backEnd->Hint() : FailureHint{};
 }
 
 std::vector<std::string> IntfcLib::UsbSerialNumbers(const std::string& prefix) {

@@ -49,15 +49,19 @@ public:
   int DataRecvScpi(int address, const std::string& file, int limit);
   // The NI board's own address, whatever the kind: -1 and 0 ask, a positive value sets. -1 on failure.
   [[nodiscard]] int BoardAdr(int address);
+  // The same as BoardAdr(-1) without a box: what asks for it is no action of the user's.
+  [[nodiscard]] int OwnBoardAdr();
   // 1 asks, -1 turns the boxes on, 0 off. The current flag.
   bool GpErrMsgOn(int flag);
 
   [[nodiscard]] bool Initialised() const { return initialised_; }
   [[nodiscard]] int ErrorCode() const { return errorCode_; }
   [[nodiscard]] const std::string& ErrorText() const { return errorText_; }
+  // About the last operation of the chosen back end.
   [[nodiscard]] FailureHint Hint();
   [[nodiscard]] BusTrace& Trace() { return trace_; }
-  // The USBTMC devices of a resource prefix, and the one that the next transfer uses.
+  // The USBTMC devices of a resource prefix; none when there is no way to USBTMC, about which Hint() knows more, and
+  // the one that the next transfer uses.
   [[nodiscard]] std::vector<std::string> UsbSerialNumbers(const std::string& prefix);
   void SetUsbResource(const std::string& name) { usbTmc_.SetResource(0, name); }
 

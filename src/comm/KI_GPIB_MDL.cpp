@@ -50,8 +50,7 @@ unsigned long LimitMilliseconds(int code) {
 } // namespace
 
 bool KI_GPIB_MDL::Ready() {
-  if (!api_) api_ = KiGpib::Load(host_.libraries);
-  return api_ != nullptr;
+  return Loaded(api_, [this](std::string* lacking) { return KiGpib::Load(host_.libraries, lacking); });
 }
 
 int KI_GPIB_MDL::GP_Init(const std::string& configuration) {
@@ -63,6 +62,7 @@ int KI_GPIB_MDL::GP_Init(const std::string& configuration) {
   result |= GP_MTerm(kTermLf);
   result |= GP_EOI(true);
   result |= GP_Time_Out(kTimeLimit300ms);
+  if (result != kBusOk) GP_End(); // a bus that is not used is left as it was
   return result;
 }
 

@@ -33,8 +33,8 @@ int NumberInName(std::string_view name) {
 
 template <typename Call>
 int NI_GPIB_Mdl::Do(Call call) {
-  if (!api_) api_ = Ni4882::Load(host_.libraries);
-  if (!api_) return kBusNoBoard;
+  if (!Loaded(api_, [this](std::string* lacking) { return Ni4882::Load(host_.libraries, lacking); }))
+    return kBusNoBoard;
   int status = 0;
   int error = 0;
   if (api_->RegisterGpibGlobalsForThread != nullptr) {
@@ -76,6 +76,7 @@ int NI_GPIB_Mdl::GP_Init(const std::string& configuration) {
   result |= GP_MTerm(kTermLf);
   result |= GP_EOI(true);
   result |= GP_Time_Out(kTimeLimit300ms);
+  if (result != kBusOk) GP_REN(false); // a bus that is not used is left as it was
   return result;
 }
 

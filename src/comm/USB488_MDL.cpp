@@ -21,8 +21,8 @@ int ResultOf(int status) {
 
 int USB488_MDL::GP_Init(const std::string& configuration) {
   openFailed_ = false;
-  if (!api_) api_ = Usb488::Load(host_.libraries);
-  if (!api_) return kBusNoBoard;
+  if (!Loaded(api_, [this](std::string* lacking) { return Usb488::Load(host_.libraries, lacking); }))
+    return kBusNoBoard;
   if (open_) {
     // Whatever they answer: the device is left behind.
     api_->UsbCLS(device_);

@@ -45,12 +45,12 @@ std::string SerialNumberOf(std::string_view name) {
 } // namespace
 
 bool USBTMC_MDL::Ready() {
-  if (visa_) return true;
-  bool found = false;
-  visa_ = LoadVisa(host_.libraries, &found);
-  // A VISA library that is not complete is to be mended, not to be passed over in silence.
-  if (!visa_ && !found && host_.kernelVisa) visa_ = host_.kernelVisa();
-  return visa_ != nullptr;
+  return Loaded(visa_, [this](std::string* lacking) {
+    std::unique_ptr<Visa> visa = LoadVisa(host_.libraries, lacking);
+    // A VISA library that is not complete is to be mended, not to be passed over in silence.
+    if (!visa && lacking->empty() && host_.kernelVisa) visa = host_.kernelVisa();
+    return visa;
+  });
 }
 
 int USBTMC_MDL::OpenManager() {
@@ -60,7 +60,6 @@ int USBTMC_MDL::OpenManager() {
 }
 
 int USBTMC_MDL::GP_Init(const std::string& configuration) {
-  hint_ = FailureHint::None;
   if (const int result = OpenManager(); result != kBusOk) return result;
   timeLimit_ = kTimeLimit300ms;
   terminator_ = kTermLf;
@@ -73,7 +72,9 @@ int USBTMC_MDL::GP_Init(const std::string& configuration) {
     SetResource(i, names.substr(0, slash));
     names.erase(0, slash == std::string::npos ? slash : slash + 1);
   }
-  return Open(resources_[0]);
+  const int result = Open(resources_[0]);
+  if (result != kBusOk) GP_End();
+  return result;
 }
 
 int USBTMC_MDL::GP_End() {
@@ -150,7 +151,11 @@ int USBTMC_MDL::GP_Send_Binary_Data(std::span<const std::byte> data, int address
 int USBTMC_MDL::GP_Send_AsciiBinary_Data(int address, const std::string& header, std::span<const std::byte> data) {
   Resource& resource = At(address);
   if (const int result = Open(resource); result != kBusOk) return result;
-  if (const int result = Write(resource, header); result != kBusOk) return result;
+  // Header and block are one message: an end between them would cut the block.
+  int result = SetEndMark(resource, false);
+  if (result == kBusOk) result = Write(resource, header);
+  result |= SetEndMark(resource, true);
+  if (result != kBusOk) return result;
   return WriteFile(resource, {reinterpret_cast<const char*>(data.data()), data.size()});
 }
 
@@ -200,13 +205,13 @@ USBTMC_MDL::Resource& USBTMC_MDL::At(int address) {
 }
 
 int USBTMC_MDL::Open(Resource& resource) {
-  hint_ = FailureHint::None;
+  hint_ = {};
   if (resource.session != 0) return kBusOk;
   if (const int result = OpenManager(); result != kBusOk) return result;
   const ViStatus status = visa_->viOpen(manager_, resource.name, resource.session);
   if (status < VI_SUCCESS) {
     resource.session = 0;
-    if (status == VI_ERROR_NPERMISSION) hint_ = FailureHint::NotPermitted;
+    if (status == VI_ERROR_NPERMISSION) hint_ = {FailureHint::Kind::NotPermitted};
     return ResultOf(status);
   }
   return SetTimeLimit(resource);
@@ -214,6 +219,10 @@ int USBTMC_MDL::Open(Resource& resource) {
 
 int USBTMC_MDL::SetTimeLimit(const Resource& resource) {
   return ResultOf(visa_->viSetAttribute(resource.session, VI_ATTR_TMO_VALUE, TimeLimitMilliseconds(timeLimit_)));
+}
+
+int USBTMC_MDL::SetEndMark(const Resource& resource, bool on) {
+  return ResultOf(visa_->viSetAttribute(resource.session, VI_ATTR_SEND_END_EN, on ? 1 : 0));
 }
 
 // On every open device; a device that is opened later begins with VISA's own values.

@@ -18,7 +18,6 @@ public:
   explicit USBTMC_MDL(BackEndHost& host) : host_(host) {}
 
   [[nodiscard]] const char* Name() const override { return "USBTMC"; }
-  [[nodiscard]] FailureHint Hint() const override { return hint_; }
   int GP_Init(const std::string& configuration) override;
   int GP_End() override;
   int GP_Send_Str(int address, const std::string& text) override;
@@ -50,6 +49,7 @@ private:
   Resource& At(int address);
   int Open(Resource& resource);
   int SetTimeLimit(const Resource& resource);
+  int SetEndMark(const Resource& resource, bool on);
   int SetOnAll(std::uint32_t attribute, std::uint64_t value);
   int Write(const Resource& resource, std::string_view bytes);
   int WriteFile(const Resource& resource, std::string_view payload);
@@ -61,7 +61,6 @@ private:
   int last_ = 0; // the resource that was addressed last
   int timeLimit_ = 0;
   int terminator_ = kTermLf;
-  FailureHint hint_ = FailureHint::None;
 };
 
 } // namespace calder

@@ -46,9 +46,10 @@ std::string SelectionCommand(const SystemInfo& settings) {
 } // namespace
 
 bool WaveTransfer::Run() {
-  GpibIO io(program_, bus_);
+  loaded_ = cancelled_ = false;
+  // Until the block is sent a cancel is looked at before each command, so that nothing more changes the instrument.
+  GpibIO io(program_, bus_, [this] { return !loaded_ && progress_.Cancelled(); });
   if (!io.Begin("Waveform")) return false;
-  cancelled_ = false;
   const bool sent = Transfer(io);
   io.End();
   progress_.Unload();
@@ -61,20 +62,21 @@ bool WaveTransfer::Transfer(GpibIO& io) {
   const clsGpibCommand waveform = instrument.Commands(Instrument::kWaveform);
   progress_.Open();
   progress_.Step("Data convert", kThousand);
-  if (!BuildBlock(io, waveform) || progress_.Cancelled()) return false;
-  if (!Prepare(io, instrument, common)) return false;
+  if (!BuildBlock(io, waveform) || !Prepare(io, instrument, common) || io.Stopped()) return false;
 
   const std::string command = WaveformCommand(io, waveform);
   const bool usbTmc = program_.interfaceKind == kUsbTmc;
   if (!HasBlockHeader(io.Snapshot()) && !usbTmc) {
     io.Debug("GpPuts", command);
     bus_.Tmo(kBlockTimeLimit);
-    if (!io.Check(bus_.ErrorCode()) || !io.Check(bus_.Puts(io.Address(), command))) return false;
+    if (!io.Check(bus_.ErrorCode()) || io.Stopped() || !io.Check(bus_.Puts(io.Address(), command))) return false;
   }
   if (!SendBlock(io, instrument, common, command)) return false;
+  loaded_ = true;
   cancelled_ = progress_.Cancelled();
   progress_.Unload();
   if (!Select(io)) return false;
+  cancelled_ = cancelled_ || progress_.Cancelled();
 
   // The closing table is sent whatever the status says: it leaves the instrument as the user wants it.
   const bool content = !instrument.StatusError(common);
@@ -161,6 +163,8 @@ bool WaveTransfer::SendBlock(GpibIO& io, Instrument& instrument, const clsGpibCo
     if (!io.Check(bus_.ErrorCode())) return false;
     bus_.Eos(kNoTerminator);
     if (!io.Check(bus_.ErrorCode())) return false;
+    // Without a command before it the instrument knows nothing of the block yet.
+    if (HasBlockHeader(io.Snapshot()) && io.Stopped()) return false;
     sent = program_.interfaceKind == kUsb488 ? SendUsb488(io) : SendChunks(io);
   }
   if (!sent) return false;
@@ -171,11 +175,12 @@ bool WaveTransfer::SendBlock(GpibIO& io, Instrument& instrument, const clsGpibCo
 bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibCommand& common,
                               const std::string& command) {
   bus_.Tmo(kBlockTimeLimit);
-  if (!io.Check(bus_.ErrorCode())) return false;
+  if (!io.Check(bus_.ErrorCode()) || io.Stopped()) return false;
   if (!HasBlockHeader(io.Snapshot())) io.Debug("GpPuts", command);
   const std::string header = command + DefiniteLengthHeader(block_.size());
   progress_.Sent(0, block_.size());
   if (!io.Check(bus_.DataScpi(io.Address(), header, block_))) return false;
+  loaded_ = true;
   progress_.Sent(block_.size(), block_.size());
   // The instrument takes the block in by itself: nothing tells when it is done.
   if (!Count(io, "Send data", static_cast<int>(block_.size() / kBytesASecond) + kSettleSeconds)) return false;
@@ -193,6 +198,7 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
 }
 
 bool WaveTransfer::SendUsb488(GpibIO& io) {
+  if (progress_.Cancelled()) return GiveUpBlock(io);
   progress_.Sent(0, block_.size());
   if (!io.Check(bus_.Data(io.Address(), block_))) return false;
   progress_.Sent(block_.size(), block_.size());
@@ -214,14 +220,21 @@ bool WaveTransfer::SendChunks(GpibIO& io) {
     progress_.Sent(sent, size);
     progress_.Value(static_cast<int>(sent * kThousand / (size - 1)));
   }
+  if (progress_.Cancelled()) return GiveUpBlock(io);
   bus_.Eot(2);
   if (!io.Check(bus_.ErrorCode())) return false;
-  if (progress_.Cancelled()) return io.Reopen();
   const int address = sent == 0 ? io.Address() : kNoAddress;
   if (!io.Check(bus_.Data(address, block.subspan(sent)))) return false;
   progress_.Sent(size, size);
   progress_.Value(kThousand);
   return true;
+}
+
+// What the instrument has of the block is cleared away; the transfer goes on after it.
+bool WaveTransfer::GiveUpBlock(GpibIO& io) {
+  loaded_ = true;
+  bus_.Eot(2);
+  return io.Check(bus_.ErrorCode()) && io.Reopen();
 }
 
 bool WaveTransfer::Select(GpibIO& io) {
@@ -231,10 +244,11 @@ bool WaveTransfer::Select(GpibIO& io) {
     if (!io.Send(std::string("Outp ") + (settings.Output == 0 ? "1" : "0"))) return false;
     io.Wait(1);
   }
-  if (!HasBlockHeader(settings)) return true;
-  const bool counted = Count(io, "load data", kLoadSeconds);
-  progress_.Unload();
-  return counted;
+  if (HasBlockHeader(settings)) {
+    Count(io, "load data", kLoadSeconds); // a cancel shortens the wait
+    progress_.Unload();
+  }
+  return true;
 }
 
 // False: cancelled.

@@ -32,14 +32,16 @@ private:
                                 const std::string& command);
   [[nodiscard]] bool SendUsb488(GpibIO& io);
   [[nodiscard]] bool SendChunks(GpibIO& io);
+  [[nodiscard]] bool GiveUpBlock(GpibIO& io);
   [[nodiscard]] bool Select(GpibIO& io);
-  [[nodiscard]] bool Count(GpibIO& io, const char* step, int seconds);
+  bool Count(GpibIO& io, const char* step, int seconds);
 
   Program& program_;
   const SystemSetup& setup_;
   IntfcLib& bus_;
   TransferProgress& progress_;
-  bool cancelled_ = false;       // while the block was sent
+  bool loaded_ = false; // the block is sent, or given up: a cancel ends nothing more
+  bool cancelled_ = false;
   std::vector<std::byte> block_; // kept, so that the next transfer needs no new memory
 };
 

@@ -31,16 +31,37 @@ template <typename Function>
   return pointer != nullptr;
 }
 
+// Keeps the last entry point that a library was asked for and lacks.
+class LackingEntry final : public BusLibrary {
+public:
+  explicit LackingEntry(const BusLibrary& library) : library_(library) {}
+  [[nodiscard]] void* Entry(const char* name) const override {
+    void* entry = library_.Entry(name);
+    if (entry == nullptr) name_ = name;
+    return entry;
+  }
+  [[nodiscard]] const std::string& Name() const { return name_; }
+
+private:
+  const BusLibrary& library_;
+  mutable std::string name_;
+};
+
 // The first of these libraries that has every entry point; null when none has. bindAll(library, api): fills the
-// pointers of an Api, which keeps the library; false when one is missing.
+// pointers of an Api, which keeps the library; false when one is missing. lacking: becomes the entry point that the
+// first library lacks; it stays as it is when there is no library at all.
 template <typename Api, typename BindAll>
 [[nodiscard]] std::unique_ptr<Api> LoadComplete(BusLibraries& libraries, std::span<const char* const> names,
-                                                BindAll bindAll) {
+                                                BindAll bindAll, std::string* lacking) {
   std::unique_ptr<Api> complete;
   libraries.Offer(names, [&](std::unique_ptr<BusLibrary> library) {
     auto api = std::make_unique<Api>();
     api->library = std::move(library);
-    if (!bindAll(*api->library, *api)) return false;
+    const LackingEntry entries(*api->library);
+    if (!bindAll(entries, *api)) {
+      if (lacking != nullptr && lacking->empty()) *lacking = entries.Name();
+      return false;
+    }
     complete = std::move(api);
     return true;
   });

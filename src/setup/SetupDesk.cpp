@@ -1,6 +1,7 @@
 #include "setup/SetupDesk.h"
 
 #include "app/EngValB.h"
+#include "comm/FailureText.h"
 #include "comm/ReadBack.h"
 #include "comm/SettingsTransfer.h"
 #include "files/FileCommands.h"
@@ -330,7 +331,12 @@ bool SetupDesk::PrepareUsb() {
   if (!UsbShown()) return true;
   const std::string name = ResourceName();
   if (name.empty()) {
-    program_.messages.ErrorBox(kMsgNoListeners);
+    const FailureHint hint = bus_.Hint();
+    if (hint.kind == FailureHint::Kind::IncompleteLibrary) {
+      program_.messages.ErrorBoxText(FailureText(program_.messages, kBusNoBoard, hint));
+    } else {
+      program_.messages.ErrorBox(kMsgNoListeners);
+    }
     return false;
   }
   SystemInfo& settings = program_.settings;

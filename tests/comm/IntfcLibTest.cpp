@@ -190,8 +190,10 @@ TEST(BusLoaders, ALibraryThatLacksAnEntryPointIsPassedOver) {
                      stoodIn = true;
                      return std::unique_ptr<Visa>();
                    }};
-  EXPECT_EQ(USBTMC_MDL(host).GP_Init(""), kBusNoBoard);
+  USBTMC_MDL incomplete(host);
+  EXPECT_EQ(incomplete.GP_Init(""), kBusNoBoard);
   EXPECT_FALSE(stoodIn);
+  EXPECT_EQ(incomplete.Hint().entry, "viClear");
   libraries.lacking.clear();
   EXPECT_EQ(USBTMC_MDL(host).GP_Init(""), kBusNoBoard);
   EXPECT_TRUE(stoodIn);

@@ -126,6 +126,57 @@ TEST_F(Transfers, CancelBeforeAndWhileSending) {
   ExpectIdle();
 }
 
+// At each bus call from the first command on: before the block nothing changes any more, after it all else is done.
+TEST_F(Transfers, ACancelIsSeenBeforeTheInstrumentIsChanged) {
+  const auto run = [&](const std::string& script) {
+    sim::Reset();
+    sim::OnWait([&](double) { progress.cancelled = true; });
+    EXPECT_TRUE(sim::Store("XG5531", 1, {"OLD", 0, {7, 7}, {}}) && sim::Store("XJ2110", 1, {"OLD", 0, {7, 7}, {}}));
+    EXPECT_TRUE(sim::Script(script));
+    const bool sent = TransferWave();
+    ExpectIdle();
+    return sent;
+  };
+  // With the calls that make one operation with that of the first byte.
+  for (const auto& [model, name, kind, joined] : {std::tuple(1, "XG5531", kNiGpib, 1),
+                                                  {1, "XG5531", kUsb488, 0},
+                                                  {1, "XG5531", kUsbTmc, 3},
+                                                  {2, "XJ2110", kNiGpib, 1},
+                                                  {2, "XJ2110", kUsb488, 0}}) {
+    Choose(model, kind);
+    EXPECT_TRUE(run(""));
+    const auto calls = Calls();
+    const auto first = std::find_if(calls.begin(), calls.end(), [](const std::string& call) {
+      return call.find("SYST:HEAD") != std::string::npos;
+    });
+    const auto block =
+        std::find_if(first, calls.end(), [](const std::string& call) { return call.size() > 600; }) - joined;
+    ASSERT_LT(block, calls.end());
+    for (auto call = first; call != calls.end(); ++call) {
+      SCOPED_TRACE(std::to_string(kind) + ": " + call->substr(0, 60));
+      const bool sent = run("late " + std::to_string(call - calls.begin() + 1) + " 0.001");
+      const auto messages = sim::Messages(name);
+      if (call < block) {
+        EXPECT_FALSE(sent);
+        EXPECT_EQ(sim::Memory(name, 1)->name, "OLD");
+        EXPECT_TRUE(model == 2 || std::none_of(messages.begin(), messages.end(), [](const std::string& message) {
+                      return message.starts_with(":SOUR1:FUNC:SHAP ");
+                    }));
+      } else if (call > block && messages.back() != "*ESR?") {
+        EXPECT_EQ(kind, kUsbTmc); // in the wait for the block
+      }
+    }
+  }
+  // The wait after the choice is shortened, no more.
+  Choose(1, kUsbTmc);
+  progress.onValue = [&](int value) { progress.cancelled = progress.steps.back() == "load data 5" && value == 2; };
+  EXPECT_FALSE(run(""));
+  EXPECT_EQ(progress.values.back(), 2);
+  const auto messages = sim::Messages("XG5531");
+  EXPECT_EQ(std::vector(messages.end() - 3, messages.end()),
+            (std::vector<std::string>{":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 1", "*ESR?", "*ESR?"}));
+}
+
 TEST_F(Transfers, ASettingsTransferThatNeverSettlesIsCancelledWithoutAWord) {
   Choose(10, kNiGpib);
   program->settings.RangeNo = 1;

@@ -70,7 +70,8 @@ inline const Wire& WireOf(int kind) {
        {"viWrite(2, \"%t%e\")"},
        {"viRead(2, 1024)"},
        {"viSetAttribute(2, 0x3fff001a, 30000)"},
-       {"viSetAttribute(2, 0x3fff001a, 30000)", "viWrite(2, \"%h\")"},
+       {"viSetAttribute(2, 0x3fff001a, 30000)", "viSetAttribute(2, 0x3fff0016, 0)", "viWrite(2, \"%h\")",
+        "viSetAttribute(2, 0x3fff0016, 1)"},
        {},
        // The status tells that the instrument has taken the block.
        {"viWriteFromFile(2, \"%t\")", "viWrite(2, \"*ESR?\\n\")", "viRead(2, 1024)",

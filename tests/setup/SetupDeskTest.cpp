@@ -128,6 +128,41 @@ TEST_F(Desk, UsbInstrumentsAreListedAndNoneStopsATransfer) {
   ExpectIdle();
 }
 
+TEST_F(Desk, AMissingBoardIsToldOnceAPressAndNeverUnasked) {
+  desktop.libraries.folder.clear();
+  for (const InterfaceKind kind : {kNiGpib, kKiGpib, kUsb488}) {
+    program->interfaceKind = kind;
+    settings.Address = 2;
+    for (int press = 0; press < 2; ++press) {
+      desktop.boxes.Expect("Nonexistent interface board\rModule IntfcLib : Function Setup");
+      desk->Btn_Trans_Click(static_cast<SetupDesk::Transfer>(press));
+      ExpectIdle();
+    }
+    desk->Form_Load();
+    desk->ChooseModel(2);
+    desk->ChooseModel(1);
+  }
+}
+
+TEST_F(Desk, Usb488NeedsNoGpibLibraryAndAnIncompleteLibraryIsNamed) {
+  desktop.libraries.lacks = "ibask";
+  program->interfaceKind = kNiGpib;
+  settings.Address = 2;
+  desktop.boxes.Expect("Function Setup\rThe interface's library lacks the entry point ibask.");
+  desk->Btn_Trans_Click(SetupDesk::Transfer::Settings);
+  program->interfaceKind = kUsb488;
+  desk->Btn_Trans_Click(SetupDesk::Transfer::Settings);
+  EXPECT_EQ(sim::Messages("XG5531").back(), "*ESR?");
+
+  MakeBus(); // its libraries are looked for anew
+  desktop.libraries.lacks = "viClear";
+  ChooseKind(kUsbTmc);
+  EXPECT_EQ(desk->SerialNumbers(), std::vector<std::string>{"None"});
+  desktop.boxes.Expect("Nonexistent interface board\rThe interface's library lacks the entry point viClear.");
+  desk->Btn_Trans_Click(SetupDesk::Transfer::Settings);
+  ExpectIdle();
+}
+
 TEST_F(Desk, AWrongMemoryNameGoesNowhere) {
   for (const char* name : {"波形", "a\"b", "tab\tx"}) {
     settings.MemoryName = name;

@@ -91,6 +91,23 @@ TEST_F(BenchTest, RawBlocksGoIntoTheMemories) {
   }
 }
 
+// Header and block are one message.
+TEST_F(BenchTest, AnEndInsideABlockCutsIt) {
+  const ViSession device = OpenVisa();
+  const std::string header = ":TRAC:DATA 1,\"A\",#212";
+  const std::string block = "\0\0\0\0\0\0\0\2"s + BlockOf({1, 2});
+  for (const int end : {1, 0}) {
+    std::uint32_t moved = 0;
+    visa->viSetAttribute(device, VI_ATTR_SEND_END_EN, static_cast<std::uint64_t>(end));
+    visa->viWrite(device, header.data(), static_cast<std::uint32_t>(header.size()), moved);
+    visa->viSetAttribute(device, VI_ATTR_SEND_END_EN, 1);
+    visa->viWrite(device, block.data(), static_cast<std::uint32_t>(block.size()), moved);
+    EXPECT_EQ(sim::Memory("XG5531", 1).has_value(), end == 0);
+    EXPECT_EQ(sim::Errors("XG5531"), end == 0 ? Lines() : Lines{"-161,\"Invalid block data\""});
+    AskVisa(device, "*CLS;*ESR?\n");
+  }
+}
+
 // USB488 sends a block in one piece without an end mark.
 TEST_F(BenchTest, ABlockEndsByItsLengthToo) {
   ASSERT_EQ(usb->UsbInitialize(), 0);

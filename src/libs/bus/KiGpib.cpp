@@ -13,8 +13,8 @@ bool BindKiGpib(const BusLibrary& library, KiGpib& api) {
 
 } // namespace
 
-std::unique_ptr<KiGpib> KiGpib::Load(BusLibraries& libraries) {
-  return LoadComplete<KiGpib>(libraries, kNames, BindKiGpib);
+std::unique_ptr<KiGpib> KiGpib::Load(BusLibraries& libraries, std::string* lacking) {
+  return LoadComplete<KiGpib>(libraries, kNames, BindKiGpib, lacking);
 }
 
 } // namespace calder

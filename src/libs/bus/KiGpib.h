@@ -29,7 +29,8 @@ struct KiGpib {
 
   std::unique_ptr<BusLibrary> library;
 
-  [[nodiscard]] static std::unique_ptr<KiGpib> Load(BusLibraries& libraries);
+  // Null when there is none that has every entry point; lacking: see LoadComplete.
+  [[nodiscard]] static std::unique_ptr<KiGpib> Load(BusLibraries& libraries, std::string* lacking = nullptr);
 };
 
 } // namespace calder

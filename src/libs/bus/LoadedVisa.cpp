@@ -13,13 +13,13 @@ class LoadedVisa final : public Visa {
 public:
   std::unique_ptr<BusLibrary> library;
 
-  [[nodiscard]] bool BindAll() {
-    return Bind(*library, "viOpenDefaultRM", viOpenDefaultRM_) && Bind(*library, "viFindRsrc", viFindRsrc_) &&
-           Bind(*library, "viFindNext", viFindNext_) && Bind(*library, "viOpen", viOpen_) &&
-           Bind(*library, "viClose", viClose_) && Bind(*library, "viSetAttribute", viSetAttribute_) &&
-           Bind(*library, "viWrite", viWrite_) && Bind(*library, "viRead", viRead_) &&
-           Bind(*library, "viClear", viClear_) && Bind(*library, "viGpibControlREN", viGpibControlREN_) &&
-           Bind(*library, "viWriteFromFile", viWriteFromFile_) && Bind(*library, "viReadToFile", viReadToFile_);
+  [[nodiscard]] bool BindAll(const BusLibrary& entries) {
+    return Bind(entries, "viOpenDefaultRM", viOpenDefaultRM_) && Bind(entries, "viFindRsrc", viFindRsrc_) &&
+           Bind(entries, "viFindNext", viFindNext_) && Bind(entries, "viOpen", viOpen_) &&
+           Bind(entries, "viClose", viClose_) && Bind(entries, "viSetAttribute", viSetAttribute_) &&
+           Bind(entries, "viWrite", viWrite_) && Bind(entries, "viRead", viRead_) &&
+           Bind(entries, "viClear", viClear_) && Bind(entries, "viGpibControlREN", viGpibControlREN_) &&
+           Bind(entries, "viWriteFromFile", viWriteFromFile_) && Bind(entries, "viReadToFile", viReadToFile_);
   }
 
   ViStatus viOpenDefaultRM(ViSession& manager) override { return viOpenDefaultRM_(&manager); }
@@ -77,12 +77,9 @@ private:
 
 } // namespace
 
-std::unique_ptr<Visa> LoadVisa(BusLibraries& libraries, bool* found) {
-  if (found != nullptr) *found = false;
-  return LoadComplete<LoadedVisa>(libraries, kNames, [&](const BusLibrary&, LoadedVisa& visa) {
-    if (found != nullptr) *found = true;
-    return visa.BindAll();
-  });
+std::unique_ptr<Visa> LoadVisa(BusLibraries& libraries, std::string* lacking) {
+  return LoadComplete<LoadedVisa>(
+      libraries, kNames, [](const BusLibrary& entries, LoadedVisa& visa) { return visa.BindAll(entries); }, lacking);
 }
 
 } // namespace calder

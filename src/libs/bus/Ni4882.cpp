@@ -24,10 +24,10 @@ bool BindStatus(const BusLibrary& library, Ni4882& api) {
 
 } // namespace
 
-std::unique_ptr<Ni4882> Ni4882::Load(BusLibraries& libraries) {
-  return LoadComplete<Ni4882>(libraries, kNames, [](const BusLibrary& opened, Ni4882& api) {
-    return BindCalls(opened, api) && BindStatus(opened, api);
-  });
+std::unique_ptr<Ni4882> Ni4882::Load(BusLibraries& libraries, std::string* lacking) {
+  return LoadComplete<Ni4882>(
+      libraries, kNames,
+      [](const BusLibrary& opened, Ni4882& api) { return BindCalls(opened, api) && BindStatus(opened, api); }, lacking);
 }
 
 } // namespace calder

@@ -41,8 +41,8 @@ struct Ni4882 {
 
   std::unique_ptr<BusLibrary> library; // what keeps the pointers good
 
-  // Null when none of the libraries can be loaded or none has every entry point.
-  [[nodiscard]] static std::unique_ptr<Ni4882> Load(BusLibraries& libraries);
+  // Null when there is none that has every entry point; lacking: see LoadComplete.
+  [[nodiscard]] static std::unique_ptr<Ni4882> Load(BusLibraries& libraries, std::string* lacking = nullptr);
 };
 
 } // namespace calder

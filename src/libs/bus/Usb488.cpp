@@ -16,8 +16,8 @@ bool BindUsb488(const BusLibrary& library, Usb488& api) {
 
 } // namespace
 
-std::unique_ptr<Usb488> Usb488::Load(BusLibraries& libraries) {
-  return LoadComplete<Usb488>(libraries, kNames, BindUsb488);
+std::unique_ptr<Usb488> Usb488::Load(BusLibraries& libraries, std::string* lacking) {
+  return LoadComplete<Usb488>(libraries, kNames, BindUsb488, lacking);
 }
 
 } // namespace calder

@@ -33,7 +33,8 @@ struct Usb488 {
 
   std::unique_ptr<BusLibrary> library;
 
-  [[nodiscard]] static std::unique_ptr<Usb488> Load(BusLibraries& libraries);
+  // Null when there is none that has every entry point; lacking: see LoadComplete.
+  [[nodiscard]] static std::unique_ptr<Usb488> Load(BusLibraries& libraries, std::string* lacking = nullptr);
 };
 
 } // namespace calder

@@ -69,8 +69,7 @@ public:
                                 std::uint32_t& received) = 0;
 };
 
-// The first VISA library of the machine that has every entry point; null when there is none. found: whether there was
-// any at all, complete or not.
-[[nodiscard]] std::unique_ptr<Visa> LoadVisa(BusLibraries& libraries, bool* found = nullptr);
+// The first VISA library of the machine that has every entry point; null when there is none. lacking: see LoadComplete.
+[[nodiscard]] std::unique_ptr<Visa> LoadVisa(BusLibraries& libraries, std::string* lacking = nullptr);
 
 } // namespace calder
