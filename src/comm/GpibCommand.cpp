@@ -1,6 +1,7 @@
 #include "comm/GpibCommand.h"
 
 #include "app/EngValB.h"
+#include "comm/CommandTemplate.h"
 #include "libs/sysinf32/CommandColumns.h"
 #include "platform/AsciiText.h"
 #include "platform/MessageBoxes.h"
@@ -162,29 +163,10 @@ std::string clsGpibCommand::Formatted(std::string_view key, const CommandValue& 
   return text;
 }
 
-// From left to right, each once: what a placeholder stands for is not searched again, so a memory's name may hold
-// anything. A text between two "$" that is no placeholder stays.
 std::string clsGpibCommand::ReplacePlaceholders(std::string_view text) const {
-  std::string result;
-  while (true) {
-    const std::size_t open = text.find('$');
-    const std::size_t close = open == std::string_view::npos ? open : text.find('$', open + 1);
-    if (close == std::string_view::npos) return result += text;
-    const std::string_view name = text.substr(open + 1, close - open - 1);
-    result += text.substr(0, open);
-    std::size_t next = close + 1;
-    if (name == "ARBNUM") {
-      result += std::to_string(MemoryNo) + ',';
-    } else if (name == "ARBNAME") {
-      result.append(TrimCommandText(MemoryName)) += ',';
-    } else if (name == "CH") {
-      result += std::to_string(Channel + 1);
-    } else {
-      result += text.substr(open, close - open);
-      next = close; // it may open the next one
-    }
-    text.remove_prefix(next);
-  }
+  return FillTemplate(text, {{"CH", std::to_string(Channel + 1)},
+                             {"ARBNUM", std::to_string(MemoryNo) + ','},
+                             {"ARBNAME", std::string(TrimCommandText(MemoryName)) + ','}});
 }
 
 clsGpibCommand::ReplyField clsGpibCommand::Field(std::string_view key) const {

@@ -31,6 +31,8 @@ public:
 
   // The settings as they were when the transfer began.
   [[nodiscard]] const SystemInfo& Snapshot() const { return snapshot_; }
+  // How its model is spoken to.
+  [[nodiscard]] const Protocol& ModelProtocol() const { return program_.models.SysGetProtocol(snapshot_.ModelNo); }
   [[nodiscard]] int Address() const { return static_cast<std::uint16_t>(snapshot_.Address); }
 
   // An empty command is not sent and counts as sent. False: the failure was told.

@@ -1,6 +1,7 @@
 #include "comm/Instrument.h"
 
 #include "app/EngValB.h"
+#include "comm/CommandTemplate.h"
 #include "libs/sysinf32/CommandColumns.h"
 #include "platform/AsciiText.h"
 
@@ -10,7 +11,6 @@ namespace calder {
 namespace {
 
 constexpr double kSequenceStop = 2; // seconds
-constexpr std::uint32_t kSequenceRuns = 0x0C;
 
 // `length` characters from `start`, which counts from 1.
 std::string_view Field(std::string_view reply, int start, int length) {
@@ -48,22 +48,26 @@ clsGpibCommand Instrument::Commands(Table table) const {
   return commands;
 }
 
+// By the live record: the polarity may have been chosen while the transfer ran.
 bool Instrument::PolarityCommand(std::string& command) {
-  static constexpr const char* kScales[] = {" FS", " PFS", " MFS"};
   const SystemInfo& live = io_.GetProgram().settings;
-  const std::string shape = io_.Query(":SOUR" + std::to_string(live.Channel + 1) + ":FUNC:SHAPE?");
+  const std::optional<PolarityProtocol>& protocol = io_.ModelProtocol().Polarity;
+  if (!protocol) return true;
+  const std::string shape = io_.Query(FillTemplate(protocol->Query, live));
   if (io_.Stopped()) return false;
-  const std::string output = live.Channel == 0 ? ":OUTP1" : ":OUTP2";
   const int polarity = std::clamp<int>(live.Polarity, 0, 5);
-  command = output + ":POL " + shape + "," + (polarity < 3 ? " NORM" : " INV") + ";" + output + ":SCAL " + shape + "," +
-            kScales[polarity % 3];
+  command = FillTemplate(protocol->Command, {{"CH", std::to_string(live.Channel + 1)},
+                                             {"SHAPE", shape},
+                                             {"POLARITY", polarity < 3 ? protocol->Normal : protocol->Inverted},
+                                             {"SCALE", protocol->Scales[static_cast<std::size_t>(polarity % 3)]}});
   return true;
 }
 
 bool Instrument::SendSettings(const clsGpibCommand& commands) {
   if (io_.Stopped()) return false;
   const SystemInfo& settings = io_.Snapshot();
-  const std::string suffix = io_.GetProgram().settings.Polarity % 3 == 0 ? "PP" : "PK";
+  std::string suffix;
+  if (io_.ModelProtocol().PeakSuffix) suffix = settings.Polarity % 3 == 0 ? "PP" : "PK";
   const auto amplitude = [&](double value) {
     const std::string piece = commands.AmplitudeLevel(value);
     return piece.empty() ? piece : piece + suffix;
@@ -83,18 +87,21 @@ bool Instrument::SendSettings(const clsGpibCommand& commands) {
 
 bool Instrument::SequenceCheck() {
   SystemInfo& live = io_.GetProgram().settings;
-  if (live.ModelNo != 0 && live.ModelNo != 1) return true;
-  const std::string state = io_.Query(":SOUR1:SEQ:STAT?");
-  if (state.empty()) return false;
-  if (LeadingNumber(state) == 1) {
-    const std::string condition = io_.Query(":STAT:OPER:CH1:COND?");
-    if ((ReplyBits(condition) & kSequenceRuns) != 0 && !io_.Send(":TRIG1:SEL:EXEC ISTOP")) return false;
-    io_.Wait(kSequenceStop);
-    if (!io_.Send(":SOUR1:SEQ:STAT 0")) return false;
-  }
+  const Protocol& protocol = io_.GetProgram().models.SysGetProtocol(live.ModelNo);
+  if (protocol.Sequence && !StopSequence(*protocol.Sequence)) return false;
   live.ModelName = TrimCommandText(live.ModelName);
-  if (!io_.Send("OUTP1:LOAD INFinity")) return false;
-  return live.ModelName != "XG5531" || io_.Send("OUTP2:LOAD INFinity");
+  return std::all_of(protocol.Preparation.begin(), protocol.Preparation.end(),
+                     [this](const std::string& command) { return io_.Send(command); });
+}
+
+bool Instrument::StopSequence(const SequenceProtocol& sequence) {
+  const std::string state = io_.Query(sequence.State);
+  if (state.empty()) return false;
+  if (LeadingNumber(state) != 1) return true;
+  const std::string condition = io_.Query(sequence.Condition);
+  if ((ReplyBits(condition) & sequence.Running) != 0 && !io_.Send(sequence.Stop)) return false;
+  io_.Wait(kSequenceStop);
+  return io_.Send(sequence.End);
 }
 
 bool Instrument::Identify(const clsGpibCommand& common) {
@@ -118,6 +125,16 @@ bool Instrument::StatusError(const clsGpibCommand& common) {
   const std::string reply = io_.Read();
   if (io_.Stopped()) return true;
   return (ReplyBits(reply) & common.ErrorMask()) != 0;
+}
+
+std::string Instrument::SelectCommand() const {
+  const Protocol& protocol = io_.ModelProtocol();
+  return FillTemplate(protocol.Select, io_.Snapshot(), protocol.SelectOffset);
+}
+
+const std::string& Instrument::OutputCommand(const std::array<std::string, 3>& commands) const {
+  const int output = io_.Snapshot().Output;
+  return commands[output == 0 || output == 1 ? static_cast<std::size_t>(output) : 2];
 }
 
 void Instrument::ErrorReport(const clsGpibCommand& common) {

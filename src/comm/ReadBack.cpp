@@ -1,6 +1,7 @@
 #include "comm/ReadBack.h"
 
 #include "app/EngValB.h"
+#include "comm/CommandTemplate.h"
 #include "comm/GpibIO.h"
 #include "comm/TransferBlock.h"
 #include "instrument/SystemSetup.h"
@@ -61,14 +62,14 @@ bool ReceiveWaveform(Program& program, IntfcLib& bus, const std::function<bool()
   std::remove(ReceiveFile(program).c_str()); // never decode an old one
   GpibIO io(program, bus, cancelled);
   if (!io.Begin("Read back")) return false;
-  const std::string memory = std::to_string(io.Snapshot().MemoryNo);
-  const std::string information = io.Query(":TRAC:INF? " + memory);
+  const Protocol& protocol = io.ModelProtocol();
+  const std::string information = io.Query(FillTemplate(protocol.ReadInformation, io.Snapshot()));
   if (io.Stopped()) return false;
   if (SaysEmpty(information)) {
     io.Report(kMsgNoWaveInMemory);
     return false;
   }
-  return io.Send(":TRAC:DATA? " + memory) &&
+  return io.Send(FillTemplate(protocol.ReadData, io.Snapshot())) &&
          io.Check(bus.DataRecvScpi(io.Address(), ReceiveFile(program), kReceiveLimit));
 }
 

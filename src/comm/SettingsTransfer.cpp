@@ -3,12 +3,10 @@
 #include "app/EngValB.h"
 #include "comm/Instrument.h"
 
-#include <array>
+#include <algorithm>
 
 namespace calder {
 namespace {
-
-constexpr int kPowerSource = 10; // the model that is driven by fixed commands
 
 // Sends the table's settings and asks for the status. False: told.
 bool SendChecked(Instrument& instrument, const clsGpibCommand& commands, const clsGpibCommand& common) {
@@ -34,47 +32,49 @@ bool GeneratorSettings(GpibIO& io) {
          SendChecked(instrument, instrument.Commands(Instrument::kClosing), common);
 }
 
-// Bit 1 of the operation condition: the output is not settled. An instrument may say so for ever; the user can cancel.
-bool WaitForSettling(GpibIO& io) {
-  constexpr std::uint32_t kSettling = 2;
+// An instrument may say for ever that its output is not settled; the user can cancel.
+bool WaitForSettling(GpibIO& io, const PowerSourceProtocol& power) {
+  if (power.SettlingQuery.empty()) return true;
   while (true) {
     io.Wait(1);
-    if (!io.Send("STAT:OPER:COND?")) return false;
+    if (!io.Send(power.SettlingQuery)) return false;
     const std::string reply = io.Read();
     if (reply.empty()) return !io.Stopped();
-    if ((ReplyBits(reply) & kSettling) == 0) return true;
+    if ((ReplyBits(reply) & power.SettlingBits) == 0) return true;
   }
 }
 
-bool ChangeMode(GpibIO& io) {
-  static constexpr std::array<const char*, 4> kReplies{"AC-INT", "AC-ADD", "ACDC-INT", "ACDC-EXT"};
-  static constexpr std::array<const char*, 4> kCommands{":Mode AC-INT", ":Mode AC-ADD", ":Mode ACDC-INT",
-                                                        ":Mode ACDC-ADD"};
-  const std::string reply = io.Query("MODE?");
+// The position of a reply, `otherwise` for one that is not in the list.
+std::size_t PositionOf(const std::vector<std::string>& replies, const std::string& reply, std::size_t otherwise) {
+  const auto found = std::find(replies.begin(), replies.end(), reply);
+  return found == replies.end() ? otherwise : static_cast<std::size_t>(found - replies.begin());
+}
+
+bool ChangeMode(GpibIO& io, const PowerSourceProtocol& power) {
+  if (power.ModeQuery.empty()) return true;
+  const std::string reply = io.Query(power.ModeQuery);
   if (io.Stopped()) return false;
-  std::size_t mode = 0;
-  while (mode < kReplies.size() && reply != kReplies[mode]) ++mode;
   const auto wanted = static_cast<std::size_t>(io.Snapshot().Channel);
-  if (mode == wanted) return true;
-  if (!io.Send(":Outp 0")) return false;
+  if (PositionOf(power.ModeReplies, reply, power.ModeReplies.size()) == wanted) return true;
+  if (!io.Send(power.ModeOutputOff)) return false;
   io.Wait(2);
-  if (wanted < kCommands.size() && !io.Send(kCommands[wanted])) return false;
-  return WaitForSettling(io);
+  if (wanted < power.ModeCommands.size() && !io.Send(power.ModeCommands[wanted])) return false;
+  return WaitForSettling(io, power);
 }
 
-bool ChangeRange(GpibIO& io) {
-  const std::string reply = io.Query(":VOLT:RANG?");
+bool ChangeRange(GpibIO& io, const PowerSourceProtocol& power) {
+  if (power.RangeQuery.empty()) return true;
+  const std::string reply = io.Query(power.RangeQuery);
   if (io.Stopped()) return false;
-  const int range = reply == "200" ? 1 : 0;
-  const int wanted = io.Snapshot().RangeNo;
-  if (range == wanted) return true;
-  return io.Send(std::string(":VOLT:RANG ") + (wanted == 0 ? "100" : "200")) && WaitForSettling(io);
+  const auto wanted = static_cast<std::size_t>(io.Snapshot().RangeNo);
+  if (PositionOf(power.RangeReplies, reply, 0) == wanted) return true;
+  return io.Send(power.RangeCommands[std::min(wanted, power.RangeCommands.size() - 1)]) && WaitForSettling(io, power);
 }
 
-bool PowerSourceSettings(GpibIO& io) {
+bool PowerSourceSettings(GpibIO& io, const PowerSourceProtocol& power) {
   Instrument instrument(io);
   const clsGpibCommand common = instrument.Commands(Instrument::kCommon);
-  if (!io.Send("*CLS")) return false;
+  if (!io.Send(power.Clear)) return false;
   if (!instrument.Identify(common)) {
     io.Report(kMsgCheckModel);
     return false;
@@ -84,11 +84,11 @@ bool PowerSourceSettings(GpibIO& io) {
     return false;
   }
   const SystemInfo& settings = io.Snapshot();
-  std::string levels = ":VOLT " + NumberText(settings.Amplitude);
-  if (settings.OffsetSwitch == 1) levels += ";:VOLT:OFFS " + NumberText(settings.Offset);
-  levels += ";:Freq " + NumberText(settings.Frequency);
-  return ChangeMode(io) && ChangeRange(io) && io.Send(":FUNC ARB" + std::to_string(settings.MemoryNo)) &&
-         io.Send(levels) && io.Send(std::string("Outp ") + (settings.Output == 0 ? "1" : "0")) && WaitForSettling(io);
+  std::string levels = power.Amplitude + " " + NumberText(settings.Amplitude);
+  if (settings.OffsetSwitch == 1) levels += ";" + power.Offset + " " + NumberText(settings.Offset);
+  levels += ";" + power.Frequency + " " + NumberText(settings.Frequency);
+  return ChangeMode(io, power) && ChangeRange(io, power) && io.Send(instrument.SelectCommand()) && io.Send(levels) &&
+         io.Send(instrument.OutputCommand(power.Output)) && WaitForSettling(io, power);
 }
 
 } // namespace
@@ -96,7 +96,8 @@ bool PowerSourceSettings(GpibIO& io) {
 bool SettingsTransfer(Program& program, IntfcLib& bus, const std::function<bool()>& cancelled) {
   GpibIO io(program, bus, cancelled);
   if (!io.Begin("Oscillator settings")) return false;
-  const bool sent = program.settings.ModelNo == kPowerSource ? PowerSourceSettings(io) : GeneratorSettings(io);
+  const std::optional<PowerSourceProtocol>& power = io.ModelProtocol().PowerSource;
+  const bool sent = power ? PowerSourceSettings(io, *power) : GeneratorSettings(io);
   io.End();
   return sent && !io.Stopped();
 }

@@ -1,8 +1,9 @@
 // The bytes of a waveform as the instrument takes them.
 //
-// Models 0 and 1 take a header of 8 bytes, two 32-bit words, and then either points (first word 0, second the number of
-// points; 2 bytes a point) or control points (first word 1, second their number; 6 bytes each: a 32-bit position and a
-// 16-bit code). All other models take the points alone. Byte order: high byte first, or low byte first when swapped.
+// A model whose protocol says so takes a header of 8 bytes, two 32-bit words, and then either points (first word 0,
+// second the number of points; 2 bytes a point) or control points (first word 1, second their number; 6 bytes each: a
+// 32-bit position and a 16-bit code). The other models take the points alone. Byte order: high byte first, or low byte
+// first when swapped.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,6 @@
 #include "comm/WaveTransfer.h"
 
+#include "comm/CommandTemplate.h"
 #include "instrument/SystemSetup.h"
 #include "libs/sysinf32/CommandColumns.h"
 
@@ -12,35 +13,15 @@ constexpr std::size_t kChunk = 512;
 constexpr std::size_t kLastBytes = 2;
 constexpr std::size_t kBytesASecond = 65536; // what an instrument takes at least
 constexpr int kSettleSeconds = 9;
-constexpr int kLoadSeconds = 5;
+constexpr double kOutputSeconds = 1;
 constexpr double kBlockTimeLimit = 30; // seconds
 constexpr double kTimeLimit = 1;
 constexpr int kThousand = 1000;
 constexpr std::string_view kNoTerminator("\0", 1);
 
-// Models 0 and 1 have a header in the block and fixed commands.
-bool HasBlockHeader(const SystemInfo& settings) {
-  return settings.ModelNo == 0 || settings.ModelNo == 1;
-}
-
 std::string DefiniteLengthHeader(std::size_t bytes) {
   const std::string count = std::to_string(bytes);
   return "#" + std::to_string(count.size()) + count;
-}
-
-// What makes the instrument use the memory that was loaded; by the model's number.
-std::string SelectionCommand(const SystemInfo& settings) {
-  const int model = settings.ModelNo;
-  const int memory = settings.MemoryNo;
-  if (model < 10) {
-    const std::string source = ":SOUR" + std::to_string(settings.Channel + 1);
-    return source + ":FUNC:SHAP USER;" + source + ":FUNC:USER " + std::to_string(memory);
-  }
-  if (model == 10) return ":FUNC ARB" + std::to_string(memory);
-  if (model == 21) return "FUNC " + std::to_string(memory + 2);
-  if (model == 22) return "FNC " + std::to_string(memory + 5);
-  if (model >= 23) return "Wave " + std::to_string(memory + 1);
-  return {}; // 11 to 20 use the memory that the waveform command named
 }
 
 } // namespace
@@ -66,7 +47,7 @@ bool WaveTransfer::Transfer(GpibIO& io) {
 
   const std::string command = WaveformCommand(io, waveform);
   const bool usbTmc = program_.interfaceKind == kUsbTmc;
-  if (!HasBlockHeader(io.Snapshot()) && !usbTmc) {
+  if (!io.ModelProtocol().BlockHeader && !usbTmc) {
     io.Debug("GpPuts", command);
     bus_.Tmo(kBlockTimeLimit);
     if (!io.Check(bus_.ErrorCode()) || io.Stopped() || !io.Check(bus_.Puts(io.Address(), command))) return false;
@@ -75,7 +56,7 @@ bool WaveTransfer::Transfer(GpibIO& io) {
   loaded_ = true;
   cancelled_ = progress_.Cancelled();
   progress_.Unload();
-  if (!Select(io)) return false;
+  if (!Select(io, instrument)) return false;
   cancelled_ = cancelled_ || progress_.Cancelled();
 
   // The closing table is sent whatever the status says: it leaves the instrument as the user wants it.
@@ -103,8 +84,8 @@ bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) 
   const auto points = static_cast<std::size_t>(settings.MemorySize);
   const std::int32_t shown = std::min(setup_.ShownMemorySize(), settings.MemorySize);
   request.shownPoints = shown;
-  if (HasBlockHeader(settings)) request.layout = BlockLayout::HeaderAndPoints;
-  if (HasBlockHeader(settings) && setup_.TransferFormatChoice() == 1) {
+  if (io.ModelProtocol().BlockHeader) request.layout = BlockLayout::HeaderAndPoints;
+  if (io.ModelProtocol().BlockHeader && setup_.TransferFormatChoice() == 1) {
     const auto count = static_cast<std::size_t>(std::max(settings.ControlPointCount, 0));
     request.layout = BlockLayout::ControlPoints;
     request.positions = W_Lock32(program_.buffers.Block32()).first(count);
@@ -143,7 +124,7 @@ bool WaveTransfer::Prepare(GpibIO& io, Instrument& instrument, const clsGpibComm
 std::string WaveTransfer::WaveformCommand(const GpibIO& io, const clsGpibCommand& waveform) const {
   const SystemInfo& settings = io.Snapshot();
   const std::string name(TrimCommandText(settings.MemoryName));
-  if (HasBlockHeader(settings)) return ":TRAC:DATA " + std::to_string(settings.MemoryNo) + ",\"" + name + "\",";
+  if (io.ModelProtocol().BlockHeader) return FillTemplate(io.ModelProtocol().BlockCommand, settings);
   const double channel = settings.Channel + 1;
   return JoinCommands({waveform.Preset(), settings.ChannelSelectable != 0 ? waveform.channel(channel) : std::string(),
                        waveform.ArbPreCommand(), waveform.ArbSize(static_cast<double>(settings.MemorySize)),
@@ -164,7 +145,7 @@ bool WaveTransfer::SendBlock(GpibIO& io, Instrument& instrument, const clsGpibCo
     bus_.Eos(kNoTerminator);
     if (!io.Check(bus_.ErrorCode())) return false;
     // Without a command before it the instrument knows nothing of the block yet.
-    if (HasBlockHeader(io.Snapshot()) && io.Stopped()) return false;
+    if (io.ModelProtocol().BlockHeader && io.Stopped()) return false;
     sent = program_.interfaceKind == kUsb488 ? SendUsb488(io) : SendChunks(io);
   }
   if (!sent) return false;
@@ -176,7 +157,7 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
                               const std::string& command) {
   bus_.Tmo(kBlockTimeLimit);
   if (!io.Check(bus_.ErrorCode()) || io.Stopped()) return false;
-  if (!HasBlockHeader(io.Snapshot())) io.Debug("GpPuts", command);
+  if (!io.ModelProtocol().BlockHeader) io.Debug("GpPuts", command);
   const std::string header = command + DefiniteLengthHeader(block_.size());
   progress_.Sent(0, block_.size());
   if (!io.Check(bus_.DataScpi(io.Address(), header, block_))) return false;
@@ -237,15 +218,14 @@ bool WaveTransfer::GiveUpBlock(GpibIO& io) {
   return io.Check(bus_.ErrorCode()) && io.Reopen();
 }
 
-bool WaveTransfer::Select(GpibIO& io) {
-  const SystemInfo& settings = io.Snapshot();
-  if (!io.Send(SelectionCommand(settings))) return false;
-  if (settings.ModelNo >= 23) {
-    if (!io.Send(std::string("Outp ") + (settings.Output == 0 ? "1" : "0"))) return false;
-    io.Wait(1);
-  }
-  if (HasBlockHeader(settings)) {
-    Count(io, "load data", kLoadSeconds); // a cancel shortens the wait
+bool WaveTransfer::Select(GpibIO& io, const Instrument& instrument) {
+  const Protocol& protocol = io.ModelProtocol();
+  if (!io.Send(instrument.SelectCommand())) return false;
+  const std::string& output = instrument.OutputCommand(protocol.Output);
+  if (!io.Send(output)) return false;
+  if (!output.empty()) io.Wait(kOutputSeconds);
+  if (protocol.LoadSeconds > 0) {
+    Count(io, "load data", protocol.LoadSeconds); // a cancel shortens the wait
     progress_.Unload();
   }
   return true;

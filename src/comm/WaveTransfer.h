@@ -33,7 +33,7 @@ private:
   [[nodiscard]] bool SendUsb488(GpibIO& io);
   [[nodiscard]] bool SendChunks(GpibIO& io);
   [[nodiscard]] bool GiveUpBlock(GpibIO& io);
-  [[nodiscard]] bool Select(GpibIO& io);
+  [[nodiscard]] bool Select(GpibIO& io, const Instrument& instrument);
   bool Count(GpibIO& io, const char* step, int seconds);
 
   Program& program_;

@@ -98,7 +98,9 @@ public:
   [[nodiscard]] bool Cancellable() const { return cancellable_; }
   // A window shows this desk.
   [[nodiscard]] bool Shown() const { return port_ != nullptr; }
-  [[nodiscard]] bool PowerSource() const { return program_.settings.ModelNo == 10; }
+  [[nodiscard]] bool PowerSource() const {
+    return program_.models.SysGetProtocol(program_.settings.ModelNo).PowerSource.has_value();
+  }
   [[nodiscard]] BusTrace& Trace() { return bus_.Trace(); }
   [[nodiscard]] const SystemSetup& Setup() const { return setup_; }
 

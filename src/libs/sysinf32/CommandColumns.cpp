@@ -1,5 +1,7 @@
 #include "libs/sysinf32/CommandColumns.h"
 
+#include <algorithm>
+
 namespace calder {
 
 namespace {
@@ -26,6 +28,16 @@ std::string_view TrimCommandText(std::string_view text) {
   while (!text.empty() && IsTrimmable(text.front())) text.remove_prefix(1);
   while (!text.empty() && IsTrimmable(text.back())) text.remove_suffix(1);
   return text;
+}
+
+bool HasOnlyPlaceholders(std::string_view text, std::initializer_list<std::string_view> names) {
+  for (;;) {
+    const std::size_t begin = text.find('$');
+    const std::size_t end = begin == std::string_view::npos ? begin : text.find('$', begin + 1);
+    if (end == std::string_view::npos) return true;
+    if (std::find(names.begin(), names.end(), text.substr(begin + 1, end - begin - 1)) == names.end()) return false;
+    text.remove_prefix(end + 1);
+  }
 }
 
 std::vector<std::string> SplitCommandColumns(std::string_view value) {

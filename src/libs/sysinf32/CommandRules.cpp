@@ -69,18 +69,6 @@ bool IsWholeWithin(std::string_view text, std::int64_t min, std::int64_t max) {
   return value && *value >= min && *value <= max;
 }
 
-// Every text between a $ and the next one is a placeholder; a last single $ is a character.
-bool HasKnownPlaceholders(std::string_view text) {
-  for (;;) {
-    const std::size_t begin = text.find('$');
-    const std::size_t end = begin == std::string_view::npos ? begin : text.find('$', begin + 1);
-    if (end == std::string_view::npos) return true;
-    const std::string_view name = text.substr(begin + 1, end - begin - 1);
-    if (name != "CH" && name != "ARBNUM" && name != "ARBNAME") return false;
-    text.remove_prefix(end + 1);
-  }
-}
-
 // Empty, or digits places before and after at most one point.
 bool IsNumberFormat(std::string_view text) {
   return text.find_first_not_of("#0.") == std::string_view::npos && std::count(text.begin(), text.end(), '.') <= 1 &&
@@ -105,7 +93,8 @@ std::string ColumnFault(const RowRule& rule, const std::vector<std::string>& col
     return std::string();
   case RowKind::Template:
   case RowKind::Bank:
-    if (!HasKnownPlaceholders(columns[0])) return "may hold no placeholder but $CH$, $ARBNUM$ and $ARBNAME$";
+    if (!HasOnlyPlaceholders(columns[0], {"CH", "ARBNUM", "ARBNAME"}))
+      return "may hold no placeholder but $CH$, $ARBNUM$ and $ARBNAME$";
     if (columns.size() > 1 && !IsNumberFormat(columns[1])) return "must have a number format of #, 0 and one point";
     if (columns.size() > 2 && !IsWholeWithin(columns[2], -32768, 32767))
       return "must have a whole number as its offset";

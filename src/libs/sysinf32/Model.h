@@ -1,6 +1,8 @@
 // One instrument model as its file describes it.
 #pragma once
 
+#include "libs/sysinf32/Protocol.h"
+
 #include <array>
 #include <cstdint>
 #include <string>
@@ -93,6 +95,7 @@ struct Model {
   ModelSettings Defaults;
   ModelSettings Start;
   std::array<std::vector<CommandRow>, kTables> Commands;
+  calder::Protocol Protocol;
 };
 
 } // namespace calder

@@ -2,6 +2,7 @@
 
 #include "libs/sysinf32/CommandRules.h"
 #include "libs/sysinf32/LimitsReader.h"
+#include "libs/sysinf32/ProtocolReader.h"
 #include "libs/sysinf32/TableReader.h"
 #include "libs/sysinf32/sysinf32.h"
 #include "platform/WaveLimits.h"
@@ -122,7 +123,7 @@ std::optional<ModelFault> ParseModel(std::string_view text, const std::string& f
   const TableReader reader(root,
                            {"name", "interfaces", "data_bits", "offset_switch", "channel_selectable",
                             "default_arb_command", "address", "memory", "channel", "frequency", "range",
-                            "frequency_warning", "defaults", "start", "commands"},
+                            "frequency_warning", "defaults", "start", "protocol", "commands"},
                            faults);
   const TomlNode& name = reader.Require("name");
   model.Name = ReadModelName(name, faults);
@@ -140,6 +141,7 @@ std::optional<ModelFault> ParseModel(std::string_view text, const std::string& f
   model.ChannelSelectable = model.Channels.size() > 1;
   if (const TomlNode* flag = reader.Find("channel_selectable")) model.ChannelSelectable = ReadFlag(*flag, faults);
   ReadSettings(reader.Find("defaults"), reader.Find("start"), model, faults);
+  if (const TomlNode* protocol = reader.Find("protocol")) ReadProtocol(*protocol, model, faults);
   ReadCommands(reader.Require("commands"), model, faults);
   return faults.Fault();
 }

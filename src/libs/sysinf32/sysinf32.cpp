@@ -242,4 +242,10 @@ std::int32_t ModelDatabase::SysGetGPIBInfo(std::int32_t model, std::int32_t tabl
   return Count(rows);
 }
 
+const Protocol& ModelDatabase::SysGetProtocol(std::int32_t model) const {
+  static const Protocol kPlain;
+  const Model* found = impl_->At(model);
+  return found == nullptr ? kPlain : found->Protocol;
+}
+
 } // namespace calder

@@ -10,6 +10,7 @@
 // SYS_REFUSED (the record is unchanged) when the model does not allow the value.
 #pragma once
 
+#include "libs/sysinf32/Protocol.h"
 #include "libs/sysinf32/SystemInfo.h"
 
 #include <array>
@@ -101,6 +102,10 @@ public:
 
   // tableNumber: 0 common, 1 closing, 2 oscillator, 3 waveform. The number of rows filled, negative on a bad number.
   std::int32_t SysGetGPIBInfo(std::int32_t model, std::int32_t tableNumber, CommandTable& table) const;
+
+  // How the model's instruments are spoken to; plain for an index outside the list. Good until the next
+  // SysInitDeviceInfo.
+  [[nodiscard]] const Protocol& SysGetProtocol(std::int32_t model) const;
 
 private:
   struct Impl;
