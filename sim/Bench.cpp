@@ -1,11 +1,16 @@
 #include "sim/Bench.h"
 
+#include "sim/FileModels.h"
+
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <iterator>
 #include <thread>
 
@@ -15,6 +20,13 @@ namespace {
 std::string ReadFile(const char* path) {
   std::ifstream file(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+// Where this library stands, and beside it the model files.
+std::string OwnFolder() {
+  Dl_info info{};
+  if (dladdr(reinterpret_cast<const void*>(&Bench::Get), &info) == 0 || info.dli_fname == nullptr) return {};
+  return std::filesystem::path(info.dli_fname).parent_path().string();
 }
 
 std::vector<std::string_view> Words(std::string_view text) {
@@ -37,11 +49,24 @@ Bench& Bench::Get() {
 
 Bench::Bench() {
   for (const Model& model : AllModels()) instruments_.push_back(std::make_unique<Instrument>(model));
+  const std::string folder = OwnFolder();
+  if (std::filesystem::exists(folder + "/models")) {
+    const std::string fault = AddModels(folder + "/models", folder + "/USBTMC.ID");
+    if (!fault.empty()) std::fprintf(stderr, "calder simulation: %s\n", fault.c_str());
+  }
   if (const char* path = std::getenv("CALDER_SIM_TRAFFIC")) trafficFile_.open(path, std::ios::app | std::ios::binary);
   const char* path = std::getenv("CALDER_SIM_SCRIPT");
   if (path != nullptr && !Script(ReadFile(path))) {
     std::fprintf(stderr, "calder simulation: the fault script %s has a line that is not understood\n", path);
   }
+}
+
+std::string Bench::AddModels(const std::string& folder, const std::string& usbIds) {
+  std::string fault;
+  for (const Model& model : ReadModels(folder, usbIds, fault)) {
+    if (Named(model.name) == nullptr) instruments_.push_back(std::make_unique<Instrument>(model));
+  }
+  return fault;
 }
 
 void Bench::Reset() {

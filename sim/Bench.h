@@ -23,6 +23,8 @@ public:
   void Reset();
   [[nodiscard]] bool Script(std::string_view text);
 
+  // Adds those models of a folder of model files that the bench lacks. Empty, or what is wrong with the files.
+  [[nodiscard]] std::string AddModels(const std::string& folder, const std::string& usbIds);
   // The instrument of an address, or of a name; null when there is none or its power is off.
   [[nodiscard]] Instrument* At(int address);
   [[nodiscard]] Instrument* Named(std::string_view model);

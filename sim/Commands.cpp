@@ -103,7 +103,7 @@ void Settle(Instrument& instrument) {
 void RunCommand(Instrument& instrument, Command& command) {
   if (!command.header.empty() && command.header.front() == '*') return CommonCommand(instrument, command);
   int suffix = 0;
-  for (const Row& row : RowsOf(instrument.Kind().family)) {
+  for (const Row& row : RowsOf(instrument.Kind())) {
     if (!MatchHeader(row.pattern, command.header, suffix)) continue;
     command.suffix = suffix;
     return row.run(instrument, command, row);

@@ -11,11 +11,11 @@ struct Row;
 using Handler = void (*)(Instrument&, Command&, const Row&);
 
 struct Row {
-  const char* pattern; // see MatchHeader
-  Handler run;
-  const char* setting = ""; // what it sets and answers
-  const char* choices = ""; // words separated by "|", each as in MatchWord
-  int first = 0;            // a number that the command's value begins at
+  std::string pattern; // see MatchHeader
+  Handler run = nullptr;
+  std::string setting{}; // what it sets and answers
+  std::string choices{}; // words separated by "|", each as in MatchWord
+  int first = 0;         // a number that the command's value begins at
 };
 
 // The channel that a command is for: the number in its header, or the chosen one. Empty: there is none of that number,
@@ -57,7 +57,8 @@ void AskTraceInfo(Instrument& instrument, Command& command, const Row& row);
 void ChooseMemory(Instrument& instrument, Command& command, const Row& row);
 void ChooseArb(Instrument& instrument, Command& command, const Row& row);
 
-// The rows of a family (Families.cpp); the common commands of IEEE 488.2 are not among them.
-std::span<const Row> RowsOf(Family family);
+// The rows of a model, by its family (Families.cpp) or of its file; the common commands of IEEE 488.2 are not among
+// them.
+std::span<const Row> RowsOf(const Model& model);
 
 } // namespace calder::sim

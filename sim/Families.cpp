@@ -134,7 +134,8 @@ Rows Ub93() {
 
 } // namespace
 
-std::span<const Row> RowsOf(Family family) {
+std::span<const Row> RowsOf(const Model& model) {
+  if (model.rows) return *model.rows;
   // In the order of Family.
   static const std::array<Rows, 10> rows = {
       Join({Generator(), Ranges(), TraceGenerator(), Xg()}),
@@ -148,7 +149,7 @@ std::span<const Row> RowsOf(Family family) {
       Join({Ub9(), {{"FNC", ChooseMemory, "user", "", 5}}}),
       Ub93(),
   };
-  return rows[static_cast<std::size_t>(family)];
+  return rows[static_cast<std::size_t>(model.family)];
 }
 
 } // namespace calder::sim

@@ -56,7 +56,7 @@ void Instrument::SwitchOn() {
 void Instrument::ResetSettings() {
   Put("channel", "1");
   Put("memory", std::to_string(model_.memoryMin));
-  Put("order", model_.family == Family::Qn10 ? "SWAP" : "NORM");
+  Put("order", model_.lowByteFirst ? "SWAP" : "NORM");
   Put("size", std::to_string(model_.sizeMax));
   Put("header", "1");
   Put("sequence", "0");
@@ -99,7 +99,7 @@ void Instrument::Receive(std::string_view bytes, bool end) {
   }
   while (!bytes.empty()) {
     if (input_.empty()) {
-      const bool formatted = model_.family == Family::Xg && bytes.front() == '\0';
+      const bool formatted = model_.formatted && bytes.front() == '\0';
       kind_ = expectsBlock_ || formatted ? Input::Raw : Input::Text;
     }
     if (kind_ == Input::Raw) {
@@ -145,7 +145,7 @@ void Instrument::TakeRawBlock() {
     return;
   }
   expectsBlock_ = false;
-  if (model_.family == Family::Xg) {
+  if (model_.formatted) {
     StoreFormatted(blockMemory_, blockName_, block);
   } else {
     StoreArray(blockMemory_, blockName_, block);

@@ -55,6 +55,12 @@ std::optional<Waveform> Memory(std::string_view model, int number) {
   return waveform == nullptr ? std::nullopt : std::optional(*waveform);
 }
 
+std::string AddModels(const std::string& folder, const std::string& usbIds) {
+  Bench& bench = Bench::Get();
+  const std::lock_guard lock(bench.mutex);
+  return bench.AddModels(folder, usbIds);
+}
+
 std::string Setting(std::string_view model, std::string_view name) {
   Bench& bench = Bench::Get();
   const std::lock_guard lock(bench.mutex);

@@ -2,7 +2,9 @@
 //
 // The bus libraries beside this one (libni4882.so, libieee_32m.so, libusb488ps.so, libvisa.so.0) are thin: every call
 // ends here. A process has one bench, whichever of them it loads, and a test program that links this library looks at
-// the same bench. The instruments' addresses, which are also their USB488 numbers, are listed in bench.txt.
+// the same bench. The instruments' addresses, which are also their USB488 numbers, are listed in bench.txt, which the
+// build makes of the models' list. Models without commands of their own here are as their files in the folder models
+// beside this library describe them.
 //
 // A program that does not link it is reached by the environment, read at the first call:
 //   CALDER_SIM_SCRIPT   a file with lines for Script()
@@ -48,6 +50,10 @@ int InjectedFaults();
 
 // How time passes in a late call; an empty function: for real.
 void OnWait(std::function<void(double seconds)> wait);
+
+// Adds those models of a folder of model files that the bench lacks; usbIds: the file with their resource prefixes.
+// They understand what their files say. Empty, or what is wrong with the files.
+std::string AddModels(const std::string& folder, const std::string& usbIds);
 
 // What the instrument was sent: each complete program message without its terminator, blocks included byte by byte; a
 // raw block is a message of its own.

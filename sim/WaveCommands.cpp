@@ -14,7 +14,7 @@ std::optional<int> MemoryNumber(Instrument& instrument, std::string_view text) {
 // What comes behind the command that announces a waveform: a block in the command, or a raw block after it.
 void TakeBlock(Instrument& instrument, const Command& command, int number, std::string_view name) {
   if (!command.block) return instrument.ExpectBlock(number, name);
-  if (instrument.Kind().family == Family::Xg) return instrument.StoreFormatted(number, name, *command.block);
+  if (instrument.Kind().formatted) return instrument.StoreFormatted(number, name, *command.block);
   instrument.StoreArray(number, name, *command.block);
 }
 
@@ -57,7 +57,7 @@ void SetSize(Instrument& instrument, Command& command, const Row& row) {
 void SetNumber(Instrument& instrument, Command& command, const Row& row) {
   if (command.query) return instrument.Error(-113);
   const int memories = instrument.Kind().memoryMax - instrument.Kind().memoryMin;
-  const bool start = std::string_view(row.setting) == "start";
+  const bool start = row.setting == "start";
   const auto number = OneInteger(instrument, command, row.first, start ? 0 : row.first + memories);
   if (number) instrument.Put(row.setting, std::to_string(*number));
 }

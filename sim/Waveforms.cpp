@@ -70,7 +70,7 @@ void Instrument::ExpectBlock(int number, std::string_view name) {
 }
 
 std::size_t Instrument::RawBytes() const {
-  if (model_.family != Family::Xg) return static_cast<std::size_t>(ToInteger(Get("size")).value_or(0)) * 2;
+  if (!model_.formatted) return static_cast<std::size_t>(ToInteger(Get("size")).value_or(0)) * 2;
   if (input_.size() < kHeaderBytes) return 0;
   const auto count = static_cast<std::uint32_t>(Word(input_, 4));
   return kHeaderBytes + std::size_t{count} * (Word(input_, 0) == 0 ? 2 : kControlBytes);

@@ -61,7 +61,12 @@ double Limit(ViSession session) {
 }
 
 UsbName NameOf(const Instrument& instrument) {
-  return {0, sim::kUsbVendor, static_cast<std::uint16_t>(instrument.Kind().usbProduct), instrument.Get("serial"), {}};
+  const sim::Model& model = instrument.Kind();
+  return {0,
+          static_cast<std::uint16_t>(model.usbVendor),
+          static_cast<std::uint16_t>(model.usbProduct),
+          instrument.Get("serial"),
+          {}};
 }
 
 // The addresses of the instruments that are there.

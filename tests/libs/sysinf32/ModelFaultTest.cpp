@@ -142,6 +142,30 @@ TEST(ModelFaultTest, BadValuesTellTheirLine) {
                SYS_BAD_VALUE);
 }
 
+TEST(ModelFaultTest, ProtocolsTellTheirLine) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"block = \"both\"", "one of \"plain\", \"header\""},
+      {"block_command = \"X\"", "header only"},
+      {"selects = \"X\"", "Did you mean \"select\""},
+      {"select = \"X $ARBNUM$\"", "no placeholder but $CH$, $NUMBER$, $NAME$"},
+      {"output_on = \"X $CH$\"", "no placeholder."},
+      {"load_seconds = 601", "0 to 600"},
+      {"select = \"\"", "1 to 128"},
+      {"preparation = [\"\"]", "1 to 128"},
+      {"sequence = { state = \"A?\" }", "\"condition\" is missing"},
+      {"polarity = { query = \"A?\", command = \"B\", normal = \"N\", inverted = \"I\", scales = [\"F\"] }",
+       "as many items as there are scales: 3"},
+      {"power_source = { amplitude = \"A\", offset = \"O\", frequency = \"F\", mode_query = \"M?\", mode_replies = "
+       "[\"1\"], mode_commands = [\"M 1\"] }",
+       "as many items as there are channels: 2"}};
+  for (const auto& [line, says] : rows)
+    ExpectFaults(
+        {{"[commands.common]", ("[protocol]\n" + std::string(line) + "\n[commands.common]").c_str(), 66, says}},
+        SYS_BAD_VALUE);
+  ExpectFaults({{"[commands.common]", "[protocol]\nblock = \"header\"\n[commands.common]", 65, "\"block_command\""}},
+               SYS_BAD_VALUE);
+}
+
 TEST(ModelFaultTest, AModelWithoutAnyWayToSendAWaveformIsRefused) {
   std::string text = Edit("default_arb_command = \":PRE, :SEND\"", "").text;
   Model model;

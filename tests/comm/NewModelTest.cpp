@@ -1,0 +1,78 @@
+// A model that is added as docs/models.md says, with the file that the page shows, and nothing else.
+#include "comm/BusFixture.h"
+#include "comm/ReadBack.h"
+#include "comm/SettingsTransfer.h"
+
+#include <gmock/gmock.h>
+
+#include <fstream>
+
+namespace calder {
+namespace {
+
+struct NewModel : BusFixture {
+  NewModel() {
+    namespace fs = std::filesystem;
+    const fs::path source(CALDER_SOURCE_DIR);
+    fs::copy(source / "models", folder / "models");
+    fs::copy(source / "data/USBTMC.ID", folder);
+    const std::string page = TextOf((source / "docs/models.md").string());
+    const std::string fence = "```toml\n";
+    const std::size_t begin = page.find(fence) + fence.size();
+    std::ofstream(folder / "models/vj6140.toml") << page.substr(begin, page.find("```", begin) - begin);
+    std::string index = TextOf((folder / "models/index.toml").string());
+    index.insert(index.rfind(']'), "  \"vj6140.toml\",\n");
+    std::ofstream(folder / "models/index.toml") << index;
+    std::ofstream(folder / "USBTMC.ID", std::ios::app) << "VJ6140,USB0::0x1209::0x6140::\n";
+
+    desktop.folders.read = {folder.string()};
+    program.emplace(desktop.Services());
+    setup.emplace(*program);
+    MakeBus();
+    EXPECT_TRUE(ReadUsbIds((folder / "USBTMC.ID").string(), program->usbIds));
+    EXPECT_TRUE(InitialiseSystem(*program, *setup));
+    EXPECT_EQ(sim::AddModels((folder / "models").string(), (folder / "USBTMC.ID").string()), "");
+    sim::Reset();
+  }
+};
+
+} // namespace
+
+TEST_F(NewModel, TransfersOnEachOfItsBuses) {
+  const int model = program->models.SysGetDeviceCnt() - 1;
+  ASSERT_EQ(program->models.SysGetDeviceName(model), "VJ6140");
+  for (const InterfaceKind kind : {kNiGpib, kUsbTmc}) {
+    SCOPED_TRACE("kind " + std::to_string(kind));
+    sim::Reset();
+    Choose(model, kind);
+    if (kind == kUsbTmc) bus->SetUsbResource(program->usbIds.back().value + "1234567");
+    program->settings.MemoryNo = 3;
+    program->settings.Frequency = 250;
+    program->settings.Output = 0;
+    EXPECT_TRUE(SettingsTransfer(*program, *bus));
+    EXPECT_EQ(sim::Setting("VJ6140", "frequency"), "250");
+    EXPECT_EQ(sim::Setting("VJ6140", "output"), "1");
+    EXPECT_TRUE(TransferWave());
+    const auto held = sim::Memory("VJ6140", 3);
+    ASSERT_TRUE(held);
+    EXPECT_EQ(static_cast<int>(held->codes.size()), program->settings.MemorySize);
+    EXPECT_EQ(sim::Setting("VJ6140", "user"), "3");
+    EXPECT_EQ(sim::Errors("VJ6140"), std::vector<std::string>());
+    ExpectIdle();
+  }
+}
+
+// "keep" is left to the file: nothing of the output goes out when it says nothing.
+TEST_F(NewModel, KeepsTheOutputWhereTheFileSaysNothingOfIt) {
+  const int model = program->models.SysGetDeviceCnt() - 1;
+  Choose(model, kNiGpib);
+  for (const int output : {0, 1, 2}) {
+    sim::Reset();
+    program->settings.Output = static_cast<std::int16_t>(output);
+    EXPECT_TRUE(TransferWave());
+    for (const std::string& message : sim::Messages("VJ6140"))
+      EXPECT_THAT(message, testing::Not(testing::HasSubstr("OUTP")));
+  }
+}
+
+} // namespace calder
