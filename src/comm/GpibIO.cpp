@@ -38,7 +38,8 @@ bool GpibIO::Begin(const std::string& title) {
   registry.SetGpibBusy(true);
   held_ = true;
   snapshot_ = program_.settings;
-  if (program_.interfaceKind != kUsbTmc && static_cast<std::int16_t>(controller) == snapshot_.Address) {
+  kind_ = program_.interfaceKind;
+  if (kind_ != kUsbTmc && static_cast<std::int16_t>(controller) == snapshot_.Address) {
     Release();
     program_.messages.ErrorBoxText(program_.messages.MessageText(kMsgInterfaceAddress) +
                                    "Address:" + std::to_string(snapshot_.Address));
@@ -69,14 +70,8 @@ bool GpibIO::OpenBus() {
     return false;
   }
   bus_.GpErrMsgOn(kAsk);
-  bus_.Tmo(kTimeLimit);
-  if (!Check(bus_.ErrorCode()) || !Check(bus_.IFC()) || !Check(bus_.REN()) || !Check(bus_.LLO()) ||
-      !Check(bus_.SDC(Address())))
-    return false;
-  bus_.Eot(2);
-  if (!Check(bus_.ErrorCode())) return false;
-  bus_.Eos("\n");
-  return Check(bus_.ErrorCode());
+  return TimeLimit(kTimeLimit) && Check(bus_.IFC()) && Check(bus_.REN()) && Check(bus_.LLO()) &&
+         Check(bus_.SDC(Address())) && EndMark(true) && Terminator("\n");
 }
 
 void GpibIO::CloseBus() {
@@ -120,6 +115,39 @@ std::string GpibIO::Read() {
   std::string reply = bus_.Gets(Address());
   if (bus_.ErrorCode() != kBusOk) Break(bus_.ErrorCode());
   return reply;
+}
+
+bool GpibIO::TimeLimit(double seconds) {
+  bus_.Tmo(seconds);
+  return Check(bus_.ErrorCode());
+}
+
+bool GpibIO::EndMark(bool on) {
+  bus_.Eot(on ? 2 : 0);
+  return Check(bus_.ErrorCode());
+}
+
+bool GpibIO::Terminator(std::string_view text) {
+  bus_.Eos(text);
+  return Check(bus_.ErrorCode());
+}
+
+bool GpibIO::SendAnnouncement(const std::string& command) {
+  if (Stopped()) return false;
+  Debug("GpPuts", command);
+  return Check(bus_.Puts(Address(), command));
+}
+
+bool GpibIO::SendBytes(Addressing addressing, std::span<const std::byte> bytes) {
+  return Check(bus_.Data(addressing == Addressing::Instrument ? Address() : kNoAddress, bytes));
+}
+
+bool GpibIO::SendBlock(const std::string& header, std::span<const std::byte> block) {
+  return !Stopped() && Check(bus_.DataScpi(Address(), header, block));
+}
+
+bool GpibIO::ReceiveFile(const std::string& file, int limit) {
+  return !Stopped() && Check(bus_.DataRecvScpi(Address(), file, limit));
 }
 
 bool GpibIO::Check(int errorCode) {

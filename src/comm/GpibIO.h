@@ -1,4 +1,6 @@
-// One transfer's hold on the bus: it takes the busy flag and opens the bus, sends and reads, and gives both back.
+// One transfer's hold on the bus: it takes the busy flag and opens the bus, sends and reads, and gives both back. What
+// a transfer does on the bus goes through here, and what it does it by is the copy of the settings that was taken when
+// it began.
 //
 // What is told: the interface layer shows its own box for a failed operation; after that the transfer shows one
 // sentence and no more, touches the bus only to close it, and closes it without further boxes.
@@ -16,6 +18,8 @@ namespace calder {
 
 class GpibIO {
 public:
+  static constexpr std::string_view kNoTerminator{"\0", 1};
+
   // cancelled: whether the user wants the transfer to end; empty: this transfer is cancelled elsewhere. Once it says
   // so, nothing more is sent, read or told.
   GpibIO(Program& program, IntfcLib& interfaceLayer, std::function<bool()> cancelled = {})
@@ -26,7 +30,7 @@ public:
 
   // Takes the busy flag and the settings snapshot and opens the bus. False: the user was told why, nothing is held.
   [[nodiscard]] bool Begin(const std::string& title);
-  // Closes the bus and clears the busy flag; a failure that was not told yet is told now. Twice is once.
+  // Closes the bus and clears the busy flag; a failure that was not told yet is told now. A second call does nothing.
   void End();
 
   // The settings as they were when the transfer began.
@@ -41,8 +45,19 @@ public:
   [[nodiscard]] std::string Read();
   // The reply to a query; empty when it could not be sent.
   [[nodiscard]] std::string Query(const std::string& command) { return Send(command) ? Read() : std::string(); }
-  // For an operation made directly on Bus(): false when it failed, and then the failure was told.
-  bool Check(int errorCode);
+  // Further operations. False: it failed, and the failure was told.
+  bool TimeLimit(double seconds);
+  bool EndMark(bool on);
+  bool Terminator(std::string_view text); // "\n", "\r\n" or kNoTerminator
+  // Announces a waveform: a Send whose debug box has a title of its own.
+  bool SendAnnouncement(const std::string& command);
+  // Bytes as they are; without addressing they go to whoever is addressed already.
+  enum class Addressing { Instrument, None };
+  bool SendBytes(Addressing addressing, std::span<const std::byte> bytes);
+  // A text with a block right after it, as one message.
+  bool SendBlock(const std::string& header, std::span<const std::byte> block);
+  // At most `limit` bytes of an answer into a file.
+  bool ReceiveFile(const std::string& file, int limit);
 
   // An error box with the text, unless the failure of the interface was told already.
   void Report(const std::string& text);
@@ -56,13 +71,15 @@ public:
   [[nodiscard]] bool Failed() const { return failed_; }
   // It has, or the user has cancelled.
   [[nodiscard]] bool Stopped() const { return failed_ || (cancelled_ && cancelled_()); }
-  [[nodiscard]] IntfcLib& Bus() { return bus_; }
-  [[nodiscard]] Program& GetProgram() { return program_; }
+  [[nodiscard]] std::int16_t Kind() const { return kind_; } // of the interface
+  // For the two queries that go by the settings as they are now, and for what is shown.
+  [[nodiscard]] Program& Live() { return program_; }
 
 private:
   [[nodiscard]] bool OpenBus();
   void CloseBus();
   void Release();
+  bool Check(int errorCode); // false: it is a failure, and it was told
   void Break(int errorCode);
   void ReportFailure();
 
@@ -70,6 +87,7 @@ private:
   IntfcLib& bus_;
   const std::function<bool()> cancelled_;
   SystemInfo snapshot_;
+  std::int16_t kind_ = 0;
   bool held_ = false; // the busy flag is ours
   bool failed_ = false;
   bool reported_ = false; // of the broken interface

@@ -37,7 +37,7 @@ std::string JoinCommands(std::initializer_list<std::string> pieces) {
 }
 
 clsGpibCommand Instrument::Commands(Table table) const {
-  Program& program = io_.GetProgram();
+  Program& program = io_.Live();
   clsGpibCommand commands(program.desktop.messageBoxes);
   const SystemInfo& snapshot = io_.Snapshot();
   commands.MemoryNo = snapshot.MemoryNo;
@@ -50,7 +50,7 @@ clsGpibCommand Instrument::Commands(Table table) const {
 
 // By the live record: the polarity may have been chosen while the transfer ran.
 bool Instrument::PolarityCommand(std::string& command) {
-  const SystemInfo& live = io_.GetProgram().settings;
+  const SystemInfo& live = io_.Live().settings;
   const std::optional<PolarityProtocol>& protocol = io_.ModelProtocol().Polarity;
   if (!protocol) return true;
   const std::string shape = io_.Query(FillTemplate(protocol->Query, live));
@@ -86,8 +86,8 @@ bool Instrument::SendSettings(const clsGpibCommand& commands) {
 }
 
 bool Instrument::SequenceCheck() {
-  SystemInfo& live = io_.GetProgram().settings;
-  const Protocol& protocol = io_.GetProgram().models.SysGetProtocol(live.ModelNo);
+  SystemInfo& live = io_.Live().settings;
+  const Protocol& protocol = io_.Live().models.SysGetProtocol(live.ModelNo);
   if (protocol.Sequence && !StopSequence(*protocol.Sequence)) return false;
   live.ModelName = TrimCommandText(live.ModelName);
   return std::all_of(protocol.Preparation.begin(), protocol.Preparation.end(),
@@ -111,7 +111,7 @@ bool Instrument::Identify(const clsGpibCommand& common) {
   if (reply.empty()) return false;
   const std::string_view expected = TrimCommandText(model.expected);
   if (EqualWithoutCase(Field(reply, model.start, model.length), expected)) return true;
-  const Program& program = io_.GetProgram();
+  const Program& program = io_.Live();
   if (program.registry.GetDebugMode()) {
     program.desktop.messageBoxes.Show("ModelCheck",
                                       "System Setting Model:" + std::string(expected) + "\rReturn ID:'" + reply + "'",
@@ -139,7 +139,7 @@ const std::string& Instrument::OutputCommand(const std::array<std::string, 3>& c
 
 void Instrument::ErrorReport(const clsGpibCommand& common) {
   if (io_.Stopped()) return; // told, or told at the end
-  const ErrMsg& messages = io_.GetProgram().messages;
+  const ErrMsg& messages = io_.Live().messages;
   if (common.GetErrorMessage().empty()) {
     io_.Report(kMsgCheckModel);
     return;

@@ -69,8 +69,7 @@ bool ReceiveWaveform(Program& program, IntfcLib& bus, const std::function<bool()
     io.Report(kMsgNoWaveInMemory);
     return false;
   }
-  return io.Send(FillTemplate(protocol.ReadData, io.Snapshot())) &&
-         io.Check(bus.DataRecvScpi(io.Address(), ReceiveFile(program), kReceiveLimit));
+  return io.Send(FillTemplate(protocol.ReadData, io.Snapshot())) && io.ReceiveFile(ReceiveFile(program), kReceiveLimit);
 }
 
 ReceivedBlock ParseReceivedBlock(std::string_view content) {

@@ -17,7 +17,6 @@ constexpr double kOutputSeconds = 1;
 constexpr double kBlockTimeLimit = 30; // seconds
 constexpr double kTimeLimit = 1;
 constexpr int kThousand = 1000;
-constexpr std::string_view kNoTerminator("\0", 1);
 
 std::string DefiniteLengthHeader(std::size_t bytes) {
   const std::string count = std::to_string(bytes);
@@ -46,12 +45,8 @@ bool WaveTransfer::Transfer(GpibIO& io) {
   if (!BuildBlock(io, waveform) || !Prepare(io, instrument, common) || io.Stopped()) return false;
 
   const std::string command = WaveformCommand(io, waveform);
-  const bool usbTmc = program_.interfaceKind == kUsbTmc;
-  if (!io.ModelProtocol().BlockHeader && !usbTmc) {
-    io.Debug("GpPuts", command);
-    bus_.Tmo(kBlockTimeLimit);
-    if (!io.Check(bus_.ErrorCode()) || io.Stopped() || !io.Check(bus_.Puts(io.Address(), command))) return false;
-  }
+  const bool announced = !io.ModelProtocol().BlockHeader && io.Kind() != kUsbTmc;
+  if (announced && !(io.TimeLimit(kBlockTimeLimit) && io.SendAnnouncement(command))) return false;
   if (!SendBlock(io, instrument, common, command)) return false;
   loaded_ = true;
   cancelled_ = progress_.Cancelled();
@@ -70,9 +65,9 @@ bool WaveTransfer::Transfer(GpibIO& io) {
 
 // The memory shown is smaller than the waveform: the points in between are left out. Models with a header know it from
 // the header on every bus; for the others only USBTMC tells the length.
-bool WaveTransfer::Thinned(const BlockRequest& request) const {
+bool WaveTransfer::Thinned(const GpibIO& io, const BlockRequest& request) {
   if (request.layout == BlockLayout::ControlPoints) return false;
-  if (request.layout == BlockLayout::PointsAlone && program_.interfaceKind != kUsbTmc) return false;
+  if (request.layout == BlockLayout::PointsAlone && io.Kind() != kUsbTmc) return false;
   return static_cast<std::size_t>(request.shownPoints) != request.codes.size();
 }
 
@@ -98,7 +93,7 @@ bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) 
     return !progress_.Cancelled();
   });
   if (!built) return false;
-  if (!Thinned(request)) return true;
+  if (!Thinned(io, request)) return true;
   const std::size_t header = request.layout == BlockLayout::HeaderAndPoints ? kBlockHeader : 0;
   Decimate(block_, header, static_cast<std::size_t>(shown), points / static_cast<std::size_t>(std::max(shown, 1)));
   return true;
@@ -136,31 +131,25 @@ bool WaveTransfer::SendBlock(GpibIO& io, Instrument& instrument, const clsGpibCo
                              const std::string& command) {
   progress_.Step("Send data", kThousand);
   bool sent = false;
-  if (program_.interfaceKind == kUsbTmc) {
+  if (io.Kind() == kUsbTmc) {
     sent = SendUsbTmc(io, instrument, common, command);
   } else {
     // Neither terminator nor end mark: the block goes out raw.
-    bus_.Eot(0);
-    if (!io.Check(bus_.ErrorCode())) return false;
-    bus_.Eos(kNoTerminator);
-    if (!io.Check(bus_.ErrorCode())) return false;
+    if (!io.EndMark(false) || !io.Terminator(GpibIO::kNoTerminator)) return false;
     // Without a command before it the instrument knows nothing of the block yet.
     if (io.ModelProtocol().BlockHeader && io.Stopped()) return false;
-    sent = program_.interfaceKind == kUsb488 ? SendUsb488(io) : SendChunks(io);
+    sent = io.Kind() == kUsb488 ? SendUsb488(io) : SendChunks(io);
   }
-  if (!sent) return false;
-  bus_.Eos("\r\n");
-  return io.Check(bus_.ErrorCode());
+  return sent && io.Terminator("\r\n");
 }
 
 bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibCommand& common,
                               const std::string& command) {
-  bus_.Tmo(kBlockTimeLimit);
-  if (!io.Check(bus_.ErrorCode()) || io.Stopped()) return false;
+  if (!io.TimeLimit(kBlockTimeLimit) || io.Stopped()) return false;
   if (!io.ModelProtocol().BlockHeader) io.Debug("GpPuts", command);
   const std::string header = command + DefiniteLengthHeader(block_.size());
   progress_.Sent(0, block_.size());
-  if (!io.Check(bus_.DataScpi(io.Address(), header, block_))) return false;
+  if (!io.SendBlock(header, block_)) return false;
   loaded_ = true;
   progress_.Sent(block_.size(), block_.size());
   // The instrument takes the block in by itself: nothing tells when it is done.
@@ -171,20 +160,18 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
       if (!reply.empty()) io.Report(reply);
     }
     io.Report(kMsgTransferStopped);
-    if (!io.Failed()) bus_.Tmo(kTimeLimit);
+    if (!io.Failed()) io.TimeLimit(kTimeLimit);
     return false;
   }
-  bus_.Tmo(kTimeLimit);
-  return io.Check(bus_.ErrorCode());
+  return io.TimeLimit(kTimeLimit);
 }
 
 bool WaveTransfer::SendUsb488(GpibIO& io) {
   if (progress_.Cancelled()) return GiveUpBlock(io);
   progress_.Sent(0, block_.size());
-  if (!io.Check(bus_.Data(io.Address(), block_))) return false;
+  if (!io.SendBytes(GpibIO::Addressing::Instrument, block_)) return false;
   progress_.Sent(block_.size(), block_.size());
-  bus_.Eot(2);
-  return io.Check(bus_.ErrorCode());
+  return io.EndMark(true);
 }
 
 // Chunks, so that the user can cancel between them; the last 2 bytes alone, with the end mark.
@@ -192,20 +179,17 @@ bool WaveTransfer::SendChunks(GpibIO& io) {
   const std::span<const std::byte> block(block_);
   const std::size_t size = block.size();
   std::size_t sent = 0;
+  const auto addressing = [&] { return sent == 0 ? GpibIO::Addressing::Instrument : GpibIO::Addressing::None; };
   progress_.Sent(0, size);
   while (sent + kLastBytes < size && !progress_.Cancelled()) {
     const std::size_t bytes = std::min(kChunk, size - kLastBytes - sent);
-    const int address = sent == 0 ? io.Address() : kNoAddress;
-    if (!io.Check(bus_.Data(address, block.subspan(sent, bytes)))) return false;
+    if (!io.SendBytes(addressing(), block.subspan(sent, bytes))) return false;
     sent += bytes;
     progress_.Sent(sent, size);
     progress_.Value(static_cast<int>(sent * kThousand / (size - 1)));
   }
   if (progress_.Cancelled()) return GiveUpBlock(io);
-  bus_.Eot(2);
-  if (!io.Check(bus_.ErrorCode())) return false;
-  const int address = sent == 0 ? io.Address() : kNoAddress;
-  if (!io.Check(bus_.Data(address, block.subspan(sent)))) return false;
+  if (!io.EndMark(true) || !io.SendBytes(addressing(), block.subspan(sent))) return false;
   progress_.Sent(size, size);
   progress_.Value(kThousand);
   return true;
@@ -214,8 +198,7 @@ bool WaveTransfer::SendChunks(GpibIO& io) {
 // What the instrument has of the block is cleared away; the transfer goes on after it.
 bool WaveTransfer::GiveUpBlock(GpibIO& io) {
   loaded_ = true;
-  bus_.Eot(2);
-  return io.Check(bus_.ErrorCode()) && io.Reopen();
+  return io.EndMark(true) && io.Reopen();
 }
 
 bool WaveTransfer::Select(GpibIO& io, const Instrument& instrument) {

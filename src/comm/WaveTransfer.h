@@ -21,7 +21,7 @@ public:
   bool Run();
 
 private:
-  [[nodiscard]] bool Thinned(const BlockRequest& request) const;
+  [[nodiscard]] static bool Thinned(const GpibIO& io, const BlockRequest& request);
   [[nodiscard]] bool BuildBlock(const GpibIO& io, const clsGpibCommand& waveform);
   [[nodiscard]] bool Prepare(GpibIO& io, Instrument& instrument, const clsGpibCommand& common);
   [[nodiscard]] std::string WaveformCommand(const GpibIO& io, const clsGpibCommand& waveform) const;
