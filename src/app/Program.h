@@ -6,6 +6,7 @@
 #include "app/ControlPointFinder.h"
 #include "app/ConvUnit.h"
 #include "app/EditBuffers.h"
+#include "app/InterfaceKind.h"
 #include "app/Messages.h"
 #include "app/PageTable.h"
 #include "app/Registry.h"
@@ -36,9 +37,6 @@ enum ToolNo : int {
   kToolSystem = 5,
   kToolNone = 6,
 };
-
-// Interface kinds.
-enum InterfaceKind : std::int16_t { kNiGpib = 0, kKiGpib = 1, kUsb488 = 2, kUsbTmc = 3, kSimulated = 4 };
 
 class Program {
 public:

@@ -1,7 +1,11 @@
 #include "comm/GpibIO.h"
 
 #include "app/EngValB.h"
+#include "app/InterfaceKind.h"
+#include "app/Messages.h"
 #include "comm/FailureText.h"
+#include "platform/Clock.h"
+#include "platform/Desktop.h"
 
 namespace calder {
 namespace {
@@ -12,12 +16,12 @@ constexpr int kOff = 0;
 
 } // namespace
 
-int ControllerAddress(const Program& program, IntfcLib& interfaceLayer) {
-  const clsRegistry& registry = program.registry;
+int ControllerAddress(const TransferContext& context) {
+  const clsRegistry& registry = context.registry;
   if (registry.GetGpibBusy()) return registry.GetGpibAddress();
-  switch (program.interfaceKind) {
+  switch (context.interfaceKind) {
   case kNiGpib:
-  case kUsb488: return interfaceLayer.OwnBoardAdr();
+  case kUsb488: return context.bus.OwnBoardAdr();
   case kKiGpib:
     // The board's installation keeps it among the user's settings.
     return static_cast<int>(
@@ -27,22 +31,22 @@ int ControllerAddress(const Program& program, IntfcLib& interfaceLayer) {
 }
 
 bool GpibIO::Begin(const std::string& title) {
-  clsRegistry& registry = program_.registry;
+  clsRegistry& registry = live_.registry;
   if (registry.GetGpibBusy()) {
-    program_.messages.ErrorBox(kMsgInterfaceBusy);
+    live_.messages.ErrorBox(kMsgInterfaceBusy);
     return false;
   }
   bus_.Trace().Begin(title);
-  const int controller = ControllerAddress(program_, bus_);
+  const int controller = ControllerAddress(live_);
   registry.SetGpibAddress(static_cast<std::int16_t>(controller));
   registry.SetGpibBusy(true);
   held_ = true;
-  snapshot_ = program_.settings;
-  kind_ = program_.interfaceKind;
+  snapshot_ = live_.settings;
+  kind_ = live_.interfaceKind;
   if (kind_ != kUsbTmc && static_cast<std::int16_t>(controller) == snapshot_.Address) {
     Release();
-    program_.messages.ErrorBoxText(program_.messages.MessageText(kMsgInterfaceAddress) +
-                                   "Address:" + std::to_string(snapshot_.Address));
+    live_.messages.ErrorBoxText(live_.messages.MessageText(kMsgInterfaceAddress) +
+                                "Address:" + std::to_string(snapshot_.Address));
     return false;
   }
   if (OpenBus()) return true;
@@ -58,7 +62,7 @@ void GpibIO::End() {
 }
 
 void GpibIO::Release() {
-  program_.registry.SetGpibBusy(false);
+  live_.registry.SetGpibBusy(false);
   bus_.Trace().End();
   held_ = false;
 }
@@ -160,16 +164,24 @@ bool GpibIO::Check(int errorCode) {
 void GpibIO::Report(const std::string& text) {
   if (failed_ ? reported_ : Stopped()) return;
   reported_ = failed_;
-  program_.messages.ErrorBoxText(text);
+  live_.messages.ErrorBoxText(text);
+}
+
+void GpibIO::Report(int message) {
+  Report(live_.messages.MessageText(message));
+}
+
+void GpibIO::Wait(double seconds) {
+  live_.desktop.clock.Wait(seconds, true);
 }
 
 void GpibIO::ReportFailure() {
-  Report(FailureText(program_.messages, failure_, hint_));
+  Report(FailureText(live_.messages, failure_, hint_));
 }
 
 void GpibIO::Debug(const char* title, const std::string& command) const {
-  if (!program_.registry.GetDebugMode()) return;
-  program_.desktop.messageBoxes.Show(title, "'" + command + "'", BoxButtons::Ok, BoxIcon::None);
+  if (!live_.registry.GetDebugMode()) return;
+  live_.desktop.messageBoxes.Show(title, "'" + command + "'", BoxButtons::Ok, BoxIcon::None);
 }
 
 } // namespace calder

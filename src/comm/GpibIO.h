@@ -6,15 +6,15 @@
 // sentence and no more, touches the bus only to close it, and closes it without further boxes.
 #pragma once
 
-#include "app/Program.h"
+#include "app/Registry.h"
 #include "comm/BusMessages.h"
 #include "comm/IntfcLib.h"
-#include "platform/Clock.h"
+#include "comm/TransferContext.h"
 
 namespace calder {
 
 // The controller's own address: the instrument must not have it.
-[[nodiscard]] int ControllerAddress(const Program& program, IntfcLib& interfaceLayer);
+[[nodiscard]] int ControllerAddress(const TransferContext& context);
 
 class GpibIO {
 public:
@@ -22,8 +22,8 @@ public:
 
   // cancelled: whether the user wants the transfer to end; empty: this transfer is cancelled elsewhere. Once it says
   // so, nothing more is sent, read or told.
-  GpibIO(Program& program, IntfcLib& interfaceLayer, std::function<bool()> cancelled = {})
-      : program_(program), bus_(interfaceLayer), cancelled_(std::move(cancelled)) {}
+  explicit GpibIO(const TransferContext& context, std::function<bool()> cancelled = {})
+      : live_(context), bus_(context.bus), cancelled_(std::move(cancelled)) {}
   ~GpibIO() { End(); }
   GpibIO(const GpibIO&) = delete;
   GpibIO& operator=(const GpibIO&) = delete;
@@ -36,7 +36,7 @@ public:
   // The settings as they were when the transfer began.
   [[nodiscard]] const SystemInfo& Snapshot() const { return snapshot_; }
   // How its model is spoken to.
-  [[nodiscard]] const Protocol& ModelProtocol() const { return program_.models.SysGetProtocol(snapshot_.ModelNo); }
+  [[nodiscard]] const Protocol& ModelProtocol() const { return live_.models.SysGetProtocol(snapshot_.ModelNo); }
   [[nodiscard]] int Address() const { return static_cast<std::uint16_t>(snapshot_.Address); }
 
   // An empty command is not sent and counts as sent. False: the failure was told.
@@ -61,9 +61,9 @@ public:
 
   // An error box with the text, unless the failure of the interface was told already.
   void Report(const std::string& text);
-  void Report(int message) { Report(program_.messages.MessageText(message)); }
+  void Report(int message);
   void Debug(const char* title, const std::string& command) const; // a box, with the debug switch on
-  void Wait(double seconds) { program_.desktop.clock.Wait(seconds, true); }
+  void Wait(double seconds);
   // Closes and opens the bus, which clears the instrument. False: the failure was told.
   [[nodiscard]] bool Reopen();
 
@@ -73,7 +73,7 @@ public:
   [[nodiscard]] bool Stopped() const { return failed_ || (cancelled_ && cancelled_()); }
   [[nodiscard]] std::int16_t Kind() const { return kind_; } // of the interface
   // For the two queries that go by the settings as they are now, and for what is shown.
-  [[nodiscard]] Program& Live() { return program_; }
+  [[nodiscard]] const TransferContext& Live() const { return live_; }
 
 private:
   [[nodiscard]] bool OpenBus();
@@ -83,7 +83,7 @@ private:
   void Break(int errorCode);
   void ReportFailure();
 
-  Program& program_;
+  const TransferContext live_;
   IntfcLib& bus_;
   const std::function<bool()> cancelled_;
   SystemInfo snapshot_;

@@ -1,9 +1,11 @@
 #include "comm/Instrument.h"
 
 #include "app/EngValB.h"
+#include "app/Messages.h"
 #include "comm/CommandTemplate.h"
 #include "libs/sysinf32/CommandColumns.h"
 #include "platform/AsciiText.h"
+#include "platform/Desktop.h"
 
 #include <algorithm>
 
@@ -37,14 +39,14 @@ std::string JoinCommands(std::initializer_list<std::string> pieces) {
 }
 
 clsGpibCommand Instrument::Commands(Table table) const {
-  Program& program = io_.Live();
-  clsGpibCommand commands(program.desktop.messageBoxes);
+  const TransferContext& live = io_.Live();
+  clsGpibCommand commands(live.desktop.messageBoxes);
   const SystemInfo& snapshot = io_.Snapshot();
   commands.MemoryNo = snapshot.MemoryNo;
   commands.MemoryName = snapshot.MemoryName;
   commands.Channel = snapshot.Channel;
   const auto i = static_cast<std::size_t>(table);
-  commands.Fill(program.commandTables[i], program.commandRows[i], snapshot.DefaultArbCommand);
+  commands.Fill(live.commandTables[i], live.commandRows[i], snapshot.DefaultArbCommand);
   return commands;
 }
 
@@ -111,11 +113,11 @@ bool Instrument::Identify(const clsGpibCommand& common) {
   if (reply.empty()) return false;
   const std::string_view expected = TrimCommandText(model.expected);
   if (EqualWithoutCase(Field(reply, model.start, model.length), expected)) return true;
-  const Program& program = io_.Live();
-  if (program.registry.GetDebugMode()) {
-    program.desktop.messageBoxes.Show("ModelCheck",
-                                      "System Setting Model:" + std::string(expected) + "\rReturn ID:'" + reply + "'",
-                                      BoxButtons::Ok, BoxIcon::None);
+  const TransferContext& live = io_.Live();
+  if (live.registry.GetDebugMode()) {
+    live.desktop.messageBoxes.Show("ModelCheck",
+                                   "System Setting Model:" + std::string(expected) + "\rReturn ID:'" + reply + "'",
+                                   BoxButtons::Ok, BoxIcon::None);
   }
   return false;
 }

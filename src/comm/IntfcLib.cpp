@@ -1,9 +1,12 @@
 #include "comm/IntfcLib.h"
 
-#include "app/Program.h"
+#include "app/Messages.h"
 #include "comm/FailureText.h"
+#include "libs/file32/file32.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "libs/sysinf32/SystemInfo.h"
 #include "platform/Clock.h"
+#include "platform/Desktop.h"
 
 #include <algorithm>
 #include <cmath>
@@ -55,12 +58,15 @@ double TimeLimitSeconds(int code) {
   return kSeconds[static_cast<std::size_t>(std::clamp(code, 0, 17))];
 }
 
-IntfcLib::IntfcLib(Program& program, std::function<std::unique_ptr<Visa>()> kernelVisa, std::function<void()> quit)
-    : program_(program), host_{program.desktop.messageBoxes, program.desktop.busLibraries,
-                               program.desktop.folders.state, std::move(quit), std::move(kernelVisa)} {}
+IntfcLib::IntfcLib(const Desktop& desktop, const ErrMsg& messages, const SystemInfo& settings,
+                   const std::int16_t& interfaceKind, std::function<std::unique_ptr<Visa>()> kernelVisa,
+                   std::function<void()> quit)
+    : desktop_(desktop), messages_(messages), settings_(settings),
+      interfaceKind_(interfaceKind), host_{desktop.messageBoxes, desktop.busLibraries, desktop.folders.state,
+                                           std::move(quit), std::move(kernelVisa)} {}
 
 BackEnd* IntfcLib::Selected() {
-  const int kind = program_.interfaceKind;
+  const int kind = interfaceKind_;
   if (kind < 0 || kind >= static_cast<int>(backEnds_.size())) return nullptr;
   return backEnds_[static_cast<std::size_t>(kind)];
 }
@@ -76,15 +82,15 @@ int IntfcLib::CallOn(BackEnd* backEnd, Worker::Meanwhile meanwhile, const char* 
   int result = kBusFailed;
   if (backEnd != nullptr) {
     if (backEnd->Blocks()) {
-      program_.desktop.worker.Run([&] { result = run(*backEnd); }, meanwhile);
+      desktop_.worker.Run([&] { result = run(*backEnd); }, meanwhile);
     } else {
       result = run(*backEnd);
     }
     backEnd->Report(host_, operation, address, data, result);
   }
-  trace_.Add(program_.desktop.clock.SecondsOfDay(), operation, address, data, result);
+  trace_.Add(desktop_.clock.SecondsOfDay(), operation, address, data, result);
   const bool incomplete = backEnd != nullptr && backEnd->Hint().kind == FailureHint::Kind::IncompleteLibrary;
-  Finish(result, incomplete ? context + '\r' + HintText(program_.messages, backEnd->Hint()) : context);
+  Finish(result, incomplete ? context + '\r' + HintText(messages_, backEnd->Hint()) : context);
   return result;
 }
 
@@ -93,7 +99,7 @@ void IntfcLib::Finish(int errorCode, const std::string& context) {
   errorCode_ = errorCode;
   errorText_ = TextOf(errorCode);
   if (errorCode == kBusOk || !showErrors_) return;
-  program_.desktop.messageBoxes.Show("Interface Error", errorText_ + '\r' + context, BoxButtons::Ok, BoxIcon::Critical);
+  desktop_.messageBoxes.Show("Interface Error", errorText_ + '\r' + context, BoxButtons::Ok, BoxIcon::Critical);
 }
 
 int IntfcLib::Invalid(const char* context) {
@@ -108,8 +114,7 @@ int IntfcLib::SetUpFirst() {
 int IntfcLib::Setup() {
   std::error_code ignored; // a folder that cannot be made is told by what is to be written there
   std::filesystem::create_directories(host_.folder, ignored);
-  const std::string configuration =
-      "MYADRS = 0, BOARD_NAME = GPIB0, USB488ID = " + std::to_string(program_.settings.Address);
+  const std::string configuration = "MYADRS = 0, BOARD_NAME = GPIB0, USB488ID = " + std::to_string(settings_.Address);
   showErrors_ = true; // also of the opening itself: a broken transfer has turned them off
   const int result = Call("GP_Init", Context("Setup"), -1, {}, [&](BackEnd& backEnd) {
     backEnd.ReadReporting(configuration);
@@ -259,7 +264,7 @@ FailureHint IntfcLib::Hint() {
 
 std::vector<std::string> IntfcLib::UsbSerialNumbers(const std::string& prefix) {
   std::vector<std::string> serials;
-  program_.desktop.worker.Run([&] { serials = usbTmc_.SerialNumbers(prefix); }, Worker::Meanwhile::NoUserInput);
+  desktop_.worker.Run([&] { serials = usbTmc_.SerialNumbers(prefix); }, Worker::Meanwhile::NoUserInput);
   return serials;
 }
 

@@ -19,13 +19,17 @@
 
 namespace calder {
 
-class Clock;
-class Program;
+class ErrMsg;
+struct Desktop;
+struct SystemInfo;
 
 class IntfcLib {
 public:
-  // kernelVisa and quit: see BackEndHost. The program's interface kind and address are read at each operation.
-  IntfcLib(Program& program, std::function<std::unique_ptr<Visa>()> kernelVisa, std::function<void()> quit);
+  // What it refers to must outlive this object; interface kind and the settings' address are read at each operation.
+  // kernelVisa and quit: see BackEndHost.
+  IntfcLib(const Desktop& desktop, const ErrMsg& messages, const SystemInfo& settings,
+           const std::int16_t& interfaceKind, std::function<std::unique_ptr<Visa>()> kernelVisa,
+           std::function<void()> quit);
 
   // Every operation returns the error code, 0 for success.
   int Setup();
@@ -78,7 +82,10 @@ private:
   void Finish(int errorCode, const std::string& context);
   int Invalid(const char* context);
 
-  Program& program_;
+  const Desktop& desktop_;
+  const ErrMsg& messages_;
+  const SystemInfo& settings_;
+  const std::int16_t& interfaceKind_;
   BackEndHost host_;
   NI_GPIB_Mdl niGpib_{host_};
   KI_GPIB_MDL kiGpib_{host_};

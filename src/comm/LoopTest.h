@@ -5,22 +5,24 @@
 
 namespace calder {
 
-class Program;
+class clsRegistry;
+struct Desktop;
 class TransferProgress;
 class WaveTransfer;
 
 class LoopTest {
 public:
-  LoopTest(Program& program, WaveTransfer& transfer, TransferProgress& progress)
-      : program_(program), transfer_(transfer), progress_(progress) {}
+  LoopTest(const Desktop& desktop, const clsRegistry& registry, WaveTransfer& transfer, TransferProgress& progress)
+      : desktop_(desktop), registry_(registry), transfer_(transfer), progress_(progress) {}
 
-  // The first press runs the loop and returns when it is over: behind a transfer that failed or was cancelled, or
-  // behind the one under way when there was a press while it ran.
+  // The first press runs the loop and returns when it is over: after a transfer that failed or was cancelled, or
+  // after the one under way when there was a press while it ran.
   void Press();
   [[nodiscard]] bool Running() const { return running_; }
 
 private:
-  Program& program_;
+  const Desktop& desktop_;
+  const clsRegistry& registry_;
   WaveTransfer& transfer_;
   TransferProgress& progress_;
   bool running_ = false;

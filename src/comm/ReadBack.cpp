@@ -1,11 +1,14 @@
 #include "comm/ReadBack.h"
 
+#include "app/EditBuffers.h"
 #include "app/EngValB.h"
 #include "comm/CommandTemplate.h"
 #include "comm/GpibIO.h"
 #include "comm/TransferBlock.h"
 #include "instrument/SystemSetup.h"
+#include "libs/file32/file32.h"
 #include "libs/spline32/spline32.h"
+#include "platform/Desktop.h"
 
 #include <algorithm>
 #include <charconv>
@@ -19,8 +22,8 @@ constexpr int kReceiveLimit = 1048832; // bytes: the largest block and what stan
 constexpr std::size_t kSearched = 32;  // bytes in which the block's start is looked for
 constexpr std::size_t kControlPoint = 6;
 
-std::string ReceiveFile(const Program& program) {
-  return program.desktop.folders.state + "/recvbin.dat";
+std::string ReceiveFile(const TransferContext& context) {
+  return context.desktop.folders.state + "/recvbin.dat";
 }
 
 // Exactly three fields, the third one 0: the memory is empty.
@@ -41,8 +44,8 @@ std::int16_t CodeAt(std::string_view bytes, std::size_t at) {
 }
 
 // The positions on the waveform's own points, one control point a point at most.
-void JoinControlPoints(const Program& program, const ReceivedBlock& block) {
-  const std::int32_t points = program.settings.MemorySize;
+void JoinControlPoints(const TransferContext& context, const ReceivedBlock& block) {
+  const std::int32_t points = context.settings.MemorySize;
   std::vector<double> x;
   std::vector<double> y;
   for (std::size_t i = 0; i < block.codes.size(); ++i) {
@@ -52,15 +55,15 @@ void JoinControlPoints(const Program& program, const ReceivedBlock& block) {
     x.push_back(point);
     y.push_back(block.codes[i]);
   }
-  Spline_Hokan_Line(program.buffers.Current(), 0, points, x.data(), y.data(), static_cast<std::int32_t>(x.size()),
+  Spline_Hokan_Line(context.buffers.Current(), 0, points, x.data(), y.data(), static_cast<std::int32_t>(x.size()),
                     points, W_CODE_MAX);
 }
 
 } // namespace
 
-bool ReceiveWaveform(Program& program, IntfcLib& bus, const std::function<bool()>& cancelled) {
-  std::remove(ReceiveFile(program).c_str()); // never decode an old one
-  GpibIO io(program, bus, cancelled);
+bool ReceiveWaveform(const TransferContext& context, const std::function<bool()>& cancelled) {
+  std::remove(ReceiveFile(context).c_str()); // never decode an old one
+  GpibIO io(context, cancelled);
   if (!io.Begin("Read back")) return false;
   const Protocol& protocol = io.ModelProtocol();
   const std::string information = io.Query(FillTemplate(protocol.ReadInformation, io.Snapshot()));
@@ -69,7 +72,7 @@ bool ReceiveWaveform(Program& program, IntfcLib& bus, const std::function<bool()
     io.Report(kMsgNoWaveInMemory);
     return false;
   }
-  return io.Send(FillTemplate(protocol.ReadData, io.Snapshot())) && io.ReceiveFile(ReceiveFile(program), kReceiveLimit);
+  return io.Send(FillTemplate(protocol.ReadData, io.Snapshot())) && io.ReceiveFile(ReceiveFile(context), kReceiveLimit);
 }
 
 ReceivedBlock ParseReceivedBlock(std::string_view content) {
@@ -101,22 +104,22 @@ ReceivedBlock ParseReceivedBlock(std::string_view content) {
   return block;
 }
 
-bool DecodeWaveform(Program& program, SystemSetup& setup) {
+bool DecodeWaveform(const TransferContext& context, SystemSetup& setup) {
   std::vector<char> content;
-  if (ReadWholeFile(ReceiveFile(program), content) != 0) return false;
+  if (ReadWholeFile(ReceiveFile(context), content) != 0) return false;
   const ReceivedBlock block = ParseReceivedBlock({content.data(), content.size()});
   if (block.kind == ReceivedBlock::Kind::None) return false;
-  EditBuffers& buffers = program.buffers;
+  EditBuffers& buffers = context.buffers;
   buffers.Save_Undo();
   if (block.kind == ReceivedBlock::Kind::Points) {
     const std::span<std::int16_t> work = W_Lock(buffers.Work());
     const std::size_t count =
-        std::min(block.codes.size(), static_cast<std::size_t>(std::max(program.settings.MemorySize, 0)));
+        std::min(block.codes.size(), static_cast<std::size_t>(std::max(context.settings.MemorySize, 0)));
     std::copy_n(block.codes.begin(), count, work.begin());
     if (W_CopyMemory(buffers.Work(), buffers.Current(), 0, 0, static_cast<double>(count)) != W_SUCCESS) return false;
     setup.ForgetControlPoints();
   } else {
-    JoinControlPoints(program, block);
+    JoinControlPoints(context, block);
     setup.RefreshControlPoints();
   }
   return true;

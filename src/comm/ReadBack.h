@@ -1,9 +1,10 @@
 // Reads the waveform in the instrument's memory back into the edit buffer. Only USBTMC can.
 #pragma once
 
-#include "comm/IntfcLib.h"
+#include "comm/TransferContext.h"
 
 #include <cstdint>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -13,11 +14,11 @@ class SystemSetup;
 
 // Fetches the waveform of memory MemoryNo into the receive file. False: the user was told why, or has cancelled
 // (cancelled is asked before each command).
-[[nodiscard]] bool ReceiveWaveform(Program& program, IntfcLib& bus, const std::function<bool()>& cancelled = {});
+[[nodiscard]] bool ReceiveWaveform(const TransferContext& context, const std::function<bool()>& cancelled = {});
 
 // Decodes the receive file into the edit buffer, with an undo step, and sets the transfer format. False: the file holds
 // no waveform block; nothing was changed.
-[[nodiscard]] bool DecodeWaveform(Program& program, SystemSetup& setup);
+[[nodiscard]] bool DecodeWaveform(const TransferContext& context, SystemSetup& setup);
 
 // What a reply holds: `text,#<digits><count><block>`, the block as it is sent, high byte first.
 struct ReceivedBlock {

@@ -93,8 +93,8 @@ bool PowerSourceSettings(GpibIO& io, const PowerSourceProtocol& power) {
 
 } // namespace
 
-bool SettingsTransfer(Program& program, IntfcLib& bus, const std::function<bool()>& cancelled) {
-  GpibIO io(program, bus, cancelled);
+bool SettingsTransfer(const TransferContext& context, const std::function<bool()>& cancelled) {
+  GpibIO io(context, cancelled);
   if (!io.Begin("Oscillator settings")) return false;
   const std::optional<PowerSourceProtocol>& power = io.ModelProtocol().PowerSource;
   const bool sent = power ? PowerSourceSettings(io, *power) : GeneratorSettings(io);

@@ -1,5 +1,7 @@
 #include "comm/WaveTransfer.h"
 
+#include "app/EditBuffers.h"
+#include "app/InterfaceKind.h"
 #include "comm/CommandTemplate.h"
 #include "instrument/SystemSetup.h"
 #include "libs/sysinf32/CommandColumns.h"
@@ -28,7 +30,7 @@ std::string DefiniteLengthHeader(std::size_t bytes) {
 bool WaveTransfer::Run() {
   loaded_ = cancelled_ = false;
   // Until the block is sent a cancel is looked at before each command, so that nothing more changes the instrument.
-  GpibIO io(program_, bus_, [this] { return !loaded_ && progress_.Cancelled(); });
+  GpibIO io(context_, [this] { return !loaded_ && progress_.Cancelled(); });
   if (!io.Begin("Waveform")) return false;
   const bool sent = Transfer(io);
   io.End();
@@ -83,10 +85,10 @@ bool WaveTransfer::BuildBlock(const GpibIO& io, const clsGpibCommand& waveform) 
   if (io.ModelProtocol().BlockHeader && setup_.TransferFormatChoice() == 1) {
     const auto count = static_cast<std::size_t>(std::max(settings.ControlPointCount, 0));
     request.layout = BlockLayout::ControlPoints;
-    request.positions = W_Lock32(program_.buffers.Block32()).first(count);
-    request.codes = W_Lock(program_.buffers.Block16()).first(count);
+    request.positions = W_Lock32(context_.buffers.Block32()).first(count);
+    request.codes = W_Lock(context_.buffers.Block16()).first(count);
   } else {
-    request.codes = W_Lock(program_.buffers.Current()).first(points);
+    request.codes = W_Lock(context_.buffers.Current()).first(points);
   }
   const bool built = BuildTransferBlock(request, block_, [&](int value) {
     progress_.Value(value);

@@ -13,8 +13,8 @@ class SystemSetup;
 class WaveTransfer {
 public:
   // What they refer to must outlive this object. setup: the memory size and the transfer format that are shown.
-  WaveTransfer(Program& program, const SystemSetup& setup, IntfcLib& bus, TransferProgress& progress)
-      : program_(program), setup_(setup), bus_(bus), progress_(progress) {}
+  WaveTransfer(const TransferContext& context, const SystemSetup& setup, TransferProgress& progress)
+      : context_(context), setup_(setup), progress_(progress) {}
 
   // One transfer from beginning to end; the user is told what fails. False: it was stopped or cancelled, or the
   // instrument reported an error at its end.
@@ -36,9 +36,8 @@ private:
   [[nodiscard]] bool Select(GpibIO& io, const Instrument& instrument);
   bool Count(GpibIO& io, const char* step, int seconds);
 
-  Program& program_;
+  const TransferContext context_;
   const SystemSetup& setup_;
-  IntfcLib& bus_;
   TransferProgress& progress_;
   bool loaded_ = false; // the block is sent, or given up: a cancel ends nothing more
   bool cancelled_ = false;

@@ -1,6 +1,7 @@
 #include "instrument/Initialise.h"
 
 #include "app/EngValB.h"
+#include "app/Program.h"
 #include "instrument/SystemSetup.h"
 
 #include <algorithm>

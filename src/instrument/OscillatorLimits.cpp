@@ -1,6 +1,8 @@
 #include "instrument/OscillatorLimits.h"
 
 #include "app/EngValB.h"
+#include "app/Messages.h"
+#include "libs/sysinf32/sysinf32.h"
 
 #include <algorithm>
 
@@ -24,81 +26,75 @@ double RoundVolts(double value) {
 
 bool OscillatorLimits::EnterFrequency(std::string_view text) {
   const double frequency = Rounded(ParseEng(text), ".0#######");
-  return frequency != program_.settings.Frequency && StoreFrequency(frequency);
+  return frequency != settings_.Frequency && StoreFrequency(frequency);
 }
 
 bool OscillatorLimits::EnterPeriod(std::string_view text) {
   const double period = ParseEng(text);
-  return period != program_.settings.Period && StoreFrequency(1 / period);
+  return period != settings_.Period && StoreFrequency(1 / period);
 }
 
 bool OscillatorLimits::StoreFrequency(double frequency) {
-  SystemInfo& settings = program_.settings;
-  if (!(frequency >= settings.FrequencyMin && frequency <= settings.FrequencyMax)) return false;
+  if (!(frequency >= settings_.FrequencyMin && frequency <= settings_.FrequencyMax)) return false;
   std::string warning;
-  const int language = program_.language == Language::English ? 1 : 0;
-  if (program_.models.SysCheckFrequency(settings.ModelNo, settings.Channel, language, frequency, warning) != 0 &&
-      program_.messages.WarningBox(warning) != BoxAnswer::Yes)
+  const int language = messages_.GetLanguage() == Language::English ? 1 : 0;
+  if (models_.SysCheckFrequency(settings_.ModelNo, settings_.Channel, language, frequency, warning) != 0 &&
+      messages_.WarningBox(warning) != BoxAnswer::Yes)
     return false;
-  if (program_.models.SysChangeFrequency(settings.ModelNo, settings.Channel, frequency, settings) != 0) return false;
-  settings.Period = 1 / settings.Frequency;
+  if (models_.SysChangeFrequency(settings_.ModelNo, settings_.Channel, frequency, settings_) != 0) return false;
+  settings_.Period = 1 / settings_.Frequency;
   return true;
 }
 
 bool OscillatorLimits::Fits(double amplitude, double offset) const {
-  const SystemInfo& settings = program_.settings;
   const double swing = Unipolar() ? amplitude : amplitude / 2;
-  return offset + swing <= settings.OffsetMax + kHair && offset - swing >= settings.OffsetMin - kHair;
+  return offset + swing <= settings_.OffsetMax + kHair && offset - swing >= settings_.OffsetMin - kHair;
 }
 
 bool OscillatorLimits::EnterAmplitude(std::string_view text) {
-  SystemInfo& settings = program_.settings;
   const double amplitude = RoundVolts(ParseEng(text));
-  if (amplitude == settings.Amplitude) return false;
-  const double most = Unipolar() ? settings.AmplitudeMax / 2 : settings.AmplitudeMax;
-  if (!(amplitude >= settings.AmplitudeMin && amplitude <= most) || !Fits(amplitude, settings.Offset)) return false;
-  if (program_.models.SysChangeAmplitude(settings.ModelNo, settings.Channel, settings.RangeNo, amplitude, settings) !=
-      0)
+  if (amplitude == settings_.Amplitude) return false;
+  const double most = Unipolar() ? settings_.AmplitudeMax / 2 : settings_.AmplitudeMax;
+  if (!(amplitude >= settings_.AmplitudeMin && amplitude <= most) || !Fits(amplitude, settings_.Offset)) return false;
+  if (models_.SysChangeAmplitude(settings_.ModelNo, settings_.Channel, settings_.RangeNo, amplitude, settings_) != 0)
     return false;
-  settings.Amplitude = amplitude;
+  settings_.Amplitude = amplitude;
   return true;
 }
 
 bool OscillatorLimits::EnterOffset(std::string_view text) {
-  SystemInfo& settings = program_.settings;
   const double offset = RoundVolts(ParseEng(text));
-  if (offset == settings.Offset) return false;
-  if (!(offset >= settings.OffsetMin && offset <= settings.OffsetMax) || !Fits(settings.Amplitude, offset))
+  if (offset == settings_.Offset) return false;
+  if (!(offset >= settings_.OffsetMin && offset <= settings_.OffsetMax) || !Fits(settings_.Amplitude, offset))
     return false;
-  if (program_.models.SysChangeOffset(settings.ModelNo, settings.Channel, settings.RangeNo, offset, settings) != 0)
+  if (models_.SysChangeOffset(settings_.ModelNo, settings_.Channel, settings_.RangeNo, offset, settings_) != 0)
     return false;
-  settings.Offset = offset;
+  settings_.Offset = offset;
   return true;
 }
 
 void OscillatorLimits::ChoosePolarity(int polarity) {
   if (polarity < 0 || polarity >= kPolarities) return;
-  SystemInfo& settings = program_.settings;
   const bool wasUnipolar = Unipolar();
-  settings.Polarity = static_cast<std::int16_t>(polarity);
+  settings_.Polarity = static_cast<std::int16_t>(polarity);
   if (Unipolar() == wasUnipolar) return;
-  settings.Amplitude = RoundVolts(wasUnipolar ? settings.Amplitude * 2 : settings.Amplitude / 2);
+  settings_.Amplitude = RoundVolts(wasUnipolar ? settings_.Amplitude * 2 : settings_.Amplitude / 2);
 }
 
 std::string OscillatorLimits::FrequencyText() const {
-  return FormatEngMask(program_.settings.Frequency, ".##############");
+  return FormatEngMask(settings_.Frequency, ".##############");
 }
 
 std::string OscillatorLimits::PeriodText() const {
-  return FormatEngMask(program_.settings.Period, ".#############");
+  return FormatEngMask(settings_.Period, ".#############");
 }
 
 std::string OscillatorLimits::AmplitudeText() const {
-  return FormatEngMask(program_.settings.Amplitude, ".####");
+  return FormatEngMask(settings_.Amplitude, ".####");
 }
 
 std::string OscillatorLimits::OffsetText() const {
-  return FormatEngMask(program_.settings.Offset, ".####");
+  return FormatEngMask(settings_.Offset, ".####");
 }
 
 const char* OscillatorLimits::AmplitudeUnit() const {

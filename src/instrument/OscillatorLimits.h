@@ -3,16 +3,21 @@
 // An entry that is refused, and one that equals the setting, changes nothing; the box then shows the setting again.
 #pragma once
 
-#include "app/Program.h"
+#include "libs/sysinf32/SystemInfo.h"
 
 #include <string>
 #include <string_view>
 
 namespace calder {
 
+class ErrMsg;
+class ModelDatabase;
+
 class OscillatorLimits {
 public:
-  explicit OscillatorLimits(Program& program) : program_(program) {}
+  // What they refer to must outlive this object. settings: the live record.
+  OscillatorLimits(SystemInfo& settings, const ModelDatabase& models, const ErrMsg& messages)
+      : settings_(settings), models_(models), messages_(messages) {}
 
   // Texts as typed, with prefixes. True: the setting changed.
   bool EnterFrequency(std::string_view text);
@@ -31,11 +36,13 @@ public:
 
 private:
   [[nodiscard]] bool StoreFrequency(double frequency);
-  [[nodiscard]] bool Unipolar() const { return program_.settings.Polarity % 3 != 0; }
+  [[nodiscard]] bool Unipolar() const { return settings_.Polarity % 3 != 0; }
   // The output, offset plus and minus what the amplitude adds, stays inside the offset's limits.
   [[nodiscard]] bool Fits(double amplitude, double offset) const;
 
-  Program& program_;
+  SystemInfo& settings_;
+  const ModelDatabase& models_;
+  const ErrMsg& messages_;
 };
 
 // Volts as the boxes keep them: to 4 decimals, and to 3 when that is not more.

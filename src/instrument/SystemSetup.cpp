@@ -1,6 +1,7 @@
 #include "instrument/SystemSetup.h"
 
 #include "app/EngValB.h"
+#include "app/Program.h"
 #include "platform/AsciiText.h"
 
 #include <algorithm>
@@ -20,29 +21,33 @@ std::vector<std::string> ReadList(std::int32_t count, NameOf nameOf) {
 
 } // namespace
 
+SystemSetup::SystemSetup(Program& program)
+    : settings_(program.settings), models_(program.models), buffers_(program.buffers),
+      controlPoints_(program.controlPoints), registry_(program.registry), interfaceKind_(program.interfaceKind),
+      commandTables_(program.commandTables), commandRows_(program.commandRows) {}
+
 int SystemSetup::InterfaceChoice() const {
   const auto found = std::find_if(interfaces_.begin(), interfaces_.end(),
-                                  [&](const Interface& item) { return item.kind == program_.interfaceKind; });
+                                  [&](const Interface& item) { return item.kind == interfaceKind_; });
   return found == interfaces_.end() ? -1 : static_cast<int>(found - interfaces_.begin());
 }
 
 std::int32_t SystemSetup::ShownMemorySize() const {
   if (memorySizeChoice_ < 0 || memorySizeChoice_ >= static_cast<int>(memorySizes_.size())) {
-    return program_.settings.MemorySize;
+    return settings_.MemorySize;
   }
   const double points = LeadingNumber(memorySizes_[static_cast<std::size_t>(memorySizeChoice_)]);
   return static_cast<std::int32_t>(std::clamp(points, 1.0, static_cast<double>(W_MAX_POINTS)));
 }
 
 void SystemSetup::LoadModels() {
-  models_ =
-      ReadList(program_.models.SysGetDeviceCnt(), [&](std::int32_t i) { return program_.models.SysGetDeviceName(i); });
+  modelNames_ = ReadList(models_.SysGetDeviceCnt(), [&](std::int32_t i) { return models_.SysGetDeviceName(i); });
 }
 
 void SystemSetup::RefillLists() {
-  const ModelDatabase& database = program_.models;
-  const std::int16_t model = program_.settings.ModelNo;
-  const std::int16_t channel = program_.settings.Channel;
+  const ModelDatabase& database = models_;
+  const std::int16_t model = settings_.ModelNo;
+  const std::int16_t channel = settings_.Channel;
   modelChoice_ = model;
   memorySizes_ = ReadList(database.SysGetMemorySizeCnt(model),
                           [&](std::int32_t i) { return database.SysGetMemorySizeName(model, i); });
@@ -50,47 +55,47 @@ void SystemSetup::RefillLists() {
       ReadList(database.SysGetChannelCnt(model), [&](std::int32_t i) { return database.SysGetChannelName(model, i); });
   ranges_ = ReadList(database.SysGetRangeCnt(model, channel),
                      [&](std::int32_t i) { return database.SysGetRangeName(model, channel, i); });
-  memorySizeChoice_ = SizeIndexOf(program_.settings.MemorySize);
+  memorySizeChoice_ = SizeIndexOf(settings_.MemorySize);
   RebuildInterfaces();
   RebuildTransferFormats();
 }
 
 void SystemSetup::ChooseModel(int model) {
-  if (model < 0 || model >= static_cast<int>(models_.size())) return;
-  SystemInfo& settings = program_.settings;
+  if (model < 0 || model >= static_cast<int>(modelNames_.size())) return;
+  SystemInfo& settings = settings_;
   const std::int16_t channel = settings.Channel;
   const std::int16_t range = settings.RangeNo;
-  if (program_.models.SysGetDeviceInfo(model, settings) < 0) return;
+  if (models_.SysGetDeviceInfo(model, settings) < 0) return;
   settings.ModelNo = static_cast<std::int16_t>(model);
-  const std::int32_t channelCount = program_.models.SysGetChannelCnt(model);
+  const std::int32_t channelCount = models_.SysGetChannelCnt(model);
   if (channelCount > 0) {
-    program_.models.SysChangeChannel(
-        model, std::min<std::int32_t>(std::max<std::int16_t>(channel, 0), channelCount - 1), settings);
+    models_.SysChangeChannel(model, std::min<std::int32_t>(std::max<std::int16_t>(channel, 0), channelCount - 1),
+                             settings);
   }
-  const std::int32_t rangeCount = program_.models.SysGetRangeCnt(model, settings.Channel);
+  const std::int32_t rangeCount = models_.SysGetRangeCnt(model, settings.Channel);
   if (rangeCount > 0) {
-    program_.models.SysChangeRange(model, settings.Channel,
-                                   std::min<std::int32_t>(std::max<std::int16_t>(range, 0), rangeCount - 1), settings);
+    models_.SysChangeRange(model, settings.Channel,
+                           std::min<std::int32_t>(std::max<std::int16_t>(range, 0), rangeCount - 1), settings);
   }
   RefillLists();
-  if (InterfaceChoice() < 0 && !interfaces_.empty()) program_.interfaceKind = interfaces_.front().kind;
-  program_.models.SysChangeInterface(model, program_.interfaceKind, settings);
+  if (InterfaceChoice() < 0 && !interfaces_.empty()) interfaceKind_ = interfaces_.front().kind;
+  models_.SysChangeInterface(model, interfaceKind_, settings);
   ShowRecord();
   LoadCommandTables();
 }
 
 void SystemSetup::ChooseChannel(int channel) {
-  SystemInfo& settings = program_.settings;
-  if (program_.models.SysChangeChannel(settings.ModelNo, channel, settings) != 0) return;
-  ranges_ = ReadList(program_.models.SysGetRangeCnt(settings.ModelNo, channel),
-                     [&](std::int32_t i) { return program_.models.SysGetRangeName(settings.ModelNo, channel, i); });
+  SystemInfo& settings = settings_;
+  if (models_.SysChangeChannel(settings.ModelNo, channel, settings) != 0) return;
+  ranges_ = ReadList(models_.SysGetRangeCnt(settings.ModelNo, channel),
+                     [&](std::int32_t i) { return models_.SysGetRangeName(settings.ModelNo, channel, i); });
 }
 
 void SystemSetup::ChooseMemorySize(int index) {
   if (index < 0 || index >= static_cast<int>(memorySizes_.size())) return;
   memorySizeChoice_ = index;
-  const double ratio = static_cast<double>(program_.settings.MemorySize) / ShownMemorySize();
-  program_.settings.SizeRatio =
+  const double ratio = static_cast<double>(settings_.MemorySize) / ShownMemorySize();
+  settings_.SizeRatio =
       static_cast<std::int16_t>(std::min<double>(std::nearbyint(ratio), std::numeric_limits<std::int16_t>::max()));
 }
 
@@ -102,29 +107,29 @@ void SystemSetup::KeepMemorySize(std::int32_t points) {
 }
 
 void SystemSetup::ApplyMemorySize() {
-  SystemInfo& settings = program_.settings;
+  SystemInfo& settings = settings_;
   const std::int32_t oldSize = settings.MemorySize;
   if (memorySizeChoice_ < 0) return;
-  if (program_.models.SysChangeMemorySize(settings.ModelNo, memorySizeChoice_, settings) != 0) return;
+  if (models_.SysChangeMemorySize(settings.ModelNo, memorySizeChoice_, settings) != 0) return;
   if (settings.MemorySize == oldSize) return;
-  program_.buffers.ClearGrownPoints(oldSize);
+  buffers_.ClearGrownPoints(oldSize);
   if (hooks_.memorySizeChanged) hooks_.memorySizeChanged();
 }
 
 void SystemSetup::ChooseInterface(std::int16_t kind) {
-  program_.interfaceKind = kind;
-  program_.models.SysChangeInterface(program_.settings.ModelNo, kind, program_.settings);
+  interfaceKind_ = kind;
+  models_.SysChangeInterface(settings_.ModelNo, kind, settings_);
 }
 
 void SystemSetup::FitInterface() {
-  const std::int16_t kind = program_.interfaceKind;
+  const std::int16_t kind = interfaceKind_;
   const bool listed = kind == kNiGpib || kind == kKiGpib || kind == kUsbTmc;
   if (listed && InterfaceChoice() < 0 && !interfaces_.empty()) ChooseInterface(interfaces_.front().kind);
 }
 
 void SystemSetup::FitChannel() {
-  SystemInfo& settings = program_.settings;
-  const ModelDatabase& models = program_.models;
+  SystemInfo& settings = settings_;
+  const ModelDatabase& models = models_;
   const std::int32_t channels = models.SysGetChannelCnt(settings.ModelNo);
   if (channels > 0 && (settings.Channel < 0 || settings.Channel >= channels))
     models.SysChangeChannel(settings.ModelNo, channels - 1, settings);
@@ -136,26 +141,25 @@ void SystemSetup::FitChannel() {
 void SystemSetup::LoadCommandTables() {
   for (int table = 0; table < 4; ++table) {
     const auto i = static_cast<std::size_t>(table);
-    program_.commandTables[i] = {};
-    program_.commandRows[i] =
-        std::max(0, program_.models.SysGetGPIBInfo(program_.settings.ModelNo, table, program_.commandTables[i]));
+    commandTables_[i] = {};
+    commandRows_[i] = std::max(0, models_.SysGetGPIBInfo(settings_.ModelNo, table, commandTables_[i]));
   }
 }
 
 void SystemSetup::RefreshControlPoints() {
-  SystemInfo& settings = program_.settings;
+  SystemInfo& settings = settings_;
   std::int32_t count = 0;
-  const EditBuffers& buffers = program_.buffers;
-  const bool possible = program_.controlPoints.Find(buffers.Points(), W_Lock32(buffers.Block32()),
-                                                    W_Lock(buffers.Block16()), count) == W_SUCCESS;
+  const EditBuffers& buffers = buffers_;
+  const bool possible =
+      controlPoints_.Find(buffers.Points(), W_Lock32(buffers.Block32()), W_Lock(buffers.Block16()), count) == W_SUCCESS;
   settings.TransferFormat = possible ? 1 : 0;
   settings.ControlPointCount = possible ? count : 0;
   RebuildTransferFormats();
 }
 
 void SystemSetup::ForgetControlPoints() {
-  program_.settings.TransferFormat = 0;
-  program_.settings.ControlPointCount = 0;
+  settings_.TransferFormat = 0;
+  settings_.ControlPointCount = 0;
   RebuildTransferFormats();
 }
 
@@ -166,17 +170,17 @@ void SystemSetup::ChooseTransferFormat(int format) {
 void SystemSetup::RecordLoaded() {
   FitChannel();
   RefillLists();
-  if (program_.interfaceKind < kNiGpib || program_.interfaceKind > kSimulated) program_.interfaceKind = kUsbTmc;
+  if (interfaceKind_ < kNiGpib || interfaceKind_ > kSimulated) interfaceKind_ = kUsbTmc;
   FitInterface();
   LoadCommandTables();
   ShowRecord();
 }
 
 void SystemSetup::Accept() {
-  program_.registry.SetGpibBoard(program_.interfaceKind);
+  registry_.SetGpibBoard(interfaceKind_);
   ApplyMemorySize();
   ShowRecord();
-  program_.buffers.Reset_Undo();
+  buffers_.Reset_Undo();
   if (hooks_.accepted) hooks_.accepted();
 }
 
@@ -185,7 +189,7 @@ void SystemSetup::ShowRecord() const {
 }
 
 void SystemSetup::RebuildInterfaces() {
-  const std::int32_t usable = program_.models.SysGetInterfaceInfo(program_.settings.ModelNo);
+  const std::int32_t usable = models_.SysGetInterfaceInfo(settings_.ModelNo);
   interfaces_.clear();
   if ((usable & SYS_INTERFACE_USBTMC) != 0) interfaces_.push_back({kUsbTmc, "USB(TMC)"});
   if ((usable & (SYS_INTERFACE_NI_GPIB | SYS_INTERFACE_NI_GPIB_2)) != 0) interfaces_.push_back({kNiGpib, "NI GPIB"});

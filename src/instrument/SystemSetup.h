@@ -4,7 +4,7 @@
 // It edits the live record. Files and transfers ask this object, never a control.
 #pragma once
 
-#include "app/Program.h"
+#include "libs/sysinf32/sysinf32.h"
 
 #include <functional>
 #include <string>
@@ -12,9 +12,15 @@
 
 namespace calder {
 
+class clsRegistry;
+class ControlPointFinder;
+class EditBuffers;
+class Program;
+
 class SystemSetup {
 public:
-  explicit SystemSetup(Program& program) : program_(program) {}
+  // Takes the parts of the program that it works on; they must outlive this object.
+  explicit SystemSetup(Program& program);
 
   // What the rest of the program does about a change; each may be empty.
   struct Hooks {
@@ -30,7 +36,7 @@ public:
   };
 
   // The lists, as they stand for the current model, channel and waveform.
-  [[nodiscard]] const std::vector<std::string>& Models() const { return models_; }
+  [[nodiscard]] const std::vector<std::string>& Models() const { return modelNames_; }
   [[nodiscard]] const std::vector<std::string>& MemorySizes() const { return memorySizes_; }
   [[nodiscard]] const std::vector<std::string>& Channels() const { return channels_; }
   [[nodiscard]] const std::vector<std::string>& Ranges() const { return ranges_; }
@@ -68,7 +74,7 @@ public:
   void RefreshControlPoints();
   // The converted form is out of date: no control-point table until it is asked for again.
   void ForgetControlPoints();
-  [[nodiscard]] bool ControlPointsAvailable() const { return program_.settings.TransferFormat == 1; }
+  [[nodiscard]] bool ControlPointsAvailable() const { return settings_.TransferFormat == 1; }
   // The chosen transfer format: 0 array, 1 control points (only when available).
   [[nodiscard]] int TransferFormatChoice() const { return transferFormatChoice_; }
   void ChooseTransferFormat(int format);
@@ -84,9 +90,16 @@ private:
   void RebuildTransferFormats();
   [[nodiscard]] int SizeIndexOf(std::int32_t points) const;
 
-  Program& program_;
+  SystemInfo& settings_;
+  const ModelDatabase& models_;
+  EditBuffers& buffers_;
+  ControlPointFinder& controlPoints_;
+  clsRegistry& registry_;
+  std::int16_t& interfaceKind_;
+  std::array<CommandTable, 4>& commandTables_;
+  std::array<std::int32_t, 4>& commandRows_;
   Hooks hooks_;
-  std::vector<std::string> models_;
+  std::vector<std::string> modelNames_;
   std::vector<std::string> memorySizes_;
   std::vector<std::string> channels_;
   std::vector<std::string> ranges_;

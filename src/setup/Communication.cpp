@@ -20,7 +20,9 @@ std::function<std::unique_ptr<Visa>()> KernelVisa(const Program& program) {
 } // namespace
 
 Communication::Communication(Program& program, SystemSetup& setup, FileCommands& files, const WaveFiles& waveFiles)
-    : bus(program, KernelVisa(program), [] { QCoreApplication::quit(); }), progress(program),
+    : bus(program.desktop, program.messages, program.settings, program.interfaceKind, KernelVisa(program),
+          [] { QCoreApplication::quit(); }),
+      progress(program.registry, program.messages, program.desktop.clock),
       desk(program, setup, files, waveFiles, bus, progress), program_(program) {
   program_.registry.SetLocalControl([this] { bus.Local(); });
 }

@@ -1,5 +1,5 @@
-// The road to the instrument as the whole program has it: the interface layer, the progress window, and the System
-// Setup dialog over its desk. It asks the buses nothing before the user wants something of them.
+// All that reaches the instruments: the interface layer, the progress window, and the System Setup dialog with its
+// desk. The buses are asked nothing before the user wants something of them.
 #pragma once
 
 #include "setup/FrmGPIBExit.h"

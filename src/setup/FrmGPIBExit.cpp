@@ -18,8 +18,8 @@ constexpr int kLinger = 200; // milliseconds
 
 } // namespace
 
-FrmGPIBExit::FrmGPIBExit(Program& program, QWidget* parent)
-    : QDialog(parent), program_(program), ui_(std::make_unique<Ui::FrmGPIBExit>()) {
+FrmGPIBExit::FrmGPIBExit(clsRegistry& registry, const ErrMsg& messages, QWidget* parent)
+    : QDialog(parent), registry_(registry), messages_(messages), ui_(std::make_unique<Ui::FrmGPIBExit>()) {
   ui_->setupUi(this);
   setWindowModality(Qt::NonModal);
   Set_GpibExitLabel();
@@ -30,13 +30,13 @@ FrmGPIBExit::FrmGPIBExit(Program& program, QWidget* parent)
     hide();
   });
   connect(ui_->CmdGpibExit, &QPushButton::clicked, this, &FrmGPIBExit::CmdGpibExit_Click);
-  if (const auto at = StoredPosition(program_.registry, kFormName)) move(at->left, at->top);
+  if (const auto at = StoredPosition(registry_, kFormName)) move(at->left, at->top);
 }
 
 FrmGPIBExit::~FrmGPIBExit() = default;
 
 void FrmGPIBExit::Set_GpibExitLabel() {
-  const ErrMsg& language = program_.messages;
+  const ErrMsg& language = messages_;
   setWindowTitle(QString::fromUtf8(language.Pick("波形データ転送", "Copy wave data")));
   ui_->CmdGpibExit->setText(QString::fromUtf8(language.Pick("ｷｬﾝｾﾙ", "Cancel")));
   ui_->PrgGPIB->setAccessibleName(QString::fromUtf8(language.Pick("進行状況", "Progress")));
@@ -85,14 +85,14 @@ void FrmGPIBExit::closeEvent(QCloseEvent* event) {
 
 void FrmGPIBExit::StorePosition() {
   if (isMinimized() || isMaximized() || isFullScreen() || !isVisible()) return;
-  calder::StorePosition(program_.registry, kFormName, {pos().x(), pos().y()});
+  calder::StorePosition(registry_, kFormName, {pos().x(), pos().y()});
 }
 
 void ProgressWindow::Open() {
   cancelled_ = false;
   unloaded_ = false;
   rate_.clear();
-  if (!form_) form_ = new FrmGPIBExit(program_, QApplication::activeModalWidget());
+  if (!form_) form_ = new FrmGPIBExit(registry_, messages_, QApplication::activeModalWidget());
   if (!caption_.empty()) form_->setWindowTitle(Text(caption_));
   form_->KeepOpen();
 }
@@ -100,7 +100,7 @@ void ProgressWindow::Open() {
 void ProgressWindow::Step(const std::string& text, int maximum) {
   if (!form_ || unloaded_) Open();
   form_->ShowStep(Text(text), maximum);
-  program_.desktop.clock.Wait(0, true);
+  clock_.Wait(0, true);
 }
 
 void ProgressWindow::Value(int value) {
@@ -109,16 +109,16 @@ void ProgressWindow::Value(int value) {
 }
 
 void ProgressWindow::Sent(std::size_t bytes, std::size_t total) {
-  const double now = program_.desktop.clock.SecondsOfDay();
+  const double now = clock_.SecondsOfDay();
   if (bytes == 0) began_ = now;
   const double seconds = now >= began_ ? now - began_ : now + kDay - began_;
-  const std::string text = TransferRateText(bytes, total, seconds, program_.language);
+  const std::string text = TransferRateText(bytes, total, seconds, messages_.GetLanguage());
   rate_ = bytes == total ? text : std::string();
   if (form_) form_->ShowRate(Text(text));
 }
 
 void ProgressWindow::SecondsRemaining(int seconds) {
-  if (form_) form_->ShowRate(Text(SecondsLeftText(seconds, program_.language, rate_)));
+  if (form_) form_->ShowRate(Text(SecondsLeftText(seconds, messages_.GetLanguage(), rate_)));
 }
 
 void ProgressWindow::Caption(const std::string& text) {

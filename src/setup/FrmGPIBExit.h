@@ -1,15 +1,16 @@
 // The small window of a transfer under way: its step, how far it is, and the button that cancels it.
 #pragma once
 
-#include "app/Program.h"
+#include "app/Messages.h"
+#include "app/Registry.h"
 #include "comm/TransferProgress.h"
 
 #include <QDialog>
 #include <QPointer>
 
-class QTimer;
-
 #include <memory>
+
+class QTimer;
 
 namespace Ui {
 class FrmGPIBExit;
@@ -17,11 +18,13 @@ class FrmGPIBExit;
 
 namespace calder {
 
+class Clock;
+
 class FrmGPIBExit final : public QDialog {
   Q_OBJECT
 
 public:
-  explicit FrmGPIBExit(Program& program, QWidget* parent);
+  FrmGPIBExit(clsRegistry& registry, const ErrMsg& messages, QWidget* parent);
   ~FrmGPIBExit() override;
 
   [[nodiscard]] bool GpibExit() const { return gpibExit_; }
@@ -45,17 +48,20 @@ private:
   void CmdGpibExit_Click();
   void StorePosition();
 
-  Program& program_;
+  clsRegistry& registry_;
+  const ErrMsg& messages_;
   std::unique_ptr<Ui::FrmGPIBExit> ui_;
   QTimer* hiding_ = nullptr;
   bool gpibExit_ = false;
 };
 
-// Makes the window when a transfer wants it and hides it behind the transfer. The window goes with the window that it
+// Makes the window when a transfer wants it and hides it after the transfer. The window goes with the window that it
 // belongs to, or with this object.
 class ProgressWindow final : public TransferProgress {
 public:
-  explicit ProgressWindow(Program& program) : program_(program) {}
+  // What they refer to must outlive this object.
+  ProgressWindow(clsRegistry& registry, const ErrMsg& messages, Clock& clock)
+      : registry_(registry), messages_(messages), clock_(clock) {}
   ~ProgressWindow() override { delete form_; }
   ProgressWindow(const ProgressWindow&) = delete;
   ProgressWindow& operator=(const ProgressWindow&) = delete;
@@ -74,7 +80,9 @@ public:
   }
 
 private:
-  Program& program_;
+  clsRegistry& registry_;
+  const ErrMsg& messages_;
+  Clock& clock_;
   QPointer<FrmGPIBExit> form_;
   std::string caption_;    // of the loop test; empty: the form's own
   bool cancelled_ = false; // the form was left with a cancel

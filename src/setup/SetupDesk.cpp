@@ -36,9 +36,10 @@ std::string FirstCharacters(std::string_view text, std::size_t limit) {
 
 SetupDesk::SetupDesk(Program& program, SystemSetup& setup, FileCommands& files, const WaveFiles& waveFiles,
                      IntfcLib& bus, TransferProgress& progress)
-    : program_(program), setup_(setup), files_(files), bus_(bus), limits_(program), systemFile_(program, waveFiles),
-      waveTransfer_(program, setup, bus, progress), loopTest_(program, waveTransfer_, progress),
-      bench_(program.desktop.folders.bus) {
+    : program_(program), setup_(setup), files_(files), bus_(bus),
+      limits_(program.settings, program.models, program.messages), systemFile_(program, waveFiles),
+      waveTransfer_(ContextOf(program, bus), setup, progress),
+      loopTest_(program.desktop, program.registry, waveTransfer_, progress), bench_(program.desktop.folders.bus) {
   files_.SetFormat(Kind_System, {[this](const std::string& path) {
                                    const std::int32_t result = systemFile_.Read_SystemFile(path);
                                    if (result != kMsgReadFailed) SystemRead();
@@ -121,7 +122,7 @@ void SetupDesk::ChooseInterface(int index) {
 }
 
 void SetupDesk::AskController() {
-  controller_ = UsbShown() ? -1 : ControllerAddress(program_, bus_);
+  controller_ = UsbShown() ? -1 : ControllerAddress(ContextOf(program_, bus_));
 }
 
 // The instrument keeps off the controller's own address.
@@ -379,14 +380,15 @@ void SetupDesk::Btn_Trans_Click(Transfer transfer) {
 }
 
 void SetupDesk::Run(Transfer transfer) {
+  const TransferContext context = ContextOf(program_, bus_);
   const auto cancelled = [this] { return cancelRequested_; };
   switch (transfer) {
-  case Transfer::Settings: SettingsTransfer(program_, bus_, cancelled); return;
+  case Transfer::Settings: SettingsTransfer(context, cancelled); return;
   case Transfer::Waveform: waveTransfer_.Run(); return;
   case Transfer::ReadBack: break;
   }
-  if (!ReceiveWaveform(program_, bus_, cancelled)) return;
-  if (DecodeWaveform(program_, setup_)) {
+  if (!ReceiveWaveform(context, cancelled)) return;
+  if (DecodeWaveform(context, setup_)) {
     if (port_ != nullptr) port_->WaveformChanged();
   } else {
     program_.messages.ErrorBox(kMsgTransferStopped);

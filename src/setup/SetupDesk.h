@@ -5,6 +5,7 @@
 // choices in them are SystemSetup's, the texts of the oscillator boxes OscillatorLimits'.
 #pragma once
 
+#include "app/Program.h"
 #include "comm/LoopTest.h"
 #include "comm/SimulatedBench.h"
 #include "comm/WaveTransfer.h"

@@ -1,7 +1,8 @@
-// The road to the instrument without a window, on the simulated bench.
+// Transfers without a window, on the simulated bench.
 #pragma once
 
 #include "FakeDesktop.h"
+#include "app/Program.h"
 #include "comm/WaveTransfer.h"
 #include "instrument/Initialise.h"
 #include "instrument/SystemSetup.h"
@@ -69,9 +70,11 @@ struct BusFixture : testing::Test {
 
   // The interface layer as at the program's start.
   void MakeBus() {
-    bus.emplace(*program, kernelVisa, std::function<void()>());
+    bus.emplace(program->desktop, program->messages, program->settings, program->interfaceKind, kernelVisa,
+                std::function<void()>());
     bus->SetUsbResource(Resource());
   }
+  TransferContext Context() { return ContextOf(*program, *bus); }
   static std::string TextOf(const std::string& path) {
     std::vector<char> content;
     EXPECT_EQ(ReadWholeFile(path, content), 0) << path;
@@ -93,7 +96,7 @@ struct BusFixture : testing::Test {
   [[nodiscard]] std::string Resource() const {
     return program->settings.ModelNo == 0 ? "USB0::0x1209::0x5530::1234567" : "USB0::0x1209::0x5531::1234567";
   }
-  bool TransferWave() { return WaveTransfer(*program, *setup, *bus, progress).Run(); }
+  bool TransferWave() { return WaveTransfer(Context(), *setup, progress).Run(); }
 
   // Everything that a transfer leaves behind is in order again.
   void ExpectIdle() {

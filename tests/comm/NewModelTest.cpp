@@ -49,7 +49,7 @@ TEST_F(NewModel, TransfersOnEachOfItsBuses) {
     program->settings.MemoryNo = 3;
     program->settings.Frequency = 250;
     program->settings.Output = 0;
-    EXPECT_TRUE(SettingsTransfer(*program, *bus));
+    EXPECT_TRUE(SettingsTransfer(Context()));
     EXPECT_EQ(sim::Setting("VJ6140", "frequency"), "250");
     EXPECT_EQ(sim::Setting("VJ6140", "output"), "1");
     EXPECT_TRUE(TransferWave());

@@ -188,7 +188,7 @@ TEST_F(Traffic, SettingsAndWaveformOfEveryKindOfModelOnEveryBus) {
       settings.MemoryNo = 5;
       settings.MemoryName = "NAME";
       talk.prepare(settings);
-      EXPECT_TRUE(SettingsTransfer(*program, *bus));
+      EXPECT_TRUE(SettingsTransfer(Context()));
       EXPECT_EQ(Calls(), Expected(talk.model, kind, talk.settings, {}));
       ExpectIdle();
       sim::Reset();

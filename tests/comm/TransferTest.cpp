@@ -15,7 +15,7 @@ struct Transfers : BusFixture {
     const auto codes = W_Lock(program->buffers.Current());
     return {codes.begin(), codes.begin() + program->settings.MemorySize};
   }
-  bool ReadBack() { return ReceiveWaveform(*program, *bus) && DecodeWaveform(*program, *setup); }
+  bool ReadBack() { return ReceiveWaveform(Context()) && DecodeWaveform(Context(), *setup); }
 };
 
 } // namespace
@@ -31,7 +31,7 @@ TEST_F(Transfers, AreRefusedWhileABusIsBusyAndAtTheControllersAddress) {
   program->settings.Address = 0;
   sim::Reset();
   desktop.boxes.Expect("Interface address error. Check Address.\rAddress:0");
-  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  EXPECT_FALSE(SettingsTransfer(Context()));
   EXPECT_EQ(sim::CallCount(), 1); // the question for the address
   EXPECT_EQ(program->registry.GetGpibAddress(), 0);
   ExpectIdle();
@@ -41,13 +41,13 @@ TEST_F(Transfers, TellAWrongInstrument) {
   Choose(1, kNiGpib);
   program->settings.Address = 3; // an XJ2110, which knows no sequence
   desktop.boxes.acceptAll = true;
-  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  EXPECT_FALSE(SettingsTransfer(Context()));
   ExpectIdle();
 
   desktop.boxes.shown.clear();
   Choose(2, kNiGpib);
   program->settings.Address = 5;
-  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  EXPECT_FALSE(SettingsTransfer(Context()));
   ASSERT_EQ(desktop.boxes.shown.size(), 1U);
   EXPECT_EQ(desktop.boxes.shown[0].text, "Interface command error. Check Model.\r");
   desktop.boxes.shown.clear();
@@ -60,7 +60,7 @@ TEST_F(Transfers, TellTheInstrumentsOwnError) {
   Choose(2, kNiGpib);
   program->settings.Frequency = 1e12;
   desktop.boxes.Expect("Interface command error. Check Model.\r-222,");
-  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  EXPECT_FALSE(SettingsTransfer(Context()));
   ExpectIdle();
   // There is no such memory: USBTMC learns it behind the block, GPIB when the waveform is chosen.
   Choose(1, kUsbTmc);
@@ -83,7 +83,7 @@ TEST_F(Transfers, TheDebugSwitchShowsEachCommand) {
   desktop.boxes.acceptAll = true;
   EXPECT_TRUE(TransferWave());
   program->settings.Address = 5; // another instrument
-  EXPECT_FALSE(SettingsTransfer(*program, *bus));
+  EXPECT_FALSE(SettingsTransfer(Context()));
   std::vector<std::string> shown;
   for (const auto& box : desktop.boxes.shown) shown.push_back(box.title + ": " + box.text);
   for (const char* wanted : {"GpibPuts: '*IDN?'", "GpPuts: ':TRAC:POIN 1024;:FORM:BORD NORM;:TRAC:DATA 1,USER1,'",
@@ -94,7 +94,7 @@ TEST_F(Transfers, TheDebugSwitchShowsEachCommand) {
 TEST_F(Transfers, StopARunningSequence) {
   Choose(1, kUsbTmc);
   ASSERT_TRUE(sim::Set("XG5531", "sequence", "1"));
-  EXPECT_TRUE(SettingsTransfer(*program, *bus));
+  EXPECT_TRUE(SettingsTransfer(Context()));
   EXPECT_EQ(sim::Setting("XG5531", "sequence"), "0");
   EXPECT_EQ(sim::Setting("XG5531", "running"), "0");
   EXPECT_GE(desktop.clock.seconds, 2);
@@ -181,7 +181,7 @@ TEST_F(Transfers, ASettingsTransferThatNeverSettlesIsCancelledWithoutAWord) {
   Choose(10, kNiGpib);
   program->settings.RangeNo = 1;
   desktop.clock.onWait = [] { EXPECT_TRUE(sim::Set("PJ7410", "settling", "9")); };
-  EXPECT_FALSE(SettingsTransfer(*program, *bus, [&] { return desktop.clock.seconds > 30; }));
+  EXPECT_FALSE(SettingsTransfer(Context(), [&] { return desktop.clock.seconds > 30; }));
   EXPECT_EQ(sim::Messages("PJ7410").back(), "STAT:OPER:COND?");
   EXPECT_EQ(Calls().back(), "ibsre(0, 0)"); // closed as ever
   ExpectIdle();
@@ -266,7 +266,7 @@ TEST_F(Transfers, AnEmptyMemoryAndAnOldFileGiveNothing) {
   desktop.boxes.Expect("Module IntfcLib : Function Data Recv SCPI");
   desktop.boxes.Expect("Interface System error");
   EXPECT_FALSE(ReadBack());
-  EXPECT_FALSE(DecodeWaveform(*program, *setup));
+  EXPECT_FALSE(DecodeWaveform(Context(), *setup));
   EXPECT_EQ(Codes(), before);
   ExpectIdle();
 }

@@ -1,6 +1,7 @@
 #include "instrument/OscillatorLimits.h"
 
 #include "FakeDesktop.h"
+#include "app/Program.h"
 #include "instrument/Initialise.h"
 #include "instrument/SystemSetup.h"
 
@@ -14,7 +15,7 @@ struct Limits : testing::Test {
   fake::FakeDesktop desktop;
   Program program{desktop.Services()};
   SystemSetup setup{program};
-  OscillatorLimits limits{program};
+  OscillatorLimits limits{program.settings, program.models, program.messages};
   SystemInfo& settings = program.settings;
 
   Limits() { EXPECT_TRUE(InitialiseSystem(program, setup)); }
