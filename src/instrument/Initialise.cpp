@@ -32,7 +32,10 @@ std::string DatabaseFault(const Program& program, std::int32_t status) {
   const bool isTold = program.language == Language::English && !database.SysGetSysErrorText().empty();
   const std::string reason = isTold ? "\r" + database.SysGetSysErrorText() : "";
   switch (status) {
-  case SYS_NO_MODEL_FILE: return messages.MessageText(kMsgNoModelFile);
+  case SYS_NO_MODEL_FILE:
+    // Without the list itself there is nothing more to say; a file that it lists has a name.
+    if (database.SysGetSysErrorFileName().ends_with("/index.toml")) return messages.MessageText(kMsgNoModelFile);
+    return messages.MessageText(kMsgNoModelFile) + file + reason;
   case SYS_READ_FAILED: return messages.MessageText(kMsgModelFileRead) + file;
   case SYS_NO_MEMORY: return messages.MessageText(kMsgNoMemory);
   case SYS_SYNTAX_ERROR: return messages.MessageText(kMsgModelFileSyntax) + file + line + reason;

@@ -75,4 +75,11 @@ TEST_F(NewModel, KeepsTheOutputWhereTheFileSaysNothingOfIt) {
   }
 }
 
+TEST_F(NewModel, IsNamedWhenItsFileIsMissing) {
+  std::filesystem::remove(folder / "models/vj6140.toml");
+  desktop.boxes.Expect("No System Setup file.\r(" + (folder / "models/vj6140.toml").string() +
+                       ")\rThe file does not exist. Line 30 of index.toml");
+  EXPECT_FALSE(InitialiseSystem(*program, *setup));
+}
+
 } // namespace calder

@@ -113,11 +113,20 @@ std::string ColumnFault(const RowRule& rule, const std::vector<std::string>& col
 
 void ReadRow(const TomlNode& node, std::vector<CommandRow>& rows, FaultSink& faults) {
   const auto rule = std::find_if(kRules.begin(), kRules.end(), [&](const RowRule& r) { return r.key == node.key; });
-  if (rule == kRules.end()) return; // told by the table's reader
+  if (rule == kRules.end()) return; // reported by the table's reader
   std::string value = ReadName(node, kMaxValue, faults);
   const std::string fault = ColumnFault(*rule, SplitCommandColumns(value));
   if (!fault.empty()) faults.Report(SYS_BAD_VALUE, node.line, "\"" + node.key + "\" " + fault + ".");
   rows.push_back(CommandRow{node.key, std::move(value)});
+}
+
+std::string HexText(std::int64_t mask) {
+  std::array<char, 16> digits{};
+  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), mask, 16);
+  std::string text(digits.data(), end);
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
+  return "0x" + text;
 }
 
 // The codes of a model with n data bits are 16-bit codes divided by 2^(16 - n); the mask says so.
@@ -125,7 +134,8 @@ void CheckMask(const TomlNode& row, std::int32_t dataBits, FaultSink& faults) {
   const std::int64_t expected = 0x10000 - (std::int64_t{1} << (16 - dataBits));
   if (Mask(TrimCommandText(row.text)) != expected)
     faults.Report(SYS_BAD_VALUE, row.line,
-                  "\"arbmask\" does not belong to " + std::to_string(dataBits) + " data bits.");
+                  "\"arbmask\" does not belong to " + std::to_string(dataBits) + " data bits: that is " +
+                      HexText(expected) + ".");
 }
 
 } // namespace
@@ -145,7 +155,7 @@ void ReadCommands(const TomlNode& commands, Model& model, FaultSink& faults) {
       CheckMask(rows.Require("arbmask"), model.DataBits, faults);
       if (rows.Find("arbsend") == nullptr && model.DefaultArbCommand.empty())
         faults.Report(SYS_BAD_VALUE, table.line,
-                      "Neither \"arbsend\" nor \"default_arb_command\" tells how to send a waveform.");
+                      "Neither \"arbsend\" nor \"default_arb_command\" says how to send a waveform.");
     }
   }
 }

@@ -53,7 +53,8 @@ void ReadFrequency(const TomlNode& node, ModelChannel& channel, FaultSink& fault
   channel.PeriodResolution = Resolution::kPeriod;
   if (const TomlNode* step = reader.Find("period_resolution")) {
     channel.PeriodResolution = ReadNumber(*step, faults);
-    if (channel.PeriodResolution <= 0) faults.Report(SYS_BAD_VALUE, step->line, "\"period_resolution\" must be above 0.");
+    if (channel.PeriodResolution <= 0)
+      faults.Report(SYS_BAD_VALUE, step->line, "\"period_resolution\" must be above 0.");
   }
 }
 
@@ -66,7 +67,6 @@ AmplitudeRange ReadRange(const TomlNode& node, FaultSink& faults) {
   const TomlNode& offset = reader.Require("offset");
   range.Offset = ReadLimits(TableReader(offset, kLimitKeys, faults), Resolution::kVolts, faults);
 
-  if (range.Amplitude.Max <= 0) faults.Report(SYS_BAD_VALUE, amplitude.line, "The largest amplitude must be above 0.");
   if (range.Amplitude.Min < 0)
     faults.Report(SYS_BAD_VALUE, amplitude.line, "The smallest amplitude must not be below 0.");
   if (range.Amplitude.Min > range.Amplitude.Max / 2)
@@ -75,11 +75,11 @@ AmplitudeRange ReadRange(const TomlNode& node, FaultSink& faults) {
     faults.Report(SYS_BAD_VALUE, amplitude.line, "The largest amplitude is wider than the offset limits.");
   if (!FitsOutput(range, range.Amplitude.Default, range.Offset.Default, 0))
     faults.Report(SYS_BAD_VALUE, offset.line,
-                "The default amplitude around the default offset leaves the offset limits.");
+                  "The default amplitude around the default offset leaves the offset limits.");
   return range;
 }
 
-// Tells a name that stands twice in a list.
+// Reports a name that stands twice in a list.
 template <typename Item>
 void CheckNames(const std::vector<Item>& items, std::span<const TomlNode> nodes, FaultSink& faults) {
   for (std::size_t i = 1; i < items.size(); ++i) {
@@ -93,7 +93,7 @@ void CheckNames(const std::vector<Item>& items, std::span<const TomlNode> nodes,
 
 std::vector<AmplitudeRange> ReadRanges(const TomlNode& node, FaultSink& faults) {
   std::vector<AmplitudeRange> ranges;
-  const std::span<const TomlNode> items = ReadItems(node, kMaxList, faults);
+  const std::span<const TomlNode> items = ReadTables(node, kMaxList, faults);
   for (const TomlNode& item : items) ranges.push_back(ReadRange(item, faults));
   CheckNames(ranges, items, faults);
   return ranges;
@@ -164,7 +164,7 @@ std::int32_t LineOf(const TomlNode* table, std::string_view key) {
   return node == nullptr ? table->line : node->line;
 }
 
-// Completes what `table` and what it builds on gave; tells settings that do not fit together.
+// Completes what `table` and what it builds on gave; reports settings that do not fit together.
 ModelSettings Settle(const GivenSettings& given, const Model& model, const TomlNode* table, FaultSink& faults) {
   ModelSettings settings;
   settings.Channel = given.Channel.value_or(0);
@@ -182,7 +182,7 @@ ModelSettings Settle(const GivenSettings& given, const Model& model, const TomlN
     faults.Report(SYS_BAD_VALUE, LineOf(table, "frequency"), "The frequency is outside the limits of the channel.");
   if (!FitsOutput(range, settings.Amplitude, settings.Offset, settings.Polarity))
     faults.Report(SYS_BAD_VALUE, LineOf(table, given.Amplitude ? "amplitude" : "offset"),
-                "The amplitude around the offset is outside the limits of the range.");
+                  "The amplitude around the offset is outside the limits of the range.");
   return settings;
 }
 
@@ -193,7 +193,7 @@ void ReadChannels(const LimitsTables& tables, Model& model, FaultSink& faults) {
     faults.Report(SYS_BAD_VALUE, 0, "The key \"channel\" is missing.");
     return;
   }
-  const std::span<const TomlNode> items = ReadItems(*tables.channels, kMaxList, faults);
+  const std::span<const TomlNode> items = ReadTables(*tables.channels, kMaxList, faults);
   for (const TomlNode& item : items) {
     const TableReader reader(item, {"name", "frequency", "range"}, faults);
     ModelChannel& channel = model.Channels.emplace_back();
@@ -203,7 +203,7 @@ void ReadChannels(const LimitsTables& tables, Model& model, FaultSink& faults) {
   }
   CheckNames(model.Channels, items, faults);
   if (tables.warnings == nullptr || faults.Any()) return;
-  for (const TomlNode& item : ReadItems(*tables.warnings, kMaxList, faults))
+  for (const TomlNode& item : ReadTables(*tables.warnings, kMaxList, faults))
     model.Warnings.push_back(ReadWarning(item, model, faults));
 }
 

@@ -20,7 +20,7 @@ std::string Quoted(std::string_view text) {
   return Join({"\"", text, "\""});
 }
 
-// Tells "<what the value is called> must <rule>."
+// Reports "<what the value is called> must <rule>."
 void Must(const TomlNode& node, std::initializer_list<std::string_view> rule, FaultSink& faults) {
   const std::string name = node.key.empty() ? "The list item" : Quoted(node.key);
   faults.Report(SYS_BAD_VALUE, node.line, Join({name, " must ", Join(rule), "."}));
@@ -70,14 +70,16 @@ TableReader::TableReader(const TomlNode& table, std::span<const std::string_view
   for (const TomlNode& child : table.children) {
     if (std::find(keys.begin(), keys.end(), child.key) != keys.end()) continue;
     faults.Report(SYS_BAD_VALUE, child.line,
-                Join({"The key ", Quoted(child.key), " is unknown.", NearestHint(child.key, keys)}));
+                  Join({"The key ", Quoted(child.key), " is unknown.", NearestHint(child.key, keys)}));
   }
 }
 
 const TomlNode& TableReader::Require(std::string_view key) const {
   static const TomlNode none;
   if (const TomlNode* node = table_.Find(key)) return *node;
-  faults_.Report(SYS_BAD_VALUE, table_.line, Join({"The key ", Quoted(key), " is missing."}));
+  faults_.Report(SYS_BAD_VALUE, table_.line,
+                 Join({"The key ", Quoted(key), " is missing",
+                       table_.key.empty() ? std::string() : " in " + Quoted(table_.key), "."}));
   return none;
 }
 
@@ -136,6 +138,12 @@ std::span<const TomlNode> ReadItems(const TomlNode& node, std::size_t most, Faul
   } else {
     return node.children;
   }
+  return {};
+}
+
+std::span<const TomlNode> ReadTables(const TomlNode& node, std::size_t most, FaultSink& faults) {
+  if (node.kind != TomlNode::Kind::Table) return ReadItems(node, most, faults);
+  Must(node, {"be a list of tables, whose headers stand in double brackets: [[", node.key, "]]"}, faults);
   return {};
 }
 

@@ -12,15 +12,15 @@ namespace calder {
 
 class TableReader {
 public:
-  // Tells a `table` that is no table and every key of it that is not among `keys`, with the nearest of them when one is
-  // near. `table` and `faults` must outlive the reader.
+  // Reports a `table` that is no table and every key of it that is not among `keys`, with the nearest of them when one
+  // is near. `table` and `faults` must outlive the reader.
   TableReader(const TomlNode& table, std::span<const std::string_view> keys, FaultSink& faults);
   TableReader(const TomlNode& table, std::initializer_list<std::string_view> keys, FaultSink& faults)
       : TableReader(table, std::span<const std::string_view>(keys.begin(), keys.size()), faults) {}
 
   // Null when the key is missing.
   [[nodiscard]] const TomlNode* Find(std::string_view key) const { return table_.Find(key); }
-  // A missing key is told and gives an empty node.
+  // A missing key is reported and gives an empty node.
   [[nodiscard]] const TomlNode& Require(std::string_view key) const;
 
 private:
@@ -39,6 +39,8 @@ private:
 [[nodiscard]] bool ReadFlag(const TomlNode& node, FaultSink& faults);
 // The items of an array of 1 to `most` items; empty after a fault.
 [[nodiscard]] std::span<const TomlNode> ReadItems(const TomlNode& node, std::size_t most, FaultSink& faults);
+// The same for a list of tables; a table in its place is reported how a list of tables is written.
+[[nodiscard]] std::span<const TomlNode> ReadTables(const TomlNode& node, std::size_t most, FaultSink& faults);
 // The position in `choices` of a text; 0 after a fault.
 [[nodiscard]] std::int16_t ReadChoice(const TomlNode& node, std::span<const std::string_view> choices,
                                       FaultSink& faults);
