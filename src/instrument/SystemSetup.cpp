@@ -101,8 +101,7 @@ void SystemSetup::ChooseMemorySize(int index) {
 
 void SystemSetup::KeepMemorySize(std::int32_t points) {
   const int index = SizeIndexOf(points);
-  if (index < 0 || program_.models.SysChangeMemorySize(program_.settings.ModelNo, index, program_.settings) != 0)
-    return;
+  if (index < 0 || models_.SysChangeMemorySize(settings_.ModelNo, index, settings_) != 0) return;
   RefillLists();
 }
 
