@@ -35,7 +35,7 @@ public:
   std::vector<std::string> traffic;
   int calls = 0;
   int injected = 0;
-  int resets = 0; // tells a library that what it remembers is of an earlier bench
+  int resets = 0; // says to a library that what it remembers is of an earlier bench
   std::function<void(double)> wait;
 
 private:

@@ -40,7 +40,7 @@ std::optional<BlockPlace> FindBlock(std::string_view text, std::size_t hash) {
   return BlockPlace{hash + 2 + digits, std::min(count, text.size() - hash - 2 - digits)};
 }
 
-// Reads one command that begins at `at`, and moves `at` behind its ";".
+// Reads one command that begins at `at`, and moves `at` past its ";".
 Command ReadCommand(std::string_view message, std::size_t& at) {
   Command command;
   while (at < message.size() && IsBlank(message[at])) ++at;

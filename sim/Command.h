@@ -20,7 +20,7 @@ struct Command {
 // Finds the end of a message in what arrives piece by piece: a line feed outside of texts in quotes and of blocks.
 class MessageScanner {
 public:
-  // How many of the bytes belong to the message, the line feed among them; `complete` tells whether it was met.
+  // How many of the bytes belong to the message, the line feed among them; `complete` says whether it was met.
   std::size_t Scan(std::string_view bytes, bool& complete);
   // True while bytes of a block with a known length are missing: an end mark there cuts the block.
   [[nodiscard]] bool InBlock() const { return missing_ > 0; }

@@ -70,7 +70,7 @@ std::string Choose(std::string_view choices, std::string_view text) {
   return {};
 }
 
-// A voltage with or without a suffix that tells what it counts.
+// A voltage with or without a suffix that says what it counts.
 std::optional<double> Volts(Instrument& instrument, const Command& command, std::string& unit) {
   if (!HasOne(instrument, command)) return std::nullopt;
   std::string_view text = command.arguments[0];

@@ -2,7 +2,7 @@
 //
 // An error goes into the queue and sets its bit of the event status: command errors (-1xx) bit 5, execution errors
 // (-2xx) bit 4, device errors (-3xx) bit 3, query errors (-4xx) bit 2. A command error ends its message, another error
-// only the command. Bit 2 of the status byte tells that the queue is not empty, bit 4 that an answer is waiting.
+// only the command. Bit 2 of the status byte says that the queue is not empty, bit 4 that an answer is waiting.
 #pragma once
 
 #include "sim/Command.h"

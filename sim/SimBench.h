@@ -35,10 +35,10 @@ void Reset();
 // False: a line was not understood; nothing of the text is added then.
 [[nodiscard]] bool Script(std::string_view text);
 
-// One line a call in the order of the calls: name(arguments) = result, and what was read behind it:
+// One line a call in the order of the calls: name(arguments) = result, and what was read after it:
 //   ibwrt(0, "*IDN?\n") = 0x0100
 //   ibrd(0, 256) = 0x2100, "ORVO,XG5530,1234567,1.00\n"
-// Data are written as in C (\n \r \" \\ \xNN) and never shortened. What a call was told to move stands there whole,
+// Data are written as in C (\n \r \" \\ \xNN) and never shortened. What a call was to move stands there whole,
 // also when a fault cut it. RegisterGpibGlobalsForThread and its opposite are no calls of the bus: they have no line
 // and no number.
 std::vector<std::string> Traffic();

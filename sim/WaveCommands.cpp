@@ -11,14 +11,14 @@ std::optional<int> MemoryNumber(Instrument& instrument, std::string_view text) {
   return std::nullopt;
 }
 
-// What comes behind the command that announces a waveform: a block in the command, or a raw block after it.
+// What comes after the command that announces a waveform: a block in the command, or a raw block after it.
 void TakeBlock(Instrument& instrument, const Command& command, int number, std::string_view name) {
   if (!command.block) return instrument.ExpectBlock(number, name);
   if (instrument.Kind().formatted) return instrument.StoreFormatted(number, name, *command.block);
   instrument.StoreArray(number, name, *command.block);
 }
 
-// The arguments before the data, which stand behind a comma: "3,USER1,". False: they are not `wanted` in number.
+// The arguments before the data, which stand after a comma: "3,USER1,". False: they are not `wanted` in number.
 bool HasArguments(Instrument& instrument, const Command& command, std::size_t wanted) {
   if (command.query) {
     instrument.Error(-113);
@@ -126,7 +126,7 @@ void AskTraceInfo(Instrument& instrument, Command& command, const Row& /*row*/) 
   instrument.Answer('"' + waveform->name + "\"," + std::to_string(waveform->format) + "," + std::to_string(points));
 }
 
-// By a number that may begin behind the built-in functions, which the smaller numbers choose.
+// By a number that may begin after the built-in functions, which the smaller numbers choose.
 void ChooseMemory(Instrument& instrument, Command& command, const Row& row) {
   const auto channel = ChannelOf(instrument, command);
   if (!channel) return;

@@ -63,7 +63,7 @@ public:
   void SetSerialNum(const std::string& text);
 
   // Counts this copy out, ends a transfer of its own that is under way, and as the last copy writes the positions. The
-  // destructor does it; earlier, whoever holds what SetLocalControl needs. Twice is once.
+  // destructor does it; earlier, whoever holds what SetLocalControl needs. A second call does nothing.
   void Release();
   // Puts the instrument back to local control when this copy ends in the middle of a transfer.
   void SetLocalControl(std::function<void()> goToLocal) { goToLocal_ = std::move(goToLocal); }

@@ -88,7 +88,7 @@ public:
   // `count` elements of `width` 0 bytes, 1 16-bit words, 2 32-bit values; `swap` exchanges the bytes of every 16-bit
   // word.
   virtual int GP_Send_Binary_Data(std::span<const std::byte> data, int address, int count, int width, bool swap) = 0;
-  // The text and right behind it `count` bytes, in one message. Only USBTMC has it; the others do nothing.
+  // The text and right after it `count` bytes, in one message. Only USBTMC has it; the others do nothing.
   virtual int GP_Send_AsciiBinary_Data(int /*address*/, const std::string& /*header*/,
                                        std::span<const std::byte> /*data*/) {
     return kBusOk;
@@ -122,8 +122,8 @@ private:
   bool showDialog_ = false;
 };
 
-// The value of a key of a configuration text, without regard to case: the text behind the key up to the next comma, and
-// of that what stands behind the first "=", trimmed. Missing: empty.
+// The value of a key of a configuration text, without regard to case: the text after the key up to the next comma, and
+// of that what stands after the first "=", trimmed. Missing: empty.
 [[nodiscard]] std::string ConfigurationValue(const std::string& configuration, std::string_view key);
 [[nodiscard]] bool ConfigurationHas(const std::string& configuration, std::string_view key);
 

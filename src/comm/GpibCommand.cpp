@@ -66,7 +66,7 @@ std::string CommandValue::Format(const std::string& picture) const {
   const std::optional<double> number = number_ ? number_ : WholeNumber(text_);
   if (!number) return text_;
   std::string text = FormatMask(*number, picture);
-  if (text.ends_with('.')) text.pop_back(); // no digits behind the point
+  if (text.ends_with('.')) text.pop_back(); // no digits after the point
   return text;
 }
 

@@ -54,7 +54,7 @@ public:
   int Channel = 0;
 
   // Loads rows up to the first empty key. With reset all definitions are forgotten first, without it rows overwrite
-  // only the keys that they name. An unknown key is told in a box, and loading goes on.
+  // only the keys that they name. An unknown key is shown in a box, and loading goes on.
   void SetUp(bool reset, const std::vector<std::string>& keys, const std::vector<Row>& values);
   // Loads a table of the model database. A table without "arbsend" takes the waveform command from defaultArbCommand:
   // "command" or "preparation, command".
@@ -92,7 +92,7 @@ public:
   [[nodiscard]] std::string DcOffset(int flag) const { return flag != 0 ? DcOffsetOn() : DcOffsetOff(); }
   // 0 on, 1 off, any other state nothing.
   [[nodiscard]] std::string Output(int state) const;
-  // Any text but "true" and none is told in a box.
+  // Any text but "true" and none is shown in a box.
   [[nodiscard]] bool ArbByteSwap() const;
   [[nodiscard]] std::uint32_t ArbBitMask() const { return Mask("arbmask"); }
   [[nodiscard]] std::uint16_t ErrorMask() const { return static_cast<std::uint16_t>(Mask("errmask")); }
@@ -109,7 +109,7 @@ private:
   std::map<std::string, Row, std::less<>> rows_;
 };
 
-// Decimal text, or hexadecimal behind "0x" in any case; what is no number is 0.
+// Decimal text, or hexadecimal after "0x" in any case; what is no number is 0.
 [[nodiscard]] std::uint32_t ParseCommandMask(std::string_view text);
 
 } // namespace calder

@@ -81,7 +81,7 @@ bool GpibIO::OpenBus() {
 void GpibIO::CloseBus() {
   if (!bus_.Initialised()) return;
   if (failed_) bus_.GpErrMsgOn(kOff);
-  // All the way, whatever fails on it; what fails first is told.
+  // All the way, whatever fails on it; what fails first is reported.
   const auto step = [this](int errorCode) {
     if (errorCode == kBusOk || failed_) return;
     Break(errorCode);

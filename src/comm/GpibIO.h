@@ -2,7 +2,7 @@
 // a transfer does on the bus goes through here, and what it does it by is the copy of the settings that was taken when
 // it began.
 //
-// What is told: the interface layer shows its own box for a failed operation; after that the transfer shows one
+// What is reported: the interface layer shows its own box for a failed operation; after that the transfer shows one
 // sentence and no more, touches the bus only to close it, and closes it without further boxes.
 #pragma once
 
@@ -21,16 +21,17 @@ public:
   static constexpr std::string_view kNoTerminator{"\0", 1};
 
   // cancelled: whether the user wants the transfer to end; empty: this transfer is cancelled elsewhere. Once it says
-  // so, nothing more is sent, read or told.
+  // so, nothing more is sent, read or reported.
   explicit GpibIO(const TransferContext& context, std::function<bool()> cancelled = {})
       : live_(context), bus_(context.bus), cancelled_(std::move(cancelled)) {}
   ~GpibIO() { End(); }
   GpibIO(const GpibIO&) = delete;
   GpibIO& operator=(const GpibIO&) = delete;
 
-  // Takes the busy flag and the settings snapshot and opens the bus. False: the user was told why, nothing is held.
+  // Takes the busy flag and the settings snapshot and opens the bus. False: the user was shown why, nothing is held.
   [[nodiscard]] bool Begin(const std::string& title);
-  // Closes the bus and clears the busy flag; a failure that was not told yet is told now. A second call does nothing.
+  // Closes the bus and clears the busy flag; a failure that was not reported yet is reported now. A second call does
+  // nothing.
   void End();
 
   // The settings as they were when the transfer began.
@@ -39,13 +40,13 @@ public:
   [[nodiscard]] const Protocol& ModelProtocol() const { return live_.models.SysGetProtocol(snapshot_.ModelNo); }
   [[nodiscard]] int Address() const { return static_cast<std::uint16_t>(snapshot_.Address); }
 
-  // An empty command is not sent and counts as sent. False: the failure was told.
+  // An empty command is not sent and counts as sent. False: the failure was reported.
   bool Send(const std::string& command);
   // The reply; empty when there is none or the read failed.
   [[nodiscard]] std::string Read();
   // The reply to a query; empty when it could not be sent.
   [[nodiscard]] std::string Query(const std::string& command) { return Send(command) ? Read() : std::string(); }
-  // Further operations. False: it failed, and the failure was told.
+  // Further operations. False: it failed, and the failure was reported.
   bool TimeLimit(double seconds);
   bool EndMark(bool on);
   bool Terminator(std::string_view text); // "\n", "\r\n" or kNoTerminator
@@ -59,12 +60,12 @@ public:
   // At most `limit` bytes of an answer into a file.
   bool ReceiveFile(const std::string& file, int limit);
 
-  // An error box with the text, unless the failure of the interface was told already.
+  // An error box with the text, unless the failure of the interface was reported already.
   void Report(const std::string& text);
   void Report(int message);
   void Debug(const char* title, const std::string& command) const; // a box, with the debug switch on
   void Wait(double seconds);
-  // Closes and opens the bus, which clears the instrument. False: the failure was told.
+  // Closes and opens the bus, which clears the instrument. False: the failure was reported.
   [[nodiscard]] bool Reopen();
 
   // An operation on the interface has failed.
@@ -79,7 +80,7 @@ private:
   [[nodiscard]] bool OpenBus();
   void CloseBus();
   void Release();
-  bool Check(int errorCode); // false: it is a failure, and it was told
+  bool Check(int errorCode); // false: it is a failure, and it was reported
   void Break(int errorCode);
   void ReportFailure();
 

@@ -140,7 +140,7 @@ const std::string& Instrument::OutputCommand(const std::array<std::string, 3>& c
 }
 
 void Instrument::ErrorReport(const clsGpibCommand& common) {
-  if (io_.Stopped()) return; // told, or told at the end
+  if (io_.Stopped()) return; // reported, or reported at the end
   const ErrMsg& messages = io_.Live().messages;
   if (common.GetErrorMessage().empty()) {
     io_.Report(kMsgCheckModel);

@@ -30,7 +30,7 @@ public:
   [[nodiscard]] std::string SelectCommand() const;
   // That of on, off and keep which the output is to be.
   [[nodiscard]] const std::string& OutputCommand(const std::array<std::string, 3>& commands) const;
-  // Tells the instrument's own error text.
+  // Reports the instrument's own error text.
   void ErrorReport(const clsGpibCommand& common);
 
 private:

@@ -112,7 +112,7 @@ int IntfcLib::SetUpFirst() {
 }
 
 int IntfcLib::Setup() {
-  std::error_code ignored; // a folder that cannot be made is told by what is to be written there
+  std::error_code ignored; // a folder that cannot be made shows in what is to be written there
   std::filesystem::create_directories(host_.folder, ignored);
   const std::string configuration = "MYADRS = 0, BOARD_NAME = GPIB0, USB488ID = " + std::to_string(settings_.Address);
   showErrors_ = true; // also of the opening itself: a broken transfer has turned them off

@@ -24,11 +24,6 @@ char CommandByte(int base, int address) {
   return static_cast<char>(base + address);
 }
 
-int NumberInName(std::string_view name) {
-  if (name.size() != 5 || (name.substr(0, 4) != "gpib" && name.substr(0, 4) != "GPIB")) return 0;
-  return name[4] >= '0' && name[4] <= '3' ? name[4] - '0' : 0;
-}
-
 } // namespace
 
 template <typename Call>
@@ -64,7 +59,6 @@ int NI_GPIB_Mdl::GP_Init(const std::string& configuration) {
   std::string name = ConfigurationValue(configuration, "BOARD_NAME");
   if (name.empty()) name = "gpib0";
   ownAddress_ = static_cast<int>(LeadingNumber(ConfigurationValue(configuration, "MYADRS")));
-  boardNumber_ = NumberInName(name);
   int board = -1;
   int result = Do([&](const Ni4882& api) { board = api.ibfind(name.c_str()); });
   if (result == kBusOk && board < 0) result = kBusFailed;

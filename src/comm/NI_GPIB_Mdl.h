@@ -12,7 +12,9 @@ public:
   explicit NI_GPIB_Mdl(BackEndHost& host) : host_(host) {}
 
   [[nodiscard]] const char* Name() const override { return "NI_GPIB"; }
-  [[nodiscard]] ErrorLabels Labels() const override { return {"Error", "Time Out", "Board is Northing", "Buffer Over"}; }
+  [[nodiscard]] ErrorLabels Labels() const override {
+    return {"Error", "Time Out", "Board is Northing", "Buffer Over"};
+  }
   int GP_Init(const std::string& configuration) override;
   int GP_End() override { return GP_REN(false); }
   int GP_Send_Str(int address, const std::string& text) override;
@@ -28,8 +30,6 @@ public:
 
   // The board's own primary address: -1 and 0 ask, a positive value sets it; the answer on success. The error code.
   [[nodiscard]] int BoardAdr(int address, int& answer);
-  // The number in the board's name, 0 to 3.
-  [[nodiscard]] int BoardNumber() const { return boardNumber_; }
 
 private:
   template <typename Call>
@@ -45,7 +45,6 @@ private:
   BackEndHost& host_;
   std::unique_ptr<Ni4882> api_;
   int board_ = 0; // before ibfind: the first board, which every library knows by its number
-  int boardNumber_ = 0;
   int ownAddress_ = 0;
   int terminator_ = kTermNone;
   long count_ = 0; // bytes of the last call

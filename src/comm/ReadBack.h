@@ -12,7 +12,7 @@ namespace calder {
 
 class SystemSetup;
 
-// Fetches the waveform of memory MemoryNo into the receive file. False: the user was told why, or has cancelled
+// Fetches the waveform of memory MemoryNo into the receive file. False: the user was shown why, or has cancelled
 // (cancelled is asked before each command).
 [[nodiscard]] bool ReceiveWaveform(const TransferContext& context, const std::function<bool()>& cancelled = {});
 

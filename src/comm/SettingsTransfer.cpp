@@ -8,7 +8,7 @@
 namespace calder {
 namespace {
 
-// Sends the table's settings and asks for the status. False: told.
+// Sends the table's settings and asks for the status. False: reported.
 bool SendChecked(Instrument& instrument, const clsGpibCommand& commands, const clsGpibCommand& common) {
   if (!instrument.SendSettings(commands)) return false;
   if (!instrument.StatusError(common)) return true;

@@ -1,4 +1,4 @@
-// Whether the bus libraries are those of the simulated bench, which a file beside them tells, and which instrument
+// Whether the bus libraries are those of the simulated bench, which a file beside them says, and which instrument
 // stands at which address there.
 #pragma once
 

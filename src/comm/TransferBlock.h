@@ -36,7 +36,7 @@ struct BlockRequest {
 [[nodiscard]] bool BuildTransferBlock(const BlockRequest& request, std::vector<std::byte>& block,
                                       const std::function<bool(int)>& progress);
 
-// Keeps every `step`-th 2-byte point behind the first `header` bytes, `points` of them, and cuts the block there.
+// Keeps every `step`-th 2-byte point after the first `header` bytes, `points` of them, and cuts the block there.
 void Decimate(std::vector<std::byte>& block, std::size_t header, std::size_t points, std::size_t step);
 
 } // namespace calder

@@ -130,7 +130,7 @@ int USB488_MDL::GP_EOI(bool on) {
 int USB488_MDL::GP_Send_Binary_Data(std::span<const std::byte> data, int /*address*/, int count, int width, bool swap) {
   if (const int result = Open(); result != kBusOk) return result;
   const std::string payload = BinaryPayload(data, count, width, swap);
-  // The data are one transfer, and nothing comes behind it that could end the message.
+  // The data are one transfer, and nothing comes after it that could end the message.
   constexpr int kEndMark = 1;
   return ResultOf(api_->UsbSendBinary(device_, payload.data(), static_cast<long>(payload.size()), kEndMark));
 }

@@ -66,7 +66,7 @@ bool WaveTransfer::Transfer(GpibIO& io) {
 }
 
 // The memory shown is smaller than the waveform: the points in between are left out. Models with a header know it from
-// the header on every bus; for the others only USBTMC tells the length.
+// the header on every bus; for the others only USBTMC gives the length.
 bool WaveTransfer::Thinned(const GpibIO& io, const BlockRequest& request) {
   if (request.layout == BlockLayout::ControlPoints) return false;
   if (request.layout == BlockLayout::PointsAlone && io.Kind() != kUsbTmc) return false;
@@ -154,7 +154,7 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
   if (!io.SendBlock(header, block_)) return false;
   loaded_ = true;
   progress_.Sent(block_.size(), block_.size());
-  // The instrument takes the block in by itself: nothing tells when it is done.
+  // The instrument takes the block in by itself: nothing says when it is done.
   if (!Count(io, "Send data", static_cast<int>(block_.size() / kBytesASecond) + kSettleSeconds)) return false;
   if (instrument.StatusError(common)) {
     if (!io.Failed()) {

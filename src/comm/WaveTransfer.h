@@ -16,7 +16,7 @@ public:
   WaveTransfer(const TransferContext& context, const SystemSetup& setup, TransferProgress& progress)
       : context_(context), setup_(setup), progress_(progress) {}
 
-  // One transfer from beginning to end; the user is told what fails. False: it was stopped or cancelled, or the
+  // One transfer from beginning to end; the user is shown what fails. False: it was stopped or cancelled, or the
   // instrument reported an error at its end.
   bool Run();
 

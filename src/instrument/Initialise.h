@@ -9,7 +9,7 @@ inline constexpr const char* kModelFolder = "models";
 class Program;
 class SystemSetup;
 
-// False: the program ends; the user was told why.
+// False: the program ends; the user was shown why.
 [[nodiscard]] bool InitialiseSystem(Program& program, SystemSetup& setup);
 
 // The title that the sibling editor's window begins with.

@@ -28,7 +28,6 @@ public:
   ~FrmGPIBExit() override;
 
   [[nodiscard]] bool GpibExit() const { return gpibExit_; }
-  void SetGpibExit(bool exit) { gpibExit_ = exit; }
   void ShowStep(const QString& text, int maximum);
   void ShowValue(int value);
   void ShowRate(const QString& text);

@@ -327,7 +327,7 @@ bool SetupDesk::MemoryNameValid() const {
   return std::all_of(name.begin(), name.end(), [](char c) { return c >= ' ' && c <= '~' && c != '"'; });
 }
 
-// False: there is no instrument, and the user was told.
+// False: there is no instrument, and the user was shown.
 bool SetupDesk::PrepareUsb() {
   if (!UsbShown()) return true;
   const std::string name = ResourceName();
@@ -360,7 +360,7 @@ void SetupDesk::Btn_Trans_Click(Transfer transfer) {
     port_->GoToMemoryName();
     return;
   }
-  const bool outermost = !transferring_; // a second press is told that the bus is busy
+  const bool outermost = !transferring_; // a second press is answered that the bus is busy
   if (outermost) {
     transferring_ = true;
     cancellable_ = !loop && transfer != Transfer::Waveform;

@@ -94,7 +94,6 @@ public:
   [[nodiscard]] std::string CutWarning() const;
   // A line about the simulated bench; empty when the buses are real.
   [[nodiscard]] std::string BenchHint() const;
-  [[nodiscard]] bool Transferring() const { return transferring_; }
   // The dialog's own Cancel ends the transfer under way; waveforms are cancelled in the progress window.
   [[nodiscard]] bool Cancellable() const { return cancellable_; }
   // A window shows this desk.

@@ -77,7 +77,7 @@ ViStatus UsbtmcVisa::viFindRsrc(ViSession manager, const std::string& expression
   List found;
   found.manager = manager;
   for (const UsbtmcDevice& device : port_->Devices()) {
-    if (device.serial.empty()) continue; // it could not be told from its twins
+    if (device.serial.empty()) continue; // it could not be distinguished from its twins
     std::string one = FormatUsbName(NameOf(device));
     if (MatchesVisaExpression(expression, one)) found.names.push_back(std::move(one));
   }
@@ -164,7 +164,7 @@ ViStatus UsbtmcVisa::WriteAll(const Device& device, const char* data, std::size_
   const int error = port_->Write(device.handle, data, count, sent);
   written += static_cast<std::uint32_t>(sent);
   if (error != 0) return StatusOf(error);
-  // The rest would begin a transfer of its own behind an end mark: the message is broken.
+  // The rest would begin a transfer of its own after an end mark: the message is broken.
   return sent == count ? VI_SUCCESS : VI_ERROR_IO;
 }
 

@@ -1,6 +1,6 @@
 // VISA (the IVI Foundation's VPP-4.3) as far as the program calls it.
 //
-// Two things stand behind it: a VISA library of the machine, or, when there is none, a small layer of our own over the
+// It is one of two things: a VISA library of the machine, or, when there is none, a small layer of our own over the
 // kernel's usbtmc driver. Statuses are VISA's: negative numbers are errors, 0 and above success.
 #pragma once
 

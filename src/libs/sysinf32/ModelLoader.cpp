@@ -24,7 +24,7 @@ std::optional<ModelFault> ReadWholeFile(const std::string& path, std::vector<cha
     if (errno == ENOENT || errno == ENOTDIR) return ModelFault{SYS_NO_MODEL_FILE, path, 0, "The file does not exist."};
     return ModelFault{SYS_READ_FAILED, path, 0, "The file cannot be opened."};
   }
-  // One byte more than a model file may have: the parser then tells that it is too large.
+  // One byte more than a model file may have: the parser then says that it is too large.
   room.resize(kTomlMaxBytes + 1);
   text = std::string_view(room.data(), std::fread(room.data(), 1, room.size(), file.get()));
   if (std::ferror(file.get()) != 0) return ModelFault{SYS_READ_FAILED, path, 0, "The file cannot be read."};

@@ -16,7 +16,7 @@ namespace calder {
 // A running sequence is in the way of a transfer: how to see and to stop it.
 struct SequenceProtocol {
   std::string State;     // answers 1 while sequences are on
-  std::string Condition; // a query whose bits `Running` tell that one runs
+  std::string Condition; // a query whose bits `Running` say that one runs
   std::uint32_t Running = 0;
   std::string Stop;
   std::string End; // switches sequences off

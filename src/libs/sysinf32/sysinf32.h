@@ -56,7 +56,7 @@ public:
   void Prefetch(const std::string& folder);
 
   // Reads index.toml and the model files that it lists, in its order, from `folder`. >= 0: loaded; negative: one of the
-  // statuses above, and SysGetSysErrorFileName and SysGetSysErrorLineNo (1-based, 0 when no line is to blame) tell
+  // statuses above, and SysGetSysErrorFileName and SysGetSysErrorLineNo (1-based, 0 when no line is to blame) say
   // where. After a failure the database is empty.
   [[nodiscard]] std::int32_t SysInitDeviceInfo(const std::string& folder);
   [[nodiscard]] std::int32_t SysGetSysErrorLineNo() const;
