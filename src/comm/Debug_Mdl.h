@@ -15,7 +15,9 @@ public:
   explicit Debug_Mdl(BackEndHost& host) : host_(host) {}
 
   [[nodiscard]] const char* Name() const override { return "SIMULATED"; }
-  [[nodiscard]] ErrorLabels Labels() const override { return {"Error", "Time Out", "Board is Northing", "Buffer Over"}; }
+  [[nodiscard]] ErrorLabels Labels() const override {
+    return {"Error", "Time Out", "Board is Northing", "Buffer Over"};
+  }
   [[nodiscard]] bool Blocks() const override { return false; }
   int GP_Init(const std::string& configuration) override;
   int GP_End() override { return kBusOk; }

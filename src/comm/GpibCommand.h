@@ -74,6 +74,7 @@ public:
   [[nodiscard]] std::string GetErrorMessage() const { return Plain("geterr"); }
   [[nodiscard]] std::string SendGpibCommand() const { return Plain("gpibcmd"); }
 
+  // Values: the channel's number from 1, hertz, the range's position from 0, volts peak to peak or peak, volts.
   [[nodiscard]] std::string channel(const CommandValue& value = {}) const { return Formatted("channel", value); }
   [[nodiscard]] std::string frequency(const CommandValue& value = {}) const { return Formatted("freq", value); }
   [[nodiscard]] std::string AmplitudeRange(const CommandValue& value = {}) const { return Formatted("amprng", value); }

@@ -44,7 +44,8 @@ public:
   int SDC(int address);
   // The time limit for the seconds, rounded to one that every bus knows; 0 and less: none. The limit in seconds.
   double Tmo(double seconds);
-  // The terminator: NUL (none), LF, CR or CR LF, when given. The current one.
+  // The terminator: NUL (none), LF, CR or CR LF, when given; any other text is error 4 and does not reach the back end.
+  // The current one.
   std::string Eos(std::optional<std::string_view> text = {});
   // 0 no end mark, 1 as it is, 2 an end mark; -1 no change. The current mode.
   int Eot(int mode);

@@ -17,7 +17,7 @@ constexpr std::size_t kBytesASecond = 65536; // what an instrument takes at leas
 constexpr int kSettleSeconds = 9;
 constexpr double kOutputSeconds = 1;
 constexpr double kBlockTimeLimit = 30; // seconds
-constexpr double kTimeLimit = 1;
+constexpr double kShortTimeLimit = 1;
 constexpr int kThousand = 1000;
 
 std::string DefiniteLengthHeader(std::size_t bytes) {
@@ -162,10 +162,10 @@ bool WaveTransfer::SendUsbTmc(GpibIO& io, Instrument& instrument, const clsGpibC
       if (!reply.empty()) io.Report(reply);
     }
     io.Report(kMsgTransferStopped);
-    if (!io.Failed()) io.TimeLimit(kTimeLimit);
+    if (!io.Failed()) io.TimeLimit(kShortTimeLimit);
     return false;
   }
-  return io.TimeLimit(kTimeLimit);
+  return io.TimeLimit(kShortTimeLimit);
 }
 
 bool WaveTransfer::SendUsb488(GpibIO& io) {

@@ -28,6 +28,7 @@ public:
   ~FrmGPIBExit() override;
 
   [[nodiscard]] bool GpibExit() const { return gpibExit_; }
+  // A new step at 0, and the value that means its end; the rate of the one before goes.
   void ShowStep(const QString& text, int maximum);
   void ShowValue(int value);
   void ShowRate(const QString& text);

@@ -47,6 +47,7 @@ public:
   void Form_Load();
   void Form_Unload();
 
+  // Choices by their position in the lists; one outside of its list changes nothing.
   void ChooseModel(int model);
   void ChooseInterface(int index);
   void ChooseSerial(const std::string& serial) { program_.serialNumber = serial; }

@@ -8,8 +8,8 @@
 // its end.
 #pragma once
 
-#include "platform/UsbtmcPort.h"
 #include "libs/bus/Visa.h"
+#include "platform/UsbtmcPort.h"
 
 #include <map>
 #include <set>

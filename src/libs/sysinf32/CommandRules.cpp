@@ -13,7 +13,6 @@ namespace calder {
 namespace {
 
 constexpr std::size_t kMaxValue = 64;
-constexpr std::size_t kMaxMemoryName = 32;
 
 // What the columns of a row are.
 enum class RowKind {
@@ -100,7 +99,8 @@ std::string ColumnFault(const RowRule& rule, const std::vector<std::string>& col
       return "must have a whole number as its offset";
     return std::string();
   case RowKind::Name:
-    return IsWholeWithin(columns[1], 1, kMaxMemoryName) ? std::string() : "must have a maximum length of 1 to 32";
+    return IsWholeWithin(columns[1], 1, Model::kMaxMemoryName) ? std::string()
+                                                               : "must have a maximum length of 1 to 32";
   case RowKind::Mask: {
     const std::optional<std::int64_t> mask = Mask(columns[0]);
     return mask && *mask >= 0 && *mask <= 0xFFFF ? std::string() : "must be a mask of 0 to 0xFFFF";

@@ -70,6 +70,7 @@ struct AddressRange {
 struct Model {
   static constexpr std::size_t kInterfaceKinds = 5;
   static constexpr std::size_t kTables = 4;
+  static constexpr std::size_t kMaxMemoryName = 32; // characters
 
   std::string Name;            // at most 16 characters
   std::int32_t NameLine = 0;   // where the file says so

@@ -14,7 +14,6 @@ namespace calder {
 namespace {
 
 constexpr std::size_t kMaxModelName = 16;
-constexpr std::size_t kMaxMemoryName = 32;
 constexpr std::size_t kMaxArbCommand = 64;
 constexpr std::size_t kMaxModels = 256;
 constexpr std::size_t kMaxSizes = 64;
@@ -88,7 +87,7 @@ void ReadMemoryNumber(const TomlNode& node, Model& model, FaultSink& faults) {
 void ReadMemoryName(const TomlNode& node, Model& model, FaultSink& faults) {
   const TableReader reader(node, {"selectable", "default"}, faults);
   const TomlNode& name = reader.Require("default");
-  model.MemoryName = ReadName(name, kMaxMemoryName, faults);
+  model.MemoryName = ReadName(name, Model::kMaxMemoryName, faults);
   if (model.MemoryName.find('"') != std::string::npos)
     faults.Report(SYS_BAD_VALUE, name.line, "A memory name must not hold a double quote.");
   model.MemoryNameSelectable = true;

@@ -8,8 +8,8 @@ namespace calder {
 
 namespace {
 
-constexpr std::size_t kMaxText = 128;
-constexpr std::size_t kMaxList = 64;
+constexpr std::size_t kMaxCommandText = 128;
+constexpr std::size_t kMaxCommands = 64;
 constexpr std::int32_t kMaxNumber = 32000;
 constexpr std::int32_t kMaxSeconds = 600;
 constexpr std::int32_t kMaxBits = 0xFFFF;
@@ -17,7 +17,7 @@ constexpr std::int32_t kMaxBits = 0xFFFF;
 using Names = std::initializer_list<std::string_view>;
 
 std::string ReadCommand(const TomlNode& node, Names placeholders, FaultSink& faults) {
-  std::string text = ReadName(node, kMaxText, faults);
+  std::string text = ReadName(node, kMaxCommandText, faults);
   if (!HasOnlyPlaceholders(text, placeholders)) {
     std::string known;
     for (const std::string_view name : placeholders) (known += known.empty() ? "$" : ", $").append(name) += '$';
@@ -33,15 +33,15 @@ std::string Optional(const TableReader& table, std::string_view key, Names place
   return node == nullptr ? std::string() : ReadCommand(*node, placeholders, faults);
 }
 
-std::vector<std::string> ReadCommands(const TomlNode& node, FaultSink& faults) {
+std::vector<std::string> ReadTexts(const TomlNode& node, FaultSink& faults) {
   std::vector<std::string> commands;
-  for (const TomlNode& item : ReadItems(node, kMaxList, faults)) commands.push_back(ReadCommand(item, {}, faults));
+  for (const TomlNode& item : ReadItems(node, kMaxCommands, faults)) commands.push_back(ReadCommand(item, {}, faults));
   return commands;
 }
 
 // One text for each of `count` things of the model.
 std::vector<std::string> ReadForEach(const TomlNode& node, std::size_t count, const char* things, FaultSink& faults) {
-  std::vector<std::string> texts = ReadCommands(node, faults);
+  std::vector<std::string> texts = ReadTexts(node, faults);
   if (texts.size() != count)
     faults.Report(SYS_BAD_VALUE, node.line,
                   "\"" + node.key + "\" must have as many items as there are " + things + ": " + std::to_string(count) +
@@ -144,7 +144,7 @@ void ReadProtocol(const TomlNode& node, Model& model, FaultSink& faults) {
   if (const TomlNode* seconds = table.Find("load_seconds"))
     protocol.LoadSeconds = ReadInteger(*seconds, 0, kMaxSeconds, faults);
   if (const TomlNode* suffix = table.Find("peak_suffix")) protocol.PeakSuffix = ReadFlag(*suffix, faults);
-  if (const TomlNode* commands = table.Find("preparation")) protocol.Preparation = ReadCommands(*commands, faults);
+  if (const TomlNode* commands = table.Find("preparation")) protocol.Preparation = ReadTexts(*commands, faults);
   if (const TomlNode* command = table.Find("read_information"))
     protocol.ReadInformation = ReadCommand(*command, {"NUMBER"}, faults);
   if (const TomlNode* command = table.Find("read_data")) protocol.ReadData = ReadCommand(*command, {"NUMBER"}, faults);
