@@ -19,11 +19,14 @@ struct NewModel : BusFixture {
     const std::string page = TextOf((source / "docs/models.md").string());
     const std::string fence = "```toml\n";
     const std::size_t begin = page.find(fence) + fence.size();
-    std::ofstream(folder / "models/vj6140.toml") << page.substr(begin, page.find("```", begin) - begin);
+    std::string model = page.substr(begin, page.find("```", begin) - begin);
+    // A name of its own, in case that the page's model was added for good.
+    for (std::size_t at = 0; (at = model.find("VJ6140", at)) != std::string::npos;) model.replace(at, 6, "VJ6149");
+    std::ofstream(folder / "models/vj6149.toml") << model;
     std::string index = TextOf((folder / "models/index.toml").string());
-    index.insert(index.rfind(']'), "  \"vj6140.toml\",\n");
+    index.insert(index.rfind(']'), "  \"vj6149.toml\",\n");
     std::ofstream(folder / "models/index.toml") << index;
-    std::ofstream(folder / "USBTMC.ID", std::ios::app) << "VJ6140,USB0::0x1209::0x6140::\n";
+    std::ofstream(folder / "USBTMC.ID", std::ios::app) << "VJ6149,USB0::0x1209::0x6149::\n";
 
     desktop.folders.read = {folder.string()};
     program.emplace(desktop.Services());
@@ -40,7 +43,7 @@ struct NewModel : BusFixture {
 
 TEST_F(NewModel, TransfersOnEachOfItsBuses) {
   const int model = program->models.SysGetDeviceCnt() - 1;
-  ASSERT_EQ(program->models.SysGetDeviceName(model), "VJ6140");
+  ASSERT_EQ(program->models.SysGetDeviceName(model), "VJ6149");
   for (const InterfaceKind kind : {kNiGpib, kUsbTmc}) {
     SCOPED_TRACE("kind " + std::to_string(kind));
     sim::Reset();
@@ -50,14 +53,14 @@ TEST_F(NewModel, TransfersOnEachOfItsBuses) {
     program->settings.Frequency = 250;
     program->settings.Output = 0;
     EXPECT_TRUE(SettingsTransfer(Context()));
-    EXPECT_EQ(sim::Setting("VJ6140", "frequency"), "250");
-    EXPECT_EQ(sim::Setting("VJ6140", "output"), "1");
+    EXPECT_EQ(sim::Setting("VJ6149", "frequency"), "250");
+    EXPECT_EQ(sim::Setting("VJ6149", "output"), "1");
     EXPECT_TRUE(TransferWave());
-    const auto held = sim::Memory("VJ6140", 3);
+    const auto held = sim::Memory("VJ6149", 3);
     ASSERT_TRUE(held);
     EXPECT_EQ(static_cast<int>(held->codes.size()), program->settings.MemorySize);
-    EXPECT_EQ(sim::Setting("VJ6140", "user"), "3");
-    EXPECT_EQ(sim::Errors("VJ6140"), std::vector<std::string>());
+    EXPECT_EQ(sim::Setting("VJ6149", "user"), "3");
+    EXPECT_EQ(sim::Errors("VJ6149"), std::vector<std::string>());
     ExpectIdle();
   }
 }
@@ -70,15 +73,15 @@ TEST_F(NewModel, KeepsTheOutputWhereTheFileSaysNothingOfIt) {
     sim::Reset();
     program->settings.Output = static_cast<std::int16_t>(output);
     EXPECT_TRUE(TransferWave());
-    for (const std::string& message : sim::Messages("VJ6140"))
+    for (const std::string& message : sim::Messages("VJ6149"))
       EXPECT_THAT(message, testing::Not(testing::HasSubstr("OUTP")));
   }
 }
 
 TEST_F(NewModel, IsNamedWhenItsFileIsMissing) {
-  std::filesystem::remove(folder / "models/vj6140.toml");
-  desktop.boxes.Expect("No System Setup file.\r(" + (folder / "models/vj6140.toml").string() +
-                       ")\rThe file does not exist. Line 30 of index.toml");
+  std::filesystem::remove(folder / "models/vj6149.toml");
+  desktop.boxes.Expect("No System Setup file.\r(" + (folder / "models/vj6149.toml").string() +
+                       ")\rThe file does not exist. Line ");
   EXPECT_FALSE(InitialiseSystem(*program, *setup));
 }
 
