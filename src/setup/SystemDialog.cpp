@@ -199,7 +199,7 @@ bool SystemDialog::eventFilter(QObject* watched, QEvent* event) {
     const int key = type == QEvent::KeyPress ? static_cast<QKeyEvent*>(event)->key() : 0;
     if (key != Qt::Key_Return && key != Qt::Key_Enter) {
       lookingThrough_ = true;
-    } else if (lookingThrough_) { // the choice; the next Enter is OK's
+    } else if (ui_->Comb_System->currentIndex() != desk_.Setup().ModelChoice()) { // the next Enter is OK's
       ChooseShownModel();
       return true;
     }
