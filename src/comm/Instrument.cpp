@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "libs/sysinf32/sysinf32.h"
 #include "platform/AsciiText.h"
 
 #include <algorithm>

@@ -3,6 +3,7 @@
 #include "app/Program.h"
 #include "libs/sysinf32/CommandColumns.h"
 #include "platform/Clock.h"
+#include "platform/posix/WholeFile.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,6 +5,7 @@
 #include "comm/TransferBlock.h"
 #include "instrument/SystemSetup.h"
 #include "libs/spline32/spline32.h"
+#include "platform/posix/WholeFile.h"
 
 #include <algorithm>
 #include <charconv>

@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "instrument/SystemSetup.h"
+#include "libs/sysinf32/sysinf32.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,6 +1,7 @@
 #include "instrument/OscillatorLimits.h"
 
 #include "app/EngValB.h"
+#include "libs/sysinf32/sysinf32.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "instrument/SystemSetup.h"
 
 #include "app/EngValB.h"
+#include "libs/sysinf32/sysinf32.h"
 #include "platform/AsciiText.h"
 
 #include <algorithm>
