@@ -202,6 +202,7 @@ class Tour:
         d = self.desktop
         d.key("Return")
         d.wait_title(r"\.txt>$")
+        self.markers("0", "1000000")
         d.key("ctrl+d")
         check(not any(codes_of_text(self.save("ctrl+t", "cleared-" + name))), "the waveform was not cleared")
         self.setup("alt+w", "alt+r")

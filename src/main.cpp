@@ -1,5 +1,6 @@
 #include "Application.h"
 #include "instrument/Initialise.h"
+#include "libs/sysinf32/sysinf32.h"
 #include "platform/posix/BigPages.h"
 #include "platform/posix/ReadFolders.h"
 #include "platform/qt/OutsideEnd.h"

@@ -13,16 +13,20 @@
 #include "app/RememberedNames.h"
 #include "app/UsbIds.h"
 #include "app/ViewState.h"
-#include "libs/eval32/eval32.h"
-#include "libs/file32/file32.h"
-#include "libs/sysinf32/sysinf32.h"
 #include "platform/Desktop.h"
 
 #include <array>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace calder {
+
+class CommandTable;
+class Evaluator;
+class File32;
+class ModelDatabase;
 
 inline constexpr const char* kTitle = "Orvo Calder for XG5530/31";
 inline constexpr const char* kApplicationTitle = "Calder";
@@ -40,15 +44,20 @@ enum ToolNo : int {
 
 class Program {
 public:
-  // database: a loaded one, one that is being read, or an empty one.
-  explicit Program(const Desktop& desktopServices, ModelDatabase database = {})
-      : desktop(desktopServices), registry(desktop.settings, desktop.instances),
-        language(desktop.language.DefaultLangID() == SystemLanguage::kJapanese ? Language::Japanese
-                                                                               : Language::English),
-        messages(desktop.messageBoxes, language), models(std::move(database)) {}
+  // With an empty model database.
+  explicit Program(const Desktop& desktopServices);
+  // database: a loaded one, or one that is being read.
+  Program(const Desktop& desktopServices, ModelDatabase database);
+  ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
+private:
+  // The members whose headers only few units need; they include them themselves.
+  struct Engines;
+  const std::unique_ptr<Engines> engines_;
+
+public:
   const Desktop desktop;
   clsRegistry registry;
   const Language language;
@@ -58,12 +67,12 @@ public:
   EditBuffers buffers{settings};
   ControlPointFinder controlPoints;
   ViewState view;
-  ModelDatabase models;
-  std::array<CommandTable, 4> commandTables;
+  ModelDatabase& models;
+  std::array<CommandTable, 4>& commandTables;
   std::array<std::int32_t, 4> commandRows{};
-  File32 fileLibrary;
+  File32& fileLibrary;
   PageTable pages;
-  Evaluator evaluator;
+  Evaluator& evaluator;
   std::vector<UsbId> usbIds;
   std::int16_t interfaceKind = kUsbTmc;
   std::string serialNumber;

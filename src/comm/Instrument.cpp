@@ -4,6 +4,7 @@
 #include "app/Messages.h"
 #include "comm/CommandTemplate.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "libs/sysinf32/sysinf32.h"
 #include "platform/AsciiText.h"
 #include "platform/Desktop.h"
 

@@ -7,6 +7,7 @@
 #include "libs/sysinf32/SystemInfo.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
+#include "platform/posix/WholeFile.h"
 
 #include <algorithm>
 #include <cmath>

@@ -9,6 +9,7 @@
 #include "libs/file32/file32.h"
 #include "libs/spline32/spline32.h"
 #include "platform/Desktop.h"
+#include "platform/posix/WholeFile.h"
 
 #include <algorithm>
 #include <charconv>

@@ -1,4 +1,5 @@
 #include "editor/EditCommands.h"
+#include "libs/file32/file32.h"
 #include "platform/WholePoint.h"
 
 #include <algorithm>

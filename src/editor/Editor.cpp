@@ -13,7 +13,8 @@ constexpr const char* kUsbIdFile = "USBTMC.ID";
 } // namespace
 
 Editor::Editor(Program& programState)
-    : program(programState), setup(program), waveFiles(program, setup),
+    : program(programState), setup(program), waveFiles(program.buffers, program.settings, program.interfaceKind,
+                                                       program.names, program.fileLibrary, program.messages, setup),
       fileCommands(program.desktop, program.messages, program.registry, program.names, waveFiles),
       view(program.settings, program.units, program.view),
       markers(program.settings, program.units, program.buffers, program.view, view),

@@ -1,16 +1,19 @@
 // Expression lists, .wfn: the Create dialog's pages as a file. docs/file-formats.md has the layout.
 #pragma once
 
-#include "app/Program.h"
-
 #include <cstdint>
 #include <string>
 
 namespace calder {
 
+class ErrMsg;
+class PageTable;
+struct SystemInfo;
+
 class ListFile {
 public:
-  explicit ListFile(Program& program) : program_(program) {}
+  ListFile(PageTable& pages, const SystemInfo& settings, const ErrMsg& messages)
+      : pages_(pages), settings_(settings), messages_(messages) {}
 
   // Writes every page of the user's that takes part in All Page OK. 0, also when there is none and no file is made; 72:
   // not written, the old file is as it was. The user is not told.
@@ -20,7 +23,9 @@ public:
   std::int32_t Read_List(const std::string& path);
 
 private:
-  Program& program_;
+  PageTable& pages_;
+  const SystemInfo& settings_;
+  const ErrMsg& messages_;
 };
 
 } // namespace calder

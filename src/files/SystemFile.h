@@ -1,18 +1,22 @@
 // System files, .ocb: the instrument and display settings alone. docs/file-formats.md has the layout.
 #pragma once
 
-#include "app/Program.h"
-
 #include <cstdint>
 #include <string>
 
 namespace calder {
 
+class ErrMsg;
+class File32;
 class WaveFiles;
+struct SystemInfo;
 
 class SystemFile {
 public:
-  SystemFile(Program& program, const WaveFiles& waveFiles) : program_(program), waveFiles_(waveFiles) {}
+  SystemFile(SystemInfo& settings, std::int16_t& interfaceKind, File32& fileLibrary, const ErrMsg& messages,
+             const WaveFiles& waveFiles)
+      : settings_(settings), interfaceKind_(interfaceKind), fileLibrary_(fileLibrary), messages_(messages),
+        waveFiles_(waveFiles) {}
 
   // 0, or 72: not written, the old file is as it was.
   [[nodiscard]] std::int32_t Write_SystemFile(const std::string& path) const;
@@ -21,7 +25,10 @@ public:
   [[nodiscard]] std::int32_t Read_SystemFile(const std::string& path);
 
 private:
-  Program& program_;
+  SystemInfo& settings_;
+  std::int16_t& interfaceKind_;
+  File32& fileLibrary_;
+  const ErrMsg& messages_;
   const WaveFiles& waveFiles_;
 };
 

@@ -1,9 +1,13 @@
 #include "files/WaveFiles.h"
 
+#include "app/EditBuffers.h"
+#include "app/Messages.h"
+#include "app/RememberedNames.h"
 #include "files/FileNames.h"
 #include "files/ParseErrorTexts.h"
 #include "files/SettingsBlock.h"
 #include "instrument/SystemSetup.h"
+#include "libs/file32/file32.h"
 #include "platform/AsciiText.h"
 
 #include <algorithm>
@@ -20,35 +24,35 @@ constexpr std::size_t kModelNameBytes = 16;
 bool WaveFiles::Read_WaveFile(const std::string& path) {
   if (Is_FileExt(path, "wdb")) return ReadWdb(path);
   if (Is_FileExt(path, "txt")) return ReadIntegerText(path);
-  program_.messages.ErrorBox(kMsgBadExtension);
+  messages_.ErrorBox(kMsgBadExtension);
   return false;
 }
 
 bool WaveFiles::ReadWdb(const std::string& path) {
-  const std::span<const std::byte> file = program_.fileLibrary.LoadWdb(path);
+  const std::span<const std::byte> file = fileLibrary_.LoadWdb(path);
   switch (Check_WdbModel(file)) {
-  case ModelCheck::Unknown: program_.messages.ErrorBox(kMsgUnknownModel); return false;
-  case ModelCheck::Unreadable: program_.messages.ErrorBox(kMsgReadFailed); return false;
+  case ModelCheck::Unknown: messages_.ErrorBox(kMsgUnknownModel); return false;
+  case ModelCheck::Unreadable: messages_.ErrorBox(kMsgReadFailed); return false;
   case ModelCheck::Known: break;
   }
   // The settings are looked at before any buffer is touched, so that a damaged file changes nothing.
-  SystemInfo record = program_.settings;
-  std::int32_t kind = program_.interfaceKind;
+  SystemInfo record = settings_;
+  std::int32_t kind = interfaceKind_;
   const std::span<const std::byte> block = WdbSettings(file);
   bool sound = !block.empty();
   if (sound) {
-    Unpack_Settings(block.first<WDB_SETTINGS_BYTES>(), PageOf(program_.language), record, kind);
+    Unpack_Settings(block.first<WDB_SETTINGS_BYTES>(), PageOf(messages_.GetLanguage()), record, kind);
     sound = IsSound(record);
   }
-  EditBuffers& buffers = program_.buffers;
-  if (!sound || program_.fileLibrary.TakeWdb(file, buffers.Work()) != 0) {
-    program_.messages.ErrorBox(kMsgReadFailed);
+  EditBuffers& buffers = buffers_;
+  if (!sound || fileLibrary_.TakeWdb(file, buffers.Work()) != 0) {
+    messages_.ErrorBox(kMsgReadFailed);
     return false;
   }
   Resolve_Model(record);
   buffers.TakeLoaded();
-  program_.settings = record;
-  program_.interfaceKind = static_cast<std::int16_t>(kind);
+  settings_ = record;
+  interfaceKind_ = static_cast<std::int16_t>(kind);
   setup_.RecordLoaded();
   setup_.Accept();
   RememberNames(path);
@@ -56,9 +60,9 @@ bool WaveFiles::ReadWdb(const std::string& path) {
 }
 
 bool WaveFiles::ReadIntegerText(const std::string& path) {
-  EditBuffers& buffers = program_.buffers;
+  EditBuffers& buffers = buffers_;
   std::int32_t points = 0;
-  if (program_.fileLibrary.LoadWaveData(path, buffers.Work(), 0, program_.settings.MemorySize, points) != 0) {
+  if (fileLibrary_.LoadWaveData(path, buffers.Work(), 0, settings_.MemorySize, points) != 0) {
     ReportReadFailure();
     return false;
   }
@@ -69,12 +73,12 @@ bool WaveFiles::ReadIntegerText(const std::string& path) {
 
 bool WaveFiles::Read_RealText(const std::string& path) {
   if (!Is_FileExt(path, "txt")) {
-    program_.messages.ErrorBox(kMsgBadExtension);
+    messages_.ErrorBox(kMsgBadExtension);
     return false;
   }
-  EditBuffers& buffers = program_.buffers;
+  EditBuffers& buffers = buffers_;
   std::vector<std::int16_t> codes;
-  if (program_.fileLibrary.LoadRealData(path, program_.settings.MemorySize, codes) != 0) {
+  if (fileLibrary_.LoadRealData(path, settings_.MemorySize, codes) != 0) {
     ReportReadFailure();
     return false;
   }
@@ -86,8 +90,8 @@ bool WaveFiles::Read_RealText(const std::string& path) {
 }
 
 void WaveFiles::TakeWork(std::int32_t points) {
-  EditBuffers& buffers = program_.buffers;
-  const std::int32_t size = program_.settings.MemorySize;
+  EditBuffers& buffers = buffers_;
+  const std::int32_t size = settings_.MemorySize;
   buffers.Save_Undo();
   if (points == 1) {
     W_MakeDC(buffers.Work(), 0, size, W_GetWaveData(buffers.Work(), 0, 1));
@@ -101,7 +105,7 @@ void WaveFiles::TakeWork(std::int32_t points) {
 WaveFiles::ModelCheck WaveFiles::Check_WdbModel(std::span<const std::byte> file) const {
   if (file.size() < kModelNameOffset + kModelNameBytes) return ModelCheck::Unreadable;
   const std::string_view field(reinterpret_cast<const char*>(&file[kModelNameOffset]), kModelNameBytes);
-  const std::string name = TrimBlanks(FromCodePageField(field, PageOf(program_.language)));
+  const std::string name = TrimBlanks(FromCodePageField(field, PageOf(messages_.GetLanguage())));
   for (const std::string& model : setup_.Models()) {
     if (model.substr(0, name.size()) == name) return ModelCheck::Known;
   }
@@ -120,14 +124,13 @@ bool WaveFiles::Write_WaveFile(const std::string& path) {
   setup_.ApplyMemorySize();
   const bool binary = Is_FileExt(path, "wdb");
   if (!binary && !Is_FileExt(path, "txt")) {
-    program_.messages.ErrorBox(kMsgBadExtension);
+    messages_.ErrorBox(kMsgBadExtension);
     return false;
   }
   const std::int32_t result =
-      binary ? Write_Wdb(path)
-             : program_.fileLibrary.SaveWaveData(path, program_.buffers.Current(), 0, program_.settings.MemorySize);
+      binary ? Write_Wdb(path) : fileLibrary_.SaveWaveData(path, buffers_.Current(), 0, settings_.MemorySize);
   if (result != 0) {
-    program_.messages.ErrorBox(kMsgWriteFailed);
+    messages_.ErrorBox(kMsgWriteFailed);
     return false;
   }
   RememberNames(path);
@@ -137,10 +140,10 @@ bool WaveFiles::Write_WaveFile(const std::string& path) {
 std::int32_t WaveFiles::Write_Wdb(const std::string& path) {
   setup_.RefreshControlPoints();
   std::array<std::byte, WDB_SETTINGS_BYTES> block{};
-  Pack_Settings(program_.settings, program_.interfaceKind, PageOf(program_.language), block);
-  const auto entries = static_cast<std::size_t>(program_.settings.ControlPointCount);
-  const std::span<const std::int32_t> positions = W_Lock32(program_.buffers.Block32());
-  const std::span<const std::int16_t> values = W_Lock(program_.buffers.Block16());
+  Pack_Settings(settings_, interfaceKind_, PageOf(messages_.GetLanguage()), block);
+  const auto entries = static_cast<std::size_t>(settings_.ControlPointCount);
+  const std::span<const std::int32_t> positions = W_Lock32(buffers_.Block32());
+  const std::span<const std::int16_t> values = W_Lock(buffers_.Block16());
   std::vector<std::byte> table(entries * WDB_TABLE_ENTRY_BYTES);
   for (std::size_t i = 0; i < entries; ++i) {
     std::byte* entry = &table[i * WDB_TABLE_ENTRY_BYTES];
@@ -149,18 +152,18 @@ std::int32_t WaveFiles::Write_Wdb(const std::string& path) {
     for (unsigned byte = 0; byte < 4; ++byte) entry[byte] = static_cast<std::byte>(position >> (8 * byte));
     for (unsigned byte = 0; byte < 2; ++byte) entry[4 + byte] = static_cast<std::byte>(value >> (8 * byte));
   }
-  return program_.fileLibrary.Save4410File(path, block, program_.buffers.Current(), table);
+  return fileLibrary_.Save4410File(path, block, buffers_.Current(), table);
 }
 
 void WaveFiles::ReportReadFailure() const {
-  const TextFault& fault = program_.fileLibrary.LastFault();
-  std::string text = program_.messages.MessageText(kMsgReadFailed);
-  if (fault.line > 0) text += program_.messages.Pick("行 ", "Line ") + std::to_string(fault.line) + ": ";
-  program_.messages.ErrorBoxText(text + ReasonText(fault.reason, program_.language));
+  const TextFault& fault = fileLibrary_.LastFault();
+  std::string text = messages_.MessageText(kMsgReadFailed);
+  if (fault.line > 0) text += messages_.Pick("行 ", "Line ") + std::to_string(fault.line) + ": ";
+  messages_.ErrorBoxText(text + ReasonText(fault.reason, messages_.GetLanguage()));
 }
 
 void WaveFiles::RememberNames(const std::string& path) {
-  RememberedNames& names = program_.names;
+  RememberedNames& names = names_;
   names.CurrentWaveFile = path;
   names.LastListFile = WithoutExtension(path);
   names.LastSystemFile = names.LastListFile;

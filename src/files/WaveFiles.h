@@ -4,8 +4,6 @@
 // remembered names are then as they were. On success the remembered names follow the path.
 #pragma once
 
-#include "app/Program.h"
-
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -13,11 +11,19 @@
 
 namespace calder {
 
+class EditBuffers;
+class ErrMsg;
+class File32;
 class SystemSetup;
+struct RememberedNames;
+struct SystemInfo;
 
 class WaveFiles {
 public:
-  WaveFiles(Program& program, SystemSetup& setup) : program_(program), setup_(setup) {}
+  WaveFiles(EditBuffers& buffers, SystemInfo& settings, std::int16_t& interfaceKind, RememberedNames& names,
+            File32& fileLibrary, const ErrMsg& messages, SystemSetup& setup)
+      : buffers_(buffers), settings_(settings), interfaceKind_(interfaceKind), names_(names), fileLibrary_(fileLibrary),
+        messages_(messages), setup_(setup) {}
 
   // .wdb or text of codes, by extension. A .wdb file ends the undo step, a text file keeps the old waveform as one.
   bool Read_WaveFile(const std::string& path);
@@ -42,7 +48,12 @@ private:
   void ReportReadFailure() const;
   void RememberNames(const std::string& path);
 
-  Program& program_;
+  EditBuffers& buffers_;
+  SystemInfo& settings_;
+  std::int16_t& interfaceKind_;
+  RememberedNames& names_;
+  File32& fileLibrary_;
+  const ErrMsg& messages_;
   SystemSetup& setup_;
 };
 

@@ -3,6 +3,7 @@
 #include "app/EngValB.h"
 #include "app/Program.h"
 #include "instrument/SystemSetup.h"
+#include "libs/sysinf32/sysinf32.h"
 
 #include <algorithm>
 #include <limits>

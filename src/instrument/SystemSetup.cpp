@@ -2,6 +2,7 @@
 
 #include "app/EngValB.h"
 #include "app/Program.h"
+#include "libs/sysinf32/sysinf32.h"
 #include "platform/AsciiText.h"
 
 #include <algorithm>

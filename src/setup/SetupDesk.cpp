@@ -7,7 +7,9 @@
 #include "files/FileCommands.h"
 #include "instrument/Initialise.h"
 #include "libs/sysinf32/CommandColumns.h"
+#include "libs/sysinf32/sysinf32.h"
 #include "platform/FileDialogs.h"
+#include "platform/posix/WholeFile.h"
 
 #include <algorithm>
 #include <array>
@@ -37,7 +39,8 @@ std::string FirstCharacters(std::string_view text, std::size_t limit) {
 SetupDesk::SetupDesk(Program& program, SystemSetup& setup, FileCommands& files, const WaveFiles& waveFiles,
                      IntfcLib& bus, TransferProgress& progress)
     : program_(program), setup_(setup), files_(files), bus_(bus),
-      limits_(program.settings, program.models, program.messages), systemFile_(program, waveFiles),
+      limits_(program.settings, program.models, program.messages),
+      systemFile_(program.settings, program.interfaceKind, program.fileLibrary, program.messages, waveFiles),
       waveTransfer_(ContextOf(program, bus), setup, progress),
       loopTest_(program.desktop, program.registry, waveTransfer_, progress), bench_(program.desktop.folders.bus) {
   files_.SetFormat(Kind_System, {[this](const std::string& path) {

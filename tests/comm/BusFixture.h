@@ -6,6 +6,7 @@
 #include "comm/WaveTransfer.h"
 #include "instrument/Initialise.h"
 #include "instrument/SystemSetup.h"
+#include "platform/posix/WholeFile.h"
 #include "sim/SimBench.h"
 
 #include <filesystem>

@@ -1,5 +1,6 @@
 #include "EditorFixture.h"
 
+#include "libs/sysinf32/sysinf32.h"
 #include "platform/TempFolder.h"
 
 #include <functional>

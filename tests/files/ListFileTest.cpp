@@ -12,7 +12,7 @@ struct ListFileTest : EditorFixture {
     SetPoints();
     program->settings.MemorySize = 1000;
     program->settings.Amplitude = 5;
-    list.emplace(*program);
+    list.emplace(program->pages, program->settings, program->messages);
   }
   // Page 1 a square over 100 to 200, page 3 an expression over the rest.
   void FillPages() {
@@ -108,7 +108,7 @@ TEST_F(ListFileTest, AJapaneseListIsReadByTheEnglishProgram) {
   japanese.settings.MemorySize = 1000;
   FillPages();
   japanese.pages = program->pages;
-  ListFile japaneseList(japanese);
+  ListFile japaneseList(japanese.pages, japanese.settings, japanese.messages);
   const std::string text = ListText(japanese.settings, Language::Japanese).Compose(japanese.pages);
   EXPECT_NE(text.find(ToCodePage("5\t\t'Type  波形関数\r\n", CodePage::Japanese)), std::string::npos);
   EXPECT_NE(text.find(ToCodePage("'単位\tｱﾄﾞﾚｽ\r\n", CodePage::Japanese)), std::string::npos);

@@ -56,8 +56,8 @@ TEST(Instances, ACopyThatCrashedDoesNotCount) {
 TEST(Instances, ANewCopyStartsInTheProgramsFolderAndLetsGoOfTheLock) {
   const TempFolder folder;
   const std::string program = folder / "a program";
-  PutFile(program,
-          "#!/bin/sh\npwd > started.tmp\ncut -d' ' -f6 /proc/$$/stat >> started.tmp\nmv started.tmp started\n");
+  PutFile(program, "#!/bin/sh\npwd > started.tmp\nsed 's/.*) //' /proc/$$/stat | cut -d' ' -f4 >> started.tmp\nmv "
+                   "started.tmp started\n");
   ASSERT_EQ(chmod(program.c_str(), 0755), 0);
   PosixInstances copies(folder / "instances", program);
   ASSERT_TRUE(copies.StartCopy());

@@ -23,7 +23,13 @@ struct RecordingSetup final : SetupPort {
 };
 
 struct Desk : BusFixture {
-  WaveFiles waveFiles{*program, *setup};
+  WaveFiles waveFiles{program->buffers,
+                      program->settings,
+                      program->interfaceKind,
+                      program->names,
+                      program->fileLibrary,
+                      program->messages,
+                      *setup};
   FileCommands files{program->desktop, program->messages, program->registry, program->names, waveFiles};
   RecordingSetup port;
   std::optional<SetupDesk> desk;
@@ -213,7 +219,8 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   settings.Channel = 7;
   settings.RangeNo = 9;
   settings.ModelName = "XG5530";
-  const SystemFile written(*program, waveFiles);
+  const SystemFile written(program->settings, program->interfaceKind, program->fileLibrary, program->messages,
+                           waveFiles);
   ASSERT_EQ(written.Write_SystemFile(path), 0);
   desktop.dialogs.Answer(path);
   desk->Menu_FileOpen_Click();

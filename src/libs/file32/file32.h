@@ -11,8 +11,8 @@
 
 #include "libs/file32/TextFault.h"
 #include "libs/file32/WdbFile.h"
-#include "platform/posix/WholeFile.h"
 #include "libs/wavelb32/wavelb32.h"
+#include "platform/posix/WholeFile.h"
 
 #include <cstddef>
 #include <cstdint>

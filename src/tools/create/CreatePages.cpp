@@ -2,6 +2,7 @@
 
 #include "files/FileCommands.h"
 #include "instrument/SystemSetup.h"
+#include "libs/eval32/eval32.h"
 #include "platform/Clock.h"
 #include "tools/create/WaitCursor.h"
 #include "tools/frame/ScopedFlag.h"
@@ -19,7 +20,8 @@ constexpr double kSeeds = 100;
 } // namespace
 
 CreatePages::CreatePages(Program& program, SystemSetup& setup, FileCommands& files, ToolHost& host, RandomSource random)
-    : program_(program), setup_(setup), files_(files), host_(host), random_(std::move(random)), listFile_(program),
+    : program_(program), setup_(setup), files_(files), host_(host), random_(std::move(random)),
+      listFile_(program.pages, program.settings, program.messages),
       generator_(program.evaluator, program.units, program.settings, program.language) {
   if (!random_) {
     random_ = [this] {

@@ -1,6 +1,7 @@
 // The Create dialog's Compute, its ways out, its clears and its files.
 #include "files/FileCommands.h"
 #include "instrument/SystemSetup.h"
+#include "libs/eval32/eval32.h"
 #include "platform/AsciiText.h"
 #include "tools/create/CreatePages.h"
 #include "tools/create/WaitCursor.h"
