@@ -183,7 +183,7 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
          desktop.dialogs.Cancel();
          editor->Do(Command::FileOpen);
        }},
-      {"open, failed", Change::Title,
+      {"open, failed", kNothing,
        [&] {
          desktop.boxes.Expect("File Read error.");
          open("none.wdb");
