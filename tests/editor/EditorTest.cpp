@@ -1,6 +1,5 @@
 #include "EditorFixture.h"
 
-#include "libs/sysinf32/sysinf32.h"
 #include "platform/TempFolder.h"
 
 #include <functional>
@@ -184,7 +183,7 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
          desktop.dialogs.Cancel();
          editor->Do(Command::FileOpen);
        }},
-      {"open, failed", {},
+      {"open, failed", kNothing,
        [&] {
          desktop.boxes.Expect("File Read error.");
          open("none.wdb");

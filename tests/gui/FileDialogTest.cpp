@@ -167,15 +167,15 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
        0},
   };
   for (const auto& row : rows) {
-    std::size_t answered = 0;
+    std::ptrdiff_t answered = 0;
     bool typed = false;
     bool unexpected = false; // a box that no answer is there for
     QTimer driving;
     QObject::connect(&driving, &QTimer::timeout, [&] {
       QWidget* top = QApplication::activeModalWidget();
       if (auto* box = qobject_cast<QMessageBox*>(top)) {
-        unexpected = answered >= row.answers.size();
-        unexpected ? box->reject() : box->button(row.answers[answered++])->click();
+        unexpected = answered >= std::ssize(row.answers);
+        unexpected ? box->reject() : box->button(row.answers[static_cast<std::size_t>(answered++)])->click();
       } else if (auto* dialog = qobject_cast<QFileDialog*>(top)) {
         auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         if (!typed) {
@@ -184,7 +184,8 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
           typed = true;
         }
         const bool giveUp =
-            name->text().isEmpty() || (answered < row.answers.size() && row.answers[answered] == QMessageBox::Cancel);
+            name->text().isEmpty() || (answered < std::ssize(row.answers) &&
+                                       row.answers[static_cast<std::size_t>(answered)] == QMessageBox::Cancel);
         // Not in here: a timer does not fire again within itself, and the key may open a box.
         const auto act = [=] { giveUp ? dialog->reject() : QTest::keyClick(name, Qt::Key_Return); };
         QMetaObject::invokeMethod(name, act, Qt::QueuedConnection);
@@ -196,6 +197,9 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
     QtFileDialogs dialogs(settings);
     const auto answer = row.save ? dialogs.Save(row.request) : dialogs.Open(row.request);
     EXPECT_FALSE(unexpected) << row.why;
+    const auto boxes = std::count_if(row.answers.begin(), row.answers.end(),
+                                     [](auto button) { return button != QMessageBox::Cancel; });
+    EXPECT_EQ(answered, boxes) << row.why << ": questions";
     EXPECT_EQ(answer ? answer->path : "", row.path) << row.why;
     EXPECT_EQ(answer ? answer->filterIndex : 0, row.filter) << row.why;
   }
