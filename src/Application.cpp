@@ -4,15 +4,16 @@
 #include "platform/qt/Theme.h"
 #include "setup/Communication.h"
 #include "tools/create/CreateDialog.h"
+#include "tools/interpolate/SplineDialog.h"
 
 #include <QApplication>
 #include <QEvent>
 #include <QSessionManager>
 #include <QTimer>
 
+#include <cstdlib>
 #include <functional>
 #include <utility>
-#include <cstdlib>
 
 // Resources in a static library are linked only when somebody asks for them.
 static void InitIcons() {
@@ -47,8 +48,8 @@ public:
 private:
   QTimer timer_;
 };
-constexpr int kEndLook = 50;      // milliseconds between two looks whether a cancelled transfer has ended
-constexpr int kEndLooks = 200;    // then the instrument is left as it is
+constexpr int kEndLook = 50;   // milliseconds between two looks whether a cancelled transfer has ended
+constexpr int kEndLooks = 200; // then the instrument is left as it is
 
 } // namespace
 
@@ -62,6 +63,7 @@ Application::~Application() = default;
 
 void Application::AddTools() {
   createPages_ = std::make_unique<CreatePages>(*program_, editor_->setup, editor_->fileCommands, *editor_);
+  splineDesk_ = std::make_unique<SplineDesk>(*program_, editor_->view, editor_->setup, editor_->fileCommands, *editor_);
   communication_ =
       std::make_unique<Communication>(*program_, editor_->setup, editor_->fileCommands, editor_->waveFiles);
   // A row a tool: its number, how much of the main window waits for it, how its form is made.
@@ -72,6 +74,8 @@ void Application::AddTools() {
          form->PrepareForMainWindow();
          return form;
        }},
+      {kToolSpline, ToolModality::Modeless,
+       [this](QWidget* parent) { return std::make_unique<SplineDialog>(*program_, *splineDesk_, parent); }},
       {kToolSystem, ToolModality::Modal,
        [this](QWidget* parent) { return communication_->MakeSystemSetup(*editor_, parent); }},
   };

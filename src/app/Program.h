@@ -11,6 +11,7 @@
 #include "app/PageTable.h"
 #include "app/Registry.h"
 #include "app/RememberedNames.h"
+#include "app/SplinePoints.h"
 #include "app/UsbIds.h"
 #include "app/ViewState.h"
 #include "platform/Desktop.h"
@@ -72,6 +73,7 @@ public:
   std::array<std::int32_t, 4> commandRows{};
   File32& fileLibrary;
   PageTable pages;
+  SplinePoints spline;
   Evaluator& evaluator;
   std::vector<UsbId> usbIds;
   std::int16_t interfaceKind = kUsbTmc;

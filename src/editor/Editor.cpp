@@ -150,14 +150,14 @@ void Editor::FileDropped(const std::string& path) {
 void Editor::ChooseView(ViewKind kind) {
   const Action action(*this);
   shownView_ = kind;
-  Mark(kViewMoved);
+  Mark(kViewMoved | Change::Commands);
 }
 
 void Editor::MouseMove(int x, int y, int width, int height, double scale, bool overWave) {
   // A grabbed marker waits too. The far edges count, so that it can be taken to the end of the waveform.
   const Action action(*this);
   const bool inside = x >= 0 && y >= 0 && x <= width && y <= height;
-  if (pictureTool_ != nullptr && overWave && !markers.Grabbed()) pictureTool_->Move({x, y, width, height});
+  if (pictureTool_ != nullptr && overWave && !markers.Grabbed()) pictureTool_->Move({x, y, width, height, scale});
   if (!inside) return;
   if (markers.Grabbed()) {
     if (markers.Drag(x, width)) Mark(Change::Markers | Change::Readouts);
@@ -180,7 +180,8 @@ void Editor::MousePress(const PicturePoint& at, PressKeys keys) {
   if (keys == PressKeys::Other) return;
   const Action action(*this);
   const bool withCtrl = keys == PressKeys::Ctrl;
-  if (pictureTool_ != nullptr && pictureTool_->Press(at, withCtrl)) return;
+  toolPressed_ = pictureTool_ != nullptr;
+  if (toolPressed_ && pictureTool_->Press(at, withCtrl)) return;
   if (!withCtrl) markers.Press();
 }
 
@@ -188,8 +189,9 @@ void Editor::MouseRelease(const PicturePoint& at) {
   const Action action(*this);
   const bool grabbed = markers.Grabbed();
   markers.Release();
-  if (pictureTool_ != nullptr && !grabbed) {
-    pictureTool_->Release({std::min(at.x, at.width), std::min(at.y, at.height), at.width, at.height});
+  if (toolPressed_ && pictureTool_ != nullptr && !grabbed) {
+    toolPressed_ = false;
+    pictureTool_->Release({std::min(at.x, at.width), std::min(at.y, at.height), at.width, at.height, at.scale});
     return;
   }
   Mark(Change::Picture);
@@ -214,6 +216,9 @@ void Editor::ToolClosed() {
 }
 
 void Editor::SetPictureTool(PictureTool* tool) {
+  const Action action(*this);
+  Mark(Change::Commands | Change::Picture);
+  toolPressed_ = false;
   pictureTool_ = tool;
   painter.SetToolLayer(tool == nullptr ? std::function<void(DeviceContext&)>()
                                        : [tool](DeviceContext& picture) { tool->DrawLayer(picture); });

@@ -49,7 +49,7 @@ void Fill(QScrollBar* bar, const ScrollBarState& state) {
 }
 
 PicturePoint At(const WaveformCanvas& picture, QPoint pixel) {
-  return {pixel.x(), pixel.y(), picture.PixelWidth(), picture.PixelHeight()};
+  return {pixel.x(), pixel.y(), picture.PixelWidth(), picture.PixelHeight(), picture.Scale()};
 }
 
 } // namespace
@@ -323,6 +323,12 @@ void MainWindow::ShowCommands() {
   }
   ui_->Panel_Dlg->setEnabled(free);
   ui_->Opt_DspSel_1->setEnabled(free);
+  // Interpolate works on the waveform's picture.
+  const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
+  ui_->Opt_DlgSel_2->setEnabled(wave);
+  ui_->Menu_Spline->setEnabled(wave);
+  // A tool on the picture has keys there.
+  ui_->Pict_Wave->setFocusPolicy(editor_.ToolOnPicture() != nullptr ? Qt::ClickFocus : Qt::NoFocus);
 }
 
 void MainWindow::ShowView() {
@@ -381,6 +387,7 @@ void MainWindow::StoreSession() {
 void MainWindow::closeEvent(QCloseEvent* event) {
   CommitFocus();
   if (MayClose(Editor::CloseReason::User)) {
+    if (modeless_ != nullptr) modeless_->close();
     event->accept();
   } else {
     event->ignore();
@@ -389,7 +396,7 @@ void MainWindow::closeEvent(QCloseEvent* event) {
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
   const QList<QUrl> urls = event->mimeData()->urls();
-  if (urls.size() == 1 && urls.front().isLocalFile()) event->acceptProposedAction();
+  if (urls.size() == 1 && urls.front().isLocalFile() && !editor_.PartlyBlocked()) event->acceptProposedAction();
 }
 
 void MainWindow::dropEvent(QDropEvent* event) {

@@ -14,6 +14,7 @@ struct PicturePoint {
   int y = 0;
   int width = 1;
   int height = 1;
+  double scale = 1; // device pixels a logical pixel
 };
 
 class PictureTool {

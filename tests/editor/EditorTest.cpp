@@ -211,7 +211,7 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
       {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
       {"tool", kEverything, [&] { editor->WaveformChanged(); }},
       {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
-      {"other view", kViewMoved, [&] { editor->ChooseView(Editor::ViewKind::Digital); }},
+      {"other view", kViewMoved | Change::Commands, [&] { editor->ChooseView(Editor::ViewKind::Digital); }},
   };
   for (const auto& row : rows) {
     port.shown.clear();
