@@ -102,4 +102,69 @@ bool PeerNoise(std::span<std::int16_t> codes) {
   return true;
 }
 
+namespace {
+
+// Calls value(a, b) for 4 points at a time.
+template <typename Value>
+void Combine(std::span<const std::int16_t> a, std::span<const std::int16_t> b, std::span<std::int16_t> result,
+             Value value) {
+  const auto four = [](const std::int16_t* codes) {
+    return _mm256_cvtepi32_pd(_mm_cvtepi16_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(codes))));
+  };
+  const __m256d most = _mm256_set1_pd(32767);
+  const __m256d least = _mm256_set1_pd(-32767);
+  const auto codesOf = [&](__m256d y) { return _mm256_cvtpd_epi32(_mm256_max_pd(least, _mm256_min_pd(most, y))); };
+  for (std::size_t i = 0; i + 8 <= result.size(); i += 8) {
+    const __m128i low = codesOf(value(four(&a[i]), four(&b[i])));
+    const __m128i high = codesOf(value(four(&a[i + 4]), four(&b[i + 4])));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(&result[i]), _mm_packs_epi32(low, high));
+  }
+}
+
+template <typename Value>
+void CombineCodes(std::span<const std::int16_t> a, std::span<const std::int16_t> b, std::span<std::int16_t> result,
+                  Value value) {
+  const __m256i least = _mm256_set1_epi16(-32767);
+  const auto sixteen = [](const std::int16_t* codes) {
+    return _mm256_loadu_si256(reinterpret_cast<const __m256i*>(codes));
+  };
+  for (std::size_t i = 0; i + 16 <= result.size(); i += 16) {
+    const __m256i codes = _mm256_max_epi16(least, value(sixteen(&a[i]), sixteen(&b[i])));
+    _mm256_storeu_si256(reinterpret_cast<__m256i*>(&result[i]), codes);
+  }
+}
+
+} // namespace
+
+bool PeerCombine(std::span<const std::int16_t> a, std::span<const std::int16_t> b, std::span<std::int16_t> result,
+                 double perCode, double centre, int operation) {
+  if (!__builtin_cpu_supports("avx2")) return false;
+  const __m256d c = _mm256_set1_pd(centre);
+  const __m256d k = _mm256_set1_pd(perCode);
+  const __m256d codesPerY = _mm256_set1_pd(1 / perCode);
+  if (operation == 0 && centre == 0) {
+    CombineCodes(a, b, result, [](__m256i x, __m256i y) { return _mm256_adds_epi16(x, y); });
+  } else if (operation == 1 && centre == 0) {
+    CombineCodes(a, b, result, [](__m256i x, __m256i y) { return _mm256_subs_epi16(x, y); });
+  } else if (operation == 0) {
+    Combine(a, b, result, [&](__m256d x, __m256d y) { return _mm256_add_pd(_mm256_add_pd(x, y), c); });
+  } else if (operation == 1) {
+    Combine(a, b, result, [&](__m256d x, __m256d y) { return _mm256_sub_pd(_mm256_sub_pd(x, y), c); });
+  } else if (operation == 2) {
+    Combine(a, b, result, [&](__m256d x, __m256d y) {
+      return _mm256_sub_pd(_mm256_mul_pd(_mm256_mul_pd(_mm256_add_pd(x, c), _mm256_add_pd(y, c)), k), c);
+    });
+  } else {
+    const __m256d zero = _mm256_setzero_pd();
+    Combine(a, b, result, [&](__m256d x, __m256d y) {
+      const __m256d dividend = _mm256_add_pd(x, c);
+      const __m256d ratio = _mm256_div_pd(dividend, _mm256_add_pd(y, c));
+      const __m256d quotient = _mm256_sub_pd(_mm256_mul_pd(ratio, codesPerY), c);
+      // 0 / 0 is the Y value 0.
+      return _mm256_blendv_pd(quotient, _mm256_sub_pd(zero, c), _mm256_cmp_pd(ratio, ratio, _CMP_UNORD_Q));
+    });
+  }
+  return true;
+}
+
 } // namespace calder

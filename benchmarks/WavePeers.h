@@ -17,6 +17,14 @@ namespace calder {
 [[nodiscard]] bool PeerSlopes(std::span<std::int16_t> codes);
 [[nodiscard]] bool PeerNoise(std::span<std::int16_t> codes);
 
+// result[i] = a[i] op b[i], op 0 to 3 for + - * /, on a scale on which code 0 is the Y value perCode * centre. With the
+// centre 0 the sums are saturated additions of codes.
+[[nodiscard]] bool PeerCombine(std::span<const std::int16_t> a, std::span<const std::int16_t> b,
+                               std::span<std::int16_t> result, double perCode, double centre, int operation);
+
+// The curve laid over the result by straight lines, one point after the other, compiled with -O2.
+void PeerLinearWalk(std::span<const std::int16_t> curve, std::span<std::int16_t> result);
+
 // The loop itself, where it was built.
 void SleefSine(std::span<std::int16_t> codes);
 

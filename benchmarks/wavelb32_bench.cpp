@@ -7,6 +7,7 @@
 #include "libs/wavelb32/wavelb32.h"
 #include "platform/PixelContext.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -119,10 +120,51 @@ void Generation(FigureTable& table, WaveHandle wave) {
   table.TimeRow("W_MakeSquare, sloped", frame, rounds,
                 [&] { Require(W_MakeSquare(wave, 0, all, 5, 65534, 12.3, 45, 30, 10)); });
   table.TimeRow("W_MakeNoise", frame, rounds, [&] { Require(W_MakeNoise(wave, 0, all, 5, 60000)); });
-  table.TimeRow("W_CompWaveX", frame, rounds, [&] { Require(W_CompWaveX(wave, 0, 300000, points, 0, all)); });
+}
+
+void Reshaping(FigureTable& table, WaveHandle wave, WaveHandle operand) {
+  constexpr int squeezed = 400000;
+  Require(W_MakeSin(wave, 0, all, 0, 60000, 5, 0));
+  const std::span<const std::int16_t> codes = W_Lock(wave);
+  const std::vector<std::int16_t> curve(codes.begin(), codes.end());
+  std::vector<std::int16_t> out(squeezed);
+  table.Row(
+      "W_CompWaveX, 524288 to 400000 points / -O2 linear walk", 0.6, rounds,
+      [&] { Require(W_CompWaveX(wave, 0, all, points, 0, squeezed)); }, [&] { PeerLinearWalk(curve, out); });
   table.TimeRow("W_CompYMaxMin", frame, rounds, [&] { Require(W_CompYMaxMin(wave, 0, all, 30000, -31000)); });
-  table.TimeRow("W_CalcWave, division", frame, rounds,
-                [&] { Require(W_CalcWave(wave, wave, wave, 0, all, -5, 5, 3)); });
+
+  const WaveHandle result = W_AllocMemory(points);
+  Require(W_MakeNoise(wave, 0, all, 0, 50000));
+  Require(W_MakeNoise(operand, 0, all, 0, 65534));
+  std::vector<std::int16_t> peer(points);
+  const struct {
+    const char* figures[4];
+    double yMin, yMax;
+  } scales[] = {{{"W_CalcWave +, from -1 to 1 / hand-written vectors", "W_CalcWave -, from -1 to 1",
+                  "W_CalcWave *, from -1 to 1", "W_CalcWave /, from -1 to 1"},
+                 -1,
+                 1},
+                {{"W_CalcWave +, from -1.9 to 2.3 V / hand-written vectors", "W_CalcWave -, from -1.9 to 2.3 V",
+                  "W_CalcWave *, from -1.9 to 2.3 V", "W_CalcWave /, from -1.9 to 2.3 V"},
+                 -1.9,
+                 2.3}};
+  for (const auto& scale : scales) {
+    const double perCode = (scale.yMax - scale.yMin) / 2 / W_CODE_MAX;
+    const double centre = (scale.yMin + scale.yMax) / 2 / perCode;
+    for (std::int32_t op = 0; op < 4; ++op) {
+      if (!PeerCombine(codes, W_Lock(operand), peer, perCode, centre, op)) break;
+      Require(W_CalcWave(wave, operand, result, 0, all, scale.yMin, scale.yMax, op));
+      Require(std::ranges::equal(W_Lock(result), peer), "the peer's results");
+      table.Row(
+          scale.figures[op], 1.5, rounds,
+          [&] { Require(W_CalcWave(wave, operand, result, 0, all, scale.yMin, scale.yMax, op)); },
+          [&] { Require(PeerCombine(codes, W_Lock(operand), peer, perCode, centre, op), "peer"); });
+    }
+  }
+  std::vector<std::uint8_t> marks(points);
+  table.TimeRow("W_CalcFaults, division", frame, rounds,
+                [&] { Require(W_CalcFaults(wave, operand, 0, all, -1, 1, 3, marks)); });
+  Require(W_FreeMemory(result));
 }
 
 void DigitalView(FigureTable& table, WaveHandle wave) {
@@ -202,6 +244,7 @@ int Run() {
   Drawing(table, wave, other);
   DigitalView(table, wave);
   Generation(table, wave);
+  Reshaping(table, wave, other);
   ControlPoints(table, wave, other);
   Require(W_FreeMemory(wave));
   Require(W_FreeMemory(other));

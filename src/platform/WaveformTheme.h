@@ -6,9 +6,12 @@
 namespace calder::theme {
 
 inline constexpr Color kGround = 0x11161C;
-inline constexpr Color kTrace = 0x6FB7FF;    // palette colour 9, light blue
-inline constexpr Color kGridLine = 0xD0D0D0; // light grey, laid on thinly
-inline constexpr Color kZeroLine = 0xFFFFFF; // white, laid on thinly
+inline constexpr Color kTrace = 0x6FB7FF;       // palette colour 9, light blue
+inline constexpr Color kTraceFormer = 0x3D5C7C; // the waveform as it was, dim
+inline constexpr Color kTraceGhost = 0xB08A4A;  // one that nothing has written yet
+inline constexpr Color kFault = 0xFF5C5C;       // limited points and the like
+inline constexpr Color kGridLine = 0xD0D0D0;    // light grey, laid on thinly
+inline constexpr Color kZeroLine = 0xFFFFFF;    // white, laid on thinly
 inline constexpr double kGridStrength = 0.13;
 inline constexpr double kCentreStrength = 0.20;
 inline constexpr double kZeroStrength = 0.42;

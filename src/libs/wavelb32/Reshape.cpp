@@ -49,6 +49,19 @@ std::int32_t W_CompYMaxMin(WaveHandle handle, double start, double count, double
   return W_SUCCESS;
 }
 
+std::int32_t W_CountLimited(WaveHandle handle, double start, double count, double newMaximum, double newMinimum) {
+  const wavelb::CodeRange range = wavelb::FindCodes(handle, start, count);
+  if (range.status != W_SUCCESS) return range.status;
+  if (!wavelb::IsUsable(newMaximum) || !wavelb::IsUsable(newMinimum)) return W_BAD_VALUE;
+  if (range.codes.empty()) return 0;
+  const wavelb::Extremes old = wavelb::FindExtremes(range.codes);
+  if (old.low == old.high) {
+    const bool isLimited = std::abs(std::rint((newMaximum + newMinimum) / 2)) > W_CODE_MAX;
+    return isLimited ? static_cast<std::int32_t>(range.codes.size()) : 0;
+  }
+  return wavelb::CountLimited(range.codes, old.low, old.high, newMinimum, newMaximum);
+}
+
 std::int32_t W_CompYAmpOff(WaveHandle handle, double start, double count, double amplitude, double offset) {
   return W_CompYMaxMin(handle, start, count, offset + amplitude / 2, offset - amplitude / 2);
 }

@@ -22,12 +22,15 @@ void Resample(std::span<const std::int16_t> curve, std::span<std::int16_t> desti
 // newLow + (code - low) * (newHigh - newLow) / (high - low); `high` becomes newHigh exactly. REQUIRES: low < high.
 void Rescale(std::span<std::int16_t> codes, std::int16_t low, std::int16_t high, double newLow, double newHigh);
 
-// Codes as Y values: middle + code * half / 32767, half the (signed) distance from the middle to the Y value of code
-// +32767. Y values nearer to 0 than this much of the scale are the rounding of a 0.
+// How many points Rescale would have limited.
+[[nodiscard]] std::int32_t CountLimited(std::span<const std::int16_t> codes, std::int16_t low, std::int16_t high,
+                                        double newLow, double newHigh);
+
+// Codes as Y values: perCode * (code + centre), perCode signed. A centre that is meant to be whole is whole, so that a
+// sum of 0 is a Y value of 0.
 struct Scale {
-  double middle;
-  double half;
-  double zeroWidth;
+  double perCode;
+  double centre;
 };
 
 enum class Operation { Add, Subtract, Multiply, Divide };
@@ -36,5 +39,9 @@ enum class Operation { Add, Subtract, Multiply, Divide };
 // code or an operand that is read later.
 void Calculate(std::span<const std::int16_t> codes, std::span<const std::int16_t> operand,
                std::span<std::int16_t> result, const Scale& scale, Operation operation);
+
+// marks[i] becomes CALC_... for what Calculate does at that point. All three have the same length.
+void MarkFaults(std::span<const std::int16_t> codes, std::span<const std::int16_t> operand,
+                std::span<std::uint8_t> marks, const Scale& scale, Operation operation);
 
 } // namespace calder::wavelb

@@ -2,6 +2,7 @@
 #include "libs/wavelb32/State.h"
 #include "platform/VectorClones.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace calder::wavelb {
@@ -34,44 +35,109 @@ CALDER_VECTOR void RescaleLoop(std::int16_t* codes, std::int32_t count, double l
   }
 }
 
-[[gnu::always_inline]] inline double ToY(std::int16_t code, const Scale& scale) {
-  const double y = scale.middle + code * scale.half / W_CODE_MAX;
-  return std::abs(y) <= scale.zeroWidth ? 0 : y;
+CALDER_VECTOR std::int32_t LimitedLoop(const std::int16_t* codes, std::int32_t count, double low, double span,
+                                       double newLow, double newSpan) {
+  std::int32_t limited = 0;
+  for (std::int32_t i = 0; i < count; ++i) {
+    const double scaled = newLow + (codes[i] - low) * newSpan / span;
+    limited += std::abs(std::rint(scaled)) > W_CODE_MAX ? 1 : 0;
+  }
+  return limited;
 }
 
-[[gnu::always_inline]] inline std::int16_t FromY(double y, const Scale& scale) {
-  return ToCode((y - scale.middle) * W_CODE_MAX / scale.half);
-}
-
-[[gnu::always_inline]] inline double Quotient(double a, double b) {
-  constexpr double infinity = std::numeric_limits<double>::infinity();
-  const double signedInfinity = a < 0 ? -infinity : infinity;
-  const double byZero = a == 0 ? 0 : signedInfinity;
-  return b == 0 ? byZero : a / b;
-}
+// The operations in codes, before rounding. With y = perCode * (code + centre) on both sides, the scale drops out of
+// sums and stands once in a product or a quotient.
+struct Sum {
+  double centre;
+  [[gnu::always_inline]] double operator()(double a, double b) const { return a + b + centre; }
+};
+struct Difference {
+  double centre;
+  [[gnu::always_inline]] double operator()(double a, double b) const { return a - b - centre; }
+};
+struct Product {
+  Scale scale;
+  [[gnu::always_inline]] double operator()(double a, double b) const {
+    return (a + scale.centre) * (b + scale.centre) * scale.perCode - scale.centre;
+  }
+};
+struct Quotient {
+  explicit Quotient(const Scale& s) : scale(s), codesPerY(1 / s.perCode) {}
+  Scale scale;
+  double codesPerY;
+  [[gnu::always_inline]] double operator()(double a, double b) const {
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const double dividend = a + scale.centre;
+    const double divisor = b + scale.centre;
+    // Y values, whose signs are those of the codes only on a scale that runs upwards.
+    const double full = scale.perCode * dividend < 0 ? -infinity : infinity;
+    const double byZero = dividend == 0 ? 0 : full;
+    const double ratio = divisor == 0 ? byZero : dividend / divisor;
+    return ratio * codesPerY - scale.centre;
+  }
+};
 
 // One copy of the loop an operation; the codes are read before the result is written, see the header.
 template <class Combine>
 [[gnu::always_inline]] inline void CombineLoop(const std::int16_t* codes, const std::int16_t* operand,
-                                               std::int16_t* result, std::int32_t count, const Scale& scale,
-                                               Combine combine) {
-  for (std::int32_t i = 0; i < count; ++i)
-    result[i] = FromY(combine(ToY(codes[i], scale), ToY(operand[i], scale)), scale);
+                                               std::int16_t* result, std::int32_t count, Combine combine) {
+  for (std::int32_t i = 0; i < count; ++i) result[i] = ToCode(combine(codes[i], operand[i]));
+}
+
+// Sums around a whole centre need no doubles.
+[[gnu::always_inline]] inline void WholeSumLoop(const std::int16_t* codes, const std::int16_t* operand,
+                                                std::int16_t* result, std::int32_t count, std::int32_t sign,
+                                                std::int32_t centre) {
+  for (std::int32_t i = 0; i < count; ++i) {
+    const std::int32_t sum = codes[i] + sign * (operand[i] + centre);
+    const std::int32_t above = sum < -W_CODE_MAX ? -W_CODE_MAX : sum;
+    result[i] = static_cast<std::int16_t>(above > W_CODE_MAX ? W_CODE_MAX : above);
+  }
 }
 
 CALDER_VECTOR void CalculateLoop(const std::int16_t* codes, const std::int16_t* operand, std::int16_t* result,
                                  std::int32_t count, Scale scale, Operation operation) {
+  // Beyond that much every sum is limited, wherever the centre is.
+  constexpr double farCentre = 4.0 * W_CODE_SPAN;
+  const double near = std::min(std::max(scale.centre, -farCentre), farCentre);
+  const bool isWhole = std::rint(near) == near;
+  const auto whole = static_cast<std::int32_t>(near);
   switch (operation) {
   case Operation::Add:
-    CombineLoop(codes, operand, result, count, scale, [](double a, double b) { return a + b; });
+    if (isWhole)
+      WholeSumLoop(codes, operand, result, count, 1, whole);
+    else
+      CombineLoop(codes, operand, result, count, Sum{scale.centre});
     break;
   case Operation::Subtract:
-    CombineLoop(codes, operand, result, count, scale, [](double a, double b) { return a - b; });
+    if (isWhole)
+      WholeSumLoop(codes, operand, result, count, -1, whole);
+    else
+      CombineLoop(codes, operand, result, count, Difference{scale.centre});
     break;
-  case Operation::Multiply:
-    CombineLoop(codes, operand, result, count, scale, [](double a, double b) { return a * b; });
-    break;
-  case Operation::Divide: CombineLoop(codes, operand, result, count, scale, Quotient); break;
+  case Operation::Multiply: CombineLoop(codes, operand, result, count, Product{scale}); break;
+  case Operation::Divide: CombineLoop(codes, operand, result, count, Quotient(scale)); break;
+  }
+}
+
+template <class Combine>
+[[gnu::always_inline]] inline void MarkLoop(const std::int16_t* codes, const std::int16_t* operand, std::uint8_t* marks,
+                                            std::int32_t count, Combine combine, double divisorOfZero) {
+  for (std::int32_t i = 0; i < count; ++i) {
+    const bool limited = std::abs(std::rint(combine(codes[i], operand[i]))) > W_CODE_MAX;
+    const int mark = limited ? CALC_LIMITED : CALC_SOUND;
+    marks[i] = static_cast<std::uint8_t>(operand[i] == divisorOfZero ? CALC_BY_ZERO : mark);
+  }
+}
+
+CALDER_VECTOR void MarkFaultsLoop(const std::int16_t* codes, const std::int16_t* operand, std::uint8_t* marks,
+                                  std::int32_t count, Scale scale, Operation operation) {
+  constexpr double none = 1e9; // no code is that
+  switch (operation) {
+  case Operation::Add: MarkLoop(codes, operand, marks, count, Sum{scale.centre}, none); break;
+  case Operation::Subtract: MarkLoop(codes, operand, marks, count, Difference{scale.centre}, none); break;
+  case Operation::Multiply: MarkLoop(codes, operand, marks, count, Product{scale}, none); break;
+  case Operation::Divide: MarkLoop(codes, operand, marks, count, Quotient(scale), -scale.centre); break;
   }
 }
 
@@ -86,10 +152,20 @@ void Rescale(std::span<std::int16_t> codes, std::int16_t low, std::int16_t high,
   RescaleLoop(codes.data(), static_cast<std::int32_t>(codes.size()), low, high, newLow, newHigh);
 }
 
+std::int32_t CountLimited(std::span<const std::int16_t> codes, std::int16_t low, std::int16_t high, double newLow,
+                          double newHigh) {
+  return LimitedLoop(codes.data(), static_cast<std::int32_t>(codes.size()), low, high - low, newLow, newHigh - newLow);
+}
+
 void Calculate(std::span<const std::int16_t> codes, std::span<const std::int16_t> operand,
                std::span<std::int16_t> result, const Scale& scale, Operation operation) {
   CalculateLoop(codes.data(), operand.data(), result.data(), static_cast<std::int32_t>(result.size()), scale,
                 operation);
+}
+
+void MarkFaults(std::span<const std::int16_t> codes, std::span<const std::int16_t> operand,
+                std::span<std::uint8_t> marks, const Scale& scale, Operation operation) {
+  MarkFaultsLoop(codes.data(), operand.data(), marks.data(), static_cast<std::int32_t>(marks.size()), scale, operation);
 }
 
 } // namespace calder::wavelb

@@ -121,10 +121,20 @@ std::int32_t W_CompWaveX(WaveHandle handle, double sourceStart, double sourceSpa
                          double destinationStart, double destinationSpan);
 std::int32_t W_CompYMaxMin(WaveHandle handle, double start, double count, double newMaximum, double newMinimum);
 std::int32_t W_CompYAmpOff(WaveHandle handle, double start, double count, double amplitude, double offset);
+// How many points W_CompYMaxMin with the same arguments would limit: their new codes lie beyond full scale. Or a
+// negative status.
+[[nodiscard]] std::int32_t W_CountLimited(WaveHandle handle, double start, double count, double newMaximum,
+                                          double newMinimum);
 // result[i] = source[start + i] op operand[i], op 0 to 3 for + - * /. Codes are taken as Y values on the scale on which
 // code -32767 is yMin and +32767 is yMax, and the outcome is turned back into a code.
 std::int32_t W_CalcWave(WaveHandle source, WaveHandle operand, WaveHandle result, double start, double count,
                         double yMin, double yMax, std::int32_t operation);
+// What W_CalcWave with the same arguments does at each point of the range: the result is computed, limited, or,
+// whatever comes of it, a division by the Y value 0. REQUIRES: as many marks as the range has whole points, or
+// W_BAD_RANGE.
+enum CalcMark : std::uint8_t { CALC_SOUND = 0, CALC_LIMITED = 1, CALC_BY_ZERO = 2 };
+std::int32_t W_CalcFaults(WaveHandle source, WaveHandle operand, double start, double count, double yMin, double yMax,
+                          std::int32_t operation, std::span<std::uint8_t> marks);
 
 // ---- control points (ControlPoints.cpp) ----
 
