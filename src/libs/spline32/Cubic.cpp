@@ -6,19 +6,21 @@
 namespace calder::spline {
 namespace {
 
-// Rows below[i] u[i-1] + diagonal[i] u[i] + above[i] u[i+1] = right[i]. The solution takes the place of `right`;
-// `scratch` is as long.
-void SolveTridiagonal(std::span<const double> below, std::span<const double> diagonal, std::span<const double> above,
-                      std::span<double> right, std::span<double> scratch) {
-  const std::size_t n = right.size();
-  double pivot = diagonal[0];
-  right[0] /= pivot;
-  for (std::size_t i = 1; i < n; ++i) {
-    scratch[i] = above[i - 1] / pivot;
-    pivot = diagonal[i] - below[i] * scratch[i];
-    right[i] = (right[i] - below[i] * right[i - 1]) / pivot;
+// Rows below[i] u[i-1] + diagonal[i] u[i] + above[i] u[i+1] = right[i], for each of the right sides, whose places the
+// solutions take. The diagonal is overwritten.
+template <typename... Sides>
+void SolveTridiagonal(std::span<const double> below, std::span<double> diagonal, std::span<const double> above,
+                      Sides&... right) {
+  const std::size_t n = diagonal.size();
+  double inverse = 1 / diagonal[0];
+  ((right[0] *= inverse), ...);
+  for (std::size_t i = 1; i < n; ++i) { // one division a row: each waits for the one before
+    const double carried = above[i - 1] * inverse;
+    inverse = 1 / (diagonal[i] - below[i] * carried);
+    diagonal[i] = carried;
+    ((right[i] = (right[i] - below[i] * right[i - 1]) * inverse), ...);
   }
-  for (std::size_t i = n - 1; i-- > 0;) right[i] -= scratch[i + 1] * right[i + 1];
+  for (std::size_t i = n - 1; i-- > 0;) ((right[i] -= diagonal[i + 1] * right[i + 1]), ...);
 }
 
 // From the values at both ends of a piece of length h and the second derivatives there.
@@ -37,7 +39,6 @@ std::vector<CubicPiece> NaturalPieces(std::span<const Point> points) {
     std::vector<double> below(n);
     std::vector<double> diagonal(n);
     std::vector<double> above(n);
-    std::vector<double> scratch(n);
     double h = points[1].x - points[0].x;
     double slope = (points[1].y - points[0].y) / h;
     for (std::size_t i = 0; i < n; ++i) {
@@ -50,7 +51,8 @@ std::vector<CubicPiece> NaturalPieces(std::span<const Point> points) {
       h = nextH;
       slope = nextSlope;
     }
-    SolveTridiagonal(below, diagonal, above, std::span(second).subspan(1, n), scratch);
+    std::span<double> inner = std::span(second).subspan(1, n);
+    SolveTridiagonal(below, diagonal, above, inner);
   }
   std::vector<CubicPiece> result;
   result.reserve(pieces);
@@ -93,13 +95,11 @@ std::vector<CubicPiece> PeriodicPieces(std::span<const Point> points, double per
     const double corner = below[0]; // = above[n - 1]
     const double gamma = -diagonal[0];
     std::vector<double> u(n, 0.0);
-    std::vector<double> scratch(n);
     u[0] = gamma;
     u[n - 1] = corner;
     diagonal[0] -= gamma;
     diagonal[n - 1] -= corner * corner / gamma;
-    SolveTridiagonal(below, diagonal, above, second, scratch);
-    SolveTridiagonal(below, diagonal, above, u, scratch);
+    SolveTridiagonal(below, diagonal, above, second, u);
     const double ratio = corner / gamma;
     const double factor = (second[0] + ratio * second[n - 1]) / (1 + u[0] + ratio * u[n - 1]);
     for (std::size_t i = 0; i < n; ++i) second[i] -= factor * u[i];

@@ -9,16 +9,17 @@ namespace calder {
 namespace {
 
 constexpr double kWholeRise = 1 << 17;
-constexpr double kWholeLength = 1 << 30;
+constexpr double kWholeLength = 1 << 20;
 
+// Control points are within 1e12.
 bool IsWhole(double value) {
-  return std::floor(value) == value;
+  return static_cast<double>(static_cast<std::int64_t>(value)) == value;
 }
 
 spline::LinePiece Piece(const spline::Point& a, const spline::Point& b) {
   spline::LinePiece line{a.y, b.y - a.y, b.x - a.x, false};
-  line.whole = IsWhole(a.x) && IsWhole(a.y) && IsWhole(b.x) && IsWhole(b.y) && std::abs(line.rise) <= kWholeRise &&
-               line.length <= kWholeLength;
+  line.whole = IsWhole(a.x) && IsWhole(a.y) && IsWhole(b.x) && IsWhole(b.y) && std::abs(a.y) <= kWholeRise &&
+               std::abs(line.rise) <= kWholeRise && line.length <= kWholeLength;
   return line;
 }
 

@@ -47,8 +47,8 @@ Request::Request(std::int32_t handle, double rangeStart, double rangeEnd, const 
 }
 
 std::int64_t Request::PointFrom(double position) const {
-  return static_cast<std::int64_t>(
-      std::clamp(std::ceil(position), static_cast<double>(first), static_cast<double>(end)));
+  const auto whole = static_cast<std::int64_t>(position); // within 1e12
+  return std::clamp(whole + (static_cast<double>(whole) < position ? 1 : 0), first, end);
 }
 
 void Request::Hold(std::int64_t from, std::int64_t to, double value) const {

@@ -24,18 +24,20 @@ std::vector<Point> PointsBetween(const Request& r, double least, double most) {
   return points;
 }
 
-void FillPiece(const Request& r, double from, double to, double left, const CubicPiece& piece) {
-  const std::int64_t first = r.PointFrom(from);
+// Fills from the whole point `from` up to the position `to` and gives the whole point there.
+std::int64_t FillPiece(const Request& r, std::int64_t from, double to, double left, const CubicPiece& piece) {
   const std::int64_t end = r.PointFrom(to);
-  if (first < end) spline::FillCubic(r.Points(first, end), static_cast<double>(first) - left, piece, r.limit);
+  if (from < end) spline::FillCubic(r.Points(from, end), static_cast<double>(from) - left, piece, r.limit);
+  return std::max(from, end);
 }
 
 void FillNatural(const Request& r) {
   const std::vector<Point> points = PointsBetween(r, r.xs.front(), r.xs.back());
   const std::vector<CubicPiece> pieces = NaturalPieces(points);
-  r.Hold(r.first, r.PointFrom(points.front().x), points.front().y);
-  for (std::size_t i = 0; i < pieces.size(); ++i) FillPiece(r, points[i].x, points[i + 1].x, points[i].x, pieces[i]);
-  r.Hold(r.PointFrom(points.back().x), r.end, points.back().y);
+  std::int64_t at = r.PointFrom(points.front().x);
+  r.Hold(r.first, at, points.front().y);
+  for (std::size_t i = 0; i < pieces.size(); ++i) at = FillPiece(r, at, points[i + 1].x, points[i].x, pieces[i]);
+  r.Hold(at, r.end, points.back().y);
 }
 
 // The period runs from `start` to `end`; a point at its end is the one at its start, which counts.
@@ -46,12 +48,12 @@ void FillPeriodic(const Request& r, double start, double end) {
   const double period = end - start;
   const std::vector<CubicPiece> pieces = PeriodicPieces(points, period);
   const std::size_t last = pieces.size() - 1;
-  FillPiece(r, start, points.front().x, points.back().x - period, pieces[last]);
-  for (std::size_t i = 0; i < last; ++i) FillPiece(r, points[i].x, points[i + 1].x, points[i].x, pieces[i]);
+  std::int64_t at = FillPiece(r, r.PointFrom(start), points.front().x, points.back().x - period, pieces[last]);
+  for (std::size_t i = 0; i < last; ++i) at = FillPiece(r, at, points[i + 1].x, points[i].x, pieces[i]);
   const double again = points.front().x + period;
-  FillPiece(r, points.back().x, again, points.back().x, pieces[last]);
+  at = FillPiece(r, at, again, points.back().x, pieces[last]);
   // The last whole point of a range may lie a part of a point after its end.
-  FillPiece(r, again, static_cast<double>(r.end), again, pieces.front());
+  FillPiece(r, at, static_cast<double>(r.end), again, pieces.front());
 }
 
 } // namespace
