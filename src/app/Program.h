@@ -24,7 +24,7 @@
 
 namespace calder {
 
-class CommandTable;
+struct CommandTable;
 class Evaluator;
 class File32;
 class ModelDatabase;
