@@ -10,9 +10,9 @@
 #include <QSessionManager>
 #include <QTimer>
 
+#include <cstdlib>
 #include <functional>
 #include <utility>
-#include <cstdlib>
 
 // Resources in a static library are linked only when somebody asks for them.
 static void InitIcons() {
@@ -47,8 +47,8 @@ public:
 private:
   QTimer timer_;
 };
-constexpr int kEndLook = 50;      // milliseconds between two looks whether a cancelled transfer has ended
-constexpr int kEndLooks = 200;    // then the instrument is left as it is
+constexpr int kEndLook = 50;   // milliseconds between two looks whether a cancelled transfer has ended
+constexpr int kEndLooks = 200; // then the instrument is left as it is
 
 } // namespace
 

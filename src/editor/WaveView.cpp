@@ -1,7 +1,7 @@
 #include "editor/WaveView.h"
 
-#include "platform/WaveLimits.h"
 #include "libs/wavelb32/wavelb32.h"
+#include "platform/WaveLimits.h"
 
 #include <algorithm>
 #include <cmath>
