@@ -33,7 +33,7 @@ template <typename ValueAt>
 }
 
 // The product with 1 / length is off by less than 2^-35 of a code. A value of whole numbers lies on a half or at least
-// 2^-31 from it, and a position's half is told from its neighbours within 2^-20 for the lengths of a waveform.
+// 2^-31 from it, and a position's half is distinguished from its neighbours within 2^-20 for the lengths of a waveform.
 CALDER_VECTOR void WholeLineLoop(std::int16_t* codes, std::ptrdiff_t count, double first, double base, double rise,
                                  double length, double limit) {
   const double inverse = 1 / length;
