@@ -1,11 +1,11 @@
 // The program as main() starts it, ending when the window has shown the opened waveform. Usage: bench_start FILE
 #include "Application.h"
 #include "editor/MainWindow.h"
-#include "platform/qt/WaveformCanvas.h"
 #include "instrument/Initialise.h"
 #include "platform/posix/BigPages.h"
 #include "platform/posix/ReadFolders.h"
 #include "platform/qt/QtDesktop.h"
+#include "platform/qt/WaveformCanvas.h"
 
 #include <QApplication>
 #include <QTimer>

@@ -50,7 +50,7 @@ public:
   // Yes or No.
   [[nodiscard]] BoxAnswer WarningBox(const std::string& text) const;
   [[nodiscard]] BoxAnswer CautionQuestion(int number) const;
-  // A caution that only tells.
+  // A caution that asks nothing.
   void CautionBox(int number) const;
 
 private:

@@ -69,15 +69,4 @@ int Debug_Mdl::GP_Receive_Str(int /*address*/, std::string& text) {
   return kBusOk;
 }
 
-int Debug_Mdl::GP_MTerm(int mode) {
-  if (mode < kTermNone || mode > kTermCrLf) return kBusFailed;
-  terminator_ = mode;
-  return kBusOk;
-}
-
-int Debug_Mdl::GP_EOI(bool on) {
-  endMark_ = on;
-  return kBusOk;
-}
-
 } // namespace calder

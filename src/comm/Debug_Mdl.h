@@ -28,8 +28,8 @@ public:
   int GP_IFC() override { return kBusOk; }
   int GP_SDC(int /*address*/) override { return kBusOk; }
   int GP_Time_Out(int /*code*/) override { return kBusOk; }
-  int GP_MTerm(int mode) override;
-  int GP_EOI(bool on) override;
+  int GP_MTerm(int mode) override { return mode < kTermNone || mode > kTermCrLf ? kBusFailed : kBusOk; }
+  int GP_EOI(bool /*on*/) override { return kBusOk; }
   int GP_Send_Binary_Data(std::span<const std::byte>, int, int, int, bool) override { return kBusOk; }
 
 private:
@@ -38,8 +38,6 @@ private:
   bool responseDialog_ = false;
   std::string queries_; // of the last text, joined with ","
   std::string answers_;
-  int terminator_ = kTermNone;
-  bool endMark_ = true;
 };
 
 } // namespace calder

@@ -1,5 +1,5 @@
 // The instrument at the other end of a transfer, spoken to with its model's commands: its settings, whether it is the
-// right one, whether its status tells of an error.
+// right one, whether its status reports an error.
 #pragma once
 
 #include "comm/GpibCommand.h"

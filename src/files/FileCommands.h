@@ -41,8 +41,8 @@ public:
   // Save: the current file, or the dialog when there is none.
   void SaveCurrent();
 
-  // Opens a waveform file without a dialog (a command line, a dropped file). False: it was not opened; the user was
-  // told.
+  // Opens a waveform file without a dialog (a command line, a dropped file). False: it was not opened; the
+  // failure was reported.
   bool OpenWave(const std::string& path);
 
   [[nodiscard]] std::string Get_DefaultFolder() const { return desktop_.folders.documents; }

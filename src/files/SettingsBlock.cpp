@@ -13,7 +13,7 @@ namespace calder {
 
 namespace {
 
-// The fields in the block's order, behind the first word. One list for both directions.
+// The fields in the block's order, after the first word. One list for both directions.
 template <class Record, class Visitor>
 void ForEachField(Record& r, Visitor visit) {
   visit(r.ModelName, 16);
@@ -75,7 +75,7 @@ constexpr std::size_t kFirstWordBytes = 2;
 constexpr unsigned kKindShift = 8;
 constexpr std::int16_t kLeastWithKind = 256;
 
-// The block tells of the output as a truth value: -1 on, 0 off. The record has 0 on, 1 off.
+// The block holds the output as a truth value: -1 on, 0 off. The record has 0 on, 1 off.
 std::int16_t OutputToBlock(std::int16_t output) {
   if (output == 0) return -1;
   return output == 1 ? std::int16_t{0} : output;

@@ -1,6 +1,6 @@
 // Waveform files: .wdb with the settings, text of codes, text of real numbers. docs/file-formats.md has the layouts.
 //
-// Readers and writers tell the user about a failure themselves and return false; the waveform, the settings and the
+// Readers and writers report a failure to the user themselves and return false; the waveform, the settings and the
 // remembered names are then as they were. On success the remembered names follow the path.
 #pragma once
 

@@ -1,4 +1,4 @@
-// The boxes that tell or ask the user something. Each waits for the answer.
+// The boxes that inform or ask the user. Each waits for the answer.
 #pragma once
 
 #include <string>

@@ -220,10 +220,6 @@ const Function* FindFunction(std::string_view lowerCaseName) {
   return found != std::end(kFunctions) && found->name == lowerCaseName ? found : nullptr;
 }
 
-std::span<const Function> AllFunctions() {
-  return kFunctions;
-}
-
 std::uint64_t RandomKey(std::int32_t seed, std::uint32_t occurrence) {
   const std::uint64_t both = static_cast<std::uint64_t>(static_cast<std::uint32_t>(seed)) << 32 | occurrence;
   return (both + 1) * 0x9E3779B97F4A7C15U;

@@ -31,7 +31,6 @@ struct Function {
 
 // nullptr when there is none.
 [[nodiscard]] const Function* FindFunction(std::string_view lowerCaseName);
-[[nodiscard]] std::span<const Function> AllFunctions();
 
 // The key of the random values of one rnd.
 [[nodiscard]] std::uint64_t RandomKey(std::int32_t seed, std::uint32_t occurrence);

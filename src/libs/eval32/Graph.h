@@ -45,7 +45,7 @@ public:
   [[nodiscard]] NodeId BinaryK(Op op, NodeId a, double k) { return Binary(op, a, Constant(k)); }
   [[nodiscard]] NodeId Select(NodeId condition, NodeId yes, NodeId no);
   [[nodiscard]] NodeId Wrap(NodeId angle, double shift);
-  // occurrence tells the random numbers of one text apart.
+  // occurrence distinguishes the random numbers of one text.
   [[nodiscard]] NodeId Random(NodeId counter, std::uint32_t occurrence, std::uint64_t key);
   [[nodiscard]] NodeId Negated(NodeId a) { return BinaryK(Op::Mul, a, -1); }
 

@@ -85,8 +85,8 @@ void Lexer::Number(Token& token) {
   std::size_t length = 0;
   double whole = 0;
   for (; IsDigit(At(length)); ++length) whole = whole * 10 + (At(length) - '0');
-  const char behind = At(length);
-  if (length <= exactDigits && behind != '.' && behind != 'e' && behind != 'E')
+  const char next = At(length);
+  if (length <= exactDigits && next != '.' && next != 'e' && next != 'E')
     return Make(token, Symbol::Number, length, whole);
   if (At(length) == '.') ++length;
   while (IsDigit(At(length))) ++length;

@@ -50,7 +50,7 @@ public:
   explicit Lexer(std::string_view text) : text_(text) {}
   // Reads the next token into the given one.
   void Next(Token& token);
-  // The character behind the last token and the blanks after it; 0 at the end.
+  // The character after the last token and its blanks; 0 at the end.
   [[nodiscard]] char Peek();
 
 private:

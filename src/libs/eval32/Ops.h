@@ -78,7 +78,7 @@ inline constexpr int kOpCount = static_cast<int>(Op::Count);
 // Cheap operations of a row and an immediate operand; two of them in a row are done in one pass.
 enum class Step : std::uint8_t { AddK, MulK, RSubK, DivK, MinK, MaxK, Abs, Floor, Count };
 inline constexpr int kStepCount = static_cast<int>(Step::Count);
-// Cheap operations of two rows; one of them and a step behind it are done in one pass.
+// Cheap operations of two rows; one of them and a step after it are done in one pass.
 enum class Join : std::uint8_t { Add, Sub, Mul, Min, Max, Count };
 inline constexpr int kJoinCount = static_cast<int>(Join::Count);
 

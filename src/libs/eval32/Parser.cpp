@@ -190,7 +190,7 @@ NodeId Parser::Divided(Op op, NodeId left, NodeId right, std::size_t position) {
 }
 
 NodeId Parser::Operation(NodeId left, Symbol symbol, std::size_t position) {
-  // What stands behind && and || counts only where it is looked at.
+  // What stands after && and || counts only where it is looked at.
   const NodeId outer = graph_.Guard();
   if (symbol == Symbol::And || symbol == Symbol::Or) graph_.SetGuard(graph_.GuardAnd(left, symbol == Symbol::And));
   const NodeId right = Expression(PrecedenceOf(symbol) + 1);
@@ -292,7 +292,7 @@ NodeId Parser::CallOf(const Function& function, std::size_t position) {
   return call.isDividingByZero ? Fail(EVAL_DIVIDE_BY_ZERO, position, EvalReason::DivisionByZero) : result;
 }
 
-// Begins on the "(" and ends behind the ")".
+// Begins on the "(" and ends after the ")".
 bool Parser::ParseArguments(const Function& function, std::vector<NodeId>& arguments) {
   const std::size_t open = token_.position;
   Next();

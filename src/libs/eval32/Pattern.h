@@ -66,7 +66,7 @@ private:
   [[nodiscard]] bool ParseClose();
   [[nodiscard]] bool ParseCount(Count& count);
   [[nodiscard]] bool ParseBraces(Count& count);
-  // The digits behind a "$"; false when there are none or they make more than 16 bits.
+  // The digits after a "$"; false when there are none or they make more than 16 bits.
   [[nodiscard]] bool ParseHexadecimal(std::uint16_t& bits);
   void SkipBlanks();
   bool Fail(std::int16_t code, std::size_t position, EvalReason reason);

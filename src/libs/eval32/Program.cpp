@@ -256,9 +256,9 @@ void ProgramBuilder::DraftAll() {
     draft.operands[0] = checks[i].divisor;
     draft.operands[1] = checks[i].guard;
     const NodeId ready = checks[i].guard == kNoNode ? checks[i].divisor : std::max(checks[i].divisor, checks[i].guard);
-    const auto behind = std::find_if(drafts_.begin(), drafts_.end(),
-                                     [&](const CodeBuffer& d) { return d.out != kNoNode && d.out > ready; });
-    drafts_.insert(behind, draft);
+    const auto next = std::find_if(drafts_.begin(), drafts_.end(),
+                                   [&](const CodeBuffer& d) { return d.out != kNoNode && d.out > ready; });
+    drafts_.insert(next, draft);
   }
 }
 

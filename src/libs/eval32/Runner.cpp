@@ -44,7 +44,7 @@ Operands Runner::Workspace::OperandsOf(const Pass& pass, std::size_t points) con
 Runner::Runner(const KernelTable& kernels, int maximumThreads, std::size_t chunkPoints)
     : kernels_(kernels), maximumThreads_(maximumThreads), chunkPoints_(chunkPoints) {}
 
-// Points behind the last one take its x, so that nothing happens there that does not happen in the range.
+// Points after the last one take its x, so that nothing happens there that does not happen in the range.
 void Runner::RunPasses(const Program& program, const Workspace& workspace, double first, std::size_t count,
                        std::atomic<std::uint32_t>& failed) const {
   const std::size_t points = (count + kGroupPoints - 1) / kGroupPoints * kGroupPoints;

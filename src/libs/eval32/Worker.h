@@ -1,4 +1,4 @@
-// One thread that waits for something to do, wide awake for a moment and then asleep. Inside the evaluator only.
+// One thread that waits for a job, spinning for a moment before it sleeps. Inside the evaluator only.
 #pragma once
 
 #include <atomic>

@@ -38,7 +38,7 @@ inline constexpr std::int16_t PATTERN_COUNT_TOO_LARGE =
 inline constexpr std::int16_t PATTERN_BRACES = 114;     // "{" without "}", or "}" without "{"
 inline constexpr std::int16_t PATTERN_EXPRESSION = 115; // a fault of the expression inside { }
 inline constexpr std::int16_t PATTERN_MASK = 116;       // "Mask" without "$" and a number of 16 bits
-inline constexpr std::int16_t PATTERN_NO_OPERATION = 117; // a count without L, H, N, X or $ behind it
+inline constexpr std::int16_t PATTERN_NO_OPERATION = 117; // a count without L, H, N, X or $ after it
 inline constexpr std::int16_t PATTERN_SYNTAX = 118;       // any other character; no such buffer or range
 
 // Why a text is refused, as the number of a sentence (EvalReasonText). "Expected" reasons are found at a word.

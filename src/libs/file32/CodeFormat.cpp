@@ -1,8 +1,8 @@
 // A code and its line end have at most eight characters, so that a line is made as one 64-bit number. All lines of a
-// block are made first, by a plain loop that the compiler turns into vector code; then they are put one behind the
+// block are made first, by a plain loop that the compiler turns into vector code; then they are put one after the
 // other.
-#include "libs/file32/Swar.h"
 #include "libs/file32/IntegerText.h"
+#include "libs/file32/Swar.h"
 #include "platform/VectorClones.h"
 
 #include <algorithm>

@@ -50,7 +50,7 @@ public:
   }
 
 private:
-  // iconv_open tells failure by an invalid pointer.
+  // iconv_open reports failure by an invalid pointer.
   [[nodiscard]] bool Valid() const {
     return handle_ != reinterpret_cast<iconv_t>(-1); // NOLINT(performance-no-int-to-ptr)
   }

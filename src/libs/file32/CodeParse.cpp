@@ -2,8 +2,8 @@
 // found first, which gives the eight characters before each of them, and the lines are then understood by a plain loop
 // without branches that the compiler turns into vector code. A block in which anything else stands is read line by
 // line.
-#include "libs/file32/Swar.h"
 #include "libs/file32/IntegerText.h"
+#include "libs/file32/Swar.h"
 #include "libs/file32/TextLines.h"
 #include "platform/VectorClones.h"
 
@@ -129,7 +129,7 @@ bool IsComment(std::string_view line) {
   return line.front() == ';' || line.front() == '#' || line.front() == '\'';
 }
 
-// Reads one line from `position` on, and goes behind it. True when it held a code; the reason when it is refused.
+// Reads one line from `position` on, and moves past it. True when it held a code; the reason when it is refused.
 bool ParseLine(std::string_view text, std::size_t& position, bool mayBeComment, std::int16_t& code,
                TextReason& reason) {
   const std::string_view rest = text.substr(position);

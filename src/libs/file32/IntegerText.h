@@ -10,7 +10,7 @@
 
 namespace calder {
 
-// The room that FormatCodes needs for one code and its line end, and may touch behind the last one.
+// The room that FormatCodes needs for one code and its line end, and may touch after the last one.
 inline constexpr std::size_t CODE_LINE_BYTES = 8;
 
 enum class LineEnd { CrLf, Lf };

@@ -27,10 +27,10 @@ constexpr std::int32_t kHighestCode = W_CODE_MAX;
 [[nodiscard]] std::int64_t LineNumber(std::string_view text, std::size_t offset);
 
 // Whether a number beyond the range of a double (without a sign, "12.5e-400") is too small, not too large: whether its
-// first digit that counts stands that far behind the decimal point.
+// first digit that counts stands that far after the decimal point.
 [[nodiscard]] bool IsTiny(std::string_view number);
 
-// A decimal number with an optional sign, fraction and exponent, nothing before or behind it. False, with `value`
+// A decimal number with an optional sign, fraction and exponent, nothing before or after it. False, with `value`
 // unchanged: not such a number, infinite, or too large for a double. What is too small for one is 0.
 [[nodiscard]] bool ParseReal(std::string_view text, double& value);
 

@@ -32,7 +32,7 @@ bool ReadRange(std::string_view text, Range& range) {
   return range.found;
 }
 
-bool IsListComment(std::string_view line) {
+bool IsBlankOrComment(std::string_view line) {
   return Trimmed(line).empty() || line.front() == '\'';
 }
 
@@ -56,7 +56,7 @@ std::int32_t WaveListReader::ReadWaveListHeader(double& xMinimum, double& xMaxim
     const std::string_view here = rest_;
     std::string_view line;
     if (!NextLine(line)) break;
-    if (!IsListComment(line)) { // the first page
+    if (!IsBlankOrComment(line)) { // the first page
       rest_ = here;
       break;
     }
@@ -76,7 +76,7 @@ bool WaveListReader::NextValue(double& value) {
   std::string_view line;
   do {
     if (!NextLine(line)) return false;
-  } while (IsListComment(line));
+  } while (IsBlankOrComment(line));
   return ParseReal(Trimmed(line.substr(0, line.find('\t'))), value);
 }
 
@@ -111,7 +111,7 @@ std::int32_t WaveListReader::ReadOneWaveList(WaveListRecord& record) {
   std::string_view line;
   do {
     if (!NextLine(line)) return 0;
-  } while (IsListComment(line));
+  } while (IsBlankOrComment(line));
   const auto damaged = [this] {
     rest_ = {};
     return kDamaged;
@@ -125,7 +125,7 @@ std::int32_t WaveListReader::ReadOneWaveList(WaveListRecord& record) {
   }
   do {
     if (!NextLine(line)) return damaged();
-  } while (Trimmed(line) != kExpressionFollows && IsListComment(line));
+  } while (Trimmed(line) != kExpressionFollows && IsBlankOrComment(line));
   if (Trimmed(line) != kExpressionFollows) return damaged();
   if (!NextText(kConstantsFollow, read.Expression) || !NextText(kEndPage, read.Constants)) return damaged();
   record = std::move(read);

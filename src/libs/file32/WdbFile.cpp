@@ -13,7 +13,7 @@ namespace calder {
 namespace {
 
 constexpr std::size_t kWavePoints = WDB_WAVE_BYTES / 2;
-// Where the settings block tells of the control-point table.
+// Where the settings block describes the control-point table.
 constexpr std::size_t kTransferFormatOffset = 342;
 constexpr std::size_t kControlPointCountOffset = 344;
 constexpr std::int16_t kWithTable = 1;

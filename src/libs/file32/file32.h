@@ -2,7 +2,7 @@
 // waveform. docs/file-formats.md has the layouts.
 //
 // Every call returns 0 on success. Failures of files are FILE_READ_FAILED and FILE_WRITE_FAILED, of the clipboard
-// CLIP_...: the numbers of the messages that tell them. A failed read leaves the buffer as it was. A write goes to a
+// CLIP_...: the numbers of the messages that report them. A failed read leaves the buffer as it was. A write goes to a
 // temporary file beside the target which is flushed and then takes the target's place, so that a failure leaves the old
 // file as it was.
 //
@@ -74,7 +74,7 @@ public:
   [[nodiscard]] std::int32_t SetClipBoard(Clipboard& clipboard, WaveHandle buffer, std::int32_t start,
                                           std::int32_t count);
   // Places the clipboard's waveform into the buffer from start on, at its own length, cut at bufferPoints; points
-  // behind it stay as they are, and so does everything after a failure. `placed` is how many points were placed: 0 when
+  // after it stay as they are, and so does everything after a failure. `placed` is how many points were placed: 0 when
   // start is bufferPoints. `count`, the selected range, changes nothing.
   [[nodiscard]] std::int32_t GetClipBoard(Clipboard& clipboard, WaveHandle buffer, std::int32_t start,
                                           std::int32_t count, std::int32_t bufferPoints, std::int32_t& placed);

@@ -1,4 +1,4 @@
-// Whether one straight line passes through all of a row of vertical gaps, told gap by gap.
+// Whether one straight line passes through all of a row of vertical gaps, given gap by gap.
 //
 // The method is O'Rourke's ("An on-line algorithm for fitting straight lines between data ranges", Communications of
 // the ACM 24, 1981): the line of the least and the line of the greatest slope are kept, each through a lower end of one

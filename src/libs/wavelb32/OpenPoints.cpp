@@ -64,7 +64,7 @@ void OpenPoints::Advance(std::int32_t point) {
     }
     const GapEnd upper{p, Twice(p) + 1};
     const GapEnd lower{p, Twice(p) - 1};
-    // No line through this and all behind it: no line from further left.
+    // No line through this and all after it: no line from further left.
     if (!stabber_.Add(point - p, lower.y, upper.y)) break;
     Extend(uppers_, upper, 1);
     Extend(lowers_, lower, -1);

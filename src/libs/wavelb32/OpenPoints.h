@@ -1,5 +1,5 @@
 // The points from which a straight line can still go on: through the code of the point and within 1/2 of each code
-// behind it. Inside the library only.
+// after it. Inside the library only.
 //
 // Each open point has the wedge of its lines. A block of new codes narrows the wedges at once: only the codes on the
 // convex chains of the block's ends above and below can bound a line that comes from before it.
@@ -27,7 +27,7 @@ public:
 
   // Begins with the first point alone. REQUIRES: the codes stay where they are while the object is used for them.
   void Start(std::span<const std::int16_t> codes);
-  // Goes on to the point, which lies behind that of the last call.
+  // Goes on to the point, which lies after that of the last call.
   void Advance(std::int32_t point);
 
   // Ascending; the last one is the point of the last call.

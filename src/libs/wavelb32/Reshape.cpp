@@ -19,7 +19,7 @@ std::int32_t W_CompWaveX(WaveHandle handle, double sourceStart, double sourceSpa
   const auto destination = wavelb::WholePoints(destinationStart, destinationSpan, codes.size());
   if (!source || !destination || !(destinationSpan > 0)) return W_BAD_RANGE;
 
-  // The curve's points from the one at or before the source's start to the one at or behind its end; behind the last
+  // The curve's points from the one at or before the source's start to the one at or after its end; after the last
   // point its code holds.
   const double last = static_cast<double>(codes.size() - 1);
   const double curveStart = std::clamp(std::floor(sourceStart), 0.0, last);

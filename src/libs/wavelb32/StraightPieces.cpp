@@ -10,7 +10,7 @@ namespace calder::wavelb {
 
 namespace {
 
-// Jumps have this width, in turns, before them in which a point already counts as behind: the rounding of a turn must
+// Jumps have this width, in turns, before them in which a point already counts as after: the rounding of a turn must
 // not decide on which side of a jump a point stands that is meant to be on it.
 constexpr double kJumpTolerance = 1e-9;
 

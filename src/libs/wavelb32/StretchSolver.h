@@ -77,7 +77,7 @@ private:
   void SplitInFamilies(std::int32_t point, std::int32_t length, std::int32_t rise, std::int32_t& best);
   void FinishHalfJoin(std::int32_t point, HalfJoin& join) const;
   void AddFamily(std::int32_t length, std::int32_t rise, const HalfJoin& step);
-  // Forgets the joins that no join to a point behind this one needs: its own start and that of each of its parts are
+  // Forgets the joins that no join to a point after this one needs: its own start and that of each of its parts are
   // open points.
   void Forget(std::int32_t point);
 

@@ -73,8 +73,8 @@ std::int32_t W_DeleteWave(WaveHandle handle, double start, double count, std::in
 // (depth - yStart) * height / ySpan, both rounded down; the depth at the lower edge stands in the last row. More points
 // than pixels: one column a pixel from the minimum to the maximum of its points, joined to its neighbour. Fewer: a line
 // through every point, each also a dot once they are 8 or more logical pixels apart. pointCount is the number of points
-// of the waveform, 0 for the whole buffer: what lies behind is not looked at, and the last point's code holds up to the
-// position pointCount. width and height are at most 32767.
+// of the waveform, 0 for the whole buffer: what lies after that is not looked at, and the last point's code holds up to
+// the position pointCount. width and height are at most 32767.
 std::int32_t W_DrawWave2(DeviceContext& context, WaveHandle handle, double xStart, double yStart, double xSpan,
                          double ySpan, int width, int height, std::int32_t pointCount = 0);
 // The grid of a small picture: 10 columns and 8 rows in light grey, the zero line in the middle in white. The context's

@@ -58,7 +58,7 @@ void UseBigPagesForHeap() {
       ::mallopt(M_TOP_PAD, kKeptHeap) == 0)
     return;
   // What the heap has so far ends somewhere inside a big page. A block up to that page's end, which nobody touches,
-  // leaves all that comes behind it in big pages; it lives as long as the process.
+  // leaves all that comes after it in big pages; it lives as long as the process.
   const auto end = reinterpret_cast<std::uintptr_t>(::sbrk(0));
   static const void* const filler = std::malloc(RoundedUp(end, kBigPage) - end + kBigPage); // NOLINT: as said
   const auto grown = reinterpret_cast<std::uintptr_t>(::sbrk(0));

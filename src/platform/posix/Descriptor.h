@@ -21,7 +21,7 @@ public:
 
   [[nodiscard]] bool Valid() const { return fd_ >= 0; }
   [[nodiscard]] int Get() const { return fd_; }
-  // False when the system tells only now that something written before was lost (network folders do).
+  // False when the system reports only now that something written before was lost (network folders do).
   [[nodiscard]] bool Close() { return fd_ < 0 || ::close(std::exchange(fd_, -1)) == 0; }
 
 private:

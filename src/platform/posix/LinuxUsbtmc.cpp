@@ -110,7 +110,7 @@ int LinuxUsbtmc::Read(int handle, void* data, std::size_t capacity, std::size_t&
   if (result < 0) return errno;
   std::uint8_t attributes = 0;
   if (ioctl(handle, USBTMC_IOCTL_MSG_IN_ATTR, &attributes) < 0) {
-    // Older drivers do not tell: a transfer that was not filled is the last one.
+    // Older drivers do not report it: a transfer that was not filled is the last one.
     if (received < capacity) ending = Ending::End;
   } else if ((attributes & kEndOfMessage) != 0) {
     ending = Ending::End;

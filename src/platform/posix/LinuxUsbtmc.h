@@ -1,4 +1,4 @@
-// USBTMC instruments by the usbtmc driver of the Linux kernel: /dev/usbtmc* and what sysfs tells of them.
+// USBTMC instruments by the usbtmc driver of the Linux kernel: /dev/usbtmc* and what sysfs says of them.
 //
 // The user needs read and write access to the node; packaging/60-calder-usbtmc.rules gives it to whoever is at the
 // machine.

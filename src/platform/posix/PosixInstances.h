@@ -1,4 +1,4 @@
-// Which copies of the program run, told by a lock that the system drops when a copy ends, however it ends.
+// Which copies of the program run, known by a lock that the system drops when a copy ends, however it ends.
 #pragma once
 
 #include "platform/Desktop.h"

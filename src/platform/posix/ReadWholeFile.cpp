@@ -21,7 +21,7 @@ constexpr std::size_t kMostBytes = std::size_t{1} << 28;
 class RegularFile {
 public:
   explicit RegularFile(const std::string& path);
-  // As the system tells it; some files do not know theirs. -1: not open.
+  // As the system reports it; some files do not know theirs. -1: not open.
   [[nodiscard]] std::int64_t Size() const { return size_; }
   // As ::pread, without interruptions; -1: failed.
   [[nodiscard]] std::ptrdiff_t ReadSome(std::size_t offset, std::span<std::byte> bytes) const;
@@ -53,7 +53,7 @@ std::ptrdiff_t RegularFile::ReadSome(std::size_t offset, std::span<std::byte> by
 std::int32_t ReadFileStart(const std::string& path, std::size_t most, std::vector<char>& content) {
   const RegularFile file(path);
   if (file.Size() < 0) return FILE_READ_FAILED;
-  // The size is a hint: one byte more than it tells the end of the file in the same pass, and a file that grew or that
+  // The size is a hint: one byte more than it shows the end of the file in the same pass, and a file that grew or that
   // does not know its size is read to its end.
   std::size_t filled = 0;
   std::size_t room = std::min(static_cast<std::size_t>(file.Size()) + 1, most);

@@ -42,7 +42,7 @@ public:
   virtual void ShowOperand() = 0;
   // The hourglass, or the ordinary pointer again.
   virtual void SetBusy(bool busy) = 0;
-  // The user was told of a fault of the page on show; the cursor goes to its place when it has one.
+  // The user has seen the message of a fault of the page on show; the cursor goes to its place when it has one.
   virtual void ShowFault(const ExpressionFault& fault) = 0;
   // Close the form, which calls Form_QueryUnload as any closing does.
   virtual void Close() = 0;

@@ -103,7 +103,7 @@ void ExpressionBox::ShowMarks() {
     marks.append(selection);
   };
   const QString text = toPlainText();
-  // The parenthesis before the cursor, else the one behind it.
+  // The parenthesis before the cursor, else the one after it.
   for (const int position : {textCursor().position() - 1, textCursor().position()}) {
     if (position < 0 || position >= text.size() || !(Opens(text[position]) || Closes(text[position]))) continue;
     const int partner = Partner(position);

@@ -20,7 +20,6 @@ public:
   [[nodiscard]] static Mode ModeAt(const CreatePage& page, double x, double y, double width, double height);
 
   void Press(const CreatePage& page, double x, double y, double width, double height);
-  [[nodiscard]] bool Dragging() const { return mode_ != Mode::None; }
   // The pointer moved to that pixel. The phase stays within its box's range by whole turns, percentages stop at 0 and
   // 100, a period below 0.1 is not taken. False: nothing is being dragged.
   bool Move(CreatePage& page, double x, double y);

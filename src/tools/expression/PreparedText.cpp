@@ -52,7 +52,7 @@ Traced InsertX(const Traced& text) {
   if (name == std::string::npos) return text;
   const std::size_t open = all.find_first_not_of(' ', name + 3);
   if (open == std::string::npos || all[open] != '(') return text;
-  // Nothing behind the parenthesis is the evaluator's to complain about.
+  // Nothing after the parenthesis is the evaluator's to complain about.
   const std::size_t at = std::min(all.find_first_not_of(' ', open + 1), all.size());
   Traced result;
   result.Add(text, 0, at);

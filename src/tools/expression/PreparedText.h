@@ -36,7 +36,7 @@ class PreparedText {
 public:
   PreparedText(std::string_view constants, std::string_view expression, const ConvUnit& units,
                const SystemInfo& settings);
-  // The constants alone with a number behind them, for checking them.
+  // The constants alone with a number after them, for checking them.
   PreparedText(std::string_view constants, long long number);
 
   [[nodiscard]] const std::string& Text() const { return text_; }
@@ -49,7 +49,7 @@ private:
   std::string text_;
   std::size_t constantsEnd_ = 0;     // bytes of text_ up to and with "]"
   std::size_t constantsLength_ = 0;  // bytes of the user's constants
-  std::vector<std::size_t> origins_; // for each byte behind constantsEnd_ and for the end
+  std::vector<std::size_t> origins_; // for each byte after constantsEnd_ and for the end
 };
 
 } // namespace calder
