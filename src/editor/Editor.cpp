@@ -220,8 +220,12 @@ void Editor::SetPictureTool(PictureTool* tool) {
   Mark(Change::Commands | Change::Picture);
   toolPressed_ = false;
   pictureTool_ = tool;
-  painter.SetToolLayer(tool == nullptr ? std::function<void(DeviceContext&)>()
-                                       : [tool](DeviceContext& picture) { tool->DrawLayer(picture); });
+  if (tool == nullptr) {
+    painter.SetToolLayers({}, {});
+  } else {
+    painter.SetToolLayers([tool](DeviceContext& picture) { tool->DrawBehind(picture); },
+                          [tool](DeviceContext& picture) { tool->DrawLayer(picture); });
+  }
 }
 
 void Editor::PictureToolChanged() {

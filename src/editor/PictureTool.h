@@ -1,5 +1,5 @@
-// A tool that is at work on the main window's waveform picture: it draws between the waveform and the markers and gets
-// the gestures that Editor does not keep for itself. Pixels are device pixels of the picture.
+// A tool that is at work on the main window's waveform picture: it draws beneath the waveform and between it and the
+// markers, and gets the gestures that Editor does not keep for itself. Pixels are device pixels of the picture.
 #pragma once
 
 #include <cstdint>
@@ -22,6 +22,8 @@ public:
   enum class Pointer { Cross, Hand };
 
   virtual ~PictureTool() = default;
+  // Beneath the waveform; for most tools nothing.
+  virtual void DrawBehind(DeviceContext& /*picture*/) {}
   virtual void DrawLayer(DeviceContext& picture) = 0;
   // A press of the left button, alone or with Ctrl. True: the tool has taken hold; else a marker may be grabbed.
   virtual bool Press(const PicturePoint& at, bool withCtrl) = 0;

@@ -22,6 +22,7 @@ void WavePainter::Draw_Wave(DeviceContext& picture) {
   Clear(picture);
   Draw_Grid_Wave(picture);
   picture.SetDrawMode(DrawMode::CopyPen);
+  if (behindWave_) behindWave_(picture);
   picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
   W_DrawWave2(picture, buffers_.Current(), view_.XStart, view_.YStart, view_.XEnd - view_.XStart,
               view_.YEnd - view_.YStart, picture.Width(), picture.Height(), settings_.MemorySize);

@@ -19,8 +19,12 @@ public:
   [[nodiscard]] bool GridShown() const { return gridShown_; }
   void ShowGrid(bool shown) { gridShown_ = shown; }
 
-  // Draws more on the waveform picture, between the waveform and the markers; empty: nothing.
-  void SetToolLayer(std::function<void(DeviceContext&)> draw) { toolLayer_ = std::move(draw); }
+  // Draws more on the waveform picture: beneath the waveform, and between it and the markers. Empty: nothing.
+  using Layer = std::function<void(DeviceContext&)>;
+  void SetToolLayers(Layer behind, Layer above) {
+    behindWave_ = std::move(behind);
+    toolLayer_ = std::move(above);
+  }
 
   void Draw_Grid_Wave(DeviceContext& picture) const;
   void Draw_Wave(DeviceContext& picture);
@@ -36,7 +40,8 @@ private:
   Markers& markers_;
   Grid grid_;
   bool gridShown_ = true;
-  std::function<void(DeviceContext&)> toolLayer_;
+  Layer behindWave_;
+  Layer toolLayer_;
 };
 
 } // namespace calder

@@ -29,7 +29,14 @@ std::int32_t W_CompWaveX(WaveHandle handle, double sourceStart, double sourceSpa
                codes.begin() + static_cast<std::ptrdiff_t>(curveEnd) + 1);
   curve.push_back(curve.back());
 
-  std::ranges::fill(codes.subspan(source->first, source->count), std::int16_t{0});
+  // What the new area does not cover of the old one.
+  const std::size_t sourceEnd = source->first + source->count;
+  const std::size_t destinationEnd = destination->first + destination->count;
+  const auto clear = [codes](std::size_t from, std::size_t to) {
+    if (from < to) std::ranges::fill(codes.subspan(from, to - from), std::int16_t{0});
+  };
+  clear(source->first, std::min(sourceEnd, destination->first));
+  clear(std::max(source->first, destinationEnd), sourceEnd);
   const double firstPlace = static_cast<double>(destination->first) - std::max(destinationStart, 0.0);
   wavelb::Resample(curve, codes.subspan(destination->first, destination->count),
                    {std::max(sourceStart, 0.0) - curveStart, sourceSpan, destinationSpan, firstPlace});

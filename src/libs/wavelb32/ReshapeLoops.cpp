@@ -3,24 +3,41 @@
 #include "platform/VectorClones.h"
 
 #include <algorithm>
-#include <limits>
+#include <bit>
+#include <cmath>
+#include <cstring>
 
 namespace calder::wavelb {
 
 namespace {
 
+// In blocks that stay in the first cache: the places, then the pairs of neighbours that they lie between, then the
+// codes. Only the second step is not made of vectors, so no step waits for another one's loads.
 CALDER_VECTOR void ResampleLoop(const std::int16_t* curve, std::int32_t lastIndex, std::int16_t* destination,
                                 std::int32_t count, Resampling r) {
-  for (std::int32_t i = 0; i < count; ++i) {
-    const double raw = r.first + (r.firstPlace + i) * r.sourceSpan / r.destinationSpan;
-    const double above = raw < 0 ? 0 : raw;
-    const double place = above > lastIndex ? lastIndex : above;
-    // The last pair serves the end of the curve too.
-    const auto whole = static_cast<std::int32_t>(place);
-    const std::int32_t index = whole < lastIndex ? whole : lastIndex - 1;
-    const double left = curve[index];
-    const double right = curve[index + 1];
-    destination[i] = ToCode(left + (right - left) * (place - index));
+  constexpr std::int32_t block = 512;
+  double rests[block];
+  std::int32_t indices[block];
+  std::uint32_t pairs[block]; // the left code in the half that comes first in memory
+  constexpr unsigned leftShift = std::endian::native == std::endian::little ? 0 : 16;
+  constexpr unsigned rightShift = 16 - leftShift;
+  for (std::int32_t begin = 0; begin < count; begin += block) {
+    const std::int32_t points = std::min(block, count - begin);
+    for (std::int32_t i = 0; i < points; ++i) {
+      const double raw = r.first + (r.firstPlace + (begin + i)) * r.sourceSpan / r.destinationSpan;
+      const double above = raw < 0 ? 0 : raw;
+      const double place = above > lastIndex ? lastIndex : above;
+      // The last pair serves the end of the curve too.
+      const auto whole = static_cast<std::int32_t>(place);
+      indices[i] = whole < lastIndex ? whole : lastIndex - 1;
+      rests[i] = place - indices[i];
+    }
+    for (std::int32_t i = 0; i < points; ++i) std::memcpy(&pairs[i], curve + indices[i], sizeof(pairs[i]));
+    for (std::int32_t i = 0; i < points; ++i) {
+      const auto left = static_cast<std::int16_t>(pairs[i] >> leftShift);
+      const auto right = static_cast<std::int16_t>(pairs[i] >> rightShift);
+      destination[begin + i] = ToCode(left + (right - left) * rests[i]);
+    }
   }
 }
 
@@ -62,18 +79,16 @@ struct Product {
   }
 };
 struct Quotient {
-  explicit Quotient(const Scale& s) : scale(s), codesPerY(1 / s.perCode) {}
-  Scale scale;
+  explicit Quotient(const Scale& s)
+      : centre(s.centre), codesPerY(1 / s.perCode), beyond(std::copysign(1e300, s.perCode)) {}
+  double centre;
   double codesPerY;
+  double beyond; // a code divided by 0: full scale on the side of its Y value, whatever the scale
   [[gnu::always_inline]] double operator()(double a, double b) const {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    const double dividend = a + scale.centre;
-    const double divisor = b + scale.centre;
-    // Y values, whose signs are those of the codes only on a scale that runs upwards.
-    const double full = scale.perCode * dividend < 0 ? -infinity : infinity;
-    const double byZero = dividend == 0 ? 0 : full;
-    const double ratio = divisor == 0 ? byZero : dividend / divisor;
-    return ratio * codesPerY - scale.centre;
+    const double dividend = a + centre;
+    const double divisor = b + centre;
+    const double ratio = divisor == 0 ? dividend * beyond : dividend / divisor;
+    return ratio * codesPerY - centre;
   }
 };
 

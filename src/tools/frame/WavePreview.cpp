@@ -50,6 +50,15 @@ std::optional<PreviewReading> ReadPreview(const PreviewWave& wave, int column, i
   return PreviewReading{point, code};
 }
 
+std::string PreviewValueText(const ConvUnit& units, double point, std::int32_t code) {
+  return "X " + units.PointToXText(point) + ", Y " + PreviewLevelText(units, code);
+}
+
+std::string PreviewLevelText(const ConvUnit& units, std::int32_t code) {
+  const std::string unit = units.YUnitName();
+  return units.CodeToYText(code) + (unit.empty() ? "" : " " + unit);
+}
+
 PreviewLabels::PreviewLabels(const ConvUnit& units)
     : max(units.CodeToYText(W_CODE_MAX)), offset(units.CodeToYText(0)), min(units.CodeToYText(-W_CODE_MAX)) {}
 
