@@ -40,6 +40,7 @@ TEST(PreparedTextTest, XAndYFollowTheUnits) {
   EXPECT_EQ(ScaleXText("2x+x1+xx+X", units, settings), "2x+x1+xx+X");
   settings.XUnit = 2;
   EXPECT_EQ(ScaleXText("x", units, settings), "(x*((1--1)/1000)+(-1))");
+  EXPECT_EQ(ScaleXText("x", units, settings, 4096), "(x*((1--1)/4096)+(-1))") << "the axis over other points";
   settings.YUnit = 1;
   EXPECT_EQ(ScaleYText("v", units), "((v)-((2.5+-2.5)/2))*(65534/(2.5--2.5))");
   settings.YUnit = 2;

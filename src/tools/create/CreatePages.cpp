@@ -4,9 +4,9 @@
 #include "instrument/SystemSetup.h"
 #include "libs/eval32/eval32.h"
 #include "platform/Clock.h"
-#include "tools/create/WaitCursor.h"
 #include "tools/frame/ScopedFlag.h"
 #include "tools/frame/ToolHost.h"
+#include "tools/frame/WaitCursor.h"
 
 #include <algorithm>
 #include <cmath>

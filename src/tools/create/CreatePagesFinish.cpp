@@ -4,8 +4,8 @@
 #include "libs/eval32/eval32.h"
 #include "platform/AsciiText.h"
 #include "tools/create/CreatePages.h"
-#include "tools/create/WaitCursor.h"
 #include "tools/frame/ToolHost.h"
+#include "tools/frame/WaitCursor.h"
 
 #include <algorithm>
 

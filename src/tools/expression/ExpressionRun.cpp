@@ -25,7 +25,7 @@ ExpressionFault ExpressionRun::FaultOf(std::int16_t code, const PreparedText& te
 }
 
 ExpressionFault ExpressionRun::Run(Evaluator& evaluator, const ExpressionTexts& texts, const ExpressionRange& range) {
-  const PreparedText text(texts.constants, texts.formula, units_, settings_);
+  const PreparedText text(texts.constants, texts.formula, units_, settings_, range.axisPoints);
   const std::int16_t code = evaluator.EvalArray1(range.start, range.count, range.buffer, text.Text());
   ExpressionFault fault = FaultOf(code, text, evaluator.LastFault());
   if (code == EVAL_SUCCESS || settings_.YUnit == kYCodes) return fault;
@@ -33,7 +33,7 @@ ExpressionFault ExpressionRun::Run(Evaluator& evaluator, const ExpressionTexts& 
   // user's. The expression alone has the same fault in its own words.
   SystemInfo inCodes = settings_;
   inCodes.YUnit = kYCodes;
-  const PreparedText alone(texts.constants, texts.formula, units_, inCodes);
+  const PreparedText alone(texts.constants, texts.formula, units_, inCodes, range.axisPoints);
   double value = 0;
   aside_.TakeConstants(evaluator);
   const bool isSame = aside_.EvalOneL(alone.Text(), static_cast<std::int32_t>(range.start), value) == code;

@@ -31,6 +31,8 @@ struct ExpressionRange {
   WaveHandle buffer = 0;
   double start = 0; // points
   double count = 0;
+  // The points over which X runs from its start to its end; 0: those of the memory.
+  std::int32_t axisPoints = 0;
 };
 
 class ExpressionRun {

@@ -62,8 +62,8 @@ Traced InsertX(const Traced& text) {
   return result;
 }
 
-std::string XReplacement(const ConvUnit& units, const SystemInfo& settings) {
-  const std::string points = std::to_string(settings.MemorySize);
+std::string XReplacement(const ConvUnit& units, const SystemInfo& settings, std::int32_t axisPoints) {
+  const std::string points = std::to_string(axisPoints > 0 ? axisPoints : settings.MemorySize);
   switch (settings.XUnit) {
   case kXSeconds: return "(x*(" + NumberText(settings.Period) + "/" + points + "))";
   case kXUser:
@@ -73,8 +73,8 @@ std::string XReplacement(const ConvUnit& units, const SystemInfo& settings) {
   }
 }
 
-Traced ScaleX(const Traced& text, const ConvUnit& units, const SystemInfo& settings) {
-  const std::string replacement = XReplacement(units, settings);
+Traced ScaleX(const Traced& text, const ConvUnit& units, const SystemInfo& settings, std::int32_t axisPoints) {
+  const std::string replacement = XReplacement(units, settings, axisPoints);
   const std::string& all = text.Text();
   const std::size_t first = std::min(all.find_first_not_of(' '), all.size());
   const std::size_t end = std::max(first, all.find_last_not_of(' ') + 1);
@@ -107,8 +107,9 @@ std::string Insert_x(std::string_view text) {
   return InsertX(Traced(text)).Text();
 }
 
-std::string ScaleXText(std::string_view text, const ConvUnit& units, const SystemInfo& settings) {
-  return ScaleX(Traced(text), units, settings).Text();
+std::string ScaleXText(std::string_view text, const ConvUnit& units, const SystemInfo& settings,
+                       std::int32_t axisPoints) {
+  return ScaleX(Traced(text), units, settings, axisPoints).Text();
 }
 
 std::string ScaleYText(std::string_view text, const ConvUnit& units) {
@@ -116,14 +117,14 @@ std::string ScaleYText(std::string_view text, const ConvUnit& units) {
 }
 
 PreparedText::PreparedText(std::string_view constants, std::string_view expression, const ConvUnit& units,
-                           const SystemInfo& settings) {
+                           const SystemInfo& settings, std::int32_t axisPoints) {
   AddConstants(constants);
   Traced text{expression};
   if (settings.YUnit != kYCodes) text = ScaleY(text, units);
   text = InsertX(text);
   // The rewrite of x looks at a text in lower case, so that X is the variable too; bytes stay where they are.
   Traced lower{LowerText(text.Text())};
-  lower = ScaleX(lower, units, settings);
+  lower = ScaleX(lower, units, settings, axisPoints);
   text_ += LowerText(lower.Text());
   for (const std::size_t position : lower.TakeOrigins()) origins_.push_back(text.Origin(position));
 }

@@ -7,6 +7,7 @@
 #include "app/ConvUnit.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,7 +19,9 @@ namespace calder {
 [[nodiscard]] std::string Insert_x(std::string_view text);
 
 // Every x that stands alone (no letter A to Z or digit beside it) in the current X unit; blanks at both ends go.
-[[nodiscard]] std::string ScaleXText(std::string_view text, const ConvUnit& units, const SystemInfo& settings);
+// axisPoints: the points over which X runs from its start to its end, those of the memory when 0.
+[[nodiscard]] std::string ScaleXText(std::string_view text, const ConvUnit& units, const SystemInfo& settings,
+                                     std::int32_t axisPoints = 0);
 
 // An expression in the current Y unit made into one in codes: less the centre of the Y range, times codes per Y.
 [[nodiscard]] std::string ScaleYText(std::string_view text, const ConvUnit& units);
@@ -35,7 +38,7 @@ struct TextPlace {
 class PreparedText {
 public:
   PreparedText(std::string_view constants, std::string_view expression, const ConvUnit& units,
-               const SystemInfo& settings);
+               const SystemInfo& settings, std::int32_t axisPoints = 0);
   // The constants alone with a number after them, for checking them.
   PreparedText(std::string_view constants, long long number);
 

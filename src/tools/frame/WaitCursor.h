@@ -1,19 +1,18 @@
-// The hourglass while something is computed.
+// The hourglass while something is computed: Port is what a tool asks of its form, with SetBusy(bool).
 #pragma once
-
-#include "tools/create/CreatePages.h"
 
 namespace calder {
 
+template <class Port>
 class WaitCursor {
 public:
-  explicit WaitCursor(CreatePort& port) : port_(port) { port_.SetBusy(true); }
+  explicit WaitCursor(Port& port) : port_(port) { port_.SetBusy(true); }
   ~WaitCursor() { port_.SetBusy(false); }
   WaitCursor(const WaitCursor&) = delete;
   WaitCursor& operator=(const WaitCursor&) = delete;
 
 private:
-  CreatePort& port_;
+  Port& port_;
 };
 
 } // namespace calder
