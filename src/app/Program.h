@@ -9,6 +9,7 @@
 #include "app/InterfaceKind.h"
 #include "app/Messages.h"
 #include "app/PageTable.h"
+#include "app/PwfTable.h"
 #include "app/Registry.h"
 #include "app/RememberedNames.h"
 #include "app/SplinePoints.h"
@@ -74,6 +75,7 @@ public:
   File32& fileLibrary;
   PageTable pages;
   SplinePoints spline;
+  PwfTable functions;
   Evaluator& evaluator;
   std::vector<UsbId> usbIds;
   std::int16_t interfaceKind = kUsbTmc;
