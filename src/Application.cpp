@@ -5,6 +5,7 @@
 #include "setup/Communication.h"
 #include "tools/create/CreateDialog.h"
 #include "tools/interpolate/SplineDialog.h"
+#include "tools/pwf/PwfDialog.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -64,6 +65,9 @@ Application::~Application() = default;
 void Application::AddTools() {
   createPages_ = std::make_unique<CreatePages>(*program_, editor_->setup, editor_->fileCommands, *editor_);
   splineDesk_ = std::make_unique<SplineDesk>(*program_, editor_->view, editor_->setup, editor_->fileCommands, *editor_);
+  pwfDesk_ = std::make_unique<PwfDesk>(*program_, editor_->setup, editor_->fileCommands, *editor_, [this] {
+    return Scope{createPages_->Page().StartX, createPages_->Page().EndX};
+  });
   communication_ =
       std::make_unique<Communication>(*program_, editor_->setup, editor_->fileCommands, editor_->waveFiles);
   // A row a tool: its number, how much of the main window waits for it, how its form is made.
@@ -76,6 +80,8 @@ void Application::AddTools() {
        }},
       {kToolSpline, ToolModality::Modeless,
        [this](QWidget* parent) { return std::make_unique<SplineDialog>(*program_, *splineDesk_, parent); }},
+      {kToolPwf, ToolModality::Modal,
+       [this](QWidget* parent) { return std::make_unique<PwfDialog>(*program_, *pwfDesk_, parent); }},
       {kToolSystem, ToolModality::Modal,
        [this](QWidget* parent) { return communication_->MakeSystemSetup(*editor_, parent); }},
   };

@@ -14,6 +14,7 @@ class Communication;
 class Editor;
 class MainWindow;
 class Program;
+class PwfDesk;
 class SplineDesk;
 
 class Application {
@@ -45,6 +46,7 @@ private:
   std::unique_ptr<Editor> editor_;
   std::unique_ptr<CreatePages> createPages_;
   std::unique_ptr<SplineDesk> splineDesk_;
+  std::unique_ptr<PwfDesk> pwfDesk_;
   std::unique_ptr<Communication> communication_;
   std::unique_ptr<MainWindow> window_;
   int lookedForEnd_ = 0; // how often End has found a transfer under way

@@ -1,7 +1,7 @@
 # calder::ui: the whole program on a desktop's services, and the program itself.
 calder_window_room(application
   SOURCES Application.cpp Application.h
-  USES editor_ui setup_ui create_ui interpolate_ui)
+  USES editor_ui setup_ui create_ui interpolate_ui pwf_ui)
 add_library(calder_ui INTERFACE)
 add_library(calder::ui ALIAS calder_ui)
 target_link_libraries(calder_ui INTERFACE calder_application)
@@ -10,7 +10,7 @@ add_executable(calder main.cpp)
 target_link_libraries(calder PRIVATE calder_ui $<BUILD_INTERFACE:calder_flags>)
 
 # Beside the program stand the files that it only reads, as an installed one finds them.
-foreach(read IN ITEMS models data/USBTMC.ID)
+foreach(read IN ITEMS models data/USBTMC.ID data/pwf.fnc)
   get_filename_component(name ${read} NAME)
   file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${read} ${CMAKE_CURRENT_BINARY_DIR}/${name} SYMBOLIC)
 endforeach()
@@ -18,7 +18,8 @@ if(PROJECT_IS_TOP_LEVEL)
   include(GNUInstallDirs)
   install(TARGETS calder RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/models DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
-  install(FILES ${PROJECT_SOURCE_DIR}/data/USBTMC.ID DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
+  install(FILES ${PROJECT_SOURCE_DIR}/data/USBTMC.ID ${PROJECT_SOURCE_DIR}/data/pwf.fnc
+          DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
   # Not below CMAKE_INSTALL_LIBDIR: udev knows this place only.
   install(FILES ${PROJECT_SOURCE_DIR}/packaging/60-calder-usbtmc.rules DESTINATION lib/udev/rules.d)
 endif()

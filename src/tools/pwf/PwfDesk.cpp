@@ -1,0 +1,321 @@
+#include "tools/pwf/PwfDesk.h"
+
+#include "app/EngValB.h"
+#include "files/FileCommands.h"
+#include "instrument/SystemSetup.h"
+#include "libs/eval32/eval32.h"
+#include "libs/file32/TextLines.h"
+#include "platform/DeviceContext.h"
+#include "platform/WaveformTheme.h"
+#include "platform/posix/WholeFile.h"
+#include "tools/frame/ScopedFlag.h"
+#include "tools/frame/ToolHost.h"
+#include "tools/frame/WaitCursor.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace calder {
+namespace {
+
+constexpr int kMsgUnitChanged = 35;
+constexpr int kMsgRangeChanged = 36;
+
+} // namespace
+
+PwfDesk::PwfDesk(Program& program, SystemSetup& setup, FileCommands& files, ToolHost& host,
+                 std::function<Scope()> createArea)
+    : program_(program), setup_(setup), files_(files), host_(host), createArea_(std::move(createArea)),
+      file_(program.functions, program.language),
+      generator_(program.evaluator, program.units, program.settings, program.language) {
+  files_.SetFormat(Kind_Pwf, {[this](const std::string& path) { return file_.Read_Pwf(path); },
+                              [this](const std::string& path) { return file_.Write_Pwf(path); }});
+}
+
+PwfDesk::~PwfDesk() {
+  W_FreeMemory(former_);
+  W_FreeMemory(curve_);
+}
+
+// ---- opening and closing ----
+
+void PwfDesk::Form_Load() {
+  SetUnits();
+  if (former_ == 0) former_ = W_AllocMemory(kPreviewPoints);
+  if (curve_ == 0) curve_ = W_AllocMemory(kCurvePoints);
+  cancelled_ = true;
+  waveDirty_ = true;
+  dragging_ = false;
+  {
+    const ScopedFlag setup(program_.formSetup);
+    const ScopedFlag guard(scrollGuard_);
+    ReadDefinitions();
+    const auto first = std::ranges::find_if(program_.functions.functions, &PwfFunction::IsDefined);
+    const bool any = first != program_.functions.functions.end();
+    program_.functions.WaveIdx = any ? static_cast<int>(first - program_.functions.functions.begin()) : 0;
+    hasFormer_ = false;
+    port_->ShowList();
+    Show_Function();
+    if (!any) W_ClearMemory(program_.buffers.Create(), 0, kPreviewPoints);
+  }
+  if (Function().IsDefined()) Make_Wave_PWF(Length::Preview);
+  port_->ShowPreview();
+}
+
+void PwfDesk::SetUnits() {
+  const auto inform = [this](int message) {
+    program_.desktop.messageBoxes.Show(kApplicationTitle, program_.messages.MessageText(message), BoxButtons::Ok,
+                                       BoxIcon::None);
+    host_.WaveformChanged();
+  };
+  SystemInfo& settings = program_.settings;
+  if (settings.XUnit != kXUser || settings.YUnit != kYUser) {
+    settings.XUnit = kXUser;
+    settings.YUnit = kYUser;
+    inform(kMsgUnitChanged);
+  }
+  if (settings.XUserMin != 0 || settings.XUserMax != 1 || settings.YUserMin != -1 || settings.YUserMax != 1) {
+    settings.XUserMin = 0;
+    settings.XUserMax = 1;
+    settings.YUserMin = -1;
+    settings.YUserMax = 1;
+    inform(kMsgRangeChanged);
+  }
+}
+
+void PwfDesk::ReadDefinitions() {
+  notes_.clear();
+  const std::vector<std::string>& folders = program_.desktop.folders.read;
+  const std::string path = FindProgramFile(folders, kPwfDefinitions);
+  std::vector<char> content;
+  if (path.empty() || ReadWholeFile(path, content) != 0) {
+    std::string looked;
+    for (const std::string& folder : folders) looked += (looked.empty() ? "" : ", ") + folder;
+    if (!path.empty()) looked = path;
+    notes_.push_back(std::string(kPwfDefinitions) +
+                     program_.messages.Pick(path.empty() ? " が見つかりません: " : " を読み込めません: ",
+                                            path.empty() ? " was not found in: " : " cannot be read: ") +
+                     looked);
+    return;
+  }
+  PwfReading reading = Read_Fnc({content.data(), content.size()}, program_.language, program_.functions);
+  CheckFormulas(reading);
+  for (const PwfFault& fault : reading.faults) notes_.push_back(PwfFaultText(fault, program_.messages));
+}
+
+// A formula that cannot be computed with the values of its own line is a fault of the line.
+void PwfDesk::CheckFormulas(PwfReading& reading) {
+  for (int k = 0; k < PwfTable::kFunctions; ++k) {
+    const int line = reading.lines[Index(k)];
+    if (line == 0 || !program_.functions[k].IsDefined()) continue;
+    const ExpressionFault fault = generator_.MakeAside(program_.functions, k, curve_, kCurvePoints);
+    if (fault.message == 0) continue;
+    const std::string sentence =
+        fault.reason.empty() ? std::string(Trimmed(program_.messages.MessageText(fault.message), " \r")) : fault.reason;
+    reading.faults.push_back({line, PwfFaultReason::Formula, sentence});
+    program_.functions[k] = {};
+  }
+  std::ranges::stable_sort(reading.faults, {}, &PwfFault::line);
+}
+
+void PwfDesk::Form_QueryUnload() {
+  dragging_ = false;
+  program_.evaluator.ClearConstant();
+  if (cancelled_) W_ClearMemory(program_.buffers.Create(), 0, createArea_().Length());
+}
+
+// ---- functions and parameters ----
+
+void PwfDesk::Show_Function() {
+  const PwfFunction& function = Function();
+  for (int j = 0; j < PwfTable::kMaxParams; ++j) {
+    const PwfParam& param = function.Params[Index(j)];
+    texts_[Index(j)] = j < function.ParamCount ? PwfValueText(param, param.Value) : std::string();
+    refused_[Index(j)] = false;
+  }
+  prmSel_ = 0;
+  hasCurve_ = false;
+  const ScopedFlag setup(program_.formSetup);
+  const ScopedFlag guard(scrollGuard_);
+  port_->ShowFunction();
+}
+
+void PwfDesk::Comb_Wave_Click(int function) {
+  if (program_.formSetup || function < 0 || function >= PwfTable::kFunctions) return;
+  if (!program_.functions[function].IsDefined()) return;
+  program_.functions.WaveIdx = function;
+  hasFormer_ = false;
+  Show_Function();
+  Make_Wave_PWF(Length::Preview);
+}
+
+void PwfDesk::Comb_PrmSel_Click(int parameter) {
+  if (scrollGuard_ || parameter < 0 || parameter >= Function().ParamCount) return;
+  prmSel_ = parameter;
+  Refresh();
+}
+
+void PwfDesk::Refresh() {
+  const ScopedFlag guard(scrollGuard_);
+  port_->ShowParameters();
+}
+
+int PwfDesk::ScrollPosition(int j) const {
+  return ScrollPositionOf(Function().Params[Index(j)], Scroll(j));
+}
+
+void PwfDesk::Store(int j, double value) {
+  PwfParam& param = TheFunction().Params[Index(j)];
+  texts_[Index(j)] = PwfValueText(param, value);
+  param.Value = LeadingNumber(texts_[Index(j)]);
+  refused_[Index(j)] = false;
+  Refresh();
+  Make_Wave_PWF(Length::Preview);
+}
+
+void PwfDesk::Scroll_Pressed() {
+  KeepFormer();
+  dragging_ = true;
+}
+
+void PwfDesk::HScroll1_Change(int position) {
+  if (scrollGuard_ || prmSel_ >= Function().ParamCount) return;
+  if (!dragging_) KeepFormer();
+  Store(prmSel_, ScrolledValue(Function().Params[Index(prmSel_)], Scroll(prmSel_), position));
+}
+
+void PwfDesk::Slider_Change(int parameter, int position) {
+  if (scrollGuard_ || parameter >= Function().ParamCount) return;
+  prmSel_ = parameter;
+  HScroll1_Change(position);
+}
+
+bool PwfDesk::Text_Validate(int parameter, const std::string& text) {
+  const PwfParam& param = Function().Params[Index(parameter)];
+  double value = 0;
+  const bool isNumber = ParseReal(Trimmed(text), value);
+  if (!isNumber || value > param.MaxValue || value < param.MinValue) {
+    texts_[Index(parameter)] = isNumber ? NumberText(value > param.MaxValue ? param.MaxValue : param.MinValue) : text;
+    refused_[Index(parameter)] = true;
+    Refresh();
+    return false;
+  }
+  KeepFormer();
+  Store(parameter, value);
+  return true;
+}
+
+void PwfDesk::Restore(int parameter) {
+  if (parameter >= Function().ParamCount) return;
+  KeepFormer();
+  Store(parameter, Function().Params[Index(parameter)].FileValue);
+}
+
+std::string PwfDesk::LimitsText(int j) const {
+  const PwfParam& param = Function().Params[Index(j)];
+  return NumberText(param.MinValue) + program_.messages.Pick(" ～ ", " to ") + NumberText(param.MaxValue);
+}
+
+// ---- the waveform ----
+
+bool PwfDesk::Make_Wave_PWF(Length length) {
+  const PwfFunction& function = Function();
+  for (int j = 0; j < function.ParamCount; ++j) {
+    const PwfParam& param = function.Params[Index(j)];
+    double value = 0;
+    if (!ParseReal(Trimmed(texts_[Index(j)]), value)) return false;
+    if (value >= param.MinValue && value <= param.MaxValue) continue;
+    refused_[Index(j)] = true;
+    Refresh();
+    port_->GoToBox(j);
+    return false;
+  }
+  const bool isPreview = length == Length::Preview;
+  ExpressionFault fault;
+  {
+    const WaitCursor busy(*port_);
+    fault = generator_.Make(program_.functions, IsWaveIdx(), texts_, program_.buffers.Create(),
+                            isPreview ? kPreviewPoints : program_.settings.MemorySize);
+  }
+  port_->ShowFault(fault);
+  if (fault.message != 0) {
+    program_.messages.ErrorBox(fault.message);
+    return false;
+  }
+  waveDirty_ = false;
+  if (isPreview) {
+    hasCurve_ = true;
+    port_->ShowPreview();
+  }
+  return true;
+}
+
+void PwfDesk::KeepFormer() {
+  if (!hasCurve_ || W_CopyMemory(program_.buffers.Create(), former_, 0, 0, kPreviewPoints) != W_SUCCESS) return;
+  hasFormer_ = true;
+}
+
+double PwfDesk::FirstWritten() const {
+  return std::clamp<double>(std::nearbyint(createArea_().Start), 0, program_.settings.MemorySize);
+}
+
+void PwfDesk::Btn_OK_Click() {
+  if (!Function().IsDefined()) return;
+  program_.buffers.Save_Undo();
+  if (!Make_Wave_PWF(Length::Whole)) return;
+  const double first = FirstWritten();
+  W_CopyMemory(program_.buffers.Create(), program_.buffers.Current(), first, first,
+               program_.settings.MemorySize - first);
+  setup_.ForgetControlPoints();
+  cancelled_ = false;
+  port_->Close();
+}
+
+void PwfDesk::Btn_Cancel_Click() {
+  cancelled_ = true;
+  port_->Close();
+}
+
+void PwfDesk::Menu_FileOpen_Click() {
+  files_.Open_File(Kind_Pwf);
+  hasFormer_ = false;
+  Show_Function();
+  if (Function().IsDefined()) Make_Wave_PWF(Length::Preview);
+}
+
+void PwfDesk::Menu_FileSave_Click() {
+  if (Function().IsDefined()) files_.Save_File(Kind_Pwf, false);
+}
+
+// ---- the pictures ----
+
+void PwfDesk::Draw_Wave_PWF(DeviceContext& picture) const {
+  if (program_.formSetup) return;
+  const double span = hasCurve_ ? kPreviewPoints : 0;
+  DrawWavePreview(picture, {program_.buffers.Create(), 0, span}, {former_, 0, hasFormer_ ? kPreviewPoints : 0.0});
+}
+
+void PwfDesk::DrawCurve(int function, DeviceContext& picture) {
+  picture.FillRectangle(0, 0, picture.Width(), picture.Height(), theme::kGround);
+  if (generator_.MakeAside(program_.functions, function, curve_, kCurvePoints).message != 0) return;
+  picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
+  W_DrawWave2(picture, curve_, 0, 0, kCurvePoints, W_CODE_SPAN, picture.Width(), picture.Height(), kCurvePoints);
+}
+
+std::string PwfDesk::PointerText(double part) const {
+  if (!hasCurve_ || !(part >= 0 && part < 1)) return {};
+  const double point = std::floor(part * kPreviewPoints);
+  const std::int32_t code = W_GetWaveData(program_.buffers.Create(), point, kPreviewPoints);
+  return "X " + FormatMask(point / kPreviewPoints, "0.0000") + "   Y " +
+         FormatMask(program_.units.CodeToY(code), "0.0000");
+}
+
+std::string PwfDesk::AreaNote() const {
+  const double first = FirstWritten();
+  if (first == 0) return {};
+  const std::string x = NumberText(program_.units.PointToX(first));
+  return program_.messages.Pick("OK は波形生成のﾍﾟｰｼﾞの始点 X = ", "OK writes from X = ") + x +
+         program_.messages.Pick(" から書き込みます。", " on, where the page of Wave Create begins.");
+}
+
+} // namespace calder
