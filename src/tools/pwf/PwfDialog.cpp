@@ -82,6 +82,7 @@ void PwfDialog::ConnectRows() {
     connect(bar, &QAbstractSlider::sliderPressed, this, [this] { desk_.Scroll_Pressed(); });
     connect(bar, &QAbstractSlider::sliderReleased, this, [this] { desk_.Scroll_Released(); });
   }
+  ui_->HScroll1->setInvertedControls(false); // as on the sliders the right arrow and the wheel upwards raise the value
   connect(ui_->HScroll1, &QScrollBar::valueChanged, this, [this](int position) { desk_.HScroll1_Change(position); });
   connect(ui_->Comb_PrmSel, &QComboBox::currentIndexChanged, this, [this](int j) { desk_.Comb_PrmSel_Click(j); });
   connect(ui_->Btn_Formula, &QToolButton::toggled, this, [this](bool open) {
