@@ -2,7 +2,6 @@
 // file is not sound.
 #include "app/EngValB.h"
 #include "libs/eval32/eval32.h"
-#include "libs/file32/TextLines.h"
 #include "platform/posix/WholeFile.h"
 #include "tools/pwf/PwfDefinitions.h"
 #include "tools/pwf/PwfGenerator.h"
@@ -41,26 +40,6 @@ std::string Picture(std::span<const std::int16_t> codes) {
          "\"/></svg>\n";
 }
 
-// The comment right before each definition.
-std::vector<std::string> Descriptions(std::string_view text) {
-  std::vector<std::string> found;
-  std::string comment;
-  bool isDefinition = false;
-  while (!text.empty()) {
-    const std::string_view line = text.substr(0, LineLength(text));
-    text.remove_prefix(line.size());
-    text.remove_prefix(LineEndLength(text));
-    if (line == "[definition]") {
-      isDefinition = true;
-    } else if (line.starts_with('\'')) {
-      comment = line.substr(1);
-    } else if (isDefinition && !line.empty()) {
-      found.push_back(std::exchange(comment, {}));
-    }
-  }
-  return found;
-}
-
 std::string Row(int k, const PwfFunction& function, const std::string& description, const std::string& picture) {
   std::string parameters;
   for (const PwfParam& param : function.Parameters()) {
@@ -88,7 +67,6 @@ int Write(const std::string& definitions, const std::string& docs) {
   Evaluator evaluator;
   PwfGenerator generator(evaluator, units, settings, Language::English);
   const WaveHandle buffer = W_AllocMemory(kPoints);
-  const std::vector<std::string> descriptions = Descriptions(text);
   std::filesystem::create_directories(docs + "/images/functions");
   std::string rows;
   for (int k = 0; k < PwfTable::kFunctions; ++k) {
@@ -96,14 +74,15 @@ int Write(const std::string& definitions, const std::string& docs) {
     if (generator.MakeAside(table, k, buffer, kPoints).message != 0) return 1;
     const std::string picture = "images/functions/" + std::to_string(k) + ".svg";
     std::ofstream(docs + "/" + picture) << Picture(W_Lock(buffer));
-    rows += Row(k, table[k], descriptions[static_cast<std::size_t>(k)], picture);
+    rows += Row(k, table[k], reading.remarks[static_cast<std::size_t>(k)], picture);
   }
   std::ofstream(docs + "/parameter-functions.md")
       << "# The parameter-variable functions\n\n"
          "Made by `scripts/function_pages` from `data/pwf.fnc`; change that file and run the script. How the file is\n"
          "built is in [file-formats.md](file-formats.md), the language of its formulas in "
          "[expressions.md](expressions.md).\n\n"
-         "Frequencies are periods over the whole waveform, times are parts of its length, levels run from -1 to 1. Base "
+         "Frequencies are periods over the whole waveform, times are parts of its length, levels run from -1 to 1. "
+         "Base "
          "is the\nlevel at rest: -1 uses the whole scale. Each parameter is followed by its limits, its step and, in "
          "parentheses, the value\nthat it begins with, which is the one of the picture.\n\n"
          "| | picture | function | parameters |\n|---|---|---|---|\n"

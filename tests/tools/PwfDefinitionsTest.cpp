@@ -76,6 +76,9 @@ TEST_F(PwfDefinitionsTest, FaultyLinesAreNamedAndTheOthersKeepTheirPlaces) {
   EXPECT_EQ(note, desk->Notes().end());
   EXPECT_EQ(program->functions[1].FuncNo, 7);
   EXPECT_EQ(program->functions[k].FuncName, "Last");
+  EXPECT_EQ(desk->Remark(), "a comment takes no place") << "of the first function alone";
+  desk->Comb_Wave_Click(1);
+  EXPECT_EQ(desk->Remark(), "");
 }
 
 TEST_F(PwfDefinitionsTest, TheWholeFileIsJudgedByItsHeader) {
@@ -101,6 +104,16 @@ TEST_F(PwfDefinitionsTest, TheWholeFileIsJudgedByItsHeader) {
     EXPECT_TRUE(row.fault.empty() ? told.empty() : told.starts_with(row.fault)) << told;
     EXPECT_EQ(std::ranges::count_if(table.functions, &PwfFunction::IsDefined), row.defined) << row.fault;
   }
+}
+
+TEST_F(PwfDefinitionsTest, TheExampleOfTheFormatsPageIsSound) {
+  const std::string page = GetFile(CALDER_SOURCE_DIR "/docs/file-formats.md");
+  const std::size_t start = page.find("'my functions");
+  PutFile(folder / kPwfDefinitions, page.substr(start, page.find("```", start) - start));
+  desk->Form_Load();
+  EXPECT_TRUE(desk->Notes().empty()) << desk->Notes()[0];
+  EXPECT_EQ(program->functions[1].FuncName, "Sine");
+  EXPECT_EQ(Generated(4095), 16380) << "the ramp with its first values";
 }
 
 // Each parameter at both of its limits, the others as the file has them.

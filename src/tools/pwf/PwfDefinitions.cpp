@@ -6,6 +6,7 @@
 #include "tools/pwf/PwfScroll.h"
 
 #include <optional>
+#include <utility>
 
 namespace calder {
 namespace {
@@ -93,17 +94,20 @@ PwfReading Read_Fnc(std::string_view text, Language language, PwfTable& table) {
   int headerItems = 0;
   int next = 0;
   int number = 0;
+  std::string_view comment;
   text = WithoutByteOrderMark(text);
   while (!text.empty()) {
     const std::string_view line = text.substr(0, LineLength(text));
     text.remove_prefix(line.size());
     text.remove_prefix(LineEndLength(text));
     ++number;
+    if (line.starts_with('\'')) comment = line.substr(1);
     if (line.empty() || line.starts_with('\'')) continue;
     if (isHeader) {
       if (line.starts_with("PWF ") || line.starts_with("VER=") || line.starts_with("NUM=")) ++headerItems;
       if (line != "[definition]") continue;
       isHeader = false;
+      comment = {};
       if (headerItems >= kHeaderItems) continue;
       reading.faults.push_back({number, PwfFaultReason::ShortHeader, {}});
       return reading;
@@ -117,6 +121,7 @@ PwfReading Read_Fnc(std::string_view text, Language language, PwfTable& table) {
     if (!function) reading.faults.push_back({number, definition.reason, definition.word});
     table[next] = function.value_or(PwfFunction{});
     reading.lines[static_cast<std::size_t>(next)] = number;
+    reading.remarks[static_cast<std::size_t>(next)] = FromCodePage(std::exchange(comment, {}), PageOf(language));
     ++next;
   }
   if (isHeader) reading.faults.push_back({0, PwfFaultReason::NoDefinitionLine, {}});

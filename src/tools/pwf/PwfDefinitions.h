@@ -37,8 +37,9 @@ struct PwfFault {
 [[nodiscard]] std::string PwfFaultText(const PwfFault& fault, const ErrMsg& messages);
 
 struct PwfReading {
-  std::vector<PwfFault> faults;                  // in the order of the lines
-  std::array<int, PwfTable::kFunctions> lines{}; // where the functions were defined; 0: not in this file
+  std::vector<PwfFault> faults;                          // in the order of the lines
+  std::array<int, PwfTable::kFunctions> lines{};         // where the functions were defined; 0: not in this file
+  std::array<std::string, PwfTable::kFunctions> remarks; // the comment right before each, UTF-8
 };
 
 // Reads the definitions in their order into the table. An entry that the text does not define keeps what it held; one

@@ -100,6 +100,7 @@ void PwfDesk::ReadDefinitions() {
   }
   PwfReading reading = Read_Fnc({content.data(), content.size()}, program_.language, program_.functions);
   CheckFormulas(reading);
+  remarks_ = reading.remarks;
   for (const PwfFault& fault : reading.faults) notes_.push_back(PwfFaultText(fault, program_.messages));
 }
 

@@ -95,6 +95,8 @@ public:
   [[nodiscard]] const PwfTable& Table() const { return program_.functions; }
   [[nodiscard]] int IsWaveIdx() const { return program_.functions.WaveIdx; }
   [[nodiscard]] const PwfFunction& Function() const { return program_.functions.Selected(); }
+  // What the definitions file says about the selected function; may be empty.
+  [[nodiscard]] const std::string& Remark() const { return remarks_[Index(IsWaveIdx())]; }
   [[nodiscard]] int ParameterChoice() const { return prmSel_; }
   [[nodiscard]] const std::string& ParameterText(int j) const { return texts_[Index(j)]; }
   [[nodiscard]] bool IsRefused(int j) const { return refused_[Index(j)]; }
@@ -137,6 +139,7 @@ private:
   PwfPort* port_ = nullptr;
   PwfTexts texts_;
   std::array<bool, PwfTable::kMaxParams> refused_{};
+  std::array<std::string, PwfTable::kFunctions> remarks_;
   std::vector<std::string> notes_;
   int prmSel_ = 0;
   bool scrollGuard_ = false; // the program moves the scroll bars

@@ -184,6 +184,7 @@ void PwfDialog::ShowFunction() {
                              static_cast<QWidget*>(row.limits), static_cast<QWidget*>(row.slider)})
       control->setVisible(shown);
   }
+  ui_->Label_Remark->setText(Text(desk_.Remark()));
   ui_->Txt_Formula->setPlainText(Text(function.Formula));
   ui_->Txt_Fixed->setPlainText(Text(function.FixedConstants));
   const PreviewLabels labels = desk_.Labels();
