@@ -212,8 +212,8 @@ TEST_F(PwfDeskTest, TheFormerCurveStaysUnderTheNewOne) {
   EXPECT_EQ(curves(), 2);
   desk->Comb_Wave_Click(1);
   EXPECT_EQ(curves(), 1) << "another function has none";
-  EXPECT_EQ(desk->PointerText(0.5), "X 0.5000   Y 1.0000");
-  EXPECT_EQ(desk->PointerText(1), "");
+  EXPECT_EQ(desk->PointerText(50, 100), "X 500.000m, Y 1.000000");
+  EXPECT_EQ(desk->PointerText(100, 100), "");
 }
 
 } // namespace

@@ -20,6 +20,7 @@ namespace {
 
 constexpr int kMsgUnitChanged = 35;
 constexpr int kMsgRangeChanged = 36;
+constexpr double kFormerStrength = 0.4;
 
 } // namespace
 
@@ -292,8 +293,11 @@ void PwfDesk::Menu_FileSave_Click() {
 
 void PwfDesk::Draw_Wave_PWF(DeviceContext& picture) const {
   if (program_.formSetup) return;
-  const double span = hasCurve_ ? kPreviewPoints : 0;
-  DrawWavePreview(picture, {program_.buffers.Create(), 0, span}, {former_, 0, hasFormer_ ? kPreviewPoints : 0.0});
+  const PreviewCurve curves[] = {
+      {{former_, 0, hasFormer_ ? kPreviewPoints : 0.0}, theme::OnGround(theme::kTrace, kFormerStrength)},
+      {{program_.buffers.Create(), 0, hasCurve_ ? kPreviewPoints : 0.0}, theme::kTrace},
+  };
+  DrawWavePreview(picture, curves);
 }
 
 void PwfDesk::DrawCurve(int function, DeviceContext& picture) {
@@ -303,12 +307,12 @@ void PwfDesk::DrawCurve(int function, DeviceContext& picture) {
   W_DrawWave2(picture, curve_, 0, 0, kCurvePoints, W_CODE_SPAN, picture.Width(), picture.Height(), kCurvePoints);
 }
 
-std::string PwfDesk::PointerText(double part) const {
-  if (!hasCurve_ || !(part >= 0 && part < 1)) return {};
-  const double point = std::floor(part * kPreviewPoints);
-  const std::int32_t code = W_GetWaveData(program_.buffers.Create(), point, kPreviewPoints);
-  return "X " + FormatMask(point / kPreviewPoints, "0.0000") + "   Y " +
-         FormatMask(program_.units.CodeToY(code), "0.0000");
+std::string PwfDesk::PointerText(int column, int width) const {
+  if (!hasCurve_) return {};
+  const auto reading = ReadPreview({program_.buffers.Create(), 0, kPreviewPoints}, column, width);
+  if (!reading) return {};
+  return PreviewValueText(program_.units, reading->point / kPreviewPoints * program_.settings.MemorySize,
+                          reading->code);
 }
 
 std::string PwfDesk::AreaNote() const {

@@ -104,8 +104,8 @@ public:
   [[nodiscard]] ScrollRange Scroll(int j) const { return ScrollRangeOf(Function().Params[Index(j)]); }
   [[nodiscard]] int ScrollPosition(int j) const;
   [[nodiscard]] PreviewLabels Labels() const { return PreviewLabels(program_.units); }
-  // X and Y of the curve at a part of the picture's width, 0 to 1; empty without a curve.
-  [[nodiscard]] std::string PointerText(double part) const;
+  // X and Y of the curve at a column of a picture of that width; empty outside of it and without a curve.
+  [[nodiscard]] std::string PointerText(int column, int width) const;
   // Sentences about the definitions file; empty: all is well.
   [[nodiscard]] const std::vector<std::string>& Notes() const { return notes_; }
   // From where on an OK writes, when that is not the whole waveform; else empty.

@@ -99,13 +99,15 @@ void PwfDialog::ConnectList() {
 
 void PwfDialog::ConnectPicture() {
   WaveformCanvas* picture = ui_->PictWave;
+  picture->installEventFilter(this);
   connect(picture, &WaveformCanvas::Resized, this, [this] { ShowPreview(); });
   connect(picture, &WaveformCanvas::Moved, this, [this, picture](QPoint pixel) {
-    ui_->Label_Pointer->setText(Text(desk_.PointerText(static_cast<double>(pixel.x()) / picture->PixelWidth())));
+    ui_->Label_Pointer->setText(Text(desk_.PointerText(pixel.x(), picture->PixelWidth())));
   });
 }
 
 bool PwfDialog::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == ui_->PictWave && event->type() == QEvent::Leave) ui_->Label_Pointer->clear();
   if (event->type() == QEvent::MouseButtonDblClick) {
     for (int j = 0; j < PwfTable::kMaxParams; ++j) {
       if (watched != rows_[static_cast<std::size_t>(j)].name) continue;

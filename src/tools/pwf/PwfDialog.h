@@ -30,7 +30,8 @@ public:
   static constexpr const char* kFormName = "PwfDialog";
 
 protected:
-  // A double click on a parameter's name gives the value of the definitions file back.
+  // A double click on a parameter's name gives the value of the definitions file back; without the pointer the preview
+  // has no value to show.
   bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
