@@ -136,6 +136,22 @@ class Tour:
         check(codes_of_text(self.save("ctrl+t", "again.txt")) == whole, "the waveform came back changed")
         d.picture("6-reopened")
 
+    def function(self):
+        """A function with a parameter: found by its name, typed, written, looked at."""
+        d = self.desktop
+        d.key("alt+t", "w")
+        d.wait_title("Parameter-variable Waveforms$")
+        d.type("Gauss\t0.25\t")
+        d.picture("7-function")
+        d.key("alt+t", "shift+Tab", "shift+Tab", "shift+Tab")  # past the search box and Cancel to OK
+        d.key("Return")
+        d.wait_title(r"again\.txt")
+        codes = codes_of_text(self.save("ctrl+t", "function.txt"))
+        for part in (0, 0.1, 0.25, 0.3, 0.9):
+            wanted = 32767 * math.exp(-((part - 0.25) / 0.1) ** 2 / 2)
+            code = codes[int(part * WDB_POINTS)]
+            check(abs(code - wanted) <= 1, "the bell gives %d at %g, not %g" % (code, part, wanted))
+
     def create(self):
         """Three pages: a sine, a square, an expression with a constant; each looked at, saved as a list, written."""
         d = self.desktop
@@ -166,7 +182,7 @@ class Tour:
         d.wait_title("Waveform Create$")
         check(os.path.exists(self.path("pages.wfn")), "the list was not written")
         d.key("alt+k")
-        d.wait_title(r"again\.txt")
+        d.wait_title(r"function\.txt")
         d.picture("9-created")
         codes = codes_of_text(self.save("ctrl+t", "created.txt"))
         n = WDB_POINTS
@@ -270,6 +286,7 @@ def main():
             ("cut the range", lambda: state.update(whole=tour.cut())),
             ("undo and save", lambda: tour.undo_and_save(state["whole"])),
             ("open it again", lambda: tour.reopen(state["whole"])),
+            ("a function with a parameter", tour.function),
             ("create three pages", tour.create),
             ("transfer over USBTMC and read back", lambda: state.update(sent=tour.usb())),
             ("transfer over NI GPIB and read back", lambda: tour.gpib(state["sent"])),

@@ -73,6 +73,11 @@ TEST_F(PwfDialogTest, ARefusedTextSaysItsLimitsAndStopsWhatWasToFollow) {
   EXPECT_EQ(Focus(), "Text_1") << "a second press takes the limit";
   EXPECT_EQ(desk->Function().Params[0].Value, 200);
   EXPECT_EQ(LimitsColour(), calm);
+  Type("Text_0", "0");
+  QTest::keyClick(Find<ValueBox>("Text_0"), Qt::Key_Escape);
+  EXPECT_EQ(Focus() + " " + Shown("Text_0"), "Text_0 200") << "the stored value";
+  EXPECT_EQ(LimitsColour(), calm);
+  EXPECT_TRUE(dialog->isVisible());
   TypeOn("Text_0", "many");
   Click("Btn_OK");
   EXPECT_TRUE(dialog->isVisible());

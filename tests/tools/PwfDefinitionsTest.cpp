@@ -100,8 +100,8 @@ TEST_F(PwfDefinitionsTest, TheWholeFileIsJudgedByItsHeader) {
   for (const auto& row : rows) {
     table = {};
     const PwfReading reading = Read_Fnc(row.text, Language::English, table);
-    const std::string told = reading.faults.empty() ? "" : PwfFaultText(reading.faults[0], program->messages);
-    EXPECT_TRUE(row.fault.empty() ? told.empty() : told.starts_with(row.fault)) << told;
+    const std::string said = reading.faults.empty() ? "" : PwfFaultText(reading.faults[0], program->messages);
+    EXPECT_TRUE(row.fault.empty() ? said.empty() : said.starts_with(row.fault)) << said;
     EXPECT_EQ(std::ranges::count_if(table.functions, &PwfFunction::IsDefined), row.defined) << row.fault;
   }
 }

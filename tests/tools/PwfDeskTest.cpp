@@ -18,7 +18,7 @@ TEST_F(PwfDeskTest, OpeningSetsTheUnitsAndSaysSo) {
     const char* why;
     int xUnit, yUnit;
     double xMax, yMin;
-    std::vector<const char*> told;
+    std::vector<const char*> said;
   } rows[] = {
       {"as they have to be", kXUser, kYUser, 1, -1, {}},
       {"X in seconds", kXSeconds, kYUser, 1, -1, {"The unit of an axis"}},
@@ -33,9 +33,9 @@ TEST_F(PwfDeskTest, OpeningSetsTheUnitsAndSaysSo) {
     settings.XUserMax = row.xMax;
     settings.YUserMin = row.yMin;
     const int before = host.waveforms;
-    for (const char* text : row.told) desktop.boxes.Expect(text);
+    for (const char* text : row.said) desktop.boxes.Expect(text);
     desk->Form_Load();
-    EXPECT_EQ(host.waveforms - before, static_cast<int>(row.told.size())) << row.why << ": the main window is drawn";
+    EXPECT_EQ(host.waveforms - before, static_cast<int>(row.said.size())) << row.why << ": the main window is drawn";
     EXPECT_TRUE(settings.XUnit == kXUser && settings.YUnit == kYUser) << row.why;
     EXPECT_EQ(settings.XUserMax + settings.YUserMin, 0) << row.why;
   }

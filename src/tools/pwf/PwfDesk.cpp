@@ -207,6 +207,13 @@ bool PwfDesk::Text_Validate(int parameter, const std::string& text) {
   return true;
 }
 
+void PwfDesk::Revert(int parameter) {
+  const PwfParam& param = Function().Params[Index(parameter)];
+  texts_[Index(parameter)] = PwfValueText(param, param.Value);
+  refused_[Index(parameter)] = false;
+  Refresh();
+}
+
 void PwfDesk::Restore(int parameter) {
   if (parameter >= Function().ParamCount) return;
   KeepFormer();

@@ -64,7 +64,7 @@ public:
   // REQUIRES: a port before any other call.
   void SetPort(PwfPort* port) { port_ = port; }
 
-  // Opening: before the form is shown. Sets the units and tells the user when that changes them.
+  // Opening: before the form is shown. Sets the units; a message says so when that changes them.
   void Form_Load();
   // Closing, whatever closed the form.
   void Form_QueryUnload();
@@ -80,6 +80,8 @@ public:
   void Slider_Change(int parameter, int position);
   // False: the text is refused, the box shows what it has to show then.
   bool Text_Validate(int parameter, const std::string& text);
+  // The stored value again, in place of a refused text.
+  void Revert(int parameter);
   // The value of the definitions file again.
   void Restore(int parameter);
   void Btn_OK_Click();

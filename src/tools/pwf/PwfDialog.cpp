@@ -8,6 +8,7 @@
 #include "ui_PwfDialog.h"
 
 #include <QEvent>
+#include <QKeyEvent>
 #include <QMenu>
 
 namespace calder {
@@ -116,6 +117,17 @@ bool PwfDialog::eventFilter(QObject* watched, QEvent* event) {
     }
   }
   return ToolForm::eventFilter(watched, event);
+}
+
+void PwfDialog::keyPressEvent(QKeyEvent* event) {
+  for (int j = 0; j < desk_.Function().ParamCount; ++j) {
+    if (event->key() != Qt::Key_Escape || focusWidget() != rows_[static_cast<std::size_t>(j)].box) continue;
+    if (!desk_.IsRefused(j)) break;
+    desk_.Revert(j);
+    GoToBox(j);
+    return;
+  }
+  ToolForm::keyPressEvent(event);
 }
 
 void PwfDialog::FocusNextOf(int j) {

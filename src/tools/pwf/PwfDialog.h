@@ -33,6 +33,8 @@ protected:
   // A double click on a parameter's name gives the value of the definitions file back; without the pointer the preview
   // has no value to show.
   bool eventFilter(QObject* watched, QEvent* event) override;
+  // Escape in a box whose text was refused takes that back before it closes the form.
+  void keyPressEvent(QKeyEvent* event) override;
 
 private:
   void Closing() override { desk_.Form_QueryUnload(); }
