@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+class QWidget;
+
 namespace calder {
 
 class CreatePages;
@@ -15,6 +17,7 @@ class Editor;
 class MainWindow;
 class Program;
 class SplineDesk;
+class ToolForm;
 
 class Application {
 public:
@@ -40,6 +43,8 @@ public:
 private:
   void EndWhenIdle();
   void AddTools();
+  // nullptr: the range has no point.
+  [[nodiscard]] std::unique_ptr<ToolForm> MakeOperate(QWidget* parent);
 
   std::unique_ptr<Program> program_;
   std::unique_ptr<Editor> editor_;

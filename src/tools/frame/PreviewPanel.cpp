@@ -32,6 +32,7 @@ PreviewPanel::PreviewPanel(QWidget* parent)
   for (const int row : {1, 2, 3}) layout->setRowStretch(row, 1);
   layout->setColumnStretch(2, 1);
   layout->setColumnMinimumWidth(0, fontMetrics().horizontalAdvance(QString(kNumberCharacters, QLatin1Char('0'))));
+  for (QLabel* label : {start_, end_}) label->hide();
   picture_->setMinimumSize(160, 60);
   picture_->installEventFilter(this);
   connect(picture_, &WaveformCanvas::Moved, this, [this](QPoint pixel) { Q_EMIT Pointed(pixel.x()); });
@@ -54,6 +55,7 @@ void PreviewPanel::ShowY(const PreviewLabels& labels, const QString& unit) {
 void PreviewPanel::ShowX(const QString& start, const QString& end) {
   start_->setText(start);
   end_->setText(end);
+  for (QLabel* label : {start_, end_}) label->show();
 }
 
 void PreviewPanel::ShowValue(const QString& value) {
