@@ -33,7 +33,7 @@ PreviewPanel::PreviewPanel(QWidget* parent)
   layout->setColumnStretch(2, 1);
   layout->setColumnMinimumWidth(0, fontMetrics().horizontalAdvance(QString(kNumberCharacters, QLatin1Char('0'))));
   for (QLabel* label : {start_, end_}) label->hide();
-  picture_->setMinimumSize(160, 60);
+  picture_->setMinimumSize(160, 3 * max_->sizeHint().height()); // three numbers stand beside it
   picture_->installEventFilter(this);
   connect(picture_, &WaveformCanvas::Moved, this, [this](QPoint pixel) { Q_EMIT Pointed(pixel.x()); });
 }

@@ -38,6 +38,9 @@ CalcDialog::CalcDialog(std::unique_ptr<Operate> operate, clsRegistry& registry, 
   font.setPointSize(kOperatorSize);
   ui_->Comb_Comp->setFont(font);
   ui_->Btn_Result->setFont(font);
+  // They may wrap, and the pictures are not to give way then.
+  for (QLabel* label : {ui_->Label_Operand, ui_->Label_Pending})
+    label->setMinimumHeight(2 * fontMetrics().lineSpacing());
   for (const View& view : views_) {
     view.panel->ShowY(PreviewLabels(units), Text(units.YUnitName()));
     connect(&view.panel->Picture(), &WaveformCanvas::Resized, this, [this, view] { Draw(view); });
