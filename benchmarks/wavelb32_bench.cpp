@@ -134,6 +134,21 @@ void Reshaping(FigureTable& table, WaveHandle wave, WaveHandle operand) {
   table.TimeRow("W_CompYMaxMin", frame, rounds, [&] { Require(W_CompYMaxMin(wave, 0, all, 30000, -31000)); });
 
   const WaveHandle result = W_AllocMemory(points);
+  Picture main;
+  Picture small;
+  int step = 0;
+  table.TimeRow("a drag step of Compress: copies, X, Y, two pictures", frame, rounds, [&] {
+    step = (step + 1) % rounds;
+    Require(W_CopyMemory(wave, operand, 0, 0, all));
+    Require(W_CompWaveX(operand, 0, all, points, 0, all - 1000 * step));
+    Require(std::min(W_CountLimited(operand, 0, all - 1000 * step, 40000, -30000), 0));
+    Require(W_CompYAmpOff(operand, 0, all - 1000 * step, 70000, 5000));
+    Require(W_CopyMemory(operand, result, 0, 0, all));
+    for (Picture* picture : {&main, &small}) {
+      picture->DrawWave(wave);
+      picture->DrawWave(result);
+    }
+  });
   Require(W_MakeNoise(wave, 0, all, 0, 50000));
   Require(W_MakeNoise(operand, 0, all, 0, 65534));
   std::vector<std::int16_t> peer(points);

@@ -4,8 +4,10 @@
 #include "platform/qt/Theme.h"
 #include "setup/Communication.h"
 #include "tools/create/CreateDialog.h"
+#include "tools/elastic/ElasticDialog.h"
 #include "tools/interpolate/SplineDialog.h"
 #include "tools/pwf/PwfDialog.h"
+#include "tools/operate/CalcDialog.h"
 
 #include <QApplication>
 #include <QEvent>
@@ -82,6 +84,14 @@ void Application::AddTools() {
        [this](QWidget* parent) { return std::make_unique<SplineDialog>(*program_, *splineDesk_, parent); }},
       {kToolPwf, ToolModality::Modal,
        [this](QWidget* parent) { return std::make_unique<PwfDialog>(*program_, *pwfDesk_, parent); }},
+      {kToolElastic, ToolModality::Modal,
+       [this](QWidget* parent) {
+         auto elastic = std::make_unique<Elastic>(program_->buffers, program_->settings, program_->units,
+                                                  program_->view, *editor_);
+         return std::make_unique<ElasticDialog>(std::move(elastic), program_->registry, program_->units,
+                                                program_->messages, parent);
+       }},
+      {kToolCalc, ToolModality::Modal, [this](QWidget* parent) { return MakeOperate(parent); }},
       {kToolSystem, ToolModality::Modal,
        [this](QWidget* parent) { return communication_->MakeSystemSetup(*editor_, parent); }},
   };
@@ -91,6 +101,21 @@ void Application::AddTools() {
         "計測器はシミュレーションです。実機を使うには CALDER_BUS_PATH= ./run で起動してください。",
         "The instruments are simulated. For real ones start the editor with CALDER_BUS_PATH= ./run"));
   }
+}
+
+std::unique_ptr<ToolForm> Application::MakeOperate(QWidget* parent) {
+  auto operate = std::make_unique<Operate>(program_->buffers, program_->settings, program_->units,
+                                           program_->fileLibrary, program_->desktop.clipboard, program_->messages);
+  if (!operate->Open()) return nullptr;
+  return std::make_unique<CalcDialog>(
+      std::move(operate), program_->registry, program_->units, program_->messages,
+      [this](QWidget* owner, const Operate& target, std::function<void()> redraw) {
+        CreateDialog form(*program_, *createPages_, owner);
+        form.PrepareForOperate({target.Operand(), target.Range()}, std::move(redraw));
+        form.exec();
+        return !createPages_->Cancelled();
+      },
+      parent);
 }
 
 bool Application::Start(const std::string& file) {

@@ -7,6 +7,8 @@
 #include <memory>
 #include <string>
 
+class QWidget;
+
 namespace calder {
 
 class CreatePages;
@@ -16,6 +18,7 @@ class MainWindow;
 class Program;
 class PwfDesk;
 class SplineDesk;
+class ToolForm;
 
 class Application {
 public:
@@ -41,6 +44,8 @@ public:
 private:
   void EndWhenIdle();
   void AddTools();
+  // nullptr: the range has no point.
+  [[nodiscard]] std::unique_ptr<ToolForm> MakeOperate(QWidget* parent);
 
   std::unique_ptr<Program> program_;
   std::unique_ptr<Editor> editor_;

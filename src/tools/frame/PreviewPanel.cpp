@@ -22,7 +22,7 @@ PreviewPanel::PreviewPanel(QWidget* parent)
   layout->setHorizontalSpacing(6);
   layout->setVerticalSpacing(2);
   layout->addWidget(heading_, 0, 1);
-  layout->addWidget(value_, 0, 2, Qt::AlignRight);
+  layout->addWidget(value_, 0, 2);
   layout->addWidget(max_, 1, 0, Qt::AlignRight | Qt::AlignTop);
   layout->addWidget(middle_, 2, 0, Qt::AlignRight | Qt::AlignVCenter);
   layout->addWidget(min_, 3, 0, Qt::AlignRight | Qt::AlignBottom);
@@ -32,7 +32,11 @@ PreviewPanel::PreviewPanel(QWidget* parent)
   for (const int row : {1, 2, 3}) layout->setRowStretch(row, 1);
   layout->setColumnStretch(2, 1);
   layout->setColumnMinimumWidth(0, fontMetrics().horizontalAdvance(QString(kNumberCharacters, QLatin1Char('0'))));
-  picture_->setMinimumSize(160, 60);
+  // It changes with every move of the pointer, which is to move nothing else.
+  value_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  value_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  for (QLabel* label : {start_, end_}) label->hide();
+  picture_->setMinimumSize(160, 3 * max_->sizeHint().height()); // three numbers stand beside it
   picture_->installEventFilter(this);
   connect(picture_, &WaveformCanvas::Moved, this, [this](QPoint pixel) { Q_EMIT Pointed(pixel.x()); });
 }
@@ -54,6 +58,7 @@ void PreviewPanel::ShowY(const PreviewLabels& labels, const QString& unit) {
 void PreviewPanel::ShowX(const QString& start, const QString& end) {
   start_->setText(start);
   end_->setText(end);
+  for (QLabel* label : {start_, end_}) label->show();
 }
 
 void PreviewPanel::ShowValue(const QString& value) {

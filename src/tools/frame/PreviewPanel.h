@@ -24,7 +24,7 @@ public:
 
   // Y values in the current unit, and its name.
   void ShowY(const PreviewLabels& labels, const QString& unit);
-  // The X values at both edges, with their unit.
+  // The X values at both edges, with their unit; before the first call there is no room for them.
   void ShowX(const QString& start, const QString& end);
   // The value under the pointer; empty: none.
   void ShowValue(const QString& value);

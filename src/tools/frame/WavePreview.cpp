@@ -17,6 +17,10 @@ double PointsUpTo(const PreviewWave& wave) {
   return std::min(WholePoint(wave.start) + WholePoint(wave.span), static_cast<double>(W_Lock(wave.buffer).size()));
 }
 
+std::string WithUnit(const std::string& value, const std::string& unit) {
+  return unit.empty() ? value : value + " " + unit;
+}
+
 } // namespace
 
 void DrawWavePreview(DeviceContext& picture, const PreviewWave& wave) {
@@ -54,9 +58,12 @@ std::string PreviewValueText(const ConvUnit& units, double point, std::int32_t c
   return "X " + units.PointToXText(point) + ", Y " + PreviewLevelText(units, code);
 }
 
+std::string PreviewPositionText(const ConvUnit& units, double point) {
+  return WithUnit(units.PointToXText(point), units.XUnitName());
+}
+
 std::string PreviewLevelText(const ConvUnit& units, std::int32_t code) {
-  const std::string unit = units.YUnitName();
-  return units.CodeToYText(code) + (unit.empty() ? "" : " " + unit);
+  return WithUnit(units.CodeToYText(code), units.YUnitName());
 }
 
 PreviewLabels::PreviewLabels(const ConvUnit& units)

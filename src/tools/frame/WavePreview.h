@@ -38,8 +38,9 @@ struct PreviewReading {
 // The first point that the column of a picture of that width shows; none outside of the picture and of the buffer.
 [[nodiscard]] std::optional<PreviewReading> ReadPreview(const PreviewWave& wave, int column, int width);
 
-// "X 0.50, Y 1.25 V" in the current units, for a position in the waveform. PreviewLevelText: the Y value alone.
+// "X 0.50, Y 1.25 V" in the current units, for a position in the waveform; "0.50 sec" and "1.25 V" alone.
 [[nodiscard]] std::string PreviewValueText(const ConvUnit& units, double point, std::int32_t code);
+[[nodiscard]] std::string PreviewPositionText(const ConvUnit& units, double point);
 [[nodiscard]] std::string PreviewLevelText(const ConvUnit& units, std::int32_t code);
 
 // The Y values at the top, in the middle and at the bottom of a preview, in the current unit.

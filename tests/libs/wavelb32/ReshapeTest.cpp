@@ -156,6 +156,63 @@ TEST(CalcWave, ReadsTheSourceFromTheStartAndMayWriteOverIt) {
   EXPECT_EQ(source.Copy(), expected);
 }
 
+// Against the same in long double; values that stand on a half there are passed over.
+TEST(CalcWave, IsExactInAnyUnitAndSaysWhatItLimits) {
+  Codes a = Noise(4000);
+  Codes b = Noise(4013);
+  b.erase(b.begin(), b.begin() + 13);
+  for (std::size_t i = 0; i < a.size(); i += 40) a[i] = b[i + 1] = 0;
+  for (std::size_t i = 0; i < a.size(); i += 3) a[i] = b[i] = static_cast<std::int16_t>(b[i] / 200);
+  const TestWave source(a);
+  const TestWave operand(b);
+  const double scales[][2] = {{-32767, 32767}, {-1, 1}, {0, 2}, {-1.9, 2.3}, {0.3, -0.7}, {0, 0.3}, {5, 5.001}};
+  for (const auto& [yMin, yMax] : scales) {
+    const long double half = (static_cast<long double>(yMax) - yMin) / 2;
+    const long double middle = (static_cast<long double>(yMax) + yMin) / 2;
+    const long double zero = 1e-12L * std::max(std::abs(yMin), std::abs(yMax));
+    const auto levelOf = [&](std::int16_t code) {
+      const long double y = middle + code * half / 32767;
+      return std::abs(y) <= zero ? 0 : y;
+    };
+    for (std::int32_t operation = 0; operation < 4; ++operation) {
+      const Codes got = Calculated(a, b, yMin, yMax, operation);
+      std::vector<std::uint8_t> marks(a.size());
+      ASSERT_EQ(W_CalcFaults(source.Handle(), operand.Handle(), 0, 4000, yMin, yMax, operation, marks), W_SUCCESS);
+      int wrong = 0;
+      for (std::size_t i = 0; i < a.size(); ++i) {
+        const long double x = levelOf(a[i]);
+        const long double y = levelOf(b[i]);
+        const bool byZero = operation == 3 && y == 0;
+        const long double infinity = std::numeric_limits<long double>::infinity();
+        const long double quotient = !byZero ? x / y : x == 0 ? 0 : x < 0 ? -infinity : infinity;
+        const long double level = operation == 0 ? x + y : operation == 1 ? x - y : operation == 2 ? x * y : quotient;
+        const long double code = (level - middle) * 32767 / half;
+        if (std::abs(code) < 1e6L && std::abs(code - std::floor(code) - 0.5L) < 1e-6L) continue;
+        const long double rounded = std::rint(code);
+        const int mark = byZero ? CALC_BY_ZERO : std::abs(rounded) > 32767 ? CALC_LIMITED : CALC_SOUND;
+        wrong += got[i] != std::min(std::max(rounded, -32767.0L), 32767.0L) || marks[i] != mark ? 1 : 0;
+      }
+      EXPECT_EQ(wrong, 0) << yMin << " " << yMax << " operation " << operation;
+    }
+  }
+}
+
+TEST(CompY, CountsThePointsThatItWouldLimit) {
+  const struct {
+    Codes codes;
+    double maximum, minimum;
+    std::int32_t limited;
+  } rows[] = {{{0, 1, 2, 3}, 32767, -32767, 0}, {{0, 1, 2, 3}, 32767.4, 0, 0},       {{0, 1, 2, 3}, 32768, 0, 1},
+              {{0, 1, 2, 3}, -60000, 60000, 2}, {{0, 1, 2, 3}, 1e9, 1e8, 4},         {{5, 5, 5, 5}, 40000, 30000, 4},
+              {{5, 5, 5, 5}, 40000, -40000, 0}, {{0, 1, 2, 3}, 1e13, 0, W_BAD_VALUE}};
+  for (const auto& row : rows) {
+    const TestWave wave(row.codes);
+    EXPECT_EQ(W_CountLimited(wave.Handle(), 0, 4, row.maximum, row.minimum), row.limited) << row.maximum;
+    EXPECT_EQ(wave.Copy(), row.codes);
+  }
+  EXPECT_EQ(W_CountLimited(TestWave(4).Handle(), 0, 5, 1, 0), W_BAD_RANGE);
+}
+
 TEST(CalcWave, BadArgumentsChangeNothing) {
   const TestWave wave(Codes{1, 2, 3, 4});
   const TestWave shorter(Codes{1, 2, 3});
@@ -167,6 +224,10 @@ TEST(CalcWave, BadArgumentsChangeNothing) {
   EXPECT_EQ(W_CalcWave(w, shorter.Handle(), w, 0, 4, -1, 1, 0), W_BAD_RANGE);
   EXPECT_EQ(W_CalcWave(w, w, shorter.Handle(), 0, 4, -1, 1, 0), W_BAD_RANGE);
   EXPECT_EQ(W_CalcWave(w, w, 0, 0, 4, -1, 1, 0), W_BAD_HANDLE);
+  std::vector<std::uint8_t> marks(3, 7);
+  EXPECT_EQ(W_CalcFaults(w, w, 0, 4, -1, 1, 0, marks), W_BAD_RANGE);
+  EXPECT_EQ(W_CalcFaults(w, w, 0, 3, 1, 1, 0, marks), W_BAD_VALUE);
+  EXPECT_EQ(marks[2], 7);
   EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4}));
 }
 
