@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <deque>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -44,6 +45,7 @@ public:
 
   BoxAnswer Show(const std::string& title, const std::string& text, BoxButtons buttons, BoxIcon icon) override {
     shown.push_back({title, text, buttons, icon});
+    if (onShow) onShow();
     if (expected.empty() && acceptAll) return BoxAnswer::Ok;
     if (expected.empty()) {
       ADD_FAILURE() << "unexpected message: " << title << ": " << text;
@@ -60,6 +62,7 @@ public:
     return input;
   }
 
+  std::function<void()> onShow;
   bool acceptAll = false; // what comes is recorded and answered with OK
   std::string input;      // what the user types when asked
   std::vector<std::string> prompts;

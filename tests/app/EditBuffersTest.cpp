@@ -31,12 +31,5 @@ TEST_F(EditBuffersTest, AGrowingMemoryClearsOnlyTheNewPoints) {
   EXPECT_EQ(W_GetWaveData(buffers.Current(), 700, W_MAX_POINTS), 9) << "a smaller memory loses nothing";
 }
 
-TEST_F(EditBuffersTest, FreedBuffersAreGone) {
-  const WaveHandle current = buffers.Current();
-  buffers.Free();
-  EXPECT_EQ(W_GetWaveData(current, 0, 1), W_NO_DATA);
-  buffers.Free();
-}
-
 } // namespace
 } // namespace calder

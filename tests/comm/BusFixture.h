@@ -16,7 +16,7 @@
 
 namespace calder {
 
-// A cancel lasts until the window opens anew, as it does for a step behind an Unload.
+// A cancel lasts until the window opens anew, as it does for a step after an Unload.
 struct RecordingProgress final : TransferProgress {
   void Open() override { cancelled = closed = false; }
   void Step(const std::string& text, int maximum) override {

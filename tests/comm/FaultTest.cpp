@@ -71,7 +71,7 @@ TEST_F(Faults, AFaultAtAnyCallOfAWaveformTransferEndsInOneSentence) {
     for (std::size_t i = 0; i < calls.size(); ++i) {
       // The board's address only warns, and the other one reports nothing.
       const bool optional = Begins(calls[i], {"ibask(", "_ieee_initialize("});
-      // These tell how much they moved; the local lockout is but one byte.
+      // These report how much they moved; the local lockout is but one byte.
       const bool counted = Begins(calls[i], {"ibwrt(", "ibcmd(", "viWrite"}) && calls[i] != "ibcmd(0, \"\\x11\")";
       const std::string number = std::to_string(i + 1);
       for (const char* kindOfFault : {"fail ", "timeout ", "unplug ", "late ", "short "}) {
@@ -79,7 +79,7 @@ TEST_F(Faults, AFaultAtAnyCallOfAWaveformTransferEndsInOneSentence) {
         const std::string fault = name + number + (name == "late " ? " 0.01" : name == "short " ? " 1" : "");
         SCOPED_TRACE("kind " + std::to_string(kind) + ", " + fault + ", " + calls[i].substr(0, 60));
         const bool sent = RunWith(fault);
-        if (name == "short " && !counted) { // it is for the instrument to tell: its error, and that the transfer ends
+        if (name == "short " && !counted) { // it is for the instrument to report: its error, and that the transfer ends
           EXPECT_LE(Boxes("Interface Error"), 1);
           EXPECT_LE(Boxes("Error Message"), sent ? 0 : 2);
           continue;

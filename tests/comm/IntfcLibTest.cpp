@@ -66,7 +66,7 @@ TEST_F(Interface, BoardAdrKeepsTheErrorRuleAndEverySetupShowsItsFailure) {
   EXPECT_EQ(bus->BoardAdr(-1), 0);
   EXPECT_EQ(bus->ErrorCode(), kBusOk);
   EXPECT_NE(bus->Trace().Text().find("  BoardAdr  error 2\n"), std::string::npos);
-  bus->GpErrMsgOn(0); // as behind a broken transfer
+  bus->GpErrMsgOn(0); // as after a broken transfer
   bus->End();
   ASSERT_TRUE(sim::Script("fail ibfind 2"));
   desktop.boxes.Expect("Interface error\rModule IntfcLib : Function Setup");

@@ -133,7 +133,7 @@ struct Traffic : BusFixture {
   Lines Expected(int model, InterfaceKind kind, const std::string& script, const std::string& payload) {
     const Wire& wire = WireOf(kind);
     Lines calls;
-    std::string end = "\n"; // CR LF behind a block
+    std::string end = "\n"; // CR LF after a block
     const auto add = [&](const Lines& lines, const std::string& text = {}, const std::string& header = {}) {
       const std::pair<std::string, std::string> values[] = {
           {"%t", Shown(text)},

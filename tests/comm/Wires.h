@@ -1,6 +1,6 @@
 // What goes over each bus for one thing that a transfer does, as calls of the bus library.
 //
-// In a line %t stands for the text or the bytes, %e for the terminator behind it (%k in the words of a KI board), %a
+// In a line %t stands for the text or the bytes, %e for the terminator after it (%k in the words of a KI board), %a
 // for the instrument's address, %l and %r for its listen and its talk address, %h for the header of a block.
 #pragma once
 
@@ -73,7 +73,7 @@ inline const Wire& WireOf(int kind) {
        {"viSetAttribute(2, 0x3fff001a, 30000)", "viSetAttribute(2, 0x3fff0016, 0)", "viWrite(2, \"%h\")",
         "viSetAttribute(2, 0x3fff0016, 1)"},
        {},
-       // The status tells that the instrument has taken the block.
+       // The status shows that the instrument has taken the block.
        {"viWriteFromFile(2, \"%t\")", "viWrite(2, \"*ESR?\\n\")", "viRead(2, 1024)",
         "viSetAttribute(2, 0x3fff001a, 1000)", "viSetAttribute(2, 0x3fff0018, 10)", "viSetAttribute(2, 0x3fff0038, 1)"},
        {"viSetAttribute(2, 0x3fff0016, 1)", "viSetAttribute(2, 0x3fff0018, 10)", "viSetAttribute(2, 0x3fff0038, 1)",

@@ -26,7 +26,8 @@ TEST_F(FileCommandsTest, CancellingEndsEveryCommandSilently) {
   EXPECT_FALSE(editor->commands.CanUndo());
 }
 
-// Each kind accepts its own extensions and says what it says about others; a reader's failure is told with the path.
+// Each kind accepts its own extensions and says what it says about others; a reader's failure is reported with the
+// path.
 TEST_F(FileCommandsTest, EveryKindIsDispatchedByItsExtension) {
   std::string called;
   std::int32_t result = 0;

@@ -6,16 +6,16 @@ namespace calder {
 namespace {
 
 TEST(FileNames, TheExtensionIsEverythingBehindTheFirstDot) {
-  const struct {
+  struct Row {
     const char* path;
     const char* extension;
     bool equal;
-  } rows[] = {
-      {"DATA.WDB", "wdb", true},          {"/a.b/data.wdb", "wdb", true}, {"C:\\x.y\\data.Txt", "txt", true},
-      {"a.b.wdb", "wdb", false},          {"a.b.wdb", "b.wdb", true},     {"noextension", "wdb", false},
-      {"/folder.wdb/name", "wdb", false}, {"a.wdbx", "wdb", false},       {"a.", "", true},
   };
-  for (const auto& row : rows) EXPECT_EQ(Is_FileExt(row.path, row.extension), row.equal) << row.path;
+  for (const Row& row :
+       {Row{"DATA.WDB", "wdb", true}, Row{"/a.b/data.wdb", "wdb", true}, Row{"C:\\x.y\\data.Txt", "txt", true},
+        Row{"a.b.wdb", "wdb", false}, Row{"a.b.wdb", "b.wdb", true}, Row{"noextension", "wdb", false},
+        Row{"/folder.wdb/name", "wdb", false}, Row{"a.wdbx", "wdb", false}, Row{"a.", "", true}})
+    EXPECT_EQ(Is_FileExt(row.path, row.extension), row.equal) << row.path;
 }
 
 TEST(FileNames, DialogsOfferTheRememberedName) {

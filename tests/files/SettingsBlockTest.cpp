@@ -103,13 +103,13 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
 }
 
 TEST(SettingsBlock, FirstWordHasTheModelAndPerhapsTheInterface) {
-  const struct {
+  struct Row {
     std::uint16_t word;
     std::int16_t model;
     std::int32_t kind; // 99: as it was
-  } kRows[] = {{0, 0, 99},     {255, 255, 99},   {256, 0, 0},     {0x01FF, 255, 0},
-               {0x0503, 3, 4}, {0x7F01, 1, 126}, {0x8001, 1, 99}, {0xFFFF, 255, 99}};
-  for (const auto& row : kRows) {
+  };
+  for (const Row& row : {Row{0, 0, 99}, Row{255, 255, 99}, Row{256, 0, 0}, Row{0x01FF, 255, 0}, Row{0x0503, 3, 4},
+                         Row{0x7F01, 1, 126}, Row{0x8001, 1, 99}, Row{0xFFFF, 255, 99}}) {
     Block block{};
     PutWord(block, 0, row.word);
     SystemInfo record;

@@ -15,6 +15,9 @@
 #include <QTimer>
 #include <QToolButton>
 
+#include <functional>
+#include <sstream>
+
 namespace calder {
 namespace {
 
@@ -42,6 +45,10 @@ struct CreateDialogTest : EditorFixture, FormDriver {
 
 TEST_F(CreateDialogTest, ASquareIsTypedPreviewedAndWritten) {
   Find<QComboBox>("Comb_Wave")->setCurrentIndex(2);
+  std::string labels;
+  for (const char* label : {"Label_Max", "Label_Offs", "Label_Min"})
+    labels += Find<QLabel>(label)->text().toStdString() + " ";
+  EXPECT_EQ(labels, "1.000000 0.000000 -1.00000 ");
   EXPECT_TRUE(Find<ValueBox>("Text_6")->isVisible());
   EXPECT_FALSE(Find<ValueBox>("Text_5")->isVisible());
   const QImage before = Find<WaveformCanvas>("PictWave")->Image().copy();
@@ -56,6 +63,59 @@ TEST_F(CreateDialogTest, ASquareIsTypedPreviewedAndWritten) {
   EXPECT_EQ(Code(524288 / 4 - 1000), -32767);
   editor->Do(Command::Undo);
   EXPECT_EQ(Code(1000), 0);
+}
+
+// Every control: what is chosen, typed or pressed, and what must be seen after it.
+TEST_F(CreateDialogTest, EveryControlIsWired) {
+  program->pages[50].Valid = kPageTrue;
+  const auto field = [this](auto CreatePage::*member) {
+    return [this, member] { return (std::ostringstream() << pages->Page().*member).str(); };
+  };
+  const auto page = [this] { return Shown("Txt_Page"); };
+  const auto focus = [] { return Focus(); };
+  const auto pointer = [this] { return std::to_string(Find<QWidget>("PictWave")->cursor().shape()); };
+  const struct {
+    const char *control, *input; // an index, a text
+    std::function<std::string()> seen;
+    std::string after;
+  } rows[] = {
+      {"Text_X_1", "0.5", field(&CreatePage::EndX), "262144"},
+      {"", "", focus, "Comb_Wave"},
+      {"Text_X_0", "0.25", field(&CreatePage::StartX), "131072"},
+      {"", "", focus, "Text_X_1"},
+      {"Comb_Wave", "1", field(&CreatePage::Function), "1"},
+      {"Text_5", "20", field(&CreatePage::Symmetry), "20"},
+      {"PictWave", "", pointer, std::to_string(Qt::SizeAllCursor)},
+      {"Comb_Wave", "2", field(&CreatePage::Function), "2"},
+      {"Text_0", "1", field(&CreatePage::Offset), "32767"},
+      {"Text_2", "1", field(&CreatePage::Amplitude), "32767"},
+      {"Text_1", "0.5", field(&CreatePage::Size), "262144"},
+      {"Text_3", "4", field(&CreatePage::Period), "4"},
+      {"Text_4", "90", field(&CreatePage::Phase), "90"},
+      {"Text_6", "30", field(&CreatePage::Duty), "30"},
+      {"Text_7", "5", field(&CreatePage::Transition), "5"},
+      {"", "", focus, "Cmd_Page_0"},
+      {"Opt_effect_1", "", field(&CreatePage::Valid), "0"},
+      {"Cmd_Page_3", "", page, "50"},
+      {"Cmd_Page_0", "", page, "50"}, // the only one with Effect
+      {"Cmd_Page_1", "", page, "49"},
+      {"Cmd_Page_2", "", page, "50"},
+      {"Txt_Page", "1", page, "1"},
+      {"", "", focus, "Cmd_Page_2"},
+      {"Opt_effect_0", "", field(&CreatePage::Valid), std::to_string(kPageTrue)},
+  };
+  for (const auto& row : rows) {
+    auto* control = *row.control == 0 ? nullptr : Find<QWidget>(row.control);
+    if (auto* list = qobject_cast<QComboBox*>(control))
+      list->setCurrentIndex(std::stoi(row.input));
+    else if (qobject_cast<ValueBox*>(control) != nullptr)
+      Type(row.control, row.input);
+    else if (qobject_cast<QAbstractButton*>(control) != nullptr)
+      Click(row.control);
+    else if (control != nullptr)
+      QTest::mouseMove(control, {200, 10});
+    EXPECT_EQ(row.seen(), row.after) << row.control << " " << row.input;
+  }
 }
 
 TEST_F(CreateDialogTest, KeysWalkThroughTheBoxesAndTurnPagesFromAnywhere) {
@@ -126,15 +186,14 @@ TEST_F(CreateDialogTest, ForTheOperateDialogThereIsOnePageAndItsRange) {
 TEST_F(CreateDialogTest, TheExpressionBoxMarksPairsAndFaultsAndHasALimit) {
   Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
   auto* box = Find<ExpressionBox>("Txt_Expr");
-  const struct {
+  struct Row {
     const char *why, *text, *marks;
     int cursor;
-  } rows[] = {{"behind the last one", "(1*(x)+2)", "8 0 ", 9},
-              {"before the inner one", "(1*(x)+2)", "3 5 ", 3},
-              {"one that is alone is the fault", "1+(x", "2 ~2 ", 3},
-              {"none at the cursor", "1+foo", "~2 ", 1},
-              {"a fault at the end", "1+", "~1 ", 2}};
-  for (const auto& row : rows) {
+  };
+  for (const Row& row :
+       {Row{"after the last one", "(1*(x)+2)", "8 0 ", 9}, Row{"before the inner one", "(1*(x)+2)", "3 5 ", 3},
+        Row{"one that is alone is the fault", "1+(x", "2 ~2 ", 3}, Row{"none at the cursor", "1+foo", "~2 ", 1},
+        Row{"a fault at the end", "1+", "~1 ", 2}}) {
     box->selectAll();
     TypeOn("Txt_Expr", row.text);
     QTextCursor cursor = box->textCursor();

@@ -1,14 +1,13 @@
 // The real file dialogs, driven by keys. They run over a folder of this test's own.
 #include "FakeDesktop.h"
 #include "platform/qt/QtFileDialogs.h"
-
-#include "FakeDesktop.h"
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMainWindow>
@@ -104,69 +103,29 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   }
   const std::string filters = "Binary files(*.wdb)|*.wdb|Text files(*.txt)|*.txt|All files(*.*)|*.*";
-  const struct {
+  const std::string elsewhere = other.path().toStdString();
+  constexpr auto yes = QMessageBox::Yes;
+  constexpr auto no = QMessageBox::No;
+  constexpr auto cancel = QMessageBox::Cancel; // of the dialog
+  struct Row {
     const char* why;
     bool save;
-    FileDialogRequest request;
-    const char* offered;                              // folder's last letters do not matter: the name in the box
+    int filter;
+    std::string offered;
     const char* typed;                                // null: what is offered
     std::vector<QMessageBox::StandardButton> answers; // of the boxes that follow
     std::string path;                                 // empty: cancelled
-    int filter;
-  } rows[] = {
-      {"the offered file", false, {"", filters, 1, root + "/a.wdb", "wdb"}, "a.wdb", nullptr, {}, root + "/a.wdb", 1},
-      {"the chosen filter", false, {"", filters, 2, root + "/b.txt", "txt"}, "b.txt", nullptr, {}, root + "/b.txt", 2},
-      {"a name without extension",
-       false,
-       {"", filters, 1, root + "/Untitled", "wdb"},
-       "Untitled",
-       "a",
-       {},
-       root + "/a.wdb",
-       1},
-      {"cancelled", false, {"", filters, 1, root + "/a.wdb", "wdb"}, "a.wdb", "", {}, "", 0},
-      {"the last folder for an untitled one",
-       true,
-       {"", filters, 1, "/elsewhere/Untitled", "wdb"},
-       "Untitled",
-       "n",
-       {QMessageBox::Yes},
-       root + "/n.wdb",
-       1},
-      {"a named one keeps its folder",
-       true,
-       {"", filters, 1, other.path().toStdString() + "/c.wdb", "wdb"},
-       "c.wdb",
-       nullptr,
-       {QMessageBox::Yes},
-       other.path().toStdString() + "/c.wdb",
-       1},
-      {"a new file, refused once",
-       true,
-       {"", filters, 1, root + "/n.wdb", "wdb"},
-       "n.wdb",
-       nullptr,
-       {QMessageBox::No, QMessageBox::Yes},
-       root + "/n.wdb",
-       1},
-      {"an old file is asked for",
-       true,
-       {"", filters, 1, root + "/a.wdb", "wdb"},
-       "a.wdb",
-       nullptr,
-       {QMessageBox::Yes},
-       root + "/a.wdb",
-       1},
-      {"and kept on No",
-       true,
-       {"", filters, 1, root + "/a.wdb", "wdb"},
-       "a.wdb",
-       nullptr,
-       {QMessageBox::No, QMessageBox::Cancel},
-       "",
-       0},
   };
-  for (const auto& row : rows) {
+  for (const Row& row :
+       {Row{"the offered file", false, 1, root + "/a.wdb", nullptr, {}, root + "/a.wdb"},
+        Row{"the chosen filter", false, 2, root + "/b.txt", nullptr, {}, root + "/b.txt"},
+        Row{"a name without extension", false, 1, root + "/Untitled", "a", {}, root + "/a.wdb"},
+        Row{"cancelled", false, 1, root + "/a.wdb", "", {}, ""},
+        Row{"the last folder for an untitled one", true, 1, "/elsewhere/Untitled", "n", {yes}, root + "/n.wdb"},
+        Row{"a named one keeps its folder", true, 1, elsewhere + "/c.wdb", nullptr, {yes}, elsewhere + "/c.wdb"},
+        Row{"a new file, refused once", true, 1, root + "/n.wdb", nullptr, {no, yes}, root + "/n.wdb"},
+        Row{"an old file is asked for", true, 1, root + "/a.wdb", nullptr, {yes}, root + "/a.wdb"},
+        Row{"and kept on No", true, 1, root + "/a.wdb", nullptr, {no, cancel}, ""}}) {
     std::ptrdiff_t answered = 0;
     bool typed = false;
     bool unexpected = false; // a box that no answer is there for
@@ -179,7 +138,7 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
       } else if (auto* dialog = qobject_cast<QFileDialog*>(top)) {
         auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
         if (!typed) {
-          EXPECT_EQ(name->text().toStdString(), row.offered) << row.why;
+          EXPECT_EQ(name->text().toStdString(), std::filesystem::path(row.offered).filename()) << row.why;
           if (row.typed != nullptr) name->setText(QLatin1String(row.typed));
           typed = true;
         }
@@ -195,13 +154,14 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
     fake::Settings settings;
     settings.Set("Files", "LastFolder", root);
     QtFileDialogs dialogs(settings);
-    const auto answer = row.save ? dialogs.Save(row.request) : dialogs.Open(row.request);
+    const FileDialogRequest request{"", filters, row.filter, row.offered, row.filter == 1 ? "wdb" : "txt"};
+    const auto answer = row.save ? dialogs.Save(request) : dialogs.Open(request);
     EXPECT_FALSE(unexpected) << row.why;
     const auto boxes = std::count_if(row.answers.begin(), row.answers.end(),
                                      [](auto button) { return button != QMessageBox::Cancel; });
     EXPECT_EQ(answered, boxes) << row.why << ": questions";
     EXPECT_EQ(answer ? answer->path : "", row.path) << row.why;
-    EXPECT_EQ(answer ? answer->filterIndex : 0, row.filter) << row.why;
+    EXPECT_TRUE(!answer || answer->filterIndex == row.filter) << row.why;
   }
 }
 
@@ -231,6 +191,17 @@ TEST(MessageBoxes, KeysAnswerAsTheButtonsSay) {
     });
     EXPECT_EQ(QtMessageBoxes().Show("Caution Message", "one\rtwo\r\n", row.buttons, row.icon), row.answer) << row.why;
   }
+}
+
+TEST(MessageBoxes, AskForATextUnderTheirTitle) {
+  QTimer::singleShot(0, [] {
+    QWidget* box = QApplication::activeModalWidget();
+    EXPECT_EQ(box->windowTitle(), "Debug");
+    EXPECT_EQ(box->findChild<QLabel*>()->text(), "What?");
+    QTest::keyClicks(box->findChild<QLineEdit*>(), "this");
+    QTest::keyClick(box, Qt::Key_Return);
+  });
+  EXPECT_EQ(QtMessageBoxes().Input("Debug", "What?\r"), "this");
 }
 
 // When a dialog has just closed no window has the focus yet.

@@ -66,6 +66,7 @@ TEST_F(MainWindowTest, AStartTakesUpWhatWasLeft) {
   EXPECT_EQ(Code(9), 5);
   EXPECT_EQ(window->windowTitle().toStdString(), "Orvo Calder for XG5530/31 <" + folder / "five.txt" + ">");
   EXPECT_EQ(Find<QAction>("Menu_FileOpen")->text(), "開く(&O)...");
+  EXPECT_EQ(Find<QMenu>("Menu_File")->title(), "ﾌｧｲﾙ(&F)");
   EXPECT_EQ(Find<QToolButton>("Tool_Open")->toolTip(), "開く (Ctrl+O)");
   EXPECT_EQ(Find<QRadioButton>("Opt_Scope_1")->text(), "連動(&R)");
   EXPECT_TRUE(Find<QLabel>("Label_Status")->text().startsWith("計測器はシミュレーション"));

@@ -4,6 +4,7 @@
 #include "FormDriver.h"
 #include "RecordingHost.h"
 #include "editor/EditorFixture.h"
+#include "platform/TempFolder.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtWorker.h"
 #include "platform/qt/Theme.h"
@@ -24,6 +25,8 @@
 #include <QTimer>
 
 #include <atomic>
+#include <functional>
+#include <sstream>
 
 namespace calder {
 namespace {
@@ -95,14 +98,116 @@ TEST_F(SystemDialogTest, ListsAndEnabledControlsFollowTheModel) {
   EXPECT_EQ(Find<QLabel>("Label_Channel")->text(), "&Channel");
 }
 
-TEST_F(SystemDialogTest, EnterPressesTheFocusedButton) {
+// Every control: what is chosen, typed or pressed, and what must be seen after it.
+TEST_F(SystemDialogTest, EveryControlIsWired) {
+  const TempFolder folder;
+  const auto field = [this](auto SystemInfo::*member) {
+    return [this, member] { return (std::ostringstream() << program->settings.*member).str(); };
+  };
+  const auto text = [this](const char* name) {
+    return [this, name] {
+      auto* widget = Find<QWidget>(name);
+      return (widget->isEnabled() ? "" : "off ") + widget->property("text").toString().toStdString();
+    };
+  };
+  const auto kind = [this] { return std::to_string(program->interfaceKind); };
+  const auto page = [this] { return std::to_string(Find<QTabWidget>("SSTab")->currentIndex()); };
+  const auto file = [&](const char* name) {
+    return [&, name] { return std::string(std::filesystem::exists(folder / name) ? "file" : "none"); };
+  };
+  const auto keeping = [this] { return std::string(road->desk.Trace().Keeping() ? "on" : "off"); };
   const struct {
+    int page;
+    const char *control, *input; // an index, a text, a file for the dialog that comes
+    std::function<std::string()> seen;
+    std::string after;
+  } rows[] = {
+      {0, "Comb_System", "1", field(&SystemInfo::ModelNo), "1"},
+      {0, "", "", text("txtSerialNo"), "USB0::0x1209::0x5531::1234567"},
+      {0, "Comb_Intfc", "1", kind, "0"},
+      {0, "Txt_GPIB_0", "7", field(&SystemInfo::Address), "7"},
+      {0, "UD_GPIB_0_Up", "", field(&SystemInfo::Address), "8"},
+      {0, "UD_GPIB_0_Down", "", field(&SystemInfo::Address), "7"},
+      {1, "Comb_Unit_0", "1", text("Txt_Unit_0"), "off 0.000000"},
+      {1, "Comb_Unit_0", "2", field(&SystemInfo::XUnit), "2"},
+      {1, "Txt_Unit_Name_0", "deg", field(&SystemInfo::XUserName), "deg"},
+      {1, "Txt_Unit_0", "-2", field(&SystemInfo::XUserMin), "-2"},
+      {1, "Txt_Unit_1", "5k", field(&SystemInfo::XUserMax), "5000"},
+      {1, "Comb_Unit_1", "1", text("Txt_Unit_Name_1"), "off "},
+      {1, "Comb_Unit_1", "2", field(&SystemInfo::YUnit), "2"},
+      {1, "Txt_Unit_Name_1", "bar", field(&SystemInfo::YUserName), "bar"},
+      {1, "Txt_Unit_2", "-3", field(&SystemInfo::YUserMin), "-3"},
+      {1, "Txt_Unit_3", "4", text("Txt_Unit_3"), "4.000"},
+      {2, "Comb_MSize", "1", text("Label_Cut"), "524288 -> 262144 points: the waveform will be cut on OK"},
+      {2, "Comb_MSize", "0", text("Label_Cut"), ""},
+      {2, "Txt_MName", "ABC", field(&SystemInfo::MemoryName), "ABC"},
+      {2, "Txt_GPIB_1", "9", field(&SystemInfo::MemoryNo), "9"},
+      {2, "UD_GPIB_1_Up", "", field(&SystemInfo::MemoryNo), "10"},
+      {2, "UD_GPIB_1_Down", "", field(&SystemInfo::MemoryNo), "9"},
+      {2, "Comb_Trns", "1", field(&SystemInfo::TransferFormat), "1"},
+      {2, "", "", text("Label_CtrlPoints"), "2 control points"},
+      {3, "Comb_Channel", "1", field(&SystemInfo::Channel), "1"},
+      {3, "", "", text("Label_OscilLimit_0"), "off 10n to 15M"},
+      {3, "", "", text("Label_OscilLimit_2"), "off 0 to 20"},
+      {3, "Comb_Range", "1", field(&SystemInfo::RangeNo), "1"},
+      {3, "Comb_AmplLim", "3", field(&SystemInfo::Polarity), "3"},
+      {3, "Txt_Oscil_0", "5k", field(&SystemInfo::Frequency), "5000"},
+      {3, "Txt_Oscil_1", "1m", field(&SystemInfo::Frequency), "1000"},
+      {3, "Txt_Oscil_2", "1", field(&SystemInfo::Amplitude), "1"},
+      {3, "Txt_Oscil_3", "0.5", field(&SystemInfo::Offset), "0.5"},
+      {3, "Opt_Output_2", "", field(&SystemInfo::Output), "2"},
+      {3, "Opt_Output_1", "", field(&SystemInfo::Output), "1"},
+      {3, "Opt_Output_0", "", field(&SystemInfo::Output), "0"},
+      {0, "Menu_FileSave", "a.ocb", file("a.ocb"), "file"},
+      {0, "Txt_GPIB_0", "9", field(&SystemInfo::Address), "9"},
+      {0, "Menu_FileOpen", "a.ocb", field(&SystemInfo::Address), "7"},
+      {0, "Menu_LogTraffic", "", keeping, "on"},
+      {0, "Menu_SaveLog", "a.log", file("a.log"), "file"},
+      {0, "Menu_LogTraffic", "", keeping, "off"},
+      {0, "Ctrl+Tab", "", page, "1"},
+      {1, "Ctrl+Shift+Backtab", "", page, "0"},
+      {0, "Ctrl+PgUp", "", page, "3"},
+      {3, "Ctrl+PgDown", "", page, "0"},
+      {0, "Txt_GPIB_0", "2", field(&SystemInfo::Address), "2"}, // where the bench has it
+  };
+  for (const auto& row : rows) {
+    Page(row.page);
+    if (std::string(row.control).starts_with("Ctrl")) {
+      const QKeyCombination keys = QKeySequence(QLatin1String(row.control))[0];
+      Find<QWidget>("Comb_System")->setFocus();
+      QTest::keyClick(dialog.get(), keys.key(), keys.keyboardModifiers());
+    } else if (std::string(row.control).starts_with("Menu")) {
+      if (*row.input != 0) desktop.dialogs.Answer(folder / row.input);
+      Find<QAction>(row.control)->trigger();
+    } else if (*row.control != 0) {
+      auto* control = Find<QWidget>(row.control);
+      if (qobject_cast<QComboBox*>(control) != nullptr)
+        Choose(row.control, std::stoi(row.input));
+      else if (qobject_cast<ValueBox*>(control) != nullptr)
+        Type(row.control, row.input);
+      else
+        Click(row.control);
+    }
+    EXPECT_EQ(row.seen(), row.after) << row.control << " " << row.input;
+  }
+  Click("Btn_Trans_0");
+  QTimer::singleShot(0, [] {
+    QWidget* window = QApplication::activeModalWidget();
+    EXPECT_EQ(window->objectName() + window->windowTitle(), "LastTransferLast transfer");
+    EXPECT_TRUE(window->findChild<QPlainTextEdit*>()->toPlainText().contains("*IDN?"));
+    window->close();
+  });
+  Find<QAction>("Menu_LastTransfer")->trigger();
+}
+
+TEST_F(SystemDialogTest, EnterPressesTheFocusedButton) {
+  struct Row {
     const char* control;
     double frequency; // what the record has after a change to 5 kHz and an Enter there
     bool closed;
-  } rows[] = {
-      {"Btn_Cancel", 1000, true}, {"Btn_OK", 5000, true}, {"Comb_AmplLim", 5000, true}, {"Btn_Trans_0", 5000, false}};
-  for (const auto& row : rows) {
+  };
+  for (const Row& row : {Row{"Btn_Cancel", 1000, true}, Row{"Btn_OK", 5000, true}, Row{"Comb_AmplLim", 5000, true},
+                         Row{"Btn_Trans_0", 5000, false}}) {
     program->settings.Frequency = 1000;
     Open();
     program->settings.Frequency = 5000;
@@ -208,9 +313,19 @@ TEST_F(SystemDialogTest, TheProgressWindowCancelsByButtonKeyAndClose) {
     road->progress.Open();
     road->progress.Step("Send data", 1000);
     road->progress.Value(500);
+    for (const char* caption : {"Log - third", ""}) road->progress.Caption(caption);
     auto* form = dialog->findChild<FrmGPIBExit*>();
     ASSERT_NE(form, nullptr);
     EXPECT_EQ(form->findChild<QProgressBar*>(QStringLiteral("PrgGPIB"))->value(), 500);
+    EXPECT_EQ(form->windowTitle(), "Log - third") << "an empty caption changes nothing";
+    for (const std::size_t bytes : {0U, 500'000U}) {
+      road->progress.Sent(bytes, 1'000'000);
+      desktop.clock.seconds += 0.5;
+    }
+    const auto shown = [form](const char* label) { return form->findChild<QLabel*>(QLatin1String(label))->text(); };
+    EXPECT_EQ(shown("LblMsg") + "; " + shown("LblRate"), "Send data; 1.00 MB/s, 1 s left");
+    road->progress.SecondsRemaining(9);
+    EXPECT_EQ(shown("LblRate"), "9 s left");
     EXPECT_FALSE(road->progress.Cancelled());
     way(form);
     EXPECT_TRUE(road->progress.Cancelled());
@@ -297,8 +412,8 @@ TEST_F(SystemDialogTest, NoCaptionIsClippedInEitherLanguage) {
       for (QWidget* widget : dialog->findChildren<QWidget*>()) {
         const bool captioned = qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget);
         if (!captioned || !widget->isVisible()) continue;
-        EXPECT_LE(widget->sizeHint().width(), widget->width()) << widget->objectName().toStdString() << language;
-        EXPECT_LE(widget->sizeHint().height(), widget->height()) << widget->objectName().toStdString() << language;
+        EXPECT_EQ(widget->size().expandedTo(widget->sizeHint()), widget->size())
+            << widget->objectName().toStdString() << language;
       }
     }
   }

@@ -77,6 +77,7 @@ struct Wiring : MainWindowFixture {
     QTest::mouseMove(picture, QPoint(to, 60));
     QTest::mouseRelease(picture, button, keys, QPoint(to, 60));
   }
+  void Hover(const char* name, int x, int y) { QTest::mouseMove(Find<QWidget>(name), QPoint(x, y)); }
   int Column(double point) {
     return application->TheEditor().view.PointToPixelX(point, Find<WaveformCanvas>("Pict_Wave")->PixelWidth());
   }
@@ -136,45 +137,24 @@ TEST_F(Wiring, EveryGestureIsSeen) {
        "1:2 1:2 0/16384 0/16384 0.000000Word 0.000000Word 262144.0Word 262144.0Word "},
       {"scroll bar", [this] { Key("HScroll_0", Qt::Key_Right); }, x, "0..262144", "16..262160"},
       {"scroll bar, a page", [this] { Key("HScroll_0", Qt::Key_PageUp); }, x, "16..262160", "262144..524288"},
-      {"wheel with Shift",
-       [this] {
-         Wheel("Pict_Wave", {10, 50}, 1, Qt::ShiftModifier);
-       },
-       x, "~", "235936..498080"},
+      {"wheel with Shift", [this] { Wheel("Pict_Wave", QPointF(10, 50), 1, Qt::ShiftModifier); }, x, "~",
+       "235936..498080"},
       {"digital view", [this] { Click("Opt_DspSel_1"); }, frames, "wave", "digital"},
       {"its zoom list", [this] { Key("Comb_XZoom_1", Qt::Key_Down); }, pairs, "~",
        "1:4 1:4 14746/24576 14746/24576 235936.0Word 235936.0Word 367008.0Word 367008.0Word "},
       {"its scroll bar", [this] { Key("HScroll_1", Qt::Key_Home); }, x, "~", "0..131072"},
-      {"its wheel",
-       [this] {
-         Wheel("Pict_Digital", {0, 50}, -2);
-       },
-       x, "~", "0..524288"},
+      {"its wheel", [this] { Wheel("Pict_Digital", QPointF(0, 50), -2); }, x, "~", "0..524288"},
       {"its picture grabs no marker", [this] { Drag("Pict_Digital", 0, 100); }, scope, "0..524288", "0..524288"},
-      {"its readout",
-       [this] {
-         QTest::mouseMove(Find<QWidget>("Pict_Digital"), {0, 20});
-       },
-       [this] { return Shown("Txt_Cur_X_1"); }, "~", "0.000000"},
+      {"its readout", [this] { Hover("Pict_Digital", 0, 20); }, [this] { return Shown("Txt_Cur_X_1"); }, "~",
+       "0.000000"},
       {"waveform view", [this] { Click("Opt_DspSel_0"); }, frames, "digital", "wave"},
-      {"wheel",
-       [this] {
-         Wheel("Pict_Wave", {0, 50}, 3);
-       },
-       x, "~", "0..65536"},
-      {"wheel back",
-       [this] {
-         Wheel("Pict_Wave", {0, 50}, -20);
-       },
-       x, "~", "0..524288"},
+      {"wheel", [this] { Wheel("Pict_Wave", QPointF(0, 50), 3); }, x, "~", "0..65536"},
+      {"wheel back", [this] { Wheel("Pict_Wave", QPointF(0, 50), -20); }, x, "~", "0..524288"},
       {"Y zoom list", [this] { Key("Comb_YZoom", Qt::Key_Down); }, y, "0..65534 32767.00 0.000000 -32767.0 ",
        "16384..49151 16383.00 0.000000 -16384.0 "},
       {"Y scroll bar", [this] { Key("VScroll", Qt::Key_Down); }, y, "~", "16386..49153 16381.00 -3.00000 -16386.0 "},
-      {"wheel with Ctrl",
-       [this] {
-         Wheel("Pict_Wave", {10, 50}, -1, Qt::ControlModifier);
-       },
-       y, "~", "0..65534 32767.00 0.000000 -32767.0 "},
+      {"wheel with Ctrl", [this] { Wheel("Pict_Wave", QPointF(10, 50), -1, Qt::ControlModifier); }, y, "~",
+       "0..65534 32767.00 0.000000 -32767.0 "},
       {"access key of X", [this] { Press(Qt::Key_H, Qt::AltModifier); }, focus, "~", "Comb_XZoom_0"},
       {"access key of Y", [this] { Press(Qt::Key_V, Qt::AltModifier); }, focus, "~", "Comb_YZoom"},
       // The markers.
@@ -211,14 +191,11 @@ TEST_F(Wiring, EveryGestureIsSeen) {
       {"pointer over B",
        [this] {
          Type("Txt_End_X", "262144");
-         QTest::mouseMove(Find<QWidget>("Pict_Wave"), {Column(262144), 60});
+         Hover("Pict_Wave", Column(262144), 60);
        },
        [this] { return Pointer(); }, "arrow", "resize"},
-      {"pointer beside it",
-       [this] {
-         QTest::mouseMove(Find<QWidget>("Pict_Wave"), {Column(262144) + 9, 60});
-       },
-       [this] { return Pointer(); }, "resize", "arrow"},
+      {"pointer beside it", [this] { Hover("Pict_Wave", Column(262144) + 9, 60); }, [this] { return Pointer(); },
+       "resize", "arrow"},
       {"right button", [this] { Drag("Pict_Wave", Column(262144), 40, Qt::RightButton); }, scope, "2000..262144",
        "2000..262144"},
       {"Shift", [this] { Drag("Pict_Wave", Column(262144), 40, Qt::LeftButton, Qt::ShiftModifier); }, scope,
@@ -227,11 +204,7 @@ TEST_F(Wiring, EveryGestureIsSeen) {
       {"B dragged inside", [this] { Drag("Pict_Wave", Column(262144), Column(131072)); },
        [this] { return std::abs(State().buffers.CurrentScope().End - 131072) < 600 ? std::string("there") : Scope(); },
        "~", "there"},
-      {"mouse readout",
-       [this] {
-         QTest::mouseMove(Find<QWidget>("Pict_Wave"), {0, 1});
-       },
-       [this] { return Mouse(); }, "~", "0.000000 0.000000 32"},
+      {"mouse readout", [this] { Hover("Pict_Wave", 0, 1); }, [this] { return Mouse(); }, "~", "0.000000 0.000000 32"},
       // Commands by key and by button.
       {"grid", [this] { Click("Tool_Grid"); }, picture, "~", "~"},
       {"grid's state", [] {}, [this] { return std::string(Find<QAction>("Menu_Grid")->isChecked() ? "on" : "off"); },

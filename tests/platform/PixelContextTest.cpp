@@ -10,7 +10,7 @@
 namespace calder {
 namespace {
 
-// A small surface with a guard of two pixels behind each row; Text() shows pixels that are not black as '#'.
+// A small surface with a guard of two pixels after each row; Text() shows pixels that are not black as '#'.
 class Surface {
 public:
   Surface(int width, int height)
@@ -48,6 +48,8 @@ TEST(PixelContext, LinesHaveBothEndsAndAreCutAtTheEdges) {
     int x1, y1, x2, y2, pen;
     Rows rows;
   };
+  constexpr int kLeast = std::numeric_limits<int>::min();
+  constexpr int kMost = std::numeric_limits<int>::max();
   const Row rows[] = {
       {0, 0, 3, 3, 1, {"#...||", ".#..||", "..#.||", "...#||"}},
       {3, 1, 0, 1, 1, {"....||", "####||", "....||", "....||"}},
@@ -56,12 +58,7 @@ TEST(PixelContext, LinesHaveBothEndsAndAreCutAtTheEdges) {
       {0, 3, 3, 2, 1, {"....||", "....||", "..##||", "##..||"}},
       {1, -5, 1, 50, 2, {".##.||", ".##.||", ".##.||", ".##.||"}},
       {0, 2, 3, 2, 3, {"....||", "####||", "####||", "####||"}},
-      {std::numeric_limits<int>::min(),
-       2,
-       std::numeric_limits<int>::max(),
-       2,
-       1,
-       {"....||", "....||", "####||", "....||"}},
+      {kLeast, 2, kMost, 2, 1, {"....||", "....||", "####||", "....||"}},
       {9, 0, 9, 3, 1, {"....||", "....||", "....||", "....||"}},
   };
   for (const Row& row : rows) {

@@ -171,7 +171,7 @@ TEST(ReplaceFile, RespectsWriteProtection) {
 
 // ---- a process that is killed in the middle of a save ----
 
-// A content that tells by itself whether it is whole: one letter, as often as the letter says.
+// A content that shows by itself whether it is whole: one letter, as often as the letter says.
 std::string Content(int number) {
   return std::string(static_cast<std::size_t>(20'000 + 7'000 * (number % 26)), static_cast<char>('a' + number % 26));
 }

@@ -241,7 +241,7 @@ TEST_F(Desk, PointsThatALargerMemoryBringsAreClearBeforeATransfer) {
   setup->ApplyMemorySize();
   desk->Form_Load();
   const auto codes = W_Lock(program->buffers.Current());
-  std::iota(codes.begin(), codes.end(), std::int16_t{0}); // also behind the 1024 points of the waveform
+  std::iota(codes.begin(), codes.end(), std::int16_t{0}); // also after the 1024 points of the waveform
   desk->ChooseModel(6);
   EXPECT_EQ(settings.MemorySize, 8192);
   EXPECT_EQ(codes[1023], 1023);

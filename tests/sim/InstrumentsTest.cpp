@@ -164,7 +164,7 @@ TEST_F(BenchTest, APowerSourceSettles) {
   EXPECT_EQ(sim::Setting("PJ7410", "user") + sim::Setting("PJ7410", "amplitude"), "3800");
 }
 
-// The numbers that choose a memory begin behind the built-in functions.
+// The numbers that choose a memory begin after the built-in functions.
 TEST_F(BenchTest, MemoriesAreChosenByTheirOwnNumbers) {
   OpenNi();
   Put(22, "FUNC 9\n");

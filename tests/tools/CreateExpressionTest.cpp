@@ -58,7 +58,7 @@ TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndWritesNothing) {
     std::size_t position;
   } rows[] = {
       {"an unknown name", "", "1+foo", "Syntax error in equation", TextBox::Expression, 2},
-      {"an unknown name behind a random value", "", "rnd()*foo", "Syntax error in equation", TextBox::Expression, 6},
+      {"an unknown name after a random value", "", "rnd()*foo", "Syntax error in equation", TextBox::Expression, 6},
       {"a stray parenthesis", "", "(x", "Unbalance of parenthesis", TextBox::Expression, 0},
       {"constants", "a=1;b=*", "a", "Constant format error", TextBox::Constants, 6},
   };

@@ -35,32 +35,27 @@ TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
 }
 
 TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOtherwise) {
-  const struct {
+  struct Row {
     const char* why;
     int box;
     const char* typed;
     double stored;
     const char* shown;
-  } rows[] = {
-      {"offset", kBoxOffset, "-100", -100, "-100.000"},
-      {"lowest code", kBoxOffset, "-32768", -32768, "-32767.0"},
-      {"offset beyond the scale", kBoxOffset, "32768", 0, "0.000000"},
-      {"amplitude of any size, prefixes work", kBoxAmplitude, "100k", 100000, "100000.0"},
-      {"period", kBoxPeriod, "2.5", 2.5, "2.5"},
-      {"no period", kBoxPeriod, "0", 0, "0"},
-      {"negative period", kBoxPeriod, "-1", 1, "1"},
-      {"a full turn", kBoxPhase, "360", 360, "360"},
-      {"a full turn back", kBoxPhase, "-360", -360, "-360"},
-      {"more than a turn", kBoxPhase, "360.5", 0, "0"},
-      {"symmetry", kBoxSymmetry, "100", 100, "100"},
-      {"symmetry beyond", kBoxSymmetry, "100.1", 50, "50"},
-      {"duty below", kBoxDuty, "-0.1", 50, "50"},
-      {"transition, small numbers in exponent form", kBoxTransition, "10u", 1e-5, "1E-05"},
-      {"size up to the end", kBoxSize, "900", 900, "900.0000"},
-      {"size that would pass the end", kBoxSize, "901", 100, "100.0000"},
-      {"negative size", kBoxSize, "-1", 100, "100.0000"},
   };
-  for (const auto& row : rows) {
+  for (const Row& row :
+       {Row{"offset", kBoxOffset, "-100", -100, "-100.000"},
+        Row{"lowest code", kBoxOffset, "-32768", -32768, "-32767.0"},
+        Row{"offset beyond the scale", kBoxOffset, "32768", 0, "0.000000"},
+        Row{"amplitude of any size, prefixes work", kBoxAmplitude, "100k", 100000, "100000.0"},
+        Row{"period", kBoxPeriod, "2.5", 2.5, "2.5"}, Row{"no period", kBoxPeriod, "0", 0, "0"},
+        Row{"negative period", kBoxPeriod, "-1", 1, "1"}, Row{"a full turn", kBoxPhase, "360", 360, "360"},
+        Row{"a full turn back", kBoxPhase, "-360", -360, "-360"}, Row{"more than a turn", kBoxPhase, "360.5", 0, "0"},
+        Row{"symmetry", kBoxSymmetry, "100", 100, "100"}, Row{"symmetry beyond", kBoxSymmetry, "100.1", 50, "50"},
+        Row{"duty below", kBoxDuty, "-0.1", 50, "50"},
+        Row{"transition, small numbers in exponent form", kBoxTransition, "10u", 1e-5, "1E-05"},
+        Row{"size up to the end", kBoxSize, "900", 900, "900.0000"},
+        Row{"size that would pass the end", kBoxSize, "901", 100, "100.0000"},
+        Row{"negative size", kBoxSize, "-1", 100, "100.0000"}}) {
     program->pages = PageTable{};
     program->buffers.CurrentScope() = {100, 200};
     create->PrepareCreate();
@@ -98,7 +93,7 @@ TEST_F(CreatePagesTest, TypedAreasPushTheOtherEndOrAreRefused) {
     Scope after;
   } rows[] = {
       {"start", End::Start, "150", "200.0000000", {150, 200}},
-      {"start behind the end", End::Start, "300", "200.0000000", {300, 300}},
+      {"start after the end", End::Start, "300", "200.0000000", {300, 300}},
       {"end", End::End, "100.0000000", "1k", {100, 1000}},
       {"end before the start", End::End, "100.0000000", "50", {50, 50}},
       {"end beyond the memory, not taken for 0", End::End, "100.0000000", "1000.5", {100, 200}},
@@ -144,11 +139,12 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
   EXPECT_EQ(Page(50).Function, kFunctionSine) << "a valid one keeps its own";
   create->Cmd_Page_Click(Button::First);
   EXPECT_EQ(create->CurrentPage(), 1);
-  const struct {
+  struct Row {
     const char* typed;
     int page;
-  } rows[] = {{"7", 7}, {"", 1}, {"999", 200}, {"-4", 1}, {"12", 12}, {"abc", 1}, {"1e30", 200}};
-  for (const auto& row : rows) {
+  };
+  for (const Row& row :
+       {Row{"7", 7}, Row{"", 1}, Row{"999", 200}, Row{"-4", 1}, Row{"12", 12}, Row{"abc", 1}, Row{"1e30", 200}}) {
     create->Txt_Page_LostFocus(row.typed);
     EXPECT_EQ(create->CurrentPage(), row.page) << row.typed;
     EXPECT_EQ(create->PageText(), std::to_string(row.page));

@@ -6,22 +6,14 @@ namespace calder {
 namespace {
 
 TEST(PreparedTextTest, OnlyTheFirstRandomFunctionGetsItsX) {
-  const struct {
+  struct Row {
     const char *text, *result;
-  } rows[] = {
-      {"rnd()", "rnd(x)"},
-      {"rnd(5)", "rnd(x,5)"},
-      {"1+rnd  (  )*2", "1+rnd  (  x)*2"},
-      {"rnd(  a)", "rnd(  x,a)"},
-      {"rnd(1)+rnd(2)", "rnd(x,1)+rnd(2)"},
-      {"RND(3)", "RND(3)"},
-      {"rnd", "rnd"},
-      {"rnd*2", "rnd*2"},
-      {"rnd(", "rnd(x,"},
-      {"rnd (  ", "rnd (  x,"},
-      {"", ""},
   };
-  for (const auto& row : rows) EXPECT_EQ(Insert_x(row.text), row.result) << row.text;
+  for (const Row& row :
+       {Row{"rnd()", "rnd(x)"}, Row{"rnd(5)", "rnd(x,5)"}, Row{"1+rnd  (  )*2", "1+rnd  (  x)*2"},
+        Row{"rnd(  a)", "rnd(  x,a)"}, Row{"rnd(1)+rnd(2)", "rnd(x,1)+rnd(2)"}, Row{"RND(3)", "RND(3)"},
+        Row{"rnd", "rnd"}, Row{"rnd*2", "rnd*2"}, Row{"rnd(", "rnd(x,"}, Row{"rnd (  ", "rnd (  x,"}, Row{"", ""}})
+    EXPECT_EQ(Insert_x(row.text), row.result) << row.text;
 }
 
 TEST(PreparedTextTest, XAndYFollowTheUnits) {

@@ -21,7 +21,7 @@ struct PortRecord {
                                        {"/dev/usbtmc2", 0x1209, 0x5531, "", 0}};
   std::vector<std::string> calls;
   std::deque<Transfer> answers;
-  std::deque<int> errors; // of the calls that are no reads, in their order; 0 behind the last
+  std::deque<int> errors; // of the calls that are no reads, in their order; 0 after the last
   std::size_t writeLimit = static_cast<std::size_t>(-1);
 };
 

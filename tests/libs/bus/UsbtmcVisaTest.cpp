@@ -76,13 +76,13 @@ TEST_F(UsbtmcVisaTest, AnswersAreReadToTheirEnd) {
 }
 
 TEST_F(UsbtmcVisaTest, ErrorsAreStatuses) {
-  struct {
+  struct Row {
     int error;
     ViStatus status;
-  } const cases[] = {{ETIMEDOUT, VI_ERROR_TMO},     {ENODEV, VI_ERROR_CONN_LOST}, {ESHUTDOWN, VI_ERROR_CONN_LOST},
-                     {EPIPE, VI_ERROR_IO},          {EPROTO, VI_ERROR_IO},        {EPERM, VI_ERROR_IO},
-                     {EACCES, VI_ERROR_NPERMISSION}};
-  for (const auto& one : cases) {
+  };
+  for (const Row& one : {Row{ETIMEDOUT, VI_ERROR_TMO}, Row{ENODEV, VI_ERROR_CONN_LOST},
+                         Row{ESHUTDOWN, VI_ERROR_CONN_LOST}, Row{EPIPE, VI_ERROR_IO}, Row{EPROTO, VI_ERROR_IO},
+                         Row{EPERM, VI_ERROR_IO}, Row{EACCES, VI_ERROR_NPERMISSION}}) {
     record.errors = {one.error, one.error};
     EXPECT_EQ(Write("*CLS"), one.status) << one.error;
     EXPECT_EQ(visa->viClear(device), one.status) << one.error;

@@ -6,25 +6,19 @@ namespace calder {
 namespace {
 
 TEST(VisaNames, NamesAreReadAndWritten) {
-  struct {
+  struct Row {
     const char* name;
     const char* written; // null: it is no name
-  } const cases[] = {
-      {"USB0::0x1209::0x5530::1234567::INSTR", "USB0::0x1209::0x5530::1234567::INSTR"},
-      {"usb::4617::0x5530::a-1::2::instr", "USB0::0x1209::0x5530::a-1::2::INSTR"},
-      {"USB0::0x1209::0x5530::1234567", "USB0::0x1209::0x5530::1234567::INSTR"},
-      {"USB1::0x1209::0x5530::1::0", "USB1::0x1209::0x5530::1::INSTR"},
-      {"USB0::0x1209::0x5530::::INSTR", nullptr},
-      {"USB0::0x1209::0x5530::INSTR", nullptr},
-      {"USB0::0x11209::0x5530::1::INSTR", nullptr},
-      {"USB0::0x1209::0x::1::INSTR", nullptr},
-      {"USB0::0x1209::0x5530::1::x::INSTR", nullptr},
-      {"USBX::0x1209::0x5530::1::INSTR", nullptr},
-      {"GPIB0::0x1209::0x5530::1::INSTR", nullptr},
-      {"US", nullptr},
-      {"", nullptr},
   };
-  for (const auto& one : cases) {
+  for (const Row& one :
+       {Row{"USB0::0x1209::0x5530::1234567::INSTR", "USB0::0x1209::0x5530::1234567::INSTR"},
+        Row{"usb::4617::0x5530::a-1::2::instr", "USB0::0x1209::0x5530::a-1::2::INSTR"},
+        Row{"USB0::0x1209::0x5530::1234567", "USB0::0x1209::0x5530::1234567::INSTR"},
+        Row{"USB1::0x1209::0x5530::1::0", "USB1::0x1209::0x5530::1::INSTR"},
+        Row{"USB0::0x1209::0x5530::::INSTR", nullptr}, Row{"USB0::0x1209::0x5530::INSTR", nullptr},
+        Row{"USB0::0x11209::0x5530::1::INSTR", nullptr}, Row{"USB0::0x1209::0x::1::INSTR", nullptr},
+        Row{"USB0::0x1209::0x5530::1::x::INSTR", nullptr}, Row{"USBX::0x1209::0x5530::1::INSTR", nullptr},
+        Row{"GPIB0::0x1209::0x5530::1::INSTR", nullptr}, Row{"US", nullptr}, Row{"", nullptr}}) {
     const auto name = ParseUsbName(one.name);
     ASSERT_EQ(name.has_value(), one.written != nullptr) << one.name;
     if (name) {

@@ -102,7 +102,7 @@ TEST(Fault, TheBufferIsLeftAlone) {
   EXPECT_EQ(starved.EvalArray1(0, 0, wave.Handle(), "1/x"), 0) << "and it works again";
   EXPECT_EQ(wave.Copy(), before);
   EXPECT_EQ(evaluator.EvalArray1(0, 4999, wave.Handle(), "1/(x-4999)"), 0)
-      << "the point behind the range is not looked at";
+      << "the point after the range is not looked at";
   EXPECT_EQ(wave.Codes()[4999], 7);
 }
 

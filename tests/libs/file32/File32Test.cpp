@@ -1,7 +1,7 @@
 #include "libs/file32/file32.h"
 
-#include "platform/TempFolder.h"
 #include "libs/wavelb32/TestWave.h"
+#include "platform/TempFolder.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -89,7 +89,7 @@ TEST_F(File32Test, UnsoundWdbChangesNothing) {
       {2, WDB_TABLE_OFFSET + 12, true},
       {10000, WDB_TABLE_OFFSET + 60000, true},
       {std::nullopt, WDB_TABLE_OFFSET, true},
-      {std::nullopt, WDB_TABLE_OFFSET + 99, true}, // something behind it
+      {std::nullopt, WDB_TABLE_OFFSET + 99, true}, // something after it
   };
   for (const auto& row : kRows) {
     std::string bytes;

@@ -50,22 +50,18 @@ TEST(RealText, TheValueAfterTheLastCountsForTheScale) {
 }
 
 TEST(RealText, RefusesWithLineAndReason) {
-  const struct {
+  struct Row {
     std::string_view text;
     const char* result;
-  } kRows[] = {
-      {"", "0: no number in the file"},
-      {"\r\n\r\n", "0: no number in the file"},
-      {"0\r\n-0.0\r\n0e9\r\n", "0: every value is zero, or too small to be scaled"},
-      {"5e-324\r\n", "0: every value is zero, or too small to be scaled"},
-      {"1\r\n\r\n2\r\n", "2: an empty line between numbers"},
-      {"1\r\n1,5\r\n", "2: not a number"},
-      {"1\r\rnan", "2: an empty line between numbers"},
-      {"1\rnan", "2: not a number"},
-      {"1\n2\n1e309\n", "3: not a number"},
-      {"1\n2\n-1e999999999999999999999\n", "3: not a number"},
   };
-  for (const auto& row : kRows) EXPECT_EQ(Load(row.text), row.result) << row.text;
+  for (const Row& row :
+       {Row{"", "0: no number in the file"}, Row{"\r\n\r\n", "0: no number in the file"},
+        Row{"0\r\n-0.0\r\n0e9\r\n", "0: every value is zero, or too small to be scaled"},
+        Row{"5e-324\r\n", "0: every value is zero, or too small to be scaled"},
+        Row{"1\r\n\r\n2\r\n", "2: an empty line between numbers"}, Row{"1\r\n1,5\r\n", "2: not a number"},
+        Row{"1\r\rnan", "2: an empty line between numbers"}, Row{"1\rnan", "2: not a number"},
+        Row{"1\n2\n1e309\n", "3: not a number"}, Row{"1\n2\n-1e999999999999999999999\n", "3: not a number"}})
+    EXPECT_EQ(Load(row.text), row.result) << row.text;
   for (const char* text : {"1 V\n", "# Volts\n1\n", "inf\n", "-infinity\n", "1e\n", "0x1p3\n", ".\n", "1d3\n"})
     EXPECT_EQ(Load(text), "1: not a number") << text;
 }

@@ -1,4 +1,5 @@
 #include "libs/spline32/spline32.h"
+#include "libs/wavelb32/TestWave.h"
 
 #include <gtest/gtest.h>
 
@@ -23,10 +24,9 @@ struct Case {
 };
 
 TEST(HokanLine, JoinsTheControlPoints) {
-  const double nan = std::numeric_limits<double>::quiet_NaN();
   const Codes untouched(8, 7);
   const Case cases[] = {
-      {"held before and behind", 0, 8, {2, 5}, {10, 40}, 32767, W_SUCCESS, {10, 10, 10, 20, 30, 40, 40, 40}},
+      {"held before and after", 0, 8, {2, 5}, {10, 40}, 32767, W_SUCCESS, {10, 10, 10, 20, 30, 40, 40, 40}},
       {"only the range", 2.5, 5, {0, 8}, {0, 80}, 32767, W_SUCCESS, {7, 7, 7, 30, 40, 50, 7, 7}},
       {"halves to even", 0, 8, {0, 8}, {0, 4}, 32767, W_SUCCESS, {0, 0, 1, 2, 2, 2, 3, 4}},
       {"halves to even, below 0", 0, 8, {0, 8}, {0, -4}, 32767, W_SUCCESS, {0, 0, -1, -2, -2, -2, -3, -4}},
@@ -38,40 +38,37 @@ TEST(HokanLine, JoinsTheControlPoints) {
       {"all to the right", 0, 8, {8, 1e9}, {5, 6}, 32767, W_SUCCESS, Codes(8, 5)},
       {"no points", 0, 8, {}, {}, 32767, W_BAD_VALUE, untouched},
       {"not ascending", 0, 8, {4, 3}, {0, 1}, 32767, W_BAD_VALUE, untouched},
-      {"no number", 0, 8, {0, nan}, {0, 1}, 32767, W_BAD_VALUE, untouched},
-      {"no value", 0, 8, {0, 8}, {0, nan}, 32767, W_BAD_VALUE, untouched},
+      {"no number", 0, 8, {0, kNotANumber}, {0, 1}, 32767, W_BAD_VALUE, untouched},
+      {"no value", 0, 8, {0, 8}, {0, kNotANumber}, 32767, W_BAD_VALUE, untouched},
       {"no limit", 0, 8, {0, 8}, {0, 1}, 32768, W_BAD_VALUE, untouched},
       {"range outside", 0, 9, {0, 8}, {0, 1}, 32767, W_BAD_RANGE, untouched},
       {"range turned round", 5, 4, {0, 8}, {0, 1}, 32767, W_BAD_RANGE, untouched},
   };
   for (const Case& c : cases) {
-    const WaveHandle wave = W_AllocMemory(8);
-    std::ranges::fill(W_Lock(wave), std::int16_t{7});
-    EXPECT_EQ(Spline_Hokan_Line(wave, c.start, c.end, c.x.data(), c.y.data(), static_cast<std::int32_t>(c.x.size()), 8,
-                                c.limit),
+    const TestWave wave(untouched);
+    EXPECT_EQ(Spline_Hokan_Line(wave.Handle(), c.start, c.end, c.x.data(), c.y.data(),
+                                static_cast<std::int32_t>(c.x.size()), 8, c.limit),
               c.status)
         << c.what;
-    EXPECT_EQ(Codes(W_Lock(wave).begin(), W_Lock(wave).end()), c.result) << c.what;
-    EXPECT_EQ(W_FreeMemory(wave), W_SUCCESS);
+    EXPECT_EQ(wave.Copy(), c.result) << c.what;
   }
   EXPECT_EQ(Spline_Hokan_Line(0, 0, 1, cases[0].x.data(), cases[0].y.data(), 2, 8, 1), W_BAD_HANDLE);
 }
 
 TEST(HokanLine, IsExactOverTheLargestWaveform) {
   constexpr std::int32_t points = 524288;
-  const WaveHandle wave = W_AllocMemory(points);
+  const TestWave wave(points);
   const Values x{0, points - 1};
   const Values y{-32767, 32766};
-  ASSERT_EQ(Spline_Hokan_Line(wave, 0, points, x.data(), y.data(), 2, points, 32767), W_SUCCESS);
+  ASSERT_EQ(Spline_Hokan_Line(wave.Handle(), 0, points, x.data(), y.data(), 2, points, 32767), W_SUCCESS);
   int wrong = 0;
   for (std::int64_t p = 0; p < points; ++p) {
     // The distance from the line, in units of 1 / (points - 1), must be at most a half; on a half the code is even.
-    const std::int64_t code = W_Lock(wave)[static_cast<std::size_t>(p)];
+    const std::int64_t code = wave.Codes()[static_cast<std::size_t>(p)];
     const std::int64_t twice = 2 * std::abs((code + 32767) * (points - 1) - p * 65533);
     wrong += twice > points - 1 || (twice == points - 1 && code % 2 != 0);
   }
   EXPECT_EQ(wrong, 0);
-  EXPECT_EQ(W_FreeMemory(wave), W_SUCCESS);
 }
 
 } // namespace

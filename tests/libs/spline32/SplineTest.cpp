@@ -1,6 +1,7 @@
 // Splines against their definition: for each piece four unknown coefficients, for each condition (a value, a slope or a
 // curvature that meets) a row, solved by elimination in long double.
 #include "libs/spline32/spline32.h"
+#include "libs/wavelb32/TestWave.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +14,6 @@
 namespace calder {
 namespace {
 
-using Codes = std::vector<std::int16_t>;
 using Values = std::vector<double>;
 using Row = std::vector<long double>;
 
@@ -90,18 +90,14 @@ private:
   std::vector<long double> c_;
 };
 
-struct Wave {
-  explicit Wave(std::int32_t points) : handle(W_AllocMemory(points)) { std::ranges::fill(W_Lock(handle), kFiller); }
-  ~Wave() { W_FreeMemory(handle); }
-  Wave(const Wave&) = delete;
-  Wave& operator=(const Wave&) = delete;
-  std::int32_t Spline(std::int32_t mode, double start, double end, const Values& x, const Values& y) const {
-    return Spline_Hokan_Spline(mode, handle, start, end, x.data(), y.data(), static_cast<std::int32_t>(x.size()),
-                               static_cast<std::int32_t>(W_Lock(handle).size()), 32767);
-  }
-  [[nodiscard]] int At(std::size_t i) const { return W_Lock(handle)[i]; }
+struct Wave : TestWave {
   static constexpr std::int16_t kFiller = 7;
-  WaveHandle handle;
+  explicit Wave(std::size_t points) : TestWave(std::vector<std::int16_t>(points, kFiller)) {}
+  std::int32_t Spline(std::int32_t mode, double start, double end, const Values& x, const Values& y) const {
+    return Spline_Hokan_Spline(mode, Handle(), start, end, x.data(), y.data(), static_cast<std::int32_t>(x.size()),
+                               static_cast<std::int32_t>(Codes().size()), 32767);
+  }
+  [[nodiscard]] int At(std::size_t i) const { return Codes()[i]; }
 };
 
 TEST(HokanSpline, IsTheCurveThatItsConditionsDefine) {
@@ -153,26 +149,23 @@ TEST(HokanSpline, IsTheCurveThatItsConditionsDefine) {
 
 TEST(HokanSpline, OddPointsHaveADefinedResultInsideTheCodes) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  const struct {
+  struct Odd {
     const char* what;
     Values x, y;
     std::int32_t status;
     int first, last; // codes of a natural spline
-  } rows[] = {
-      {"one point", {3}, {55}, W_SUCCESS, 55, 55},
-      {"two points", {0, 7}, {0, 70}, W_SUCCESS, 0, 70},
-      {"two points on one X: the first counts", {2, 2, 7}, {10, 99, 60}, W_SUCCESS, 10, 60},
-      {"all on one X", {2, 2, 2}, {10, 20, 30}, W_SUCCESS, 10, 10},
-      {"a nanopoint apart", {0, 1e-9, 7}, {0, 30000, 0}, W_SUCCESS, 0, 0},
-      {"no points", {}, {}, W_BAD_VALUE, 7, 7},
-      {"no number", {0, nan}, {0, 0}, W_BAD_VALUE, 7, 7},
-      {"no value", {0, 7}, {0, nan}, W_BAD_VALUE, 7, 7},
   };
-  for (const auto& row : rows) {
+  for (const Odd& row :
+       {Odd{"one point", {3}, {55}, W_SUCCESS, 55, 55}, Odd{"two points", {0, 7}, {0, 70}, W_SUCCESS, 0, 70},
+        Odd{"two points on one X: the first counts", {2, 2, 7}, {10, 99, 60}, W_SUCCESS, 10, 60},
+        Odd{"all on one X", {2, 2, 2}, {10, 20, 30}, W_SUCCESS, 10, 10},
+        Odd{"a nanopoint apart", {0, 1e-9, 7}, {0, 30000, 0}, W_SUCCESS, 0, 0},
+        Odd{"no points", {}, {}, W_BAD_VALUE, 7, 7}, Odd{"no number", {0, nan}, {0, 0}, W_BAD_VALUE, 7, 7},
+        Odd{"no value", {0, 7}, {0, nan}, W_BAD_VALUE, 7, 7}}) {
     for (std::int32_t mode = 0; mode < 3; ++mode) {
       const Wave wave(8);
       EXPECT_EQ(wave.Spline(mode, 0, 8, row.x, row.y), row.status) << row.what;
-      for (const std::int16_t code : W_Lock(wave.handle)) EXPECT_GE(code, -32767) << row.what;
+      for (const std::int16_t code : wave.Codes()) EXPECT_GE(code, -32767) << row.what;
       if (mode == 0 && row.x.size() != 3) {
         EXPECT_EQ(wave.At(0), row.first) << row.what;
         EXPECT_EQ(wave.At(7), row.last) << row.what;

@@ -15,6 +15,7 @@ namespace {
 class AnyArguments : public testing::Test {
 protected:
   double Number() {
+    using Limits = std::numeric_limits<double>;
     constexpr double wild[] = {0,
                                -0.0,
                                0.5,
@@ -27,9 +28,9 @@ protected:
                                32767,
                                65534,
                                4294967296.0,
-                               std::numeric_limits<double>::infinity(),
-                               -std::numeric_limits<double>::infinity(),
-                               std::numeric_limits<double>::quiet_NaN()};
+                               Limits::infinity(),
+                               -Limits::infinity(),
+                               kNotANumber};
     switch (Pick(0, 3)) {
     case 0: return wild[Pick(0, std::size(wild) - 1)];
     case 1: return static_cast<double>(Pick(-5, 105)) / 4;

@@ -49,7 +49,7 @@ TEST(DrawWave, SparseViewsAreALineThroughEveryPointAndDotsWhenWide) {
   EXPECT_EQ(Drawn(wave, {1, 0, 2, 65534, 16, 100}, 2), (Calls{"polyline dot 0 0,50 8,99 16,50"}))
       << "8 device pixels are 4 logical ones on this surface";
   EXPECT_EQ(Drawn(wave, {0, 0, 6, 65534, 30, 100}, 1, 3), (Calls{"polyline dot 0 0,0 5,50 10,99 15,99"}))
-      << "the last point's code holds, what lies behind the waveform is not looked at";
+      << "the last point's code holds, what lies after the waveform is not looked at";
 }
 
 TEST(DrawWave, AWiderTraceOnDenseSurfacesIsWiderBothWays) {

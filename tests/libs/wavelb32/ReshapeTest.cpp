@@ -24,7 +24,7 @@ TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
                          Row{"moved by half a point", 1, 2, 8, 4.5, 2, {10, 0, 0, 40, 50, 25, 35, 80}},
                          Row{"squeezed, the rest of the area is cleared", 0, 8, 8, 0, 4, {10, 30, 50, 70, 0, 0, 0, 0}},
                          Row{"squeezed to the middle", 2, 4, 8, 3, 2, {10, 20, 0, 30, 50, 0, 70, 80}},
-                         Row{"stretched up to the point behind", 2, 2, 8, 2, 4, {10, 20, 30, 35, 40, 45, 70, 80}},
+                         Row{"stretched up to the point after", 2, 2, 8, 2, 4, {10, 20, 30, 35, 40, 45, 70, 80}},
                          Row{"stretched over itself to the left", 4, 2, 8, 2, 4, {10, 20, 50, 55, 60, 65, 70, 80}},
                          Row{"a file of three points", 0, 2, 8, 0, 8, {10, 12, 15, 18, 20, 22, 25, 28}},
                          Row{"the last point holds", 7, 1, 8, 4, 4, {10, 20, 30, 40, 80, 80, 80, 80}},
