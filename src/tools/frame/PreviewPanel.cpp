@@ -9,6 +9,7 @@
 namespace calder {
 namespace {
 
+constexpr int kValueCharacters = 24; // room for "X 500.000m, Y -1.25000 V"
 constexpr int kNumberCharacters = 9; // of the Y values, so that the pictures of one form stand in one line
 
 } // namespace
@@ -35,6 +36,7 @@ PreviewPanel::PreviewPanel(QWidget* parent)
   // It changes with every move of the pointer, which is to move nothing else.
   value_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   value_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+  value_->setMinimumWidth(fontMetrics().horizontalAdvance(QString(kValueCharacters, QLatin1Char('0'))));
   for (QLabel* label : {start_, end_}) label->hide();
   picture_->setMinimumSize(160, 3 * max_->sizeHint().height()); // three numbers stand beside it
   picture_->installEventFilter(this);
