@@ -1,6 +1,7 @@
 // The real Compress/Decompress form, opened from the real main window, which is its preview.
 #include "tools/elastic/ElasticDialog.h"
 #include "ToolFixture.h"
+#include "platform/WaveformTheme.h"
 
 #include <QRadioButton>
 
@@ -68,7 +69,12 @@ TEST_F(ElasticDialogTest, AnEndIsDraggedAndEscapeTakesEverythingBack) {
     QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, {from, 40});
     QTest::mouseMove(picture, {picture->width() / 2, 40});
     EXPECT_NEAR(Find<ValueBox>("Text_X_1")->text().left(7).toDouble(), 500, 5);
-    EXPECT_NE(MainPicture(), main) << "while it is dragged";
+    const QImage dragged = MainPicture();
+    EXPECT_NE(dragged, main) << "while it is dragged";
+    int former = 0;
+    for (int x = 0; x < dragged.width(); ++x)
+      for (int y = 0; y < dragged.height(); ++y) former += (dragged.pixel(x, y) & 0xFFFFFF) == theme::kTraceFormer;
+    EXPECT_GT(former, 100) << "the saved waveform beneath";
     QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, {picture->width() / 2, 40});
     TypeOn("Text_X_1", "0.9");
     QTest::keyClick(Find<ValueBox>("Text_X_1"), Qt::Key_Escape);

@@ -191,6 +191,7 @@ TEST_F(ElasticTest, FitAmplitudeTakesTheExtremeThatIsFarther) {
     const char* levels; // of the saved area and after the button
   } rows[] = {{-1000, 500, "500 -1000 1500 -250 32267 -32767 65034 -250 "},
               {-500, 500, "500 -500 1000 0 32767 -32767 65534 0 "},
+              {-501, 500, "500 -501 1001 -0.5 32766 -32767 65533 -0.5 "},
               {-32768, 500, "500 -32768 33268 -16134 499 -32767 33266 -16134 "}};
   for (const auto& row : rows) {
     Load({200, 300}, row.low, row.high);

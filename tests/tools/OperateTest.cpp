@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace calder {
@@ -155,7 +156,7 @@ TEST_F(OperateTest, AFailedPasteLeavesTheOperand) {
   ASSERT_TRUE(Open());
   operate->Btn_Cut_Click();
   EXPECT_EQ(operate->OperandText(), "clipboard 2 of 10 points");
-  desktop.clipboard.source.reset();
+  const auto copied = std::exchange(desktop.clipboard.source, nullptr);
   desktop.boxes.Expect("ClipBoard");
   operate->Btn_Cut_Click();
   EXPECT_EQ(W_GetWaveData(operate->Operand(), 1, 10), 5);
@@ -166,6 +167,9 @@ TEST_F(OperateTest, AFailedPasteLeavesTheOperand) {
   EXPECT_EQ(operate->ValueText(Operate::Picture::Source, 99, 100), "X 109.0000, Y 100.0000");
   EXPECT_EQ(operate->ValueText(Operate::Picture::Result, 0, 100), "X 100.0000, Y 0.000000 (= 130.0000)");
   EXPECT_EQ(operate->ValueText(Operate::Picture::Result, 100, 100), "");
+  desktop.clipboard.source = copied;
+  operate->Btn_Cut_Click();
+  EXPECT_EQ(W_GetWaveData(operate->Operand(), 2, 10), 0) << "nothing of the created waveform is left";
 }
 
 // Where the result stands, red; elsewhere not.
