@@ -1,6 +1,7 @@
 #include "tools/PwfFixture.h"
 
 #include "RecordingContext.h"
+#include "libs/eval32/eval32.h"
 
 #include <algorithm>
 #include <cmath>
@@ -89,6 +90,13 @@ TEST_F(PwfDeskTest, ScrollBarsMoveTheirParameterInItsSteps) {
   EXPECT_EQ(Generated(2048), 16384);
   desk->Restore(0);
   EXPECT_EQ(desk->ParameterText(0), "0.5");
+  area = {0, 2000};
+  desk->Btn_Cancel_Click();
+  desk->Form_QueryUnload();
+  EXPECT_EQ(Generated(1999), 0) << "cleared over the length of Create's page";
+  EXPECT_EQ(Generated(2048), 8192);
+  double value = 0;
+  EXPECT_NE(program->evaluator.EvalOneL("c", 0, value), 0) << "the constants are forgotten";
 }
 
 TEST_F(PwfDeskTest, WhatCannotBeComputedBringsItsMessageAndWritesNothing) {
