@@ -90,7 +90,7 @@ TEST_F(PwfDefinitionsTest, TheWholeFileIsJudgedByItsHeader) {
     std::string text, fault;
     int defined;
   } rows[] = {
-      {"'comment\nPWF x\nVER=1\nNUM=9\n[definition]\n" + function, "", 1},
+      {"PWF x\nVER=1\nNUM=9\n'comment\n[definition]\n" + function, "", 1},
       {"PWF x\nVER=1\n[definition]\n" + function, "pwf.fnc, line 3: Before this line", 0},
       {"PWF\nVER=1\nNUM=9\n[definition]\n" + function, "pwf.fnc, line 4: Before this line", 0},
       {"PWF x\nVER=1\nNUM=9\n [definition]\n" + function, "pwf.fnc: The line [definition]", 0},
@@ -101,6 +101,7 @@ TEST_F(PwfDefinitionsTest, TheWholeFileIsJudgedByItsHeader) {
     table = {};
     const PwfReading reading = Read_Fnc(row.text, Language::English, table);
     const std::string said = reading.faults.empty() ? "" : PwfFaultText(reading.faults[0], program->messages);
+    EXPECT_EQ(reading.remarks[0], "") << "a comment of the header";
     EXPECT_TRUE(row.fault.empty() ? said.empty() : said.starts_with(row.fault)) << said;
     EXPECT_EQ(std::ranges::count_if(table.functions, &PwfFunction::IsDefined), row.defined) << row.fault;
   }

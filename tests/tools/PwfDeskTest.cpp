@@ -1,6 +1,7 @@
 #include "tools/PwfFixture.h"
 
 #include "RecordingContext.h"
+#include "libs/eval32/eval32.h"
 
 #include <algorithm>
 #include <cmath>
@@ -89,6 +90,13 @@ TEST_F(PwfDeskTest, ScrollBarsMoveTheirParameterInItsSteps) {
   EXPECT_EQ(Generated(2048), 16384);
   desk->Restore(0);
   EXPECT_EQ(desk->ParameterText(0), "0.5");
+  area = {0, 2000};
+  desk->Btn_Cancel_Click();
+  desk->Form_QueryUnload();
+  EXPECT_EQ(Generated(1999), 0) << "cleared over the length of Create's page";
+  EXPECT_EQ(Generated(2048), 8192);
+  double value = 0;
+  EXPECT_NE(program->evaluator.EvalOneL("c", 0, value), 0) << "the constants are forgotten";
 }
 
 TEST_F(PwfDeskTest, WhatCannotBeComputedBringsItsMessageAndWritesNothing) {
@@ -122,8 +130,10 @@ TEST_F(PwfDeskTest, AnOkWritesTheWholeWaveformWhichUndoTakesBackAndGivesAgain) {
     desk->Text_Validate(0, "1");
     EXPECT_EQ(Code(999), 999) << "nothing before OK";
     EXPECT_EQ(desk->AreaNote().empty(), row.start == 0) << row.why;
+    program->settings.TransferFormat = 1;
     desk->Btn_OK_Click();
     desk->Form_QueryUnload();
+    EXPECT_EQ(program->settings.TransferFormat, 0) << "the control points are of the former waveform";
     for (int undo = 0; undo < 2; ++undo) {
       for (const int point : {0, 99, 100, 500, 999})
         EXPECT_EQ(Code(point), point < row.kept ? point : std::nearbyint(point * 32.767)) << row.why << " " << point;
@@ -210,6 +220,20 @@ TEST_F(PwfDeskTest, TheFormerCurveStaysUnderTheNewOne) {
   EXPECT_EQ(curves(), 1);
   desk->Text_Validate(0, "1");
   EXPECT_EQ(curves(), 2);
+  desk->Scroll_Pressed();
+  desk->HScroll1_Change(6);
+  desk->HScroll1_Change(2);
+  desk->Scroll_Released();
+  RecordingContext picture(100, 100);
+  desk->Draw_Wave_PWF(picture);
+  const auto former =
+      std::ranges::find_if(picture.calls, [](const std::string& call) { return call.starts_with("columns"); });
+  const std::string dragged = *former;
+  desk->Text_Validate(0, "1");
+  desk->Text_Validate(0, "1");
+  picture.calls.clear();
+  desk->Draw_Wave_PWF(picture);
+  EXPECT_NE(std::ranges::find(picture.calls, dragged), picture.calls.end()) << "a drag keeps what was before it";
   desk->Comb_Wave_Click(1);
   EXPECT_EQ(curves(), 1) << "another function has none";
   EXPECT_EQ(desk->PointerText(50, 100), "X 500.000m, Y 1.000000");
