@@ -6,8 +6,8 @@
 #include "tools/create/CreateDialog.h"
 #include "tools/elastic/ElasticDialog.h"
 #include "tools/interpolate/SplineDialog.h"
-#include "tools/pwf/PwfDialog.h"
 #include "tools/operate/CalcDialog.h"
+#include "tools/pwf/PwfDialog.h"
 
 #include <QApplication>
 #include <QEvent>
