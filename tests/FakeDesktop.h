@@ -127,9 +127,9 @@ public:
 class VirtualClock final : public Clock {
 public:
   [[nodiscard]] double SecondsOfDay() const override { return seconds; }
-  void Wait(double wait, bool) override {
+  void Wait(double wait, bool processEvents) override {
     seconds += wait;
-    if (onWait) onWait();
+    if (processEvents && onWait) onWait();
   }
 
   std::function<void()> onWait; // what happens meanwhile

@@ -137,7 +137,7 @@ private:
   EditorPort* port_ = nullptr;
   PictureTool* pictureTool_ = nullptr;
   bool partlyBlocked_ = false;
-  bool toolPressed_ = false; // the button is held that the picture tool was told of
+  bool toolPressed_ = false; // the button is held that the picture tool knows of
   ViewKind shownView_ = ViewKind::Wave;
   struct MousePixel {
     int x = 0;

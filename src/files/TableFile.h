@@ -20,9 +20,9 @@ public:
 
   // 0, also for an empty list, of which no file is made; 72: not written, the old file is as it was.
   std::int32_t Write_Table(const std::string& path) const;
-  // The points become those of the file, up to the first place that holds none; the user is told the line when the file
+  // The points become those of the file, up to the first place that holds none; a message names the line when the file
   // goes on after it, or when it has more points than there is room for. 0; 71: nothing could be read, the points are
-  // as they were, the user was told.
+  // as they were, and the failure was reported.
   std::int32_t Read_Table(const std::string& path);
 
 private:

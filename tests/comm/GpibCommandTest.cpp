@@ -53,7 +53,7 @@ TEST_F(GpibCommandTest, MasksFlagsAndFields) {
         {"arbbswap", "True"},
         {"model", "*IDN?, 6, 7, \"XG,31\""},
         {"arbbank", "BANK, 0, -1"},
-        {"arbname", ":ARB:NAME 0x20 0x22 _$Name 0x22, 4"}});
+        {"arbname", ":ARB:NAME 0x20 0x22 _$Name IS 0x22, 4"}});
   EXPECT_EQ(command.ArbBitMask(), 0xFFFCU);
   EXPECT_EQ(command.ErrorMask(), 60);
   EXPECT_EQ(ParseCommandMask("0x1F"), 31U);
@@ -64,7 +64,7 @@ TEST_F(GpibCommandTest, MasksFlagsAndFields) {
   EXPECT_EQ(command.Model().expected, "XG,31");
   EXPECT_EQ(command.Serial().command, "");
   EXPECT_EQ(command.ArbBank(5), "BANK 4");
-  EXPECT_EQ(command.ArbName("LONGNAME"), ":ARB:NAME \"LONG\"");
+  EXPECT_EQ(command.ArbName("LONGNAME"), ":ARB:NAME \"LONG IS\"");
 }
 
 TEST_F(GpibCommandTest, FaultyRowsAreToldAndTheRestIsLoaded) {

@@ -149,6 +149,8 @@ TEST_F(SystemDialogTest, EveryControlIsWired) {
       {3, "Comb_Channel", "1", field(&SystemInfo::Channel), "1"},
       {3, "", "", text("Label_OscilLimit_0"), "off 10n to 15M"},
       {3, "", "", text("Label_OscilLimit_2"), "off 0 to 20"},
+      {3, "", "", text("Label_OscilLimit_1"), "off 66.667n to 100M"},
+      {3, "", "", text("Label_OscilLimit_3"), "off -10 to 10"},
       {3, "Comb_Range", "1", field(&SystemInfo::RangeNo), "1"},
       {3, "Comb_AmplLim", "3", field(&SystemInfo::Polarity), "3"},
       {3, "Txt_Oscil_0", "5k", field(&SystemInfo::Frequency), "5000"},

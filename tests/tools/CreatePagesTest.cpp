@@ -128,6 +128,9 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
   create->PrepareCreate();
   Page(1).Function = kFunctionSquare;
   Page(9).Valid = Page(50).Valid = kPageTrue;
+  Page(50).SetArea(0, 100);
+  Page(50).Amplitude = 0;
+  Page(50).Offset = 7;
   create->Cmd_Page_Click(Button::Previous);
   EXPECT_EQ(create->CurrentPage(), 1);
   create->Cmd_Page_Click(Button::Next);
@@ -136,6 +139,7 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 0}));
   create->Cmd_Page_Click(Button::Last);
   EXPECT_EQ(create->CurrentPage(), 50);
+  EXPECT_EQ(Generated(50), 7);
   EXPECT_EQ(Page(50).Function, kFunctionSine) << "a valid one keeps its own";
   create->Cmd_Page_Click(Button::First);
   EXPECT_EQ(create->CurrentPage(), 1);
@@ -293,6 +297,7 @@ TEST_F(CreatePagesTest, ClearsKeepWhatTheyShould) {
   Page(5).Valid = kPageTrue;
   create->Menu_Clear_Click();
   EXPECT_EQ(Page(1).Duty, 50);
+  EXPECT_EQ(Generated(130), 32767) << "the first half, not the first fifth";
   EXPECT_EQ(Page(1).Expression, "");
   EXPECT_EQ(Page(1).Function, kFunctionSquare);
   EXPECT_EQ(Page(1).EndX, 200);

@@ -17,7 +17,7 @@ struct ElasticTest : EditorFixture {
   static constexpr int kSize = 1000;
 
   void SetUp() override { Load({200, 300}); }
-  // Point i holds i but for the ends of the area that are told.
+  // Point i holds i but for the ends of the area that are given.
   void Load(Scope range, int low = 200, int high = 299) {
     elastic.reset(); // it puts its waveform back
     Begin();

@@ -7,8 +7,8 @@
 namespace calder::spline {
 
 // A straight line: base at the position 0, rise over length. Whole: base, rise and length are whole numbers, |base| and
-// |rise| at most 2^17 and length at most 2^20; then values half-way between two codes are distinguished from their neighbours
-// exactly.
+// |rise| at most 2^17 and length at most 2^20; then values half-way between two codes are distinguished from their
+// neighbours exactly.
 struct LinePiece {
   double base = 0;
   double rise = 0;

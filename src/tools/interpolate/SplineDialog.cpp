@@ -28,7 +28,8 @@ SplineDialog::SplineDialog(Program& program, SplineDesk& desk, QWidget* parent)
   Place({300, 520});
   ui_->flxSpread->setFocus();
   // Only a grid that has its size knows where to scroll.
-  QMetaObject::invokeMethod(this, [this] { ShowRow(); }, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(
+      this, [this] { ShowRow(); }, Qt::QueuedConnection);
 }
 
 SplineDialog::~SplineDialog() {

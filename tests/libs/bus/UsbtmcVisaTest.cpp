@@ -45,6 +45,7 @@ TEST_F(UsbtmcVisaTest, FindsAndOpensByName) {
   EXPECT_EQ(name, "USB0::0x1209::0x5531::1234567::1::INSTR");
   EXPECT_EQ(visa->viFindNext(list, name), VI_ERROR_RSRC_NFOUND);
   EXPECT_EQ(visa->viFindRsrc(manager, "USB0::0x1210?*", list, moved, name), VI_ERROR_RSRC_NFOUND);
+  EXPECT_EQ(std::to_string(moved) + name, "0");
   EXPECT_EQ(visa->viFindRsrc(manager, "*", list, moved, name), VI_ERROR_INV_EXPR);
   EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5531::1234567::INSTR", other), VI_SUCCESS);
   EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5531::1234567::2::INSTR", other), VI_ERROR_RSRC_NFOUND);
