@@ -221,6 +221,9 @@ TEST_F(MainWindowTest, AToolOfTenLinesIsInTheMenuAndTheSelector) {
     Small(Program& program, QWidget* parent) : ToolForm(program.registry, "Small", parent) { Place({200, 100}); }
   };
   Start();
+  MainWindow bare(application->TheEditor()); // the program's own has all of its tools
+  driven = window = &bare;
+  window->show();
   EXPECT_FALSE(Find<QAction>("Menu_Pwf")->isVisible());
   window->AddTool(
       {kToolPwf, ToolModality::Modeless, [this](QWidget* parent) { return std::make_unique<Small>(State(), parent); }});
