@@ -193,6 +193,59 @@ class Tour:
             wanted = 32767 * 0.8 * math.sin(2 * math.pi * 8 * x) * (1 - x)
             check(abs(codes[point] - wanted) <= 1, "the expression gives %d at %d, not %g" % (codes[point], point, wanted))
 
+    def whole_range(self):
+        d = self.desktop
+        d.key("alt+a")
+        d.type("0\t1\t")
+
+    def interpolate(self):
+        """Three points; the middle one raised in the grid; the natural spline through them."""
+        d = self.desktop
+        self.whole_range()
+        d.key("alt+t", "i")
+        d.wait_title("Interpolate$")
+        d.key("Up", "Up", "Right")
+        d.type("0.5\r")
+        d.key("alt+s")
+        d.picture("12-interpolate")
+        d.key("alt+t")  # Exit
+        d.wait_title(r"created\.txt")
+        self.expect("spline.txt", {0.25: 11264, 0.5: 16384})
+
+    def operate(self):
+        """The waveform and itself from the clipboard, added."""
+        d = self.desktop
+        d.key("ctrl+c")
+        d.key("alt+t", "o")
+        d.wait_title("Operate$")
+        d.key("alt+b", "alt+equal")
+        d.picture("13-operate")
+        d.key("shift+Tab", "shift+Tab", "Return")  # from the operators past Cancel to OK
+        d.wait_title(r"spline\.txt")
+        self.expect("sum.txt", {0.25: 22527, 0.5: 32767})
+
+    def compress(self):
+        """Into the middle half; what it does not cover is 0."""
+        d = self.desktop
+        d.key("alt+t", "p")
+        d.wait_title("Compress/Decompress$")
+        d.key("alt+s")
+        d.type("0.25\t")
+        d.key("alt+e")
+        d.type("0.75\t")
+        d.picture("14-compress")
+        d.key("alt+s", "shift+Tab", "shift+Tab")  # past Cancel to OK
+        d.key("Return")
+        d.wait_title(r"sum\.txt")
+        self.expect("half.txt", {0.2: 0, 0.375: 22527, 0.5: 32767})
+
+    def expect(self, name, wanted):
+        """Saves the waveform and looks at its codes at parts of its length."""
+        codes = codes_of_text(self.save("ctrl+t", name))
+        for part, code in wanted.items():
+            there = codes[int(part * len(codes))]
+            check(abs(there - code) <= 2, "%s has %d at %g, not %d" % (name, there, part, code))
+
     def page_area(self, start, end):
         self.desktop.key("alt+x")
         self.desktop.type(start + "\t")
@@ -288,6 +341,9 @@ def main():
             ("open it again", lambda: tour.reopen(state["whole"])),
             ("a function with a parameter", tour.function),
             ("create three pages", tour.create),
+            ("interpolate", tour.interpolate),
+            ("operate", tour.operate),
+            ("compress", tour.compress),
             ("transfer over USBTMC and read back", lambda: state.update(sent=tour.usb())),
             ("transfer over NI GPIB and read back", lambda: tour.gpib(state["sent"])),
             ("close", tour.close),

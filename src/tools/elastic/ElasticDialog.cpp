@@ -44,7 +44,7 @@ ElasticDialog::ElasticDialog(std::unique_ptr<Elastic> elastic, clsRegistry& regi
   EnableBoxes();
   ShowAll();
   x_[0]->setFocus();
-  Place({440, 560});
+  Place({440, 560}, FirstPlace::Beside);
 }
 
 ElasticDialog::~ElasticDialog() {

@@ -7,6 +7,9 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QLayout>
+#include <QScreen>
+
+#include <algorithm>
 
 namespace calder {
 
@@ -15,9 +18,17 @@ ToolForm::ToolForm(clsRegistry& registry, const char* formName, QWidget* parent)
   setWindowModality(Qt::ApplicationModal); // whoever shows it beside its owner says otherwise
 }
 
-void ToolForm::Place(QSize size) {
-  if (const auto at = StoredPosition(registry_, formName_)) move(at->left, at->top);
-  resize(FittingSize(*this, size));
+void ToolForm::Place(QSize size, FirstPlace first) {
+  size = FittingSize(*this, size);
+  resize(size);
+  if (const auto at = StoredPosition(registry_, formName_)) {
+    move(at->left, at->top);
+  } else if (first == FirstPlace::Beside && parentWidget() != nullptr) {
+    const QRect owner = parentWidget()->frameGeometry();
+    const QRect room = parentWidget()->screen()->availableGeometry();
+    const int left = std::min(owner.right() + 1, room.right() - size.width());
+    move(std::max(left, room.left()), owner.top());
+  }
 }
 
 void ToolForm::CommitFocus() {

@@ -25,8 +25,10 @@ public:
   ToolForm(clsRegistry& registry, const char* formName, QWidget* parent);
 
 protected:
-  // Where it was left, with that size in logical pixels.
-  void Place(QSize size);
+  // Where it was left, with that size in logical pixels. The first time: over the middle of its owner, or beside it, as
+  // far as the screen allows, for a form whose work is seen in the owner.
+  enum class FirstPlace { Middle, Beside };
+  void Place(QSize size, FirstPlace first = FirstPlace::Middle);
   // The text of the box that has the focus counts now; the focus stays there.
   virtual void CommitFocus();
   // A press of the button or a choice of the entry: the box that has the focus is committed first.

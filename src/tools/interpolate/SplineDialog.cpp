@@ -25,7 +25,7 @@ SplineDialog::SplineDialog(Program& program, SplineDesk& desk, QWidget* parent)
   Connect();
   desk_.SetPort(this);
   desk_.Form_Load();
-  Place({300, 520});
+  Place({300, 520}, FirstPlace::Beside);
   ui_->flxSpread->setFocus();
   // Only a grid that has its size knows where to scroll.
   QMetaObject::invokeMethod(

@@ -196,7 +196,7 @@ std::string Operate::ScaleText() const {
   const std::string unit = units_.YUnitName();
   const std::string name = !unit.empty()                ? unit
                            : settings_.YUnit == kYCodes ? messages_.Pick("コード", "codes")
-                                                        : messages_.Pick("ユーザ単位", "user units");
+                                                        : messages_.Pick("ユーザ", "user units");
   const std::string sum =
       std::string("1 ") + kOperators[operation] + " 1 = " + kOneAndOne[operation] + (unit.empty() ? "" : " " + unit);
   return messages_.GetLanguage() == Language::English ? "in " + name + ": " + sum : name + "単位: " + sum;
