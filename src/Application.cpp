@@ -51,6 +51,14 @@ public:
 private:
   QTimer timer_;
 };
+// Calls back once; the owner owns the timer.
+void After(int milliseconds, QObject* owner, std::function<void()> act) {
+  auto* timer = new QTimer(owner);
+  timer->setSingleShot(true);
+  QObject::connect(timer, &QTimer::timeout, owner, [act = std::move(act)] { act(); });
+  timer->start(milliseconds);
+}
+
 constexpr int kEndLook = 50;   // milliseconds between two looks whether a cancelled transfer has ended
 constexpr int kEndLooks = 200; // then the instrument is left as it is
 
@@ -132,17 +140,9 @@ bool Application::Start(const std::string& file) {
       Qt::DirectConnection);
   window_->show();
   // After the first picture of the window, so that a message about the file has a window to belong to.
-  if (!file.empty()) {
-    auto* opening = new QTimer(window_.get()); // the window owns it
-    opening->setSingleShot(true);
-    QObject::connect(opening, &QTimer::timeout, window_.get(), [this, file] { editor_->OpenCommandLine(file); });
-    opening->start(0);
-  }
+  if (!file.empty()) After(0, window_.get(), [this, file] { editor_->OpenCommandLine(file); });
   // Once the window stands, there is time for what makes the first edit as fast as the later ones.
-  auto* warming = new QTimer(window_.get());
-  warming->setSingleShot(true);
-  QObject::connect(warming, &QTimer::timeout, window_.get(), [this] { program_->buffers.WarmUp(); });
-  warming->start(kWarmUpDelay);
+  After(kWarmUpDelay, window_.get(), [this] { program_->buffers.WarmUp(); });
   // System Setup and Save need the control points: they are looked for before the user gets there.
   new PauseAfterInput([this] { program_->controlPoints.Prepare(program_->buffers.Points()); }, window_.get());
   return true;
@@ -157,7 +157,7 @@ void Application::End() {
 
 void Application::EndWhenIdle() {
   if (program_->registry.GetGpibHost() && ++lookedForEnd_ < kEndLooks) {
-    QTimer::singleShot(kEndLook, window_.get(), [this] { EndWhenIdle(); });
+    After(kEndLook, window_.get(), [this] { EndWhenIdle(); });
     return;
   }
   if (!program_->registry.GetGpibHost()) {
