@@ -142,7 +142,7 @@ class Tour:
         d.key("alt+t", "w")
         d.wait_title("Parameter-variable Waveforms$")
         d.type("Gauss\t0.25\t")
-        d.picture("7-function")
+        d.picture("6-function")
         d.key("alt+t", "shift+Tab", "shift+Tab", "shift+Tab")  # past the search box and Cancel to OK
         d.key("Return")
         d.wait_title(r"again\.txt")
@@ -163,7 +163,7 @@ class Tour:
         self.page_area("0.25", "0.5")
         d.key("alt+p")
         d.type("4\t")
-        d.picture("7-create-square")
+        d.picture("10-create-square")
         d.key("ctrl+Next")
         d.key("alt+t", "End")
         self.page_area("0.5", "1")
@@ -171,7 +171,7 @@ class Tour:
         d.type("k=0.8")
         d.key("alt+s")
         d.type("k*sin(2*pi*8*x)*(1-x)")
-        d.picture("8-create-expression")
+        d.picture("11-create-expression")
         d.key("alt+f", "s")
         d.wait_title("^(Save|Open)")
         d.key("ctrl+a")
@@ -182,8 +182,8 @@ class Tour:
         d.wait_title("Waveform Create$")
         check(os.path.exists(self.path("pages.wfn")), "the list was not written")
         d.key("alt+k")
-        d.wait_title(r"function\.txt")
-        d.picture("9-created")
+        d.wait_title(r"half\.txt")
+        d.picture("12-created")
         codes = codes_of_text(self.save("ctrl+t", "created.txt"))
         n = WDB_POINTS
         check(abs(codes[n // 16] - 32767) <= 1, "the sine's crest is %d" % codes[n // 16])
@@ -207,9 +207,9 @@ class Tour:
         d.key("Up", "Up", "Right")
         d.type("0.5\r")
         d.key("alt+s")
-        d.picture("12-interpolate")
+        d.picture("7-interpolate")
         d.key("alt+t")  # Exit
-        d.wait_title(r"created\.txt")
+        d.wait_title(r"function\.txt")
         self.expect("spline.txt", {0.25: 11264, 0.5: 16384})
 
     def operate(self):
@@ -219,7 +219,7 @@ class Tour:
         d.key("alt+t", "o")
         d.wait_title("Operate$")
         d.key("alt+b", "alt+equal")
-        d.picture("13-operate")
+        d.picture("8-operate")
         d.key("shift+Tab", "shift+Tab", "Return")  # from the operators past Cancel to OK
         d.wait_title(r"spline\.txt")
         self.expect("sum.txt", {0.25: 22527, 0.5: 32767})
@@ -233,7 +233,7 @@ class Tour:
         d.type("0.25\t")
         d.key("alt+e")
         d.type("0.75\t")
-        d.picture("14-compress")
+        d.picture("9-compress")
         d.key("alt+s", "shift+Tab", "shift+Tab")  # past Cancel to OK
         d.key("Return")
         d.wait_title(r"sum\.txt")
@@ -291,8 +291,8 @@ class Tour:
         sent = codes_of_text(self.save("ctrl+t", "sent.txt"))
         check(len(sent) == 65536 and len(set(sent)) > 1000, "the shorter waveform is wrong")
         self.setup()
-        self.transfer("10-transfer-usb")
-        d.picture("11-setup")
+        self.transfer("13-transfer-usb")
+        d.picture("14-setup")
         self.read_back("back-usb.txt", sent)
         with open(self.path("traffic.txt"), encoding="utf-8") as traffic:
             calls = traffic.read()
@@ -304,7 +304,7 @@ class Tour:
         d = self.desktop
         self.setup("alt+i", "Down", "alt+g")
         d.type("2\t")
-        d.picture("12-setup-gpib")
+        d.picture("15-setup-gpib")
         d.key("alt+w", "alt+b")
         d.type("2\t")
         self.transfer("13-transfer-gpib")
@@ -317,7 +317,7 @@ class Tour:
         d = self.desktop
         d.key("alt+F4")
         d.wait_title("^Caution Message$")
-        d.picture("14-closing")
+        d.picture("16-closing")
         d.key("Return")
         check(self.program.wait(timeout=10) == 0, "the program ended with %s" % self.program.returncode)
 
@@ -340,10 +340,10 @@ def main():
             ("undo and save", lambda: tour.undo_and_save(state["whole"])),
             ("open it again", lambda: tour.reopen(state["whole"])),
             ("a function with a parameter", tour.function),
-            ("create three pages", tour.create),
             ("interpolate", tour.interpolate),
             ("operate", tour.operate),
             ("compress", tour.compress),
+            ("create three pages", tour.create),
             ("transfer over USBTMC and read back", lambda: state.update(sent=tour.usb())),
             ("transfer over NI GPIB and read back", lambda: tour.gpib(state["sent"])),
             ("close", tour.close),
