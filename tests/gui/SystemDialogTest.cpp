@@ -115,6 +115,7 @@ TEST_F(SystemDialogTest, EveryControlIsWired) {
   const auto file = [&](const char* name) {
     return [&, name] { return std::string(std::filesystem::exists(folder / name) ? "file" : "none"); };
   };
+  const auto focus = [] { return Focus(); };
   const auto keeping = [this] { return std::string(road->desk.Trace().Keeping() ? "on" : "off"); };
   const struct {
     int page;
@@ -141,6 +142,7 @@ TEST_F(SystemDialogTest, EveryControlIsWired) {
       {2, "Comb_MSize", "1", text("Label_Cut"), "524288 -> 262144 points: the waveform will be cut on OK"},
       {2, "Comb_MSize", "0", text("Label_Cut"), ""},
       {2, "Txt_MName", "ABC", field(&SystemInfo::MemoryName), "ABC"},
+      {2, "", "", focus, "Txt_GPIB_1"},
       {2, "Txt_GPIB_1", "9", field(&SystemInfo::MemoryNo), "9"},
       {2, "UD_GPIB_1_Up", "", field(&SystemInfo::MemoryNo), "10"},
       {2, "UD_GPIB_1_Down", "", field(&SystemInfo::MemoryNo), "9"},
@@ -163,6 +165,7 @@ TEST_F(SystemDialogTest, EveryControlIsWired) {
       {0, "Menu_FileSave", "a.ocb", file("a.ocb"), "file"},
       {0, "Txt_GPIB_0", "9", field(&SystemInfo::Address), "9"},
       {0, "Menu_FileOpen", "a.ocb", field(&SystemInfo::Address), "7"},
+      {0, "", "", text("Txt_GPIB_0"), "7"},
       {0, "Menu_LogTraffic", "", keeping, "on"},
       {0, "Menu_SaveLog", "a.log", file("a.log"), "file"},
       {0, "Menu_LogTraffic", "", keeping, "off"},
@@ -191,6 +194,14 @@ TEST_F(SystemDialogTest, EveryControlIsWired) {
         Click(row.control);
     }
     EXPECT_EQ(row.seen(), row.after) << row.control << " " << row.input;
+  }
+  for (const auto& [channel, next] : {std::pair{1, "Comb_Channel"}, {0, "Comb_Trns"}}) {
+    program->settings.MemoryNoSelectable = 0;
+    program->settings.ChannelSelectable = static_cast<std::int16_t>(channel);
+    dialog->ShowRecord();
+    Page(2);
+    Type("Txt_MName", "X");
+    EXPECT_EQ(Focus(), next);
   }
   Click("Btn_Trans_0");
   QTimer::singleShot(0, [] {

@@ -167,6 +167,14 @@ TEST(ModelFaultTest, ProtocolsTellTheirLine) {
                SYS_BAD_VALUE);
 }
 
+TEST(ModelFaultTest, OnlyUsbNeedsTheCommandOfABlockWithAHeader) {
+  std::string text = Edit("[commands.common]", "[protocol]\nblock = \"header\"\n[commands.common]").text;
+  const std::string usb = ", \"USBTMC\"";
+  text.erase(text.find(usb), usb.size());
+  Model model;
+  EXPECT_FALSE(ParseModel(text, "a.toml", model));
+}
+
 TEST(ModelFaultTest, AModelWithoutAnyWayToSendAWaveformIsRefused) {
   std::string text = Edit("default_arb_command = \":PRE, :SEND\"", "").text;
   Model model;
