@@ -128,7 +128,7 @@ TEST_F(Interface, TheTraceHoldsTheLastTransferOrAllOfThemWithEveryByte) {
   EXPECT_THAT(trace.LastTransfer(), testing::HasSubstr(block + "\n"));
   EXPECT_TRUE(ReceiveWaveform(Context()));
   EXPECT_THAT(trace.LastTransfer(), testing::HasSubstr(block));
-  for (int i = 0; i < 30; ++i) trace.Add(0, "X", 1, {.block = std::vector<std::byte>(1 << 20)}, 0);
+  for (int i = 0; i < 34; ++i) trace.Add(0, "X", 1, {.block = std::vector<std::byte>(1 << 20)}, 0);
   for (int i = 0; i < 9; ++i) trace.Add(0, "X", 1, {}, 0);
   EXPECT_GT(trace.Text().size(), BusTrace::kMostBytes - (4 << 20));
   EXPECT_LE(trace.Text().size(), BusTrace::kMostBytes + BusTrace::kMostLines);

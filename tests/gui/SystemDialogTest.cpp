@@ -198,7 +198,7 @@ TEST_F(SystemDialogTest, EveryControlIsWired) {
   for (const auto& [channel, next] : {std::pair{1, "Comb_Channel"}, {0, "Comb_Trns"}}) {
     program->settings.MemoryNoSelectable = 0;
     program->settings.ChannelSelectable = static_cast<std::int16_t>(channel);
-    Open();
+    road->desk.EnterMemoryNo(""); // shows the record
     Page(2);
     Type("Txt_MName", "X");
     EXPECT_EQ(Focus(), next);

@@ -73,7 +73,6 @@ constexpr PlainLoop kPlainLoops[] = {
        return 9000 * std::max(std::min(std::abs(saw), 0.8), std::floor(3 * saw) / 4);
      }},
     {"700*(sqrt(x)/8-sin(x))", [](double x) { return 700 * (std::sqrt(x) / 8 - std::sin(x)); }},
-    {"sqrt(7.5-x)*100", [](double x) { return x > 7.5 ? 0 : std::sqrt(7.5 - x) * 100; }},
     {"sqrt(x-10)*100", [](double x) { return x < 10 ? 0 : std::sqrt(x - 10) * 100; }},
     {"3-x*x+(7-x)*2-(5-(x-3))", [](double x) { return 3 - x * x + (7 - x) * 2 - (5 - (x - 3)); }},
     {"exp(x)-exp(x)", [](double x) { return x > 709.7 ? 0 : 0 * x; }},
