@@ -173,6 +173,7 @@ void SplineDesk::Paste(const std::string& text) {
     return;
   }
   std::vector<SplinePoint> all;
+  all.reserve(static_cast<std::size_t>(Rows()) + table.points.size());
   for (int i = 0; i < Rows(); ++i) all.push_back(points_.At(i));
   if (points_.HasBothEnds(Size())) all.pop_back(); // the end follows the first point
   all.insert(all.end(), table.points.begin(), table.points.end());

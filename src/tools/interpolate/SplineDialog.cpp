@@ -9,6 +9,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QTimer>
 
 namespace calder {
 
@@ -28,8 +29,10 @@ SplineDialog::SplineDialog(Program& program, SplineDesk& desk, QWidget* parent)
   Place({300, 520}, FirstPlace::Beside);
   ui_->flxSpread->setFocus();
   // Only a grid that has its size knows where to scroll.
-  QMetaObject::invokeMethod(
-      this, [this] { ShowRow(); }, Qt::QueuedConnection);
+  auto* shown = new QTimer(this); // the form owns it
+  shown->setSingleShot(true);
+  connect(shown, &QTimer::timeout, this, [this] { ShowRow(); });
+  shown->start(0);
 }
 
 SplineDialog::~SplineDialog() {

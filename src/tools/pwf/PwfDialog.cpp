@@ -140,7 +140,7 @@ void PwfDialog::FocusNextOf(int j) {
   if (desk_.IsRefused(j) && !desk_.Text_Validate(j, box->text().toStdString())) {
     GoToBox(j);
   } else if (j + 1 < desk_.Function().ParamCount) {
-    rows_[static_cast<std::size_t>(j + 1)].box->setFocus(Qt::TabFocusReason);
+    rows_[static_cast<std::size_t>(j) + 1].box->setFocus(Qt::TabFocusReason);
   } else {
     ui_->Slider_0->setFocus(Qt::TabFocusReason);
   }

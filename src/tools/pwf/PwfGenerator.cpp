@@ -61,7 +61,7 @@ ExpressionFault PwfGenerator::Make(const PwfTable& table, int k, const PwfTexts&
 ExpressionFault PwfGenerator::MakeAside(const PwfTable& table, int k, WaveHandle buffer, std::int32_t points) {
   const std::string constants = ConstantsOf(table, k, FileTexts(table[k]));
   const std::string formula = TrimBlanks(table[k].Formula);
-  const ExpressionFault fault =
+  ExpressionFault fault =
       run_.RunAside(evaluator_, 0, {constants, formula}, {buffer, 0, static_cast<double>(points), points});
   if (fault.message == 0 && k == PwfTable::kNormalized) Normalize_Peak(buffer, points);
   return fault;

@@ -37,7 +37,7 @@ double ScrolledValue(const PwfParam& param, const ScrollRange& range, int positi
 }
 
 std::string PwfValueText(const PwfParam& param, double value) {
-  const std::string text = FormatMask(value, Resolution_Mask(param.Resolution));
+  std::string text = FormatMask(value, Resolution_Mask(param.Resolution));
   const double shown = LeadingNumber(text);
   if (shown >= param.MinValue && shown <= param.MaxValue) return text;
   if (value < param.MinValue || value > param.MaxValue) return text; // it was outside before
