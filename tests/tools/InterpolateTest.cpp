@@ -195,7 +195,10 @@ TEST_F(InterpolateTest, GesturesPickMoveAndPlace) {
   EXPECT_EQ(desk->Rows(), 3);
   // The ends keep their X and have one Y.
   desktop.boxes.Expect("same X", BoxAnswer::Yes);
-  Drag(At(0, 0), At(200, 8000));
+  Press(At(0, 0));
+  Mouse(At(200, 8000));
+  EXPECT_NEAR(Code(300), -1000, 70) << "the lines follow the drag";
+  editor->MouseRelease(At(200, 8000));
   EXPECT_EQ(program->spline.At(0).x, 0);
   EXPECT_NEAR(program->spline.At(0).y, 8000, 70);
   EXPECT_EQ(program->spline.At(2).y, program->spline.At(0).y);
