@@ -2,6 +2,8 @@
 
 #include "editor/MainWindow.h"
 #include "platform/qt/Theme.h"
+#include "print/Printing.h"
+#include "print/VersionDialog.h"
 #include "setup/Communication.h"
 #include "tools/create/CreateDialog.h"
 #include "tools/elastic/ElasticDialog.h"
@@ -59,6 +61,25 @@ void After(int milliseconds, QObject* owner, std::function<void()> act) {
   timer->start(milliseconds);
 }
 
+// The shown view as it is printed, with the labels that stand around it.
+WaveReport WaveReportOf(const Editor& editor) {
+  const Program& program = editor.program;
+  WaveReport report;
+  report.wave = program.buffers.Current();
+  report.points = program.settings.MemorySize;
+  report.digital = editor.ShownView() == Editor::ViewKind::Digital;
+  report.xStart = program.view.XStart;
+  report.xSpan = program.view.XEnd - program.view.XStart;
+  report.yStart = program.view.YStart;
+  report.ySpan = program.view.YEnd - program.view.YStart;
+  report.top = report.digital ? "MSB" : editor.view.MaxLabel();
+  report.middle = report.digital ? std::string() : editor.view.OffsetLabel();
+  report.bottom = report.digital ? "LSB" : editor.view.MinLabel();
+  report.start = editor.view.StartLabel();
+  report.end = editor.view.EndLabel();
+  return report;
+}
+
 constexpr int kEndLook = 50;   // milliseconds between two looks whether a cancelled transfer has ended
 constexpr int kEndLooks = 200; // then the instrument is left as it is
 
@@ -103,12 +124,43 @@ void Application::AddTools() {
       {kToolSystem, ToolModality::Modal,
        [this](QWidget* parent) { return communication_->MakeSystemSetup(*editor_, parent); }},
   };
-  for (const MainWindow::Tool& tool : tools) window_->AddTool(tool);
+  for (MainWindow::Tool tool : tools) {
+    tool.make = [this, make = std::move(tool.make)](QWidget* parent) {
+      std::unique_ptr<ToolForm> form = make(parent);
+      if (form == nullptr) return form;
+      QObject::connect(form.get(), &ToolForm::PrintWanted, form.get(), [this, owner = form.get()] {
+        printing_->ShowDialog(program_->selectedTool, program_->names.CurrentWaveFile, owner);
+      });
+      return form;
+    };
+    window_->AddTool(std::move(tool));
+  }
   if (SimulatedBench(program_->desktop.folders.bus).Present()) {
     window_->ShowStatus(program_->messages.Pick(
         "計測器はシミュレーションです。実機を使うには CALDER_BUS_PATH= ./run で起動してください。",
         "The instruments are simulated. For real ones start the editor with CALDER_BUS_PATH= ./run"));
   }
+}
+
+void Application::AddPrinting() {
+  printing_ = std::make_unique<Printing>(
+      program_->desktop, program_->registry, program_->messages,
+      PrintSource{program_->settings, program_->units, program_->pages, program_->functions,
+                  [this] { return communication_->ReportTexts(); }, [this] { return WaveReportOf(*editor_); }});
+  window_->Offer(Command::Print, [this] {
+    printing_->ShowDialog(program_->selectedTool, program_->names.CurrentWaveFile, window_.get());
+  });
+  window_->Offer(Command::Export, [this] { printing_->ExportPicture(program_->names.CurrentWaveFile); });
+  window_->Offer(Command::Version, [this] { ShowVersion(); });
+}
+
+void Application::ShowVersion() {
+  const Language language = program_->messages.GetLanguage();
+  QStringList components{QStringLiteral("Qt ") + QString::fromLatin1(qVersion())};
+  for (const std::string& line : communication_->BusLines()) components << QString::fromStdString(line);
+  VersionDialog(Make_VersionText(language, QCoreApplication::applicationFilePath().toStdString()), components,
+                program_->messages, window_.get())
+      .exec();
 }
 
 std::unique_ptr<ToolForm> Application::MakeOperate(QWidget* parent) {
@@ -131,6 +183,7 @@ bool Application::Start(const std::string& file) {
   if (!editor_->Start()) return false;
   window_ = std::make_unique<MainWindow>(*editor_);
   AddTools();
+  AddPrinting();
   QObject::connect(
       qApp, &QGuiApplication::commitDataRequest, window_.get(),
       [this](QSessionManager& session) {

@@ -16,6 +16,7 @@ class Communication;
 class Editor;
 class MainWindow;
 class Program;
+class Printing;
 class PwfDesk;
 class SplineDesk;
 class ToolForm;
@@ -44,6 +45,8 @@ public:
 private:
   void EndWhenIdle();
   void AddTools();
+  void AddPrinting();
+  void ShowVersion();
   // nullptr: the range has no point.
   [[nodiscard]] std::unique_ptr<ToolForm> MakeOperate(QWidget* parent);
 
@@ -53,6 +56,7 @@ private:
   std::unique_ptr<SplineDesk> splineDesk_;
   std::unique_ptr<PwfDesk> pwfDesk_;
   std::unique_ptr<Communication> communication_;
+  std::unique_ptr<Printing> printing_;
   std::unique_ptr<MainWindow> window_;
   int lookedForEnd_ = 0; // how often End has found a transfer under way
 };

@@ -37,6 +37,7 @@ constexpr WindowCommand kCommands[] = {
      [](E& e) { e.fileCommands.Save_File(Kind_Wave, true); }, Change::Title},
     {C::FileImport, "Menu_FileImport", "ｲﾝﾎﾟｰﾄ(&I)...", "Import(&I)...", "Ctrl+I", nullptr, nullptr, nullptr, {}},
     {C::Print, "Menu_Print", "印刷(&P)...", "&Print...", "Ctrl+P", nullptr, nullptr, nullptr, {}},
+    {C::Export, "Menu_Export", "図の書き出し(&U)...", "Export Pict&ure...", nullptr, nullptr, nullptr, nullptr, {}},
     {C::Exit, "Menu_Exit", "終了(&X)", "&Exit", nullptr, nullptr, nullptr, nullptr, {}},
     {C::Undo, "Menu_Undo", "元に戻す(&U)", "&Undo", "Ctrl+U", "undo", "Tool_Undo",
      [](E& e) { e.commands.Undo(); }, kEdited},

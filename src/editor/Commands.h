@@ -18,6 +18,7 @@ enum class Command {
   FileSaveAs2,
   FileImport,
   Print,
+  Export,
   Exit,
   Undo,
   Cut,

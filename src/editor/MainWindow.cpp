@@ -130,6 +130,15 @@ void MainWindow::AddTool(Tool tool) {
   connect(button, &QToolButton::clicked, this, [this, button, tool = std::move(tool)] { OpenTool(tool, button); });
 }
 
+void MainWindow::Offer(Command command, std::function<void()> open) {
+  auto* entry = findChild<QAction*>(QLatin1String(CommandRow(command).action));
+  entry->setVisible(true);
+  for (QMenu* menu : menuBar()->findChildren<QMenu*>()) {
+    if (menu->actions().contains(entry)) menu->menuAction()->setVisible(true);
+  }
+  connect(entry, &QAction::triggered, this, [open = std::move(open)] { open(); });
+}
+
 void MainWindow::OpenTool(const Tool& tool, QToolButton* button) {
   if (button != nullptr) button->setChecked(true);
   editor_.ToolOpened(tool.number, tool.modality);

@@ -36,6 +36,9 @@ public:
   };
   void AddTool(Tool tool);
 
+  // A command that opens a window which the editor does not know. Commands that nobody connects are not offered.
+  void Offer(Command command, std::function<void()> open);
+
   // A line at the foot of the window that stays.
   void ShowStatus(const std::string& text);
 

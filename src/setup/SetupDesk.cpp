@@ -106,6 +106,12 @@ std::string SetupDesk::ResourceName() const {
   return serial == kNoSerial ? std::string() : UsbPrefix() + serial;
 }
 
+std::vector<std::string> SetupDesk::TransferFormats() const {
+  std::vector<std::string> formats{program_.messages.Pick("配列形式", "Array")};
+  if (setup_.ControlPointsAvailable()) formats.emplace_back(program_.messages.Pick("制御点形式", "Ctrl Point"));
+  return formats;
+}
+
 void SetupDesk::ChooseModel(int model) {
   setup_.ChooseModel(model);
   setup_.KeepMemorySize(cancelCopy_.MemorySize);

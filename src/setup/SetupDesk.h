@@ -85,6 +85,7 @@ public:
   [[nodiscard]] const std::vector<std::string>& SerialNumbers() const { return serials_; }
   [[nodiscard]] std::string SelectedSerial() const;
   [[nodiscard]] std::string ResourceName() const; // of the selected instrument; empty for none
+  [[nodiscard]] std::vector<std::string> TransferFormats() const;
   [[nodiscard]] std::string OscillatorText(int box) const;
   [[nodiscard]] std::string OscillatorLimitText(int box) const; // the smallest and the largest value
   [[nodiscard]] const char* AmplitudeUnit() const { return limits_.AmplitudeUnit(); }

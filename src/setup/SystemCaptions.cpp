@@ -68,7 +68,7 @@ constexpr Caption kButtons[] = {
 constexpr Caption kActions[] = {
     {"Menu_FileOpen", "開く(&O)...", "&Open..."},
     {"Menu_FileSave", "保存(&S)...", "&Save..."},
-    {"Menu_Print", "印刷(&P)...", "&Print..."},
+    {"Menu_FilePrint", "印刷(&P)...", "&Print..."},
     {"Menu_LogTraffic", "通信を記録する(&L)", "&Log Traffic"},
     {"Menu_SaveLog", "通信記録を保存(&S)...", "&Save Log..."},
     {"Menu_LastTransfer", "前回の転送(&T)...", "Last &Transfer..."},

@@ -85,12 +85,13 @@ SystemDialog::~SystemDialog() {
 void SystemDialog::MakeMenus() {
   const ErrMsg& language = program_.messages;
   AddMenu("Menu_File", QString::fromUtf8(language.Pick("ｼｽﾃﾑ設定ﾌｧｲﾙ(&F)", "System Setup &File")),
-          {ui_->Menu_FileOpen, ui_->Menu_FileSave});
+          {ui_->Menu_FileOpen, ui_->Menu_FileSave, ui_->Menu_FilePrint});
   AddMenu("Menu_Bus", QString::fromUtf8(language.Pick("通信(&B)", "&Bus")),
           {ui_->Menu_LogTraffic, ui_->Menu_SaveLog, ui_->Menu_LastTransfer});
   ui_->Menu_LogTraffic->setChecked(desk_.Trace().Keeping());
   On(ui_->Menu_FileOpen, [this] { desk_.Menu_FileOpen_Click(); });
   On(ui_->Menu_FileSave, [this] { desk_.Menu_FileSave_Click(); });
+  On(ui_->Menu_FilePrint, [this] { Q_EMIT PrintWanted(); });
   connect(ui_->Menu_LogTraffic, &QAction::toggled, this, [this](bool on) { desk_.Trace().Keep(on); });
   On(ui_->Menu_SaveLog, [this] { desk_.SaveLog(); });
   On(ui_->Menu_LastTransfer, [this] { ShowLastTransfer(); });
@@ -272,10 +273,8 @@ void SystemDialog::ShowMemory() {
   ui_->Label_MName->setEnabled(name);
   ui_->Txt_MName->setEnabled(name);
   const ErrMsg& language = program_.messages;
-  std::vector<std::string> formats{language.Pick("配列形式", "Array")};
   const bool controlPoints = setup.ControlPointsAvailable();
-  if (controlPoints) formats.emplace_back(language.Pick("制御点形式", "Ctrl Point"));
-  ShowList(ui_->Comb_Trns, formats, setup.TransferFormatChoice());
+  ShowList(ui_->Comb_Trns, desk_.TransferFormats(), setup.TransferFormatChoice());
   ui_->Label_Trns->setEnabled(controlPoints);
   ui_->Label_CtrlPoints->setText(controlPoints ? QString::number(settings.ControlPointCount) +
                                                      QString::fromUtf8(language.Pick(" 点", " control points"))

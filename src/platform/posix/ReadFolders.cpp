@@ -16,13 +16,22 @@ std::filesystem::path DataHome() {
   return std::filesystem::path(home == nullptr ? "/" : home) / ".local" / "share";
 }
 
+std::filesystem::path ProgramFolder() {
+  std::error_code error;
+  return std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+}
+
 } // namespace
 
 std::vector<std::string> ReadFolders() {
-  std::error_code error;
-  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
+  const std::filesystem::path program = ProgramFolder();
   return {(DataHome() / kFolderName).string(), program.string(),
           (program / ".." / "share" / kFolderName).lexically_normal().string()};
+}
+
+std::vector<std::string> ModuleFolders() {
+  const std::filesystem::path program = ProgramFolder();
+  return {program.string(), (program / ".." / "lib" / kFolderName).lexically_normal().string()};
 }
 
 } // namespace calder

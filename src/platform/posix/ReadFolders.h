@@ -10,4 +10,7 @@ namespace calder {
 // separator. Needs no toolkit, so it can be asked before one starts.
 [[nodiscard]] std::vector<std::string> ReadFolders();
 
+// Where the program's own libraries and helper programs are: beside it, and where they are installed.
+[[nodiscard]] std::vector<std::string> ModuleFolders();
+
 } // namespace calder

@@ -32,6 +32,7 @@ std::string StateFolder() {
 ProgramFolders Folders() {
   ProgramFolders folders;
   folders.read = ReadFolders();
+  folders.modules = ModuleFolders();
   folders.state = StateFolder();
   folders.documents = Location(QStandardPaths::DocumentsLocation);
   if (!QDir(QString::fromStdString(folders.documents)).exists()) folders.documents = QDir::homePath().toStdString();

@@ -85,11 +85,12 @@ void CreateDialog::FocusFirst() {
 void CreateDialog::MakeMenus() {
   const ErrMsg& language = program_.messages;
   const QMenu* file = AddMenu("Menu_File", QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")),
-                              {ui_->Menu_FileOpen, ui_->Menu_FileSave});
+                              {ui_->Menu_FileOpen, ui_->Menu_FileSave, ui_->Menu_Print});
   AddMenu("Menu_Edit", QString::fromUtf8(language.Pick("編集(&E)", "&Edit")), {ui_->Menu_Clear, ui_->Menu_AllClear});
   fileMenu_ = file->menuAction();
   On(ui_->Menu_FileOpen, [this] { pages_.Menu_FileOpen_Click(); });
   On(ui_->Menu_FileSave, [this] { pages_.Menu_FileSave_Click(); });
+  On(ui_->Menu_Print, [this] { Q_EMIT PrintWanted(); });
   On(ui_->Menu_Clear, [this] { pages_.Menu_Clear_Click(); });
   On(ui_->Menu_AllClear, [this] { pages_.Menu_AllClear_Click(); });
 }

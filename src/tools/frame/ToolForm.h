@@ -24,6 +24,10 @@ public:
   // formName: the form's name in the session state; it must live as long as the form.
   ToolForm(clsRegistry& registry, const char* formName, QWidget* parent);
 
+Q_SIGNALS:
+  // The form's Print entry.
+  void PrintWanted();
+
 protected:
   // Where it was left, with that size in logical pixels. The first time: over the middle of its owner, or beside it, as
   // far as the screen allows, for a form whose work is seen in the owner.

@@ -22,6 +22,7 @@ constexpr Caption kTexts[] = {
     {"Btn_Cancel", "ｷｬﾝｾﾙ", "Cancel"},
     {"Menu_FileOpen", "開く(&O)...", "&Open..."},
     {"Menu_FileSave", "保存(&S)...", "&Save..."},
+    {"Menu_Print", "印刷(&P)...", "&Print..."},
     {"Menu_Restore", "ﾊﾟﾗﾒﾀを元の値に戻す(&R)", "&Restore Parameter"},
 };
 

@@ -34,7 +34,8 @@ PwfDialog::PwfDialog(Program& program, PwfDesk& desk, QWidget* parent)
             {ui_->Label_Param_3, ui_->Text_3, ui_->Label_Limits_3, ui_->Slider_3},
             {ui_->Label_Param_4, ui_->Text_4, ui_->Label_Limits_4, ui_->Slider_4}}};
   const ErrMsg& language = program_.messages;
-  AddMenu("Menu_File", QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")), {ui_->Menu_FileOpen, ui_->Menu_FileSave});
+  AddMenu("Menu_File", QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")),
+          {ui_->Menu_FileOpen, ui_->Menu_FileSave, ui_->Menu_Print});
   AddMenu("Menu_Edit", QString::fromUtf8(language.Pick("編集(&E)", "&Edit")), {ui_->Menu_Restore});
   SetPwfCaptions(*this, language);
   ui_->Panel_Formula->hide();
@@ -44,6 +45,7 @@ PwfDialog::PwfDialog(Program& program, PwfDesk& desk, QWidget* parent)
   ConnectPicture();
   On(ui_->Menu_FileOpen, [this] { desk_.Menu_FileOpen_Click(); });
   On(ui_->Menu_FileSave, [this] { desk_.Menu_FileSave_Click(); });
+  On(ui_->Menu_Print, [this] { Q_EMIT PrintWanted(); });
   On(ui_->Menu_Restore, [this] { desk_.Restore(desk_.ParameterChoice()); });
   On(ui_->Btn_OK, [this] {
     const int refused = std::exchange(refusedNow_, -1);
