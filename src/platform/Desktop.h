@@ -46,11 +46,11 @@ public:
 
 // Where the program finds and puts its own files. Folders are without a trailing separator.
 struct ProgramFolders {
-  std::vector<std::string> read;    // looked through in this order for what the program only reads
-  std::vector<std::string> modules; // looked through for its own libraries and programs that are loaded when first used
-  std::string state;                // what the program writes for itself
-  std::string documents;            // offered for an "Untitled" name
-  std::string bus;                  // bus libraries are looked for here first; empty: only where the system looks
+  std::vector<std::string> read;      // looked through in this order for what the program only reads
+  std::string state;                  // what the program writes for itself
+  std::string documents;              // offered for an "Untitled" name
+  std::string bus;                    // bus libraries are looked for here first; empty: only where the system looks
+  std::vector<std::string> modules{}; // looked through for its own libraries and programs, loaded when first used
 };
 
 struct Desktop {

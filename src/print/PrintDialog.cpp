@@ -101,7 +101,7 @@ void PrintDialog::ShowMargins() {
 }
 
 QPageLayout PrintDialog::Layout() const {
-  return services_.printers != nullptr ? services_.printers->Layout() : DefaultLayout();
+  return services_.printers != nullptr && services_.printers->Ready() ? services_.printers->Layout() : DefaultLayout();
 }
 
 void PrintDialog::ShowPages() {
