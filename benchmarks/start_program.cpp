@@ -37,7 +37,7 @@ int main(int argc, char** argv) {
   QApplication qtApplication(argc, argv);
   calder::QtDesktop desktop;
   calder::Application application(desktop.Services(), std::move(models));
-  if (!application.Start(argc > 1 ? argv[1] : "")) return 1;
+  if (!application.Start(std::vector<std::string>(argv + 1, argv + argc))) return 1;
   FirstPicture first(application.Window());
   application.Window().findChild<calder::WaveformCanvas*>(QStringLiteral("Pict_Wave"))->installEventFilter(&first);
   return QApplication::exec();

@@ -178,7 +178,7 @@ std::unique_ptr<ToolForm> Application::MakeOperate(QWidget* parent) {
       parent);
 }
 
-bool Application::Start(const std::string& file) {
+bool Application::Start(const std::vector<std::string>& files) {
   editor_ = std::make_unique<Editor>(*program_);
   if (!editor_->Start()) return false;
   window_ = std::make_unique<MainWindow>(*editor_);
@@ -193,12 +193,21 @@ bool Application::Start(const std::string& file) {
       Qt::DirectConnection);
   window_->show();
   // After the first picture of the window, so that a message about the file has a window to belong to.
-  if (!file.empty()) After(0, window_.get(), [this, file] { editor_->OpenCommandLine(file); });
+  if (!files.empty()) After(0, window_.get(), [this, files] { OpenFiles(files); });
   // Once the window stands, there is time for what makes the first edit as fast as the later ones.
   After(kWarmUpDelay, window_.get(), [this] { program_->buffers.WarmUp(); });
   // System Setup and Save need the control points: they are looked for before the user gets there.
   new PauseAfterInput([this] { program_->controlPoints.Prepare(program_->buffers.Points()); }, window_.get());
   return true;
+}
+
+void Application::OpenFiles(const std::vector<std::string>& files) {
+  for (std::size_t i = 1; i < files.size(); ++i) {
+    if (program_->desktop.instances.StartCopy(files[i])) continue;
+    editor_->ReportNoCopy();
+    break;
+  }
+  editor_->OpenCommandLine(files.front());
 }
 
 void Application::End() {

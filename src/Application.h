@@ -6,6 +6,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 class QWidget;
 
@@ -30,9 +31,9 @@ public:
   Application(const Application&) = delete;
   Application& operator=(const Application&) = delete;
 
-  // Brings everything up and shows the main window; file: a waveform file to open, empty for none. False: the program
-  // ends, and a message has said why.
-  [[nodiscard]] bool Start(const std::string& file);
+  // Brings everything up and shows the main window; files: waveform files to open, the first one here and
+  // each further one in a copy of the program. False: the program ends, and a message has said why.
+  [[nodiscard]] bool Start(const std::vector<std::string>& files);
   // Ends the program in order without a question, when a signal asks for it: what a close stores is stored, a transfer
   // of this copy is cancelled and waited for (ten seconds at most), then the event loop ends.
   void End();
@@ -47,6 +48,7 @@ private:
   void AddTools();
   void AddPrinting();
   void ShowVersion();
+  void OpenFiles(const std::vector<std::string>& files);
   // nullptr: the range has no point.
   [[nodiscard]] std::unique_ptr<ToolForm> MakeOperate(QWidget* parent);
 

@@ -22,6 +22,4 @@ if(PROJECT_IS_TOP_LEVEL)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/models DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
   install(FILES ${PROJECT_SOURCE_DIR}/data/USBTMC.ID ${PROJECT_SOURCE_DIR}/data/pwf.fnc
           DESTINATION ${CMAKE_INSTALL_DATADIR}/calder)
-  # Not below CMAKE_INSTALL_LIBDIR: udev knows this place only.
-  install(FILES ${PROJECT_SOURCE_DIR}/packaging/60-calder-usbtmc.rules DESTINATION lib/udev/rules.d)
 endif()

@@ -168,12 +168,14 @@ class Copies final : public Instances {
 public:
   [[nodiscard]] bool OthersRunning() const override { return others; }
   void StartupFinished() override {}
-  bool StartCopy() override {
+  bool StartCopy(const std::string& file) override {
+    files.push_back(file);
     ++started;
     return canStart;
   }
   bool others = false;
   int started = 0;
+  std::vector<std::string> files; // that they were started with
   bool canStart = true;
 };
 

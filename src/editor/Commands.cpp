@@ -12,10 +12,7 @@ void OpenFile(Editor& editor) {
 }
 
 void StartCopy(Editor& editor) {
-  const Program& program = editor.program;
-  if (program.desktop.instances.StartCopy()) return;
-  program.messages.ErrorBoxText(program.messages.Pick("もう一つの CALDER を起動できませんでした。",
-                                                      "Another copy of CALDER could not be started."));
+  if (!editor.program.desktop.instances.StartCopy({})) editor.ReportNoCopy();
 }
 
 void ToggleGrid(Editor& editor) {

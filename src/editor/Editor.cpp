@@ -70,6 +70,11 @@ void Editor::OpenCommandLine(const std::string& file) {
   Mark(kEverything);
 }
 
+void Editor::ReportNoCopy() const {
+  program.messages.ErrorBoxText(program.messages.Pick("もう一つの CALDER を起動できませんでした。",
+                                                      "Another copy of CALDER could not be started."));
+}
+
 bool Editor::QueryUnload(CloseReason reason) {
   program.registry.SetSerialNum(program.serialNumber);
   if (program.registry.GetGpibBusy() && program.registry.GetGpibHost()) {

@@ -48,6 +48,8 @@ public:
   // The file of the command line, after the window exists; empty: none. One that cannot be opened brings a
   // message and leaves an empty editor.
   void OpenCommandLine(const std::string& file);
+  // Another copy of the program could not be started: says so.
+  void ReportNoCopy() const;
 
   // True: the window may go; everything that has to be stored was stored.
   [[nodiscard]] bool QueryUnload(CloseReason reason);

@@ -5,6 +5,7 @@
 #include "platform/qt/Placement.h"
 #include "platform/qt/SvgIcon.h"
 #include "platform/qt/Text.h"
+#include "tools/frame/WindowPosition.h"
 #include "ui_MainWindow.h"
 
 #include <QCloseEvent>
@@ -375,8 +376,7 @@ void MainWindow::ShowMouse() {
 }
 
 void MainWindow::StorePosition() {
-  if (isMinimized() || isMaximized() || isFullScreen()) return;
-  calder::StorePosition(editor_.program.registry, kFormName, {pos().x(), pos().y()});
+  StoreWindowPosition(editor_.program.registry, kFormName, *this);
 }
 
 bool MainWindow::MayClose(Editor::CloseReason reason) {

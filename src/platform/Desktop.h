@@ -31,8 +31,9 @@ public:
   [[nodiscard]] virtual bool OthersRunning() const = 0;
   // What a first copy has to put in order is in order: copies that start meanwhile go on from here.
   virtual void StartupFinished() = 0;
-  // Starts another copy of the program, from the program's own folder, with no file. False: it could not be started.
-  virtual bool StartCopy() = 0;
+  // Starts another copy of the program, from the program's own folder, with that file (an absolute path; empty: none).
+  // False: it could not be started.
+  virtual bool StartCopy(const std::string& file) = 0;
 };
 
 class SystemLanguage {

@@ -18,8 +18,11 @@ constexpr double kMillimetresPerPixel = 25.4 / 96; // of a screen without scalin
 } // namespace
 
 QFont ReportFont(const PrintFont& font, double pixelsPerMillimetre) {
-  // The second names are what free desktops have in place of the two first fonts.
-  QFont made(QStringList{Text(font.name), QStringLiteral("Liberation Sans"), QStringLiteral("IPAGothic")});
+  // The further names are what free desktops have in place of the first fonts of the two languages.
+  const QString name = Text(font.name);
+  const bool latin = std::all_of(name.begin(), name.end(), [](QChar c) { return c.unicode() < 0x100; });
+  const QStringList further{QStringLiteral("Liberation Sans"), QStringLiteral("IPAGothic")};
+  QFont made(QStringList{name, further[latin ? 0 : 1], further[latin ? 1 : 0]});
   made.setPixelSize(std::max(1, static_cast<int>(std::lround(font.size * kMillimetresPerPoint * pixelsPerMillimetre))));
   made.setBold(font.bold);
   made.setItalic(font.italic);

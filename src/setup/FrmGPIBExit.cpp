@@ -4,6 +4,7 @@
 #include "comm/TransferRate.h"
 #include "platform/Clock.h"
 #include "platform/qt/Text.h"
+#include "tools/frame/WindowPosition.h"
 #include "ui_FrmGPIBExit.h"
 
 #include <QApplication>
@@ -84,8 +85,7 @@ void FrmGPIBExit::closeEvent(QCloseEvent* event) {
 }
 
 void FrmGPIBExit::StorePosition() {
-  if (isMinimized() || isMaximized() || isFullScreen() || !isVisible()) return;
-  calder::StorePosition(registry_, kFormName, {pos().x(), pos().y()});
+  if (isVisible()) StoreWindowPosition(registry_, kFormName, *this);
 }
 
 void ProgressWindow::Open() {

@@ -14,16 +14,17 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace calder {
 
 struct MainWindowFixture : testing::Test, FormDriver {
-  void Start(const std::string& file = {}) {
+  void Start(const std::vector<std::string>& files = {}) {
     Desktop services = {desktop.boxes,     desktop.dialogs, desktop.settings, desktop.clock,
                         clipboard,         desktop.windows, desktop.copies,   desktop.language,
                         desktop.libraries, desktop.worker,  desktop.folders,  {}};
     application = std::make_unique<Application>(services);
-    ASSERT_TRUE(application->Start(file));
+    ASSERT_TRUE(application->Start(files));
     window = &application->Window();
     driven = window;
     firstSize = window->size();

@@ -58,7 +58,8 @@ TEST_F(MainWindowTest, AStartTakesUpWhatWasLeft) {
   desktop.settings.Set("System", "GpibBoard", "0");
   desktop.settings.Set("System", "SerialNum", "SN7");
   desktop.folders.bus = CALDER_SIM_FOLDER;
-  Start(folder / "five.txt");
+  Start({folder / "five.txt", folder / "six.txt"});
+  EXPECT_EQ(desktop.copies.files, std::vector<std::string>{folder / "six.txt"});
   QCoreApplication::processEvents(); // the file is opened after the first picture
   EXPECT_EQ(window->pos(), QPoint(30, 40));
   EXPECT_EQ(State().interfaceKind, kNiGpib);

@@ -56,20 +56,20 @@ TEST(Instances, ACopyThatCrashedDoesNotCount) {
 TEST(Instances, ANewCopyStartsInTheProgramsFolderAndLetsGoOfTheLock) {
   const TempFolder folder;
   const std::string program = folder / "a program";
-  PutFile(program, "#!/bin/sh\npwd > started.tmp\nsed 's/.*) //' /proc/$$/stat | cut -d' ' -f4 >> started.tmp\nmv "
+  PutFile(program, "#!/bin/sh\npwd > started.tmp\necho \"$1\" >> started.tmp\nsed 's/.*) //' /proc/$$/stat | cut -d' ' -f4 >> started.tmp\nmv "
                    "started.tmp started\n");
   ASSERT_EQ(chmod(program.c_str(), 0755), 0);
   PosixInstances copies(folder / "instances", program);
-  ASSERT_TRUE(copies.StartCopy());
+  ASSERT_TRUE(copies.StartCopy("/a file"));
   for (int i = 0; i < 2000 && !std::filesystem::exists(folder / "started"); ++i) usleep(1000);
   const std::string started = GetFile(folder / "started");
-  EXPECT_TRUE(started.starts_with(folder.Path().string() + "\n")) << started;
+  EXPECT_TRUE(started.starts_with(folder.Path().string() + "\n/a file\n")) << started;
   EXPECT_FALSE(started.ends_with("\n" + std::to_string(getsid(0)) + "\n")) << "a session of its own";
   EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1) << "nothing is left to wait for";
   PutFile(folder / "no program", "exit 0\n");
   ASSERT_EQ(chmod((folder / "no program").c_str(), 0755), 0);
   for (const char* name : {"missing", "no program", "no folder/program"})
-    EXPECT_FALSE(PosixInstances(folder / "other", folder / name).StartCopy()) << name;
+    EXPECT_FALSE(PosixInstances(folder / "other", folder / name).StartCopy({})) << name;
 }
 
 } // namespace

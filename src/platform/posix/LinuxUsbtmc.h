@@ -1,6 +1,6 @@
 // USBTMC instruments by the usbtmc driver of the Linux kernel: /dev/usbtmc* and what sysfs says of them.
 //
-// The user needs read and write access to the node; packaging/60-calder-usbtmc.rules gives it to whoever is at the
+// The user needs read and write access to the node; packaging/70-calder-usbtmc.rules gives it to whoever is at the
 // machine.
 #pragma once
 

@@ -39,10 +39,11 @@ PosixInstances::~PosixInstances() {
 
 // In between stands a process that ends at once, so that no copy is left as a zombie of this one. It makes only calls
 // that are safe in a fork of a program with threads.
-bool PosixInstances::StartCopy() {
+bool PosixInstances::StartCopy(const std::string& file) {
   const std::string folder = std::filesystem::path(program_).parent_path().string();
   std::string name = program_;
-  const std::array<char*, 2> arguments{name.data(), nullptr};
+  std::string path = file;
+  const std::array<char*, 3> arguments{name.data(), path.empty() ? nullptr : path.data(), nullptr};
   std::array<int, 2> refusal{}; // closed without a byte when the new copy runs
   if (pipe2(refusal.data(), O_CLOEXEC) != 0) return false;
   const pid_t between = fork();

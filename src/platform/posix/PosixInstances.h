@@ -15,7 +15,7 @@ public:
 
   [[nodiscard]] bool OthersRunning() const override { return others_; }
   void StartupFinished() override;
-  bool StartCopy() override;
+  bool StartCopy(const std::string& file) override;
 
 private:
   int fd_ = -1;

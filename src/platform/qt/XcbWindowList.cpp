@@ -3,10 +3,9 @@
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
 
-#include <algorithm>
 #include <cstdlib>
-#include <iterator>
 #include <memory>
+#include <string_view>
 
 namespace calder {
 namespace {
@@ -40,6 +39,45 @@ std::string Caption(xcb_ewmh_connection_t* ewmh, xcb_window_t window) {
   return text;
 }
 
+// The property that every window manager sets on the windows that it manages (ICCCM 4.1.3.1).
+bool Managed(xcb_connection_t* connection, xcb_window_t window, xcb_atom_t wmState) {
+  const std::unique_ptr<xcb_get_property_reply_t, Freed> reply(xcb_get_property_reply(
+      connection, xcb_get_property(connection, 0, window, wmState, XCB_GET_PROPERTY_TYPE_ANY, 0, 0), nullptr));
+  return reply != nullptr && reply->type != XCB_ATOM_NONE;
+}
+
+std::vector<xcb_window_t> Children(xcb_connection_t* connection, xcb_window_t window) {
+  const std::unique_ptr<xcb_query_tree_reply_t, Freed> tree(
+      xcb_query_tree_reply(connection, xcb_query_tree(connection, window), nullptr));
+  if (tree == nullptr) return {};
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  return {children, children + xcb_query_tree_children_length(tree.get())};
+}
+
+// The program's window in a frame that a window manager has put around it; none: 0.
+xcb_window_t ClientIn(xcb_connection_t* connection, xcb_window_t frame, xcb_atom_t wmState, int depth) {
+  if (Managed(connection, frame, wmState)) return frame;
+  if (depth == 0) return 0;
+  for (const xcb_window_t child : Children(connection, frame)) {
+    if (const xcb_window_t client = ClientIn(connection, child, wmState, depth - 1)) return client;
+  }
+  return 0;
+}
+
+// Without a list: what can be seen on the root window, inside of frames as well.
+void AddClients(xcb_connection_t* connection, xcb_window_t root, std::vector<xcb_window_t>& windows) {
+  constexpr int kFrames = 3; // of a window manager, one in the other
+  constexpr std::string_view kState = "WM_STATE";
+  const std::unique_ptr<xcb_intern_atom_reply_t, Freed> atom(xcb_intern_atom_reply(
+      connection, xcb_intern_atom(connection, 1, static_cast<std::uint16_t>(kState.size()), kState.data()), nullptr));
+  const xcb_atom_t wmState = atom == nullptr ? 0 : atom->atom; // none: no window manager was ever there
+  for (const xcb_window_t window : Children(connection, root)) {
+    if (!Visible(connection, window)) continue;
+    const xcb_window_t client = wmState == 0 ? 0 : ClientIn(connection, window, wmState, kFrames);
+    windows.push_back(client == 0 ? window : client);
+  }
+}
+
 // A window manager lists the windows that users know, minimised and on other workspaces too.
 std::vector<xcb_window_t> ListedWindows(xcb_ewmh_connection_t* ewmh, int screen) {
   xcb_ewmh_get_windows_reply_t listed{};
@@ -49,14 +87,7 @@ std::vector<xcb_window_t> ListedWindows(xcb_ewmh_connection_t* ewmh, int screen)
     xcb_ewmh_get_windows_reply_wipe(&listed);
     return windows;
   }
-  // No window manager: those of the root's own children that can be seen.
-  const std::unique_ptr<xcb_query_tree_reply_t, Freed> tree(
-      xcb_query_tree_reply(ewmh->connection, xcb_query_tree(ewmh->connection, ewmh->screens[screen]->root), nullptr));
-  if (tree != nullptr) {
-    const xcb_window_t* children = xcb_query_tree_children(tree.get());
-    std::copy_if(children, children + xcb_query_tree_children_length(tree.get()), std::back_inserter(windows),
-                 [&](xcb_window_t window) { return Visible(ewmh->connection, window); });
-  }
+  AddClients(ewmh->connection, ewmh->screens[screen]->root, windows);
   return windows;
 }
 

@@ -3,6 +3,7 @@
 #include "app/FormPosition.h"
 #include "platform/qt/EditedBox.h"
 #include "platform/qt/Placement.h"
+#include "tools/frame/WindowPosition.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -66,8 +67,7 @@ void ToolForm::DisconnectControls() {
 }
 
 void ToolForm::StorePosition() {
-  if (isMinimized() || isMaximized() || isFullScreen()) return;
-  calder::StorePosition(registry_, formName_, {pos().x(), pos().y()});
+  StoreWindowPosition(registry_, formName_, *this);
 }
 
 void ToolForm::showEvent(QShowEvent* event) {
