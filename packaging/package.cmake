@@ -30,10 +30,10 @@ set(CPACK_PACKAGE_CONTACT "The makers of Orvo Calder <calder@orvo.org>")
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION electronics)
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION "editor for arbitrary waveforms
- Calder builds waveforms of up to 524288 points for function generators, from
- standard functions, expressions, control points and arithmetic between
- waveforms. It shows them at any zoom with two markers, edits them, prints
- them, keeps them in files, and sends them over GPIB, USB488 or USBTMC.")
+Calder builds waveforms of up to 524288 points for function generators, from
+standard functions, expressions, control points and arithmetic between
+waveforms. It shows them at any zoom with two markers, edits them, prints
+them, keeps them in files, and sends them over GPIB, USB488 or USBTMC.")
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # The icons and the toolkit's own texts, the Japanese font, and the window systems without X.
 set(CPACK_DEBIAN_PACKAGE_DEPENDS "libqt6svg6")
