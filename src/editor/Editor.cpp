@@ -207,6 +207,32 @@ void Editor::BackspaceKey() {
   if (pictureTool_ != nullptr) pictureTool_->BackspaceKey();
 }
 
+void Editor::MarkerKey(int direction, KeyStep step, int width) {
+  const Action action(*this);
+  const double shown = program.view.XEnd - program.view.XStart;
+  double points = 1;
+  if (step == KeyStep::Pixel) points = std::max(1.0, shown / std::max(1, width));
+  if (step == KeyStep::Page) points = shown;
+  if (markers.Step(direction * points)) Mark(Change::Markers | Change::Readouts);
+  if (view.ShowPoint(markers.ChosenPoint())) Mark(kViewMoved);
+}
+
+void Editor::ChooseMarker(Markers::Which marker) {
+  const Action action(*this);
+  markers.Choose(marker);
+  if (view.ShowPoint(markers.ChosenPoint())) Mark(kViewMoved);
+}
+
+std::string Editor::SpokenPicture() const {
+  const ErrMsg& language = program.messages;
+  const auto marker = [&](const char* name, const std::string& x, const std::string& y) {
+    return language.Pick("マーカ", "marker ") + std::string(name) + ": " + x + " " + program.units.XUnitName() + ", " +
+           y + " " + program.units.YUnitName() + "; ";
+  };
+  return marker("A", markers.StartXText(), markers.StartYText()) + marker("B", markers.EndXText(), markers.EndYText()) +
+         language.Pick("表示範囲", "shown") + ": " + view.StartLabel() + " - " + view.EndLabel();
+}
+
 void Editor::ToolOpened(ToolNo tool, ToolModality modality) {
   const Action action(*this);
   program.selectedTool = tool;

@@ -85,6 +85,13 @@ public:
   void MousePress(const PicturePoint& at, PressKeys keys);
   void MouseRelease(const PicturePoint& at);
   void BackspaceKey();
+  // Keys on the waveform's picture. A step of a marker: a point, a pixel of a picture of that width, or all that the
+  // view shows; the view follows it.
+  enum class KeyStep { Point, Pixel, Page };
+  void MarkerKey(int direction, KeyStep step, int width);
+  void ChooseMarker(Markers::Which marker);
+  // What a screen reader says of the picture.
+  [[nodiscard]] std::string SpokenPicture() const;
 
   // The tool selector, around the time that a tool's form is shown. A modeless tool leaves the window partly usable.
   void ToolOpened(ToolNo tool, ToolModality modality);

@@ -70,6 +70,8 @@ MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<U
   ConnectReadouts();
   ConnectPicture(*ui_->Pict_Wave, true);
   ConnectPicture(*ui_->Pict_Digital, false);
+  for (WaveformCanvas* picture : {ui_->Pict_Wave, ui_->Pict_Digital})
+    picture->SetSpoken([this] { return Text(editor_.SpokenPicture()); });
 
   resize(FittingSize(*this, {kDefaultWidth, kDefaultHeight}));
   clsRegistry& registry = editor_.program.registry;
@@ -247,13 +249,25 @@ void MainWindow::ConnectPicture(WaveformCanvas& picture, bool wave) {
     editor_.MouseRelease(At(picture, pixel));
     picture.setCursor(wave && editor_.ToolOnPicture() != nullptr ? Qt::CrossCursor : Qt::ArrowCursor);
   });
-  connect(&picture, &WaveformCanvas::KeyPressed, this, [this](int key) {
-    if (key == Qt::Key_Backspace) editor_.BackspaceKey();
-  });
+  connect(&picture, &WaveformCanvas::KeyPressed, this, &MainWindow::PictureKey);
   connect(&picture, &WaveformCanvas::WheelTurned, this,
           [this, &picture](QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
             WheelTurned(picture, pixel, steps, modifiers);
           });
+}
+
+void MainWindow::PictureKey(int key, Qt::KeyboardModifiers modifiers) {
+  const bool shift = modifiers.testFlag(Qt::ShiftModifier);
+  const bool ctrl = modifiers.testFlag(Qt::ControlModifier);
+  const auto step = ctrl ? Editor::KeyStep::Page : shift ? Editor::KeyStep::Pixel : Editor::KeyStep::Point;
+  switch (key) {
+  case Qt::Key_Backspace: editor_.BackspaceKey(); break;
+  case Qt::Key_Left: editor_.MarkerKey(-1, step, ui_->Pict_Wave->PixelWidth()); break;
+  case Qt::Key_Right: editor_.MarkerKey(1, step, ui_->Pict_Wave->PixelWidth()); break;
+  case Qt::Key_A: editor_.ChooseMarker(Markers::Which::A); break;
+  case Qt::Key_B: editor_.ChooseMarker(Markers::Which::B); break;
+  default: break;
+  }
 }
 
 void MainWindow::MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave) {
@@ -368,6 +382,7 @@ void MainWindow::ShowReadouts() {
   Fill(ui_->Txt_Scope, markers.ScopeText());
   Fill(ui_->Txt_Start_Y, markers.StartYText());
   Fill(ui_->Txt_End_Y, markers.EndYText());
+  for (WaveformCanvas* picture : {ui_->Pict_Wave, ui_->Pict_Digital}) picture->SpokenChanged();
 }
 
 void MainWindow::ShowMouse() {

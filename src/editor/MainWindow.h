@@ -76,6 +76,7 @@ private:
   void ConnectPicture(WaveformCanvas& picture, bool wave);
   void StorePosition();
   [[nodiscard]] bool MayClose(Editor::CloseReason reason);
+  void PictureKey(int key, Qt::KeyboardModifiers modifiers);
   void MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave);
   void WheelTurned(WaveformCanvas& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers);
   void MoveMarkers();

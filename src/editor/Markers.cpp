@@ -68,6 +68,7 @@ bool Markers::TypeStart(const std::string& text) {
   const double point = units_.XToPoint(x);
   if (!track_ && point > buffers_.CurrentScope().End) return false;
   MoveStartTo(point);
+  chosen_ = Which::A;
   return true;
 }
 
@@ -77,6 +78,7 @@ bool Markers::TypeEnd(const std::string& text) {
   const double point = units_.XToPoint(x);
   if (!track_ && point < buffers_.CurrentScope().Start) return false;
   MoveEndTo(point);
+  chosen_ = Which::B;
   return true;
 }
 
@@ -127,6 +129,24 @@ bool Markers::Drag(int x, int width) {
     if (point < before.Start) return false;
     MoveEndTo(point);
   }
+  chosen_ = remembered_;
+  return !(buffers_.CurrentScope() == before);
+}
+
+double Markers::ChosenPoint() const {
+  const Scope& scope = buffers_.CurrentScope();
+  return chosen_ == Which::A ? scope.Start : scope.End;
+}
+
+bool Markers::Step(double points) {
+  const Scope before = buffers_.CurrentScope();
+  const double lowest = track_ || chosen_ == Which::A ? 0 : before.Start;
+  const double highest = track_ || chosen_ == Which::B ? settings_.MemorySize : before.End;
+  const double point = std::clamp(std::nearbyint(ChosenPoint() + points), lowest, highest);
+  if (chosen_ == Which::A)
+    MoveStartTo(point);
+  else
+    MoveEndTo(point);
   return !(buffers_.CurrentScope() == before);
 }
 

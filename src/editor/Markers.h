@@ -48,6 +48,14 @@ public:
   [[nodiscard]] bool Grabbed() const { return grabbed_; }
   [[nodiscard]] bool Hovering() const { return hovering_; }
 
+  // The marker that keys move: the one that was moved or chosen last, A at first.
+  void Choose(Which marker) { chosen_ = marker; }
+  [[nodiscard]] Which Chosen() const { return chosen_; }
+  [[nodiscard]] double ChosenPoint() const;
+  // Moves it by so many points onto a whole one; it stops at the waveform's ends and, unless they move together, at the
+  // other marker. False: it stayed.
+  bool Step(double points);
+
   // Draws both markers on a freshly drawn picture and remembers their pixels.
   void Draw_Marker(DeviceContext& picture);
   // Erases the markers where they were drawn last and draws them where they are now.
@@ -82,6 +90,7 @@ private:
   bool hovering_ = false;
   bool grabbed_ = false;
   Which remembered_ = Which::A;
+  Which chosen_ = Which::A;
   Pixels drawn_;
   Touched touched_;
 };

@@ -117,6 +117,11 @@ bool WaveView::WheelScrollX(int steps) {
   return Hrizontal_Scroll(hScroll_.value + steps * std::max(1, hScroll_.largeChange / 10));
 }
 
+bool WaveView::ShowPoint(double point) {
+  if (point >= view_.XStart && point <= view_.XEnd) return false;
+  return Hrizontal_Scroll(Round((point - (view_.XEnd - view_.XStart) / 2.0) / view_.ScrollStep));
+}
+
 bool WaveView::Vertical_Scroll(int value) {
   if (!vScroll_.enabled) return false;
   vScroll_.value = std::clamp(value, vScroll_.minimum, vScroll_.maximum);

@@ -47,6 +47,8 @@ public:
   void WheelZoomX(int steps, double fraction);
   void WheelZoomY(int steps, double fraction);
   bool WheelScrollX(int steps);
+  // Scrolls until the point is in the middle when it cannot be seen. False: nothing moved.
+  bool ShowPoint(double point);
   // The scroll bars were moved to that value. False: nothing changed.
   bool Hrizontal_Scroll(int value);
   bool Vertical_Scroll(int value);

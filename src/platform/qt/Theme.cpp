@@ -1,6 +1,7 @@
 #include "platform/qt/Theme.h"
 
 #include "platform/qt/ButtonKeyFilter.h"
+#include "platform/qt/CanvasAccessible.h"
 #include "platform/qt/ComboBoxKeyFilter.h"
 #include "platform/qt/QuietProxyStyle.h"
 
@@ -52,6 +53,7 @@ void ApplyTheme(QApplication& application, bool english) {
       QCoreApplication::installTranslator(translator);
   }
   // NOLINTBEGIN(clang-analyzer-cplusplus.NewDeleteLeaks): the application owns the style
+  InstallCanvasAccessibility();
   application.installEventFilter(new ComboBoxKeyFilter(&application));
   application.installEventFilter(new ButtonKeyFilter(&application));
   QApplication::setStyle(new QuietProxyStyle);

@@ -2,6 +2,7 @@
 
 #include "platform/posix/BigPages.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPaintEvent>
@@ -82,6 +83,9 @@ void WaveformCanvas::paintEvent(QPaintEvent* event) {
   painter.setCompositionMode(QPainter::CompositionMode_Source);
   painter.drawImage(QRectF(area), image_,
                     QRectF(area.x() * scale, area.y() * scale, area.width() * scale, area.height() * scale));
+  if (!framed_) return;
+  painter.setPen(palette().color(QPalette::Link));
+  painter.drawRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
 }
 
 void WaveformCanvas::resizeEvent(QResizeEvent* event) {
@@ -113,8 +117,27 @@ void WaveformCanvas::wheelEvent(QWheelEvent* event) {
 }
 
 void WaveformCanvas::keyPressEvent(QKeyEvent* event) {
-  Q_EMIT KeyPressed(event->key());
+  Q_EMIT KeyPressed(event->key(), event->modifiers());
   QWidget::keyPressEvent(event);
+}
+
+void WaveformCanvas::focusInEvent(QFocusEvent* event) {
+  framed_ = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ||
+            event->reason() == Qt::ShortcutFocusReason;
+  QWidget::focusInEvent(event);
+  update();
+}
+
+void WaveformCanvas::focusOutEvent(QFocusEvent* event) {
+  framed_ = false;
+  QWidget::focusOutEvent(event);
+  update();
+}
+
+void WaveformCanvas::SpokenChanged() {
+  if (!QAccessible::isActive()) return;
+  QAccessibleValueChangeEvent event(this, Spoken());
+  QAccessible::updateAccessibility(&event);
 }
 
 } // namespace calder

@@ -8,6 +8,9 @@
 #include <QImage>
 #include <QWidget>
 
+#include <functional>
+#include <utility>
+
 namespace calder {
 
 class WaveformCanvas final : public QWidget {
@@ -34,6 +37,12 @@ public:
   // A position in the widget as a device pixel.
   [[nodiscard]] QPoint ToPixel(const QPointF& position) const;
 
+  // What a screen reader says of the picture, asked for when it wants to know.
+  void SetSpoken(std::function<QString()> spoken) { spoken_ = std::move(spoken); }
+  [[nodiscard]] QString Spoken() const { return spoken_ ? spoken_() : QString(); }
+  // It says something else now.
+  void SpokenChanged();
+
 Q_SIGNALS:
   // The picture got a new size and is blank: it has to be drawn.
   void Resized();
@@ -41,7 +50,7 @@ Q_SIGNALS:
   void Pressed(QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers);
   void Released(QPoint pixel, Qt::MouseButton button);
   void WheelTurned(QPoint pixel, int steps, Qt::KeyboardModifiers modifiers);
-  void KeyPressed(int key);
+  void KeyPressed(int key, Qt::KeyboardModifiers modifiers);
 
 protected:
   void paintEvent(QPaintEvent* event) override;
@@ -51,11 +60,15 @@ protected:
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
 private:
   void FitImage();
 
   QImage image_;
+  std::function<QString()> spoken_;
+  bool framed_ = false; // the focus came by a key: a frame shows it
   bool painted_ = false;
   bool painting_ = false; // what is drawn now is painted at once
   int wheelRest_ = 0;     // eighths of a degree that are not a whole step yet
