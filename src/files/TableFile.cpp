@@ -7,6 +7,7 @@
 
 #include <array>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace calder {
@@ -18,13 +19,28 @@ std::int32_t TableFile::Write_Table(const std::string& path) const {
   return ReplaceFile(path, pieces);
 }
 
+bool TableFile::ReadFeedsAsLineEnds(const std::string& path) const {
+  return messages_.WarningBox(
+             "[" + path + "]\r" +
+             messages_.Pick("この表の行は LF だけで終わっています。そのまま読むと行の終わりで数値がつながります。"
+                            "LF を行の終わりとして読みますか？",
+                            "The lines of this table end in line feeds alone, which separate no numbers: read as it "
+                            "stands, numbers run together. Read the line feeds as line ends?")) == BoxAnswer::Yes;
+}
+
 std::int32_t TableFile::Read_Table(const std::string& path) {
   std::vector<char> content;
   if (ReadWholeFile(path, content) != 0) {
     messages_.ErrorBox(kMsgReadFailed);
     return FILE_READ_FAILED;
   }
-  const TableContent table = ParseTable({content.data(), content.size()}, units_);
+  std::string_view text(content.data(), content.size());
+  std::string ended;
+  if (EndsLinesInFeedsAlone(text) && ReadFeedsAsLineEnds(path)) {
+    ended = WithLineEnds(text);
+    text = ended;
+  }
+  const TableContent table = ParseTable(text, units_);
   const std::size_t taken = points_.Replace(table.points, settings_.MemorySize);
   if (taken < table.points.size()) {
     messages_.ErrorBoxText(std::string(messages_.Pick("制御点が多すぎます。読み込んだ点数: ",

@@ -26,6 +26,9 @@ public:
   std::int32_t Read_Table(const std::string& path);
 
 private:
+  // Asks the user; false: to the letter.
+  [[nodiscard]] bool ReadFeedsAsLineEnds(const std::string& path) const;
+
   SplinePoints& points_;
   const ConvUnit& units_;
   const SystemInfo& settings_;

@@ -37,6 +37,22 @@ bool Take_Number(double& value, std::string_view& text) {
   return true;
 }
 
+bool EndsLinesInFeedsAlone(std::string_view text) {
+  const std::size_t feed = text.find('\n');
+  return feed != std::string_view::npos && text.find('\r') == std::string_view::npos &&
+         text.find_first_not_of(" \t\n", feed) != std::string_view::npos;
+}
+
+std::string WithLineEnds(std::string_view text) {
+  std::string made;
+  made.reserve(text.size() + text.size() / 8);
+  for (const char c : text) {
+    if (c == '\n') made += '\r';
+    made += c;
+  }
+  return made;
+}
+
 TableContent ParseTable(std::string_view text, const ConvUnit& units) {
   const std::string_view all = WithoutByteOrderMark(text);
   std::string_view rest = all;

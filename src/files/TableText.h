@@ -25,6 +25,12 @@ struct TableContent {
   std::int64_t faultLine = 0;
 };
 
+// The text without a carriage return in it, and with a line feed between two lines: numbers of two lines would run
+// together.
+[[nodiscard]] bool EndsLinesInFeedsAlone(std::string_view text);
+// The same text with CR LF after each line.
+[[nodiscard]] std::string WithLineEnds(std::string_view text);
+
 // Values outside the current ranges are brought to their ends.
 [[nodiscard]] TableContent ParseTable(std::string_view text, const ConvUnit& units);
 // separator: of the two columns.

@@ -213,6 +213,7 @@ TEST_F(InterpolateTest, TablesAreReadAndWritten) {
     std::string text;
     const char* points;
     const char* message;
+    BoxAnswer answer = BoxAnswer::No;
   } rows[] = {
       {"blanks", "0 0\r\n500 1.0k\r\n", "0,0 500,1000 1000,0", ""},
       {"tabs, commas and blanks at once, the last line without an end", " 0 ,\t5\r500,-7", "0,5 500,-7 1000,5", ""},
@@ -228,6 +229,8 @@ TEST_F(InterpolateTest, TablesAreReadAndWritten) {
       {"a number without a partner", "0,0,5", "0,0 1000,0", "Line 1"},
       {"no number on line 3", "0 1\r\n10 2\r\n,3\r\n20 4\r\n", "0,1 10,2 1000,1", "Line 3"},
       {"line feeds alone end nothing", "0 1\n2 3\r\n", "0,12 1000,12", "Line 2"},
+      {"so it is asked first", "0,1\n10,2\n20,3\n", "0,1 10,2 20,3 1000,1", "end in line feeds alone", BoxAnswer::Yes},
+      {"and read to the letter", "0,1\n10,2\n20,3\n", "0,110 220,3 1000,110", "end in line feeds alone"},
       {"nothing", "", "", ""},
   };
   const TempFolder folder;
@@ -235,7 +238,7 @@ TEST_F(InterpolateTest, TablesAreReadAndWritten) {
     const std::string path = folder / "t.prn";
     std::ofstream(path, std::ios::binary) << row.text;
     desktop.dialogs.Answer(path);
-    if (*row.message != '\0') desktop.boxes.Expect(row.message);
+    if (*row.message != '\0') desktop.boxes.Expect(row.message, row.answer);
     desk->Menu_FileOpen_Click();
     EXPECT_EQ(Points(), row.points) << row.what;
   }
