@@ -13,6 +13,7 @@
 #include "app/Registry.h"
 #include "app/RememberedNames.h"
 #include "app/SplinePoints.h"
+#include "app/ToolNo.h"
 #include "app/UsbIds.h"
 #include "app/ViewState.h"
 #include "platform/Desktop.h"
@@ -32,17 +33,6 @@ class ModelDatabase;
 
 inline constexpr const char* kTitle = "Orvo Calder for XG5530/31";
 inline constexpr const char* kApplicationTitle = "Calder";
-
-// Window numbers: the selected tool, the print mode and the file kind count alike.
-enum ToolNo : int {
-  kToolCreate = 0,
-  kToolElastic = 1,
-  kToolSpline = 2,
-  kToolCalc = 3,
-  kToolPwf = 4,
-  kToolSystem = 5,
-  kToolNone = 6,
-};
 
 class Program {
 public:

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "app/Messages.h"
-#include "app/Program.h"
+#include "app/ToolNo.h"
+#include "libs/sysinf32/SystemInfo.h"
 #include "print/PrintSettings.h"
 #include "print/Reports.h"
 

@@ -1,5 +1,6 @@
 #include "tools/create/CreateDialog.h"
 
+#include "app/Program.h"
 #include "libs/eval32/eval32.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/ValueBox.h"
@@ -31,19 +32,19 @@ int CharacterAt(const QString& text, std::size_t byte) {
 } // namespace
 
 CreateDialog::CreateDialog(Program& program, CreatePages& pages, QWidget* parent)
-    : ToolForm(program.registry, kFormName, parent), program_(program), pages_(pages),
-      ui_(std::make_unique<Ui::CreateDialog>()) {
+    : ToolForm(program.registry, kFormName, parent), formSetup_(program.formSetup), messages_(program.messages),
+      units_(program.units), language_(program.language), pages_(pages), ui_(std::make_unique<Ui::CreateDialog>()) {
   ui_->setupUi(this);
   boxes_ = {ui_->Text_0, ui_->Text_1, ui_->Text_2, ui_->Text_3, ui_->Text_4, ui_->Text_5, ui_->Text_6, ui_->Text_7};
   labels_ = {ui_->Label_Param_0, ui_->Label_Param_1, ui_->Label_Param_2, ui_->Label_Param_3,
              ui_->Label_Param_4, ui_->Label_Param_5, ui_->Label_Param_6, ui_->Label_Param_7};
-  units_ = {ui_->Label_ParamUnit_0, ui_->Label_ParamUnit_1, ui_->Label_ParamUnit_2, ui_->Label_ParamUnit_3,
-            ui_->Label_ParamUnit_4, ui_->Label_ParamUnit_5, ui_->Label_ParamUnit_6, ui_->Label_ParamUnit_7};
-  program_.formSetup = true;
+  unitLabels_ = {ui_->Label_ParamUnit_0, ui_->Label_ParamUnit_1, ui_->Label_ParamUnit_2, ui_->Label_ParamUnit_3,
+                 ui_->Label_ParamUnit_4, ui_->Label_ParamUnit_5, ui_->Label_ParamUnit_6, ui_->Label_ParamUnit_7};
+  formSetup_ = true;
   MakeMenus();
-  SetCreateCaptions(*this, program_.messages);
+  SetCreateCaptions(*this, messages_);
   FillLists();
-  program_.formSetup = false;
+  formSetup_ = false;
   for (ValueBox* box : findChildren<ValueBox*>()) box->SetCharacters(kWideCharacters);
   ui_->Txt_Page->SetCharacters(kPageCharacters);
   ui_->Txt_Const->SetMaxLength(kMaxConstants);
@@ -83,7 +84,7 @@ void CreateDialog::FocusFirst() {
 }
 
 void CreateDialog::MakeMenus() {
-  const ErrMsg& language = program_.messages;
+  const ErrMsg& language = messages_;
   const QMenu* file = AddMenu("Menu_File", QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")),
                               {ui_->Menu_FileOpen, ui_->Menu_FileSave, ui_->Menu_Print});
   AddMenu("Menu_Edit", QString::fromUtf8(language.Pick("編集(&E)", "&Edit")), {ui_->Menu_Clear, ui_->Menu_AllClear});
@@ -102,9 +103,9 @@ void CreateDialog::FillLists() {
   } functions[] = {{"正弦波", "Sin"},   {"三角波", "Triangle"}, {"方形波", "Square"},
                    {"ノイズ", "Noise"}, {"DC", "DC Volts"},     {"波形関数", "Expression"}};
   for (const auto& function : functions) {
-    ui_->Comb_Wave->addItem(QString::fromUtf8(program_.messages.Pick(function.japanese, function.english)));
+    ui_->Comb_Wave->addItem(QString::fromUtf8(messages_.Pick(function.japanese, function.english)));
   }
-  const bool english = program_.language == Language::English;
+  const bool english = language_ == Language::English;
   for (const EvalEntry& entry : EvalEntries()) {
     const std::string_view help = english ? entry.english : entry.japanese;
     const QString name = QString::fromUtf8(entry.name.data(), static_cast<qsizetype>(entry.name.size()));
@@ -135,7 +136,7 @@ void CreateDialog::ConnectBoxes() {
   connect(ui_->Text_X_0, &ValueBox::FocusNext, this, [this] { ui_->Text_X_1->setFocus(Qt::TabFocusReason); });
   connect(ui_->Text_X_1, &ValueBox::FocusNext, this, [this] { ui_->Comb_Wave->setFocus(Qt::TabFocusReason); });
   connect(ui_->Comb_Wave, &QComboBox::currentIndexChanged, this, [this](int function) {
-    if (!program_.formSetup) pages_.Comb_Wave_Click(function);
+    if (!formSetup_) pages_.Comb_Wave_Click(function);
   });
 }
 
@@ -159,7 +160,7 @@ void CreateDialog::ConnectPages() {
           [this](const QString& text) { pages_.Txt_Page_LostFocus(text.toStdString()); });
   connect(ui_->Txt_Page, &ValueBox::FocusNext, this, [this] { ui_->Cmd_Page_2->setFocus(Qt::TabFocusReason); });
   connect(ui_->Opt_effect_0, &QRadioButton::toggled, this, [this](bool on) {
-    if (!program_.formSetup) pages_.Opt_effect_Click(on);
+    if (!formSetup_) pages_.Opt_effect_Click(on);
   });
   On(ui_->Btn_Comp, [this] { pages_.Btn_Comp_Click(); });
   On(ui_->Btn_OK, [this] { pages_.Btn_OK_Click(); });
@@ -216,7 +217,7 @@ void CreateDialog::FocusNextOf(int box) {
 }
 
 void CreateDialog::TextTyped() {
-  if (program_.formSetup) return;
+  if (formSetup_) return;
   const std::string constants = ui_->Txt_Const->Text().toStdString();
   const std::string expression = ui_->Txt_Expr->Text().toStdString();
   MarkFault(pages_.LivePreview(constants, expression), false);
@@ -229,7 +230,7 @@ void CreateDialog::MarkFault(const ExpressionFault& fault, bool goThere) {
     ui_->Label_Fault->clear();
     return;
   }
-  QString line = Text(program_.messages.MessageText(fault.message)).trimmed();
+  QString line = Text(messages_.MessageText(fault.message)).trimmed();
   if (!fault.reason.empty()) line += QStringLiteral("  ") + Text(fault.reason);
   ui_->Label_Fault->setText(line);
   if (!fault.place) return;
@@ -258,14 +259,14 @@ void CreateDialog::ShowPage() {
     const bool shown = pages_.ParameterShown(i);
     boxes_[index]->setVisible(shown);
     labels_[index]->setVisible(shown);
-    units_[index]->setVisible(shown);
+    unitLabels_[index]->setVisible(shown);
     boxes_[index]->setEnabled(pages_.ParameterEnabled(i));
     if (shown) boxes_[index]->ShowText(Text(pages_.ParameterText(i)));
   }
   for (const int box : {kBoxOffset, kBoxAmplitude}) {
-    units_[static_cast<std::size_t>(box)]->setText(Text(program_.units.YUnitName()));
+    unitLabels_[static_cast<std::size_t>(box)]->setText(Text(units_.YUnitName()));
   }
-  units_[kBoxSize]->setText(Text(program_.units.XUnitName()));
+  unitLabels_[kBoxSize]->setText(Text(units_.XUnitName()));
   ui_->Txt_Const->ShowText(Text(pages_.Page().Constants));
   ui_->Txt_Expr->ShowText(Text(pages_.Page().Expression));
   ui_->Label_Fault->clear();

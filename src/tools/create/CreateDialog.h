@@ -1,6 +1,8 @@
 // The Create dialog's form over CreatePages: lays the controls out, forwards what the user does, shows what it says.
 #pragma once
 
+#include "app/ConvUnit.h"
+#include "app/Messages.h"
 #include "tools/create/CreatePages.h"
 #include "tools/frame/ToolForm.h"
 
@@ -16,6 +18,7 @@ class CreateDialog;
 
 namespace calder {
 
+class Program;
 class WaveformCanvas;
 class ValueBox;
 
@@ -57,13 +60,16 @@ private:
   void TextTyped();
   void MarkFault(const ExpressionFault& fault, bool goThere);
 
-  Program& program_;
+  bool& formSetup_;
+  const ErrMsg& messages_;
+  const ConvUnit& units_;
+  const Language language_;
   CreatePages& pages_;
   std::function<void()> redrawOperand_ = [] {}; // nothing but while the Operate dialog has it open
   std::unique_ptr<Ui::CreateDialog> ui_;
   std::array<ValueBox*, kPageBoxes> boxes_{};
   std::array<QLabel*, kPageBoxes> labels_{};
-  std::array<QLabel*, kPageBoxes> units_{};
+  std::array<QLabel*, kPageBoxes> unitLabels_{};
   QAction* fileMenu_ = nullptr;
 };
 

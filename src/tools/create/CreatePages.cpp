@@ -1,5 +1,6 @@
 #include "tools/create/CreatePages.h"
 
+#include "app/Program.h"
 #include "files/FileCommands.h"
 #include "instrument/SystemSetup.h"
 #include "libs/eval32/eval32.h"
@@ -20,12 +21,14 @@ constexpr double kSeeds = 100;
 } // namespace
 
 CreatePages::CreatePages(Program& program, SystemSetup& setup, FileCommands& files, ToolHost& host, RandomSource random)
-    : program_(program), setup_(setup), files_(files), host_(host), random_(std::move(random)),
+    : buffers_(program.buffers), desktop_(program.desktop), evaluator_(program.evaluator),
+      formSetup_(program.formSetup), messages_(program.messages), pages_(program.pages), settings_(program.settings),
+      units_(program.units), setup_(setup), files_(files), host_(host), random_(std::move(random)),
       listFile_(program.pages, program.settings, program.messages),
       generator_(program.evaluator, program.units, program.settings, program.language) {
   if (!random_) {
     random_ = [this] {
-      std::minstd_rand engine(static_cast<std::uint32_t>(program_.desktop.clock.SecondsOfDay() * 1000));
+      std::minstd_rand engine(static_cast<std::uint32_t>(desktop_.clock.SecondsOfDay() * 1000));
       engine.discard(1); // neighbouring seeds give neighbouring first numbers
       return std::generate_canonical<double, 24>(engine);
     };
@@ -42,12 +45,12 @@ CreatePages::CreatePages(Program& program, SystemSetup& setup, FileCommands& fil
 
 void CreatePages::PrepareCreate() {
   fromMainWindow_ = true;
-  generator_.SetTarget(program_.buffers.Create(), PageGenerator::Placement::OwnArea);
+  generator_.SetTarget(buffers_.Create(), PageGenerator::Placement::OwnArea);
   ClampAreas();
-  currentPage_ = program_.pages.FirstValid();
+  currentPage_ = pages_.FirstValid();
   if (currentPage_ == 0) {
     currentPage_ = PageTable::kFirst;
-    const Scope& scope = program_.buffers.CurrentScope();
+    const Scope& scope = buffers_.CurrentScope();
     ThePage().SetArea(scope.Start, scope.End);
     ThePage().Valid = kPageTrue;
   }
@@ -81,9 +84,9 @@ void CreatePages::Form_Load() {
 
 void CreatePages::ClampAreas() {
   clamped_.clear();
-  const double size = program_.settings.MemorySize;
+  const double size = settings_.MemorySize;
   for (int i = 0; i < PageTable::kPages; ++i) {
-    CreatePage& page = program_.pages[i];
+    CreatePage& page = pages_[i];
     if (page.EndX <= size) continue;
     const double start = std::min(page.StartX, size);
     clamped_.push_back({i, page.StartX, page.EndX, start, size});
@@ -94,7 +97,7 @@ void CreatePages::ClampAreas() {
 // An area that was edited meanwhile is the user's.
 void CreatePages::RestoreAreas() {
   for (const ClampedArea& area : clamped_) {
-    CreatePage& page = program_.pages[area.page];
+    CreatePage& page = pages_[area.page];
     if (page.StartX == area.clampedStart && page.EndX == area.clampedEnd) page.SetArea(area.startX, area.endX);
   }
   clamped_.clear();
@@ -104,25 +107,25 @@ void CreatePages::Form_QueryUnload() {
   drag_.Release();
   RestoreAreas();
   if (!cancelled_) return;
-  program_.evaluator.ClearConstant();
+  evaluator_.ClearConstant();
   if (!fromMainWindow_) W_ClearMemory(generator_.GenBuffer(), 0, Page().EndX - Page().StartX);
 }
 
 void CreatePages::CloseAfterOk() {
   cancelled_ = false;
-  program_.evaluator.ClearConstant();
+  evaluator_.ClearConstant();
   port_->Close();
 }
 
 // ---- what the procedures do ----
 
 void CreatePages::Draw_Wave_Create(DeviceContext& picture) const {
-  if (program_.formSetup) return;
+  if (formSetup_) return;
   DrawWavePreview(picture, {generator_.GenBuffer(), generator_.StartOf(Page()), Page().Size});
 }
 
 void CreatePages::Change_Parameter() {
-  const ScopedFlag setup(program_.formSetup);
+  const ScopedFlag setup(formSetup_);
   port_->ShowPage();
 }
 
@@ -137,14 +140,14 @@ void CreatePages::Check_Visit() {
 int CreatePages::Make_Wave(int page, PageGenerator::Expressions expressions) {
   // An expression that is not evaluated leaves an empty area, which no OK may take for the page's waveform.
   const bool cleared = expressions == PageGenerator::Expressions::Cleared;
-  if (program_.pages[page].Function == kFunctionExpression && cleared) pageModified_ = true;
+  if (pages_[page].Function == kFunctionExpression && cleared) pageModified_ = true;
   const WaitCursor busy(*port_);
-  lastFault_ = generator_.Make_Wave(program_.pages[page], expressions);
+  lastFault_ = generator_.Make_Wave(pages_[page], expressions);
   return lastFault_.message;
 }
 
 void CreatePages::ShowPageArea() {
-  program_.buffers.CurrentScope() = {Page().StartX, Page().EndX};
+  buffers_.CurrentScope() = {Page().StartX, Page().EndX};
   host_.RangeChanged();
 }
 
@@ -163,7 +166,7 @@ void CreatePages::PageChanged() {
 }
 
 void CreatePages::Report(const ExpressionFault& fault) {
-  program_.messages.ErrorBox(fault.message);
+  messages_.ErrorBox(fault.message);
   port_->ShowFault(fault);
 }
 

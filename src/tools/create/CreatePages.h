@@ -10,8 +10,14 @@
 // 3. Nothing is written into the waveform but by an OK.
 #pragma once
 
-#include "app/Program.h"
+#include "app/ConvUnit.h"
+#include "app/EditBuffers.h"
+#include "app/Messages.h"
+#include "app/PageTable.h"
 #include "files/ListFile.h"
+#include "libs/eval32/eval32.h"
+#include "libs/sysinf32/SystemInfo.h"
+#include "platform/Desktop.h"
 #include "tools/create/PageBoxes.h"
 #include "tools/create/PageGenerator.h"
 #include "tools/create/PreviewDrag.h"
@@ -24,6 +30,7 @@
 
 namespace calder {
 
+class Program;
 class DeviceContext;
 class FileCommands;
 class SystemSetup;
@@ -116,20 +123,20 @@ public:
   void ShowPageArea();
 
   // What the form shows.
-  [[nodiscard]] const CreatePage& Page() const { return program_.pages[currentPage_]; }
+  [[nodiscard]] const CreatePage& Page() const { return pages_[currentPage_]; }
   [[nodiscard]] int CurrentPage() const { return currentPage_; }
   [[nodiscard]] bool FromMainWindow() const { return fromMainWindow_; } // page panel, File menu, area boxes
   [[nodiscard]] std::string PageText() const { return std::to_string(currentPage_); }
-  [[nodiscard]] std::string StartText() const { return program_.units.PointToXTextWide(Page().StartX); }
-  [[nodiscard]] std::string EndText() const { return program_.units.PointToXTextWide(Page().EndX); }
-  [[nodiscard]] std::string ParameterText(int box) const { return BoxText(program_.units, Page(), box); }
+  [[nodiscard]] std::string StartText() const { return units_.PointToXTextWide(Page().StartX); }
+  [[nodiscard]] std::string EndText() const { return units_.PointToXTextWide(Page().EndX); }
+  [[nodiscard]] std::string ParameterText(int box) const { return BoxText(units_, Page(), box); }
   [[nodiscard]] bool ParameterShown(int box) const { return BoxShown(Page().Function, box); }
   [[nodiscard]] bool ParameterEnabled(int box) const { return box != kBoxSize || fromMainWindow_; }
   // The box to which Enter or Tab goes from one; none: to the page buttons when there are any.
   [[nodiscard]] std::optional<int> NextBox(int box) const;
   [[nodiscard]] bool ExpressionShown() const { return Page().Function == kFunctionExpression; }
   // The preview's labels.
-  [[nodiscard]] PreviewLabels Labels() const { return PreviewLabels(program_.units); }
+  [[nodiscard]] PreviewLabels Labels() const { return PreviewLabels(units_); }
   // For the pointer's shape over the preview.
   [[nodiscard]] PreviewDrag::Mode DragModeAt(double x, double y, double width, double height) const {
     return PreviewDrag::ModeAt(Page(), x, y, width, height);
@@ -140,7 +147,7 @@ public:
   [[nodiscard]] bool Cancelled() const { return cancelled_; }
 
 private:
-  [[nodiscard]] CreatePage& ThePage() { return program_.pages[currentPage_]; }
+  [[nodiscard]] CreatePage& ThePage() { return pages_[currentPage_]; }
   void Open();
   // Areas that a smaller memory does not have are shown as far as they reach into it; their own come back at the close.
   void ClampAreas();
@@ -155,7 +162,14 @@ private:
   void Report(const ExpressionFault& fault);
   void CloseAfterOk();
 
-  Program& program_;
+  EditBuffers& buffers_;
+  const Desktop& desktop_;
+  Evaluator& evaluator_;
+  bool& formSetup_;
+  const ErrMsg& messages_;
+  PageTable& pages_;
+  SystemInfo& settings_;
+  const ConvUnit& units_;
   SystemSetup& setup_;
   FileCommands& files_;
   ToolHost& host_;

@@ -10,18 +10,17 @@
 namespace calder {
 
 void CreatePages::Text_LostFocus(int box, const std::string& text) {
-  if (program_.formSetup || !ParameterEnabled(box)) return;
+  if (formSetup_ || !ParameterEnabled(box)) return;
   CreatePage& page = ThePage();
   const CreatePage before = page;
   // A text that was not touched means the stored value, not its printed digits.
-  const bool taken =
-      text != ParameterText(box) && ReadBox(program_.units, program_.settings.MemorySize, text, page, box);
+  const bool taken = text != ParameterText(box) && ReadBox(units_, settings_.MemorySize, text, page, box);
   Change_Parameter();
   if (!taken || BoxField(page, box) == BoxField(before, box)) return;
   if (box == kBoxSize) {
     pageModified_ = true;
     // The range's start stays where it is unless the end comes to lie before it.
-    Scope& scope = program_.buffers.CurrentScope();
+    Scope& scope = buffers_.CurrentScope();
     scope = {std::min(scope.Start, page.EndX), page.EndX};
     host_.RangeChanged();
   }
@@ -29,11 +28,11 @@ void CreatePages::Text_LostFocus(int box, const std::string& text) {
 }
 
 void CreatePages::Text_X_LostFocus(AreaEnd edited, const std::string& startText, const std::string& endText) {
-  if (program_.formSetup || !fromMainWindow_) return;
+  if (formSetup_ || !fromMainWindow_) return;
   CreatePage& page = ThePage();
   // The other box's text means the stored value unless it was touched as well.
   const auto pointOf = [this](const std::string& text, const std::string& shown, double stored) {
-    return text == shown ? stored : program_.units.XToPoint(ParseEng(text));
+    return text == shown ? stored : units_.XToPoint(ParseEng(text));
   };
   double from = pointOf(startText, StartText(), page.StartX);
   double to = pointOf(endText, EndText(), page.EndX);
@@ -41,7 +40,7 @@ void CreatePages::Text_X_LostFocus(AreaEnd edited, const std::string& startText,
   // Tested before the conversion, which would take a position beyond the end for point 0.
   double x = ParseEng(start ? startText : endText);
   const bool untouched = start ? from == page.StartX : to == page.EndX;
-  if (untouched || !program_.units.CheckXCurrent(x)) {
+  if (untouched || !units_.CheckXCurrent(x)) {
     Change_Parameter();
     return;
   }
@@ -54,7 +53,7 @@ void CreatePages::Text_X_LostFocus(AreaEnd edited, const std::string& startText,
 }
 
 void CreatePages::Comb_Wave_Click(int function) {
-  if (program_.formSetup || function < 0 || function >= kPageFunctions) return;
+  if (formSetup_ || function < 0 || function >= kPageFunctions) return;
   ThePage().Function = static_cast<std::int16_t>(function);
   pageModified_ = true;
   livePreview_ = false;
@@ -64,12 +63,12 @@ void CreatePages::Comb_Wave_Click(int function) {
 }
 
 void CreatePages::Opt_effect_Click(bool effect) {
-  if (program_.formSetup) return;
+  if (formSetup_) return;
   ThePage().Valid = effect ? kPageTrue : std::int16_t{0};
 }
 
 void CreatePages::StoreText(std::string& field, const std::string& text, std::size_t limit) {
-  if (program_.formSetup) return;
+  if (formSetup_) return;
   std::string kept = calder::PageText(text, limit);
   if (kept == field) return;
   field = std::move(kept);
@@ -85,7 +84,7 @@ void CreatePages::Txt_Expr_LostFocus(const std::string& text) {
 }
 
 ExpressionFault CreatePages::LivePreview(std::string_view constants, std::string_view expression) {
-  if (program_.formSetup || !ExpressionShown()) return {};
+  if (formSetup_ || !ExpressionShown()) return {};
   CreatePage typed = Page();
   typed.Constants = calder::PageText(constants, CreatePage::kConstantsLimit);
   typed.Expression = calder::PageText(expression, CreatePage::kExpressionLimit);
@@ -115,22 +114,22 @@ void CreatePages::Cmd_Page_Click(PageButton button) {
   if (!fromMainWindow_) return;
   int page = currentPage_;
   switch (button) {
-  case PageButton::First: page = std::max(program_.pages.FirstValid(), PageTable::kFirst); break;
+  case PageButton::First: page = std::max(pages_.FirstValid(), PageTable::kFirst); break;
   case PageButton::Previous: page = std::max(page - 1, PageTable::kFirst); break;
   case PageButton::Next: page = std::min(page + 1, PageTable::kLast); break;
   case PageButton::Last: {
-    const int last = program_.pages.LastValid();
+    const int last = pages_.LastValid();
     page = last == 0 ? PageTable::kLast : last;
     break;
   }
   }
   if (page == currentPage_) return;
-  if (!program_.pages[page].IsVisited()) program_.pages[page].Function = Page().Function;
+  if (!pages_[page].IsVisited()) pages_[page].Function = Page().Function;
   GoToPage(page);
 }
 
 void CreatePages::Txt_Page_LostFocus(const std::string& text) {
-  if (program_.formSetup || !fromMainWindow_) return;
+  if (formSetup_ || !fromMainWindow_) return;
   const double number = text.find_first_not_of(' ') == std::string::npos ? PageTable::kFirst : LeadingNumber(text);
   GoToPage(static_cast<int>(std::nearbyint(std::clamp(number, double{PageTable::kFirst}, double{PageTable::kLast}))));
 }

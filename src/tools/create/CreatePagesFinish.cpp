@@ -43,7 +43,7 @@ void CreatePages::Btn_Comp_Click() {
 
 void CreatePages::ClearAll() const {
   if (fromMainWindow_)
-    W_ClearMemory(generator_.GenBuffer(), 0, program_.settings.MemorySize);
+    W_ClearMemory(generator_.GenBuffer(), 0, settings_.MemorySize);
   else
     W_ClearMemory(generator_.GenBuffer(), 0, Page().EndX - Page().StartX);
 }
@@ -56,13 +56,13 @@ ExpressionFault CreatePages::Regenerate() {
 }
 
 void CreatePages::CopyArea(const CreatePage& page) const {
-  W_CopyMemory(generator_.GenBuffer(), program_.buffers.Current(), page.StartX, page.StartX, page.EndX - page.StartX);
+  W_CopyMemory(generator_.GenBuffer(), buffers_.Current(), page.StartX, page.StartX, page.EndX - page.StartX);
 }
 
 void CreatePages::Btn_OK_Click() {
   if (fromMainWindow_) {
     Check_Visit();
-    program_.buffers.Save_Undo();
+    buffers_.Save_Undo();
   }
   const bool wanted = !fromMainWindow_ || Page().Valid != 0;
   const ExpressionFault fault = wanted ? Regenerate() : ExpressionFault{};
@@ -85,25 +85,25 @@ void CreatePages::Btn_Confirm_Click() {
     Btn_OK_Click();
     return;
   }
-  if (program_.pages.CountValid() == 0) {
+  if (pages_.CountValid() == 0) {
     CloseAfterOk();
     return;
   }
   int failedPage = 0;
   ExpressionFault failure;
-  program_.buffers.Save_Undo();
+  buffers_.Save_Undo();
   ClearAll();
-  program_.evaluator.ClearConstant();
+  evaluator_.ClearConstant();
   {
     const WaitCursor busy(*port_);
     for (int page = PageTable::kFirst; page <= PageTable::kLast; ++page) {
-      if (program_.pages[page].Valid == 0) continue;
-      const ExpressionFault fault = generator_.Make_Wave(program_.pages[page], PageGenerator::Expressions::Evaluated);
+      if (pages_[page].Valid == 0) continue;
+      const ExpressionFault fault = generator_.Make_Wave(pages_[page], PageGenerator::Expressions::Evaluated);
       if (fault.message != 0 && failedPage == 0) {
         failedPage = page;
         failure = fault;
       }
-      CopyArea(program_.pages[page]);
+      CopyArea(pages_[page]);
     }
   }
   setup_.ForgetControlPoints();
@@ -112,7 +112,7 @@ void CreatePages::Btn_Confirm_Click() {
     CloseAfterOk();
     return;
   }
-  program_.evaluator.ClearConstant();
+  evaluator_.ClearConstant();
   pageModified_ = true; // other pages may have written into this one's area of the buffer
   GoToPage(failedPage);
   Refresh();
@@ -122,7 +122,7 @@ void CreatePages::Btn_Confirm_Click() {
 
 void CreatePages::Btn_Cancel_Click() {
   cancelled_ = true;
-  program_.evaluator.ClearConstant();
+  evaluator_.ClearConstant();
   port_->Close();
 }
 
@@ -145,7 +145,7 @@ void CreatePages::Menu_Clear_Click() {
 void CreatePages::AllClear() {
   ClearAll();
   const CreatePage shown = Page();
-  for (int page = 0; page <= PageTable::kLast + 1; ++page) program_.pages[page] = CreatePage{};
+  for (int page = 0; page <= PageTable::kLast + 1; ++page) pages_[page] = CreatePage{};
   if (fromMainWindow_) {
     currentPage_ = PageTable::kFirst;
   } else { // the Operate dialog's page has no other area than its range
@@ -170,7 +170,7 @@ void CreatePages::Menu_FileOpen_Click() {
   }
   ClampAreas();
   // A list shows its first page unless it has the one on show.
-  const int first = program_.pages.FirstValid();
+  const int first = pages_.FirstValid();
   if (Page().Valid == 0 && first != 0) currentPage_ = first;
   drag_.Release();
   pageModified_ = true;

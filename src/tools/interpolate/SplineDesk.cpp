@@ -22,14 +22,15 @@ constexpr int kRowLimit = 10000; // of a selection
 } // namespace
 
 SplineDesk::SplineDesk(Program& program, const WaveView& view, SystemSetup& setup, FileCommands& files, ToolHost& host)
-    : program_(program), view_(view), setup_(setup), files_(files), host_(host), points_(program.spline),
-      tableFile_(program.spline, program.units, program.settings, program.messages) {
+    : buffers_(program.buffers), shown_(program.view), messages_(program.messages), settings_(program.settings),
+      units_(program.units), language_(program.language), view_(view), setup_(setup), files_(files), host_(host),
+      points_(program.spline), tableFile_(program.spline, program.units, program.settings, program.messages) {
   files_.SetFormat(Kind_Table, {[this](const std::string& path) { return tableFile_.Read_Table(path); },
                                 [this](const std::string& path) { return tableFile_.Write_Table(path); }});
 }
 
 double SplineDesk::Size() const {
-  return program_.settings.MemorySize;
+  return settings_.MemorySize;
 }
 
 // ---- opening and closing ----
@@ -80,14 +81,14 @@ std::string SplineDesk::CellText(int row, Column column) const {
   if (row < 1 || row > Rows()) return {};
   const bool isDragged = mode_ == Mode::Moving && row - 1 == dragged_;
   const SplinePoint point = isDragged ? place_ : points_.At(row - 1);
-  return column == Column::X ? program_.units.PointToXText(point.x) : program_.units.CodeToYText(point.y);
+  return column == Column::X ? units_.PointToXText(point.x) : units_.CodeToYText(point.y);
 }
 
 bool SplineDesk::EditCell(int row, Column column, const std::string& text) {
   if (!CellEditable(row)) return false;
   if (text == CellText(row, column)) return true; // the value keeps the digits that are not shown
-  const ErrMsg& messages = program_.messages;
-  const ConvUnit& units = program_.units;
+  const ErrMsg& messages = messages_;
+  const ConvUnit& units = units_;
   const int i = row - 1;
   SplinePoint point = points_.At(i);
   double value = ParseEng(text);
@@ -102,8 +103,8 @@ bool SplineDesk::EditCell(int row, Column column, const std::string& text) {
     if (!(x > before && x < after)) {
       const std::string least = units.PointToXText(before);
       const std::string most = units.PointToXText(after);
-      Refuse(program_.language == Language::English ? "X must lie between " + least + " and " + most
-                                                    : "X は " + least + " と " + most + " の間の値です。");
+      Refuse(language_ == Language::English ? "X must lie between " + least + " and " + most
+                                            : "X は " + least + " と " + most + " の間の値です。");
       return false;
     }
     point.x = x;
@@ -111,8 +112,8 @@ bool SplineDesk::EditCell(int row, Column column, const std::string& text) {
     if (!units.CheckYCurrent(value)) {
       const std::string least = units.CodeToYText(-W_CODE_MAX);
       const std::string most = units.CodeToYText(W_CODE_MAX);
-      Refuse(program_.language == Language::English ? "Y must lie between " + least + " and " + most
-                                                    : "Y は " + least + " から " + most + " までの値です。");
+      Refuse(language_ == Language::English ? "Y must lie between " + least + " and " + most
+                                            : "Y は " + least + " から " + most + " までの値です。");
       return false;
     }
     point.y = units.YToCode(value);
@@ -126,7 +127,7 @@ bool SplineDesk::EditCell(int row, Column column, const std::string& text) {
 // ---- points ----
 
 bool SplineDesk::Update_PointXY(double x, double y, bool insert) {
-  return Spline_Update(program_.units.XToPoint(x), program_.units.YToCode(y), insert);
+  return Spline_Update(units_.XToPoint(x), units_.YToCode(y), insert);
 }
 
 bool SplineDesk::Spline_Update(double x, double y, bool insert) {
@@ -137,7 +138,7 @@ bool SplineDesk::Spline_Update(double x, double y, bool insert) {
   // An end point that was moved stays at its end.
   if (!insert && bothEnds && (index == 0 || index == last)) x = index == 0 ? 0 : size;
   if (bothEnds && (x == 0 || x == size) && y != points_.At(0).y) {
-    const ErrMsg& messages = program_.messages;
+    const ErrMsg& messages = messages_;
     if (messages.WarningBox(messages.MessageText(kMsgEndPoints)) != BoxAnswer::Yes) return false;
     points_.Set(0, {0, y});
     points_.Set(last, {size, y});
@@ -145,7 +146,7 @@ bool SplineDesk::Spline_Update(double x, double y, bool insert) {
     const bool replaces = !insert && index <= last && !points_.Find(x);
     if (replaces) points_.Remove(index);
     if (!points_.Insert({x, y})) {
-      Refuse(program_.messages.Pick("制御点は 10001 点までです。", "There is room for 10001 points."));
+      Refuse(messages_.Pick("制御点は 10001 点までです。", "There is room for 10001 points."));
       return false;
     }
   }
@@ -166,10 +167,9 @@ void SplineDesk::Refuse(const std::string& text) const {
 }
 
 void SplineDesk::Paste(const std::string& text) {
-  const TableContent table = ParseTable(text, program_.units);
+  const TableContent table = ParseTable(text, units_);
   if (table.points.empty()) {
-    Refuse(program_.messages.Pick("クリップボードに X と Y の列がありません。",
-                                  "The clipboard holds no columns of X and Y."));
+    Refuse(messages_.Pick("クリップボードに X と Y の列がありません。", "The clipboard holds no columns of X and Y."));
     return;
   }
   std::vector<SplinePoint> all;
@@ -178,7 +178,7 @@ void SplineDesk::Paste(const std::string& text) {
   if (points_.HasBothEnds(Size())) all.pop_back(); // the end follows the first point
   all.insert(all.end(), table.points.begin(), table.points.end());
   if (points_.Replace(all, Size()) < all.size())
-    Refuse(program_.messages.Pick("制御点は 10001 点までです。", "There is room for 10001 points."));
+    Refuse(messages_.Pick("制御点は 10001 点までです。", "There is room for 10001 points."));
   Changed();
 }
 
@@ -210,8 +210,8 @@ void SplineDesk::Btn_AllClear_Click() {
 }
 
 std::int32_t SplineDesk::Interpolate(Kind kind, const SplinePoints& points, std::int32_t buffer) const {
-  const Scope& range = program_.buffers.CurrentScope();
-  const std::int32_t size = program_.settings.MemorySize;
+  const Scope& range = buffers_.CurrentScope();
+  const std::int32_t size = settings_.MemorySize;
   const auto count = static_cast<std::int32_t>(points.SplineCount);
   const double* x = points.SplineX.data();
   const double* y = points.SplineY.data();
@@ -225,12 +225,12 @@ std::int32_t SplineDesk::Interpolate(Kind kind, const SplinePoints& points, std:
 void SplineDesk::Btn_Spline_Click(Kind kind) {
   port_->HideCellEditor();
   if (points_.SplineCount < 1) {
-    program_.messages.ErrorBox(kMsgNoPoint);
+    messages_.ErrorBox(kMsgNoPoint);
     return;
   }
-  program_.buffers.Save_Undo();
+  buffers_.Save_Undo();
   undoKept_ = false;
-  Interpolate(kind, points_, program_.buffers.Current());
+  Interpolate(kind, points_, buffers_.Current());
   setup_.ForgetControlPoints();
   lastKind_ = kind;
   ghostShown_ = false;
@@ -252,7 +252,7 @@ void SplineDesk::Menu_FileSave_Click() {
 std::string SplineDesk::CountText() const {
   const std::string count = std::to_string(Rows());
   const std::string most = std::to_string(SplinePoints::kMost);
-  return program_.language == Language::English ? count + " of " + most + " points" : count + " / " + most + " 点";
+  return language_ == Language::English ? count + " of " + most + " points" : count + " / " + most + " 点";
 }
 
 } // namespace calder

@@ -5,9 +5,14 @@
 // rebuild its range as straight lines through the points; both leave an undo step.
 #pragma once
 
+#include "app/ConvUnit.h"
+#include "app/EditBuffers.h"
+#include "app/Messages.h"
 #include "app/SplinePoints.h"
+#include "app/ViewState.h"
 #include "editor/PictureTool.h"
 #include "files/TableFile.h"
+#include "libs/sysinf32/SystemInfo.h"
 
 #include <optional>
 #include <string>
@@ -104,7 +109,12 @@ private:
   void Refuse(const std::string& text) const;
   [[nodiscard]] double Size() const; // points of the waveform
 
-  Program& program_;
+  EditBuffers& buffers_;
+  const ViewState& shown_;
+  const ErrMsg& messages_;
+  SystemInfo& settings_;
+  const ConvUnit& units_;
+  const Language language_;
   const WaveView& view_;
   SystemSetup& setup_;
   FileCommands& files_;

@@ -14,10 +14,10 @@
 namespace calder {
 
 SplineDialog::SplineDialog(Program& program, SplineDesk& desk, QWidget* parent)
-    : ToolForm(program.registry, kFormName, parent), program_(program), desk_(desk),
+    : ToolForm(program.registry, kFormName, parent), messages_(program.messages), desk_(desk),
       ui_(std::make_unique<Ui::SplineDialog>()) {
   ui_->setupUi(this);
-  const ErrMsg& language = program_.messages;
+  const ErrMsg& language = messages_;
   AddMenu("Menu_File", QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")), {ui_->Menu_FileOpen, ui_->Menu_FileSave});
   SetSplineCaptions(*this, language);
   model_ = new PointGridModel(

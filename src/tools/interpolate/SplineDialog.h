@@ -1,6 +1,7 @@
 // The Interpolate dialog's form over SplineDesk. It stands beside the main window.
 #pragma once
 
+#include "app/Messages.h"
 #include "tools/frame/ToolForm.h"
 #include "tools/interpolate/SplineDesk.h"
 
@@ -12,6 +13,7 @@ class SplineDialog;
 
 namespace calder {
 
+class Program;
 class PointGridModel;
 
 class SplineDialog final : public ToolForm, private SplinePort {
@@ -35,7 +37,7 @@ private:
 
   void Connect();
 
-  Program& program_;
+  const ErrMsg& messages_;
   SplineDesk& desk_;
   std::unique_ptr<Ui::SplineDialog> ui_;
   PointGridModel* model_ = nullptr;

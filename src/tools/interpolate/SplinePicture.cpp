@@ -59,11 +59,11 @@ void SplineDesk::TakeDragged(SplinePoints& points) const {
 }
 
 void SplineDesk::RebuildLines() {
-  if (!undoKept_) program_.buffers.Save_Undo();
+  if (!undoKept_) buffers_.Save_Undo();
   undoKept_ = true;
   SplinePoints points = points_;
   TakeDragged(points);
-  Interpolate(Kind::Linear, points, program_.buffers.Current());
+  Interpolate(Kind::Linear, points, buffers_.Current());
   setup_.ForgetControlPoints();
 }
 
@@ -104,8 +104,8 @@ void SplineDesk::Release(const PicturePoint& at) {
   const Mode mode = mode_;
   mode_ = Mode::None;
   const SplinePoint place = PlaceOf(at);
-  const double x = program_.units.PointToX(place.x);
-  const double y = program_.units.CodeToY(place.y);
+  const double x = units_.PointToX(place.x);
+  const double y = units_.CodeToY(place.y);
   if (mode == Mode::None) {
     GridRowSelect(Rows() >= SplinePoints::kMost - 1 ? Rows() : Rows() + 1);
   } else if (mode == Mode::Moving) {
@@ -140,19 +140,19 @@ void SplineDesk::DrawLayer(DeviceContext& picture) {
 }
 
 void SplineDesk::DrawGhost(DeviceContext& picture) const {
-  const WaveHandle scratch = program_.buffers.Work();
-  W_CopyMemory(program_.buffers.Current(), scratch, 0, 0, Size());
+  const WaveHandle scratch = buffers_.Work();
+  W_CopyMemory(buffers_.Current(), scratch, 0, 0, Size());
   SplinePoints points = points_;
   TakeDragged(points);
   if (Interpolate(*lastKind_, points, scratch) != W_SUCCESS) return;
-  const ViewState& view = program_.view;
+  const ViewState& view = shown_;
   picture.SetPen(kGhostColor, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
   W_DrawWave2(picture, scratch, view.XStart, view.YStart, view.XEnd - view.XStart, view.YEnd - view.YStart,
-              picture.Width(), picture.Height(), program_.settings.MemorySize);
+              picture.Width(), picture.Height(), settings_.MemorySize);
 }
 
 void SplineDesk::Spline_Draw(DeviceContext& picture) const {
-  const ViewState& view = program_.view;
+  const ViewState& view = shown_;
   const int width = picture.Width();
   const int height = picture.Height();
   const auto scaled = [&](int pixels) { return static_cast<int>(std::lround(pixels * picture.Scale())); };

@@ -1,6 +1,7 @@
 #include "tools/pwf/PwfDesk.h"
 
 #include "app/EngValB.h"
+#include "app/Program.h"
 #include "files/FileCommands.h"
 #include "instrument/SystemSetup.h"
 #include "libs/eval32/eval32.h"
@@ -26,8 +27,10 @@ constexpr double kFormerStrength = 0.4;
 
 PwfDesk::PwfDesk(Program& program, SystemSetup& setup, FileCommands& files, ToolHost& host,
                  std::function<Scope()> createArea)
-    : program_(program), setup_(setup), files_(files), host_(host), createArea_(std::move(createArea)),
-      file_(program.functions, program.language),
+    : buffers_(program.buffers), desktop_(program.desktop), evaluator_(program.evaluator),
+      formSetup_(program.formSetup), messages_(program.messages), settings_(program.settings), units_(program.units),
+      language_(program.language), functions_(program.functions), setup_(setup), files_(files), host_(host),
+      createArea_(std::move(createArea)), file_(program.functions, program.language),
       generator_(program.evaluator, program.units, program.settings, program.language) {
   files_.SetFormat(Kind_Pwf, {[this](const std::string& path) { return file_.Read_Pwf(path); },
                               [this](const std::string& path) { return file_.Write_Pwf(path); }});
@@ -48,16 +51,16 @@ void PwfDesk::Form_Load() {
   waveDirty_ = true;
   dragging_ = false;
   {
-    const ScopedFlag setup(program_.formSetup);
+    const ScopedFlag setup(formSetup_);
     const ScopedFlag guard(scrollGuard_);
     ReadDefinitions();
-    const auto first = std::ranges::find_if(program_.functions.functions, &PwfFunction::IsDefined);
-    const bool any = first != program_.functions.functions.end();
-    program_.functions.WaveIdx = any ? static_cast<int>(first - program_.functions.functions.begin()) : 0;
+    const auto first = std::ranges::find_if(functions_.functions, &PwfFunction::IsDefined);
+    const bool any = first != functions_.functions.end();
+    functions_.WaveIdx = any ? static_cast<int>(first - functions_.functions.begin()) : 0;
     hasFormer_ = false;
     port_->ShowList();
     Show_Function();
-    if (!any) W_ClearMemory(program_.buffers.Create(), 0, kPreviewPoints);
+    if (!any) W_ClearMemory(buffers_.Create(), 0, kPreviewPoints);
   }
   if (Function().IsDefined()) Make_Wave_PWF(Length::Preview);
   port_->ShowPreview();
@@ -65,11 +68,10 @@ void PwfDesk::Form_Load() {
 
 void PwfDesk::SetUnits() {
   const auto inform = [this](int message) {
-    program_.desktop.messageBoxes.Show(kApplicationTitle, program_.messages.MessageText(message), BoxButtons::Ok,
-                                       BoxIcon::None);
+    desktop_.messageBoxes.Show(kApplicationTitle, messages_.MessageText(message), BoxButtons::Ok, BoxIcon::None);
     host_.WaveformChanged();
   };
-  SystemInfo& settings = program_.settings;
+  SystemInfo& settings = settings_;
   if (settings.XUnit != kXUser || settings.YUnit != kYUser) {
     settings.XUnit = kXUser;
     settings.YUnit = kYUser;
@@ -86,7 +88,7 @@ void PwfDesk::SetUnits() {
 
 void PwfDesk::ReadDefinitions() {
   notes_.clear();
-  const std::vector<std::string>& folders = program_.desktop.folders.read;
+  const std::vector<std::string>& folders = desktop_.folders.read;
   const std::string path = FindProgramFile(folders, kPwfDefinitions);
   std::vector<char> content;
   if (path.empty() || ReadWholeFile(path, content) != 0) {
@@ -94,36 +96,36 @@ void PwfDesk::ReadDefinitions() {
     for (const std::string& folder : folders) looked += (looked.empty() ? "" : ", ") + folder;
     if (!path.empty()) looked = path;
     notes_.push_back(std::string(kPwfDefinitions) +
-                     program_.messages.Pick(path.empty() ? " が見つかりません: " : " を読み込めません: ",
-                                            path.empty() ? " was not found in: " : " cannot be read: ") +
+                     messages_.Pick(path.empty() ? " が見つかりません: " : " を読み込めません: ",
+                                    path.empty() ? " was not found in: " : " cannot be read: ") +
                      looked);
     return;
   }
-  PwfReading reading = Read_Fnc({content.data(), content.size()}, program_.language, program_.functions);
+  PwfReading reading = Read_Fnc({content.data(), content.size()}, language_, functions_);
   CheckFormulas(reading);
   remarks_ = reading.remarks;
-  for (const PwfFault& fault : reading.faults) notes_.push_back(PwfFaultText(fault, program_.messages));
+  for (const PwfFault& fault : reading.faults) notes_.push_back(PwfFaultText(fault, messages_));
 }
 
 // A formula that cannot be computed with the values of its own line is a fault of the line.
 void PwfDesk::CheckFormulas(PwfReading& reading) {
   for (int k = 0; k < PwfTable::kFunctions; ++k) {
     const int line = reading.lines[Index(k)];
-    if (line == 0 || !program_.functions[k].IsDefined()) continue;
-    const ExpressionFault fault = generator_.MakeAside(program_.functions, k, curve_, kCurvePoints);
+    if (line == 0 || !functions_[k].IsDefined()) continue;
+    const ExpressionFault fault = generator_.MakeAside(functions_, k, curve_, kCurvePoints);
     if (fault.message == 0) continue;
     const std::string sentence =
-        fault.reason.empty() ? std::string(Trimmed(program_.messages.MessageText(fault.message), " \r")) : fault.reason;
+        fault.reason.empty() ? std::string(Trimmed(messages_.MessageText(fault.message), " \r")) : fault.reason;
     reading.faults.push_back({line, PwfFaultReason::Formula, sentence});
-    program_.functions[k] = {};
+    functions_[k] = {};
   }
   std::ranges::stable_sort(reading.faults, {}, &PwfFault::line);
 }
 
 void PwfDesk::Form_QueryUnload() {
   dragging_ = false;
-  program_.evaluator.ClearConstant();
-  if (cancelled_) W_ClearMemory(program_.buffers.Create(), 0, createArea_().Length());
+  evaluator_.ClearConstant();
+  if (cancelled_) W_ClearMemory(buffers_.Create(), 0, createArea_().Length());
 }
 
 // ---- functions and parameters ----
@@ -137,15 +139,15 @@ void PwfDesk::Show_Function() {
   }
   prmSel_ = 0;
   hasCurve_ = false;
-  const ScopedFlag setup(program_.formSetup);
+  const ScopedFlag setup(formSetup_);
   const ScopedFlag guard(scrollGuard_);
   port_->ShowFunction();
 }
 
 void PwfDesk::Comb_Wave_Click(int function) {
-  if (program_.formSetup || function < 0 || function >= PwfTable::kFunctions) return;
-  if (!program_.functions[function].IsDefined()) return;
-  program_.functions.WaveIdx = function;
+  if (formSetup_ || function < 0 || function >= PwfTable::kFunctions) return;
+  if (!functions_[function].IsDefined()) return;
+  functions_.WaveIdx = function;
   hasFormer_ = false;
   Show_Function();
   Make_Wave_PWF(Length::Preview);
@@ -222,7 +224,7 @@ void PwfDesk::Restore(int parameter) {
 
 std::string PwfDesk::LimitsText(int j) const {
   const PwfParam& param = Function().Params[Index(j)];
-  return NumberText(param.MinValue) + program_.messages.Pick(" ～ ", " to ") + NumberText(param.MaxValue);
+  return NumberText(param.MinValue) + messages_.Pick(" ～ ", " to ") + NumberText(param.MaxValue);
 }
 
 // ---- the waveform ----
@@ -243,12 +245,12 @@ bool PwfDesk::Make_Wave_PWF(Length length) {
   ExpressionFault fault;
   {
     const WaitCursor busy(*port_);
-    fault = generator_.Make(program_.functions, IsWaveIdx(), texts_, program_.buffers.Create(),
-                            isPreview ? kPreviewPoints : program_.settings.MemorySize);
+    fault = generator_.Make(functions_, IsWaveIdx(), texts_, buffers_.Create(),
+                            isPreview ? kPreviewPoints : settings_.MemorySize);
   }
   port_->ShowFault(fault);
   if (fault.message != 0) {
-    program_.messages.ErrorBox(fault.message);
+    messages_.ErrorBox(fault.message);
     return false;
   }
   waveDirty_ = false;
@@ -260,21 +262,20 @@ bool PwfDesk::Make_Wave_PWF(Length length) {
 }
 
 void PwfDesk::KeepFormer() {
-  if (!hasCurve_ || W_CopyMemory(program_.buffers.Create(), former_, 0, 0, kPreviewPoints) != W_SUCCESS) return;
+  if (!hasCurve_ || W_CopyMemory(buffers_.Create(), former_, 0, 0, kPreviewPoints) != W_SUCCESS) return;
   hasFormer_ = true;
 }
 
 double PwfDesk::FirstWritten() const {
-  return std::clamp<double>(std::nearbyint(createArea_().Start), 0, program_.settings.MemorySize);
+  return std::clamp<double>(std::nearbyint(createArea_().Start), 0, settings_.MemorySize);
 }
 
 void PwfDesk::Btn_OK_Click() {
   if (!Function().IsDefined()) return;
-  program_.buffers.Save_Undo();
+  buffers_.Save_Undo();
   if (!Make_Wave_PWF(Length::Whole)) return;
   const double first = FirstWritten();
-  W_CopyMemory(program_.buffers.Create(), program_.buffers.Current(), first, first,
-               program_.settings.MemorySize - first);
+  W_CopyMemory(buffers_.Create(), buffers_.Current(), first, first, settings_.MemorySize - first);
   setup_.ForgetControlPoints();
   cancelled_ = false;
   port_->Close();
@@ -299,35 +300,34 @@ void PwfDesk::Menu_FileSave_Click() {
 // ---- the pictures ----
 
 void PwfDesk::Draw_Wave_PWF(DeviceContext& picture) const {
-  if (program_.formSetup) return;
+  if (formSetup_) return;
   const PreviewCurve curves[] = {
       {{former_, 0, hasFormer_ ? kPreviewPoints : 0.0}, theme::OnGround(theme::kTrace, kFormerStrength)},
-      {{program_.buffers.Create(), 0, hasCurve_ ? kPreviewPoints : 0.0}, theme::kTrace},
+      {{buffers_.Create(), 0, hasCurve_ ? kPreviewPoints : 0.0}, theme::kTrace},
   };
   DrawWavePreview(picture, curves);
 }
 
 void PwfDesk::DrawCurve(int function, DeviceContext& picture) {
   picture.FillRectangle(0, 0, picture.Width(), picture.Height(), theme::kGround);
-  if (generator_.MakeAside(program_.functions, function, curve_, kCurvePoints).message != 0) return;
+  if (generator_.MakeAside(functions_, function, curve_, kCurvePoints).message != 0) return;
   picture.SetPen(theme::kTrace, std::max(1, static_cast<int>(std::lround(picture.Scale()))));
   W_DrawWave2(picture, curve_, 0, 0, kCurvePoints, W_CODE_SPAN, picture.Width(), picture.Height(), kCurvePoints);
 }
 
 std::string PwfDesk::PointerText(int column, int width) const {
   if (!hasCurve_) return {};
-  const auto reading = ReadPreview({program_.buffers.Create(), 0, kPreviewPoints}, column, width);
+  const auto reading = ReadPreview({buffers_.Create(), 0, kPreviewPoints}, column, width);
   if (!reading) return {};
-  return PreviewValueText(program_.units, reading->point / kPreviewPoints * program_.settings.MemorySize,
-                          reading->code);
+  return PreviewValueText(units_, reading->point / kPreviewPoints * settings_.MemorySize, reading->code);
 }
 
 std::string PwfDesk::AreaNote() const {
   const double first = FirstWritten();
   if (first == 0) return {};
-  const std::string x = NumberText(program_.units.PointToX(first));
-  return program_.messages.Pick("OK は波形生成のﾍﾟｰｼﾞの始点 X = ", "OK writes from X = ") + x +
-         program_.messages.Pick(" から書き込みます。", " on, where the page of Wave Create begins.");
+  const std::string x = NumberText(units_.PointToX(first));
+  return messages_.Pick("OK は波形生成のﾍﾟｰｼﾞの始点 X = ", "OK writes from X = ") + x +
+         messages_.Pick(" から書き込みます。", " on, where the page of Wave Create begins.");
 }
 
 } // namespace calder

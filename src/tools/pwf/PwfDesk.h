@@ -8,8 +8,14 @@
 // 3. Nothing is written into the waveform but by an OK.
 #pragma once
 
-#include "app/Program.h"
+#include "app/ConvUnit.h"
+#include "app/EditBuffers.h"
+#include "app/Messages.h"
+#include "app/PwfTable.h"
 #include "files/PwfFile.h"
+#include "libs/eval32/eval32.h"
+#include "libs/sysinf32/SystemInfo.h"
+#include "platform/Desktop.h"
 #include "tools/frame/WavePreview.h"
 #include "tools/pwf/PwfDefinitions.h"
 #include "tools/pwf/PwfGenerator.h"
@@ -22,6 +28,7 @@
 
 namespace calder {
 
+class Program;
 class DeviceContext;
 class FileCommands;
 class SystemSetup;
@@ -94,9 +101,9 @@ public:
   void DrawCurve(int function, DeviceContext& picture);
 
   // What the form shows.
-  [[nodiscard]] const PwfTable& Table() const { return program_.functions; }
-  [[nodiscard]] int IsWaveIdx() const { return program_.functions.WaveIdx; }
-  [[nodiscard]] const PwfFunction& Function() const { return program_.functions.Selected(); }
+  [[nodiscard]] const PwfTable& Table() const { return functions_; }
+  [[nodiscard]] int IsWaveIdx() const { return functions_.WaveIdx; }
+  [[nodiscard]] const PwfFunction& Function() const { return functions_.Selected(); }
   // What the definitions file says about the selected function; may be empty.
   [[nodiscard]] const std::string& Remark() const { return remarks_[Index(IsWaveIdx())]; }
   [[nodiscard]] int ParameterChoice() const { return prmSel_; }
@@ -105,7 +112,7 @@ public:
   [[nodiscard]] std::string LimitsText(int j) const; // "0 to 1"
   [[nodiscard]] ScrollRange Scroll(int j) const { return ScrollRangeOf(Function().Params[Index(j)]); }
   [[nodiscard]] int ScrollPosition(int j) const;
-  [[nodiscard]] PreviewLabels Labels() const { return PreviewLabels(program_.units); }
+  [[nodiscard]] PreviewLabels Labels() const { return PreviewLabels(units_); }
   // X and Y of the curve at a column of a picture of that width; empty outside of it and without a curve.
   [[nodiscard]] std::string PointerText(int column, int width) const;
   // Sentences about the definitions file; empty: all is well.
@@ -119,7 +126,7 @@ private:
   enum class Length { Preview, Whole };
 
   static std::size_t Index(int j) { return static_cast<std::size_t>(j); }
-  [[nodiscard]] PwfFunction& TheFunction() { return program_.functions[IsWaveIdx()]; }
+  [[nodiscard]] PwfFunction& TheFunction() { return functions_[IsWaveIdx()]; }
   void SetUnits();
   void ReadDefinitions();
   void CheckFormulas(PwfReading& reading);
@@ -131,7 +138,15 @@ private:
   // Point 0 to MemorySize.
   [[nodiscard]] double FirstWritten() const;
 
-  Program& program_;
+  EditBuffers& buffers_;
+  const Desktop& desktop_;
+  Evaluator& evaluator_;
+  bool& formSetup_;
+  const ErrMsg& messages_;
+  SystemInfo& settings_;
+  const ConvUnit& units_;
+  const Language language_;
+  PwfTable& functions_;
   SystemSetup& setup_;
   FileCommands& files_;
   ToolHost& host_;

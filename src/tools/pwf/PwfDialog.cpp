@@ -1,5 +1,6 @@
 #include "tools/pwf/PwfDialog.h"
 
+#include "app/Program.h"
 #include "platform/WaveformTheme.h"
 #include "platform/qt/Text.h"
 #include "platform/qt/ValueBox.h"
@@ -25,7 +26,7 @@ void Colour(QWidget& control, QPalette::ColorRole role, bool isRefused) {
 } // namespace
 
 PwfDialog::PwfDialog(Program& program, PwfDesk& desk, QWidget* parent)
-    : ToolForm(program.registry, kFormName, parent), program_(program), desk_(desk),
+    : ToolForm(program.registry, kFormName, parent), messages_(program.messages), desk_(desk),
       ui_(std::make_unique<Ui::PwfDialog>()) {
   ui_->setupUi(this);
   rows_ = {{{ui_->Label_Param_0, ui_->Text_0, ui_->Label_Limits_0, ui_->Slider_0},
@@ -33,7 +34,7 @@ PwfDialog::PwfDialog(Program& program, PwfDesk& desk, QWidget* parent)
             {ui_->Label_Param_2, ui_->Text_2, ui_->Label_Limits_2, ui_->Slider_2},
             {ui_->Label_Param_3, ui_->Text_3, ui_->Label_Limits_3, ui_->Slider_3},
             {ui_->Label_Param_4, ui_->Text_4, ui_->Label_Limits_4, ui_->Slider_4}}};
-  const ErrMsg& language = program_.messages;
+  const ErrMsg& language = messages_;
   AddMenu("Menu_File", QString::fromUtf8(language.Pick("ﾌｧｲﾙ(&F)", "&File")),
           {ui_->Menu_FileOpen, ui_->Menu_FileSave, ui_->Menu_Print});
   AddMenu("Menu_Edit", QString::fromUtf8(language.Pick("編集(&E)", "&Edit")), {ui_->Menu_Restore});
@@ -253,7 +254,7 @@ void PwfDialog::SetBusy(bool busy) {
 
 void PwfDialog::ShowFault(const ExpressionFault& fault) {
   QString line;
-  if (fault.message != 0) line = Text(program_.messages.MessageText(fault.message)).trimmed();
+  if (fault.message != 0) line = Text(messages_.MessageText(fault.message)).trimmed();
   if (!fault.reason.empty()) line += QStringLiteral("  ") + Text(fault.reason);
   ShowNotes(line);
 }

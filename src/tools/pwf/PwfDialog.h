@@ -2,6 +2,7 @@
 // what it says.
 #pragma once
 
+#include "app/Messages.h"
 #include "tools/frame/ToolForm.h"
 #include "tools/pwf/PwfDesk.h"
 
@@ -17,6 +18,7 @@ class PwfDialog;
 
 namespace calder {
 
+class Program;
 class ValueBox;
 
 class PwfDialog final : public ToolForm, private PwfPort {
@@ -64,7 +66,7 @@ private:
   void ShowNotes(const QString& fault);
   [[nodiscard]] QPixmap CurveOf(int function);
 
-  Program& program_;
+  const ErrMsg& messages_;
   PwfDesk& desk_;
   std::unique_ptr<Ui::PwfDialog> ui_;
   std::array<Row, PwfTable::kMaxParams> rows_{};
