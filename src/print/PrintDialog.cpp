@@ -78,8 +78,9 @@ void PrintDialog::ConnectMargins() {
       ShowPages();
     });
     connect(margins_[i], &ValueBox::FocusNext, this, [this, i](bool backwards) {
-      const std::size_t count = margins_.size();
-      margins_[(i + (backwards ? count - 1 : 1)) % count]->setFocus(Qt::TabFocusReason);
+      // The first and the last box lead out again.
+      const std::array<QWidget*, 5> order{ui_->Btn_Cancel, margins_[0], margins_[1], margins_[2], ui_->Btn_Prt_0};
+      order[backwards ? i : i + 2]->setFocus(Qt::TabFocusReason);
     });
   }
 }

@@ -91,6 +91,8 @@ TEST_F(PrintDialogTest, MarginsMoveTheReportAndOtherWindowsPrintTheirOwn) {
       EXPECT_EQ(Focus(), "Text_2");
       Click("UD_Margin_2_Up");
       EXPECT_EQ(Shown("Text_2"), "6");
+      QTest::keyClick(Find<QWidget>("Text_2"), Qt::Key_Return);
+      EXPECT_EQ(Focus(), "Btn_Prt_0") << "no trap";
       Find<ValueBox>("Text_2")->setText(QStringLiteral("100"));
       Click("Btn_Page_Next"); // takes the text: two pages
       EXPECT_EQ(Find<QLabel>("Label_Page")->text(), "page 1 of 1");
