@@ -3,6 +3,7 @@
 // An unscripted question fails the test, and so does an answer that nobody asked for.
 #pragma once
 
+#include "Testing.h"
 #include "platform/Clipboard.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
@@ -12,15 +13,8 @@
 #include "platform/Worker.h"
 #include "platform/posix/DlBusLibraries.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <deque>
-#include <functional>
-#include <map>
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace calder::fake {
 

@@ -2,8 +2,6 @@
 
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
 #include <ctime>
 
 namespace calder {

@@ -1,6 +1,5 @@
 #include "app/EditBuffers.h"
-
-#include <gtest/gtest.h>
+#include "Testing.h"
 
 namespace calder {
 namespace {
@@ -21,10 +20,8 @@ TEST_F(EditBuffersTest, AGrowingMemoryClearsOnlyTheNewPoints) {
   settings.MemorySize = 2000;
   buffers.ClearGrownPoints(1000);
   for (const WaveHandle handle : {buffers.Current(), buffers.UndoCopy(), buffers.Create(), buffers.Work()}) {
-    EXPECT_EQ(W_GetWaveData(handle, 999, W_MAX_POINTS), 9);
-    EXPECT_EQ(W_GetWaveData(handle, 1000, W_MAX_POINTS), 0);
-    EXPECT_EQ(W_GetWaveData(handle, 1999, W_MAX_POINTS), 0);
-    EXPECT_EQ(W_GetWaveData(handle, 2000, W_MAX_POINTS), 9);
+    EXPECT_EQ(Texts(W_GetWaveData(handle, 999, W_MAX_POINTS), W_GetWaveData(handle, 1000, W_MAX_POINTS)), "9 0");
+    EXPECT_EQ(Texts(W_GetWaveData(handle, 1999, W_MAX_POINTS), W_GetWaveData(handle, 2000, W_MAX_POINTS)), "0 9");
   }
   settings.MemorySize = 500;
   buffers.ClearGrownPoints(2000);

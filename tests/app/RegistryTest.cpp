@@ -2,8 +2,6 @@
 
 #include "FakeDesktop.h"
 
-#include <optional>
-
 namespace calder {
 namespace {
 
@@ -14,9 +12,7 @@ struct RegistryTest : testing::Test {
 
 TEST_F(RegistryTest, AFreshStoreGivesTheDefaults) {
   clsRegistry registry(store, copies);
-  EXPECT_EQ(registry.GetWinCount(), 1);
-  EXPECT_EQ(registry.GetGpibBoard(), 3);
-  EXPECT_EQ(registry.GetGpibAddress(), -1);
+  EXPECT_EQ(Texts(registry.GetWinCount(), registry.GetGpibBoard(), registry.GetGpibAddress()), "1 3 -1");
   EXPECT_EQ(registry.GetFormTop("MainWindow"), 0);
   EXPECT_EQ(registry.GetSetting("Sysinfo", "sys_no"), "False");
   EXPECT_FALSE(registry.GetGpibBusy());
@@ -39,8 +35,7 @@ TEST_F(RegistryTest, OnlyTheLastCopyWritesPositions) {
   copies.others = true;
   std::optional<clsRegistry> second;
   second.emplace(store, copies);
-  EXPECT_EQ(second->GetWinCount(), 2);
-  EXPECT_EQ(second->GetWinH(), 2);
+  EXPECT_EQ(Texts(second->GetWinCount(), second->GetWinH()), "2 2");
   first->SetFormTop("MainWindow", 300);
   first.reset();
   EXPECT_EQ(store.Get("System", "WinCount"), "1");
@@ -57,8 +52,7 @@ TEST_F(RegistryTest, PositionsOffTheScreenBecomeZeroAndSpareNumbersAreKept) {
   {
     clsRegistry registry(store, copies);
     registry.SetScreen(19200, 14400);
-    EXPECT_EQ(registry.GetFormTop("MainWindow"), 0);
-    EXPECT_EQ(registry.GetFormLeft("MainWindow"), 200);
+    EXPECT_EQ(Texts(registry.GetFormTop("MainWindow"), registry.GetFormLeft("MainWindow")), "0 200");
   }
   EXPECT_EQ(store.Get("FormProperty", "MainWindow"), "0,200,7,9");
 }

@@ -1,6 +1,5 @@
 #include "app/UsbIds.h"
-
-#include <gtest/gtest.h>
+#include "Testing.h"
 
 namespace calder {
 namespace {

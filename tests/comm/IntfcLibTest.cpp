@@ -3,9 +3,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-#include <set>
-
 namespace calder {
 namespace {
 

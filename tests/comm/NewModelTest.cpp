@@ -5,8 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-
 namespace calder {
 namespace {
 

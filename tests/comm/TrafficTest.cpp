@@ -5,8 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <cmath>
-
 namespace calder {
 namespace {
 
@@ -108,8 +106,7 @@ const Talk kTalks[] = {
      "?*IDN? | Freq 60;Ampl 0PP;Offs 0;Ampl 0PP;Offs 0 | ?*ESR? | ?*ESR?",
      "?*IDN? | ?*ESR? | ?*IDN? | 30 | Size 4096;Data 5, | # | Wave 6 | Outp 1 | ?*ESR? | ?*ESR?",
      1,
-     false},
-};
+     false}};
 
 struct Traffic : BusFixture {
   [[nodiscard]] std::string Payload(const Talk& talk) const {

@@ -1,9 +1,5 @@
 #include "comm/TransferBlock.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <numeric>
+#include "Testing.h"
 
 namespace calder {
 namespace {

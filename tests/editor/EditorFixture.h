@@ -4,9 +4,6 @@
 #include "FakeDesktop.h"
 #include "editor/Editor.h"
 
-#include <optional>
-#include <vector>
-
 namespace calder {
 
 struct RecordingPort final : EditorPort {

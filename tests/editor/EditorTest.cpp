@@ -2,8 +2,6 @@
 
 #include "platform/TempFolder.h"
 
-#include <functional>
-
 namespace calder {
 namespace {
 
@@ -11,14 +9,11 @@ struct EditorTest : EditorFixture {};
 
 TEST_F(EditorTest, StartsWithAnEmptyWaveformInUserUnits) {
   Begin();
-  EXPECT_EQ(program->settings.XUnit, 2);
-  EXPECT_EQ(program->settings.YUnit, 2);
-  EXPECT_EQ(program->settings.XUserMax, 1);
+  EXPECT_EQ(Texts(program->settings.XUnit, program->settings.YUnit, program->settings.XUserMax), "2 2 1");
   EXPECT_EQ(program->settings.YUserMin, -1);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 524288}));
   EXPECT_FALSE(editor->commands.CanUndo());
-  EXPECT_EQ(program->registry.GetGpibBoard(), 3);
-  EXPECT_EQ(program->settings.ModelNo, 0);
+  EXPECT_EQ(Texts(program->registry.GetGpibBoard(), program->settings.ModelNo), "3 0");
 }
 
 TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
@@ -32,8 +27,7 @@ TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
          d.windows.captions = {"x", "Orvo Marlow for XG5530/31 <a.seq>"};
        }},
       {"no models", "No System Setup file.\r\rSystem Exit.",
-       [](fake::FakeDesktop& d) { d.folders.read = {CALDER_SOURCE_DIR "/data"}; }},
-  };
+       [](fake::FakeDesktop& d) { d.folders.read = {CALDER_SOURCE_DIR "/data"}; }}};
   for (const auto& row : rows) {
     fake::FakeDesktop spoilt;
     row.spoil(spoilt);
@@ -51,8 +45,7 @@ TEST_F(EditorTest, TheLastModelAddressAndMemorySizeComeBackUnlessTheyAreNonsense
   desktop.settings.Set("Sysinfo", "Gpib_Address", "7");
   desktop.settings.Set("Sysinfo", "memory_width_no", "1");
   Begin();
-  EXPECT_EQ(program->settings.ModelName, "XG5531");
-  EXPECT_EQ(program->settings.Address, 7);
+  EXPECT_EQ(Texts(program->settings.ModelName, program->settings.Address), "XG5531 7");
   EXPECT_EQ(program->settings.MemorySizeNo, 1);
   EXPECT_EQ(std::to_string(program->settings.MemorySize), editor->setup.MemorySizes()[1]);
   EXPECT_EQ(program->view.XEnd, program->settings.MemorySize);
@@ -69,16 +62,12 @@ TEST_F(EditorTest, CutPasteDeleteAndUndoMoveExactlyTheRange) {
   Ramp();
   program->buffers.CurrentScope() = {10.4, 109.6}; // points 11 to 110
   editor->Do(Command::Cut);
-  EXPECT_EQ(Code(10), 10);
-  EXPECT_EQ(Code(11), 111);
-  EXPECT_EQ(Code(524288 - 100), 0);
+  EXPECT_EQ(Texts(Code(10), Code(11), Code(524288 - 100)), "10 111 0");
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10.4, 109.6}));
   program->buffers.CurrentScope() = {1000, 1010};
   editor->Do(Command::Paste);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100})) << "what was pasted is selected";
-  EXPECT_EQ(Code(1000), 11);
-  EXPECT_EQ(Code(1099), 110);
-  EXPECT_EQ(Code(1100), 1200);
+  EXPECT_EQ(Texts(Code(1000), Code(1099), Code(1100)), "11 110 1200");
   editor->Do(Command::Undo);
   EXPECT_EQ(Code(1000), 1100);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1010}));
@@ -88,8 +77,7 @@ TEST_F(EditorTest, CutPasteDeleteAndUndoMoveExactlyTheRange) {
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100}));
   EXPECT_EQ(editor->commands.UndoCaption(), "&Redo") << "until the next edit";
   editor->Do(Command::Delete);
-  EXPECT_EQ(Code(1000), 1200);
-  EXPECT_EQ(editor->commands.UndoCaption(), "&Undo");
+  EXPECT_EQ(Texts(Code(1000), editor->commands.UndoCaption()), "1200 &Undo");
 }
 
 TEST_F(EditorTest, ARangeFromBetweenTwoPointsToTheEndEndsThere) {
@@ -147,8 +135,7 @@ TEST_F(EditorTest, NewStartsAnotherCopyAndTouchesNothingHere) {
   Begin();
   Ramp();
   editor->Do(Command::FileNew);
-  EXPECT_EQ(desktop.copies.started, 1);
-  EXPECT_EQ(Code(77), 77);
+  EXPECT_EQ(Texts(desktop.copies.started, Code(77)), "1 77");
   desktop.copies.canStart = false;
   desktop.boxes.Expect("Another copy of CALDER could not be started.");
   editor->Do(Command::FileNew);
@@ -169,50 +156,48 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
     const char* what;
     Changes changes;
     std::function<void()> act;
-  } rows[] = {
-      {"save", Change::Title,
-       [&] {
-         desktop.dialogs.Answer(folder / "a.wdb");
-         editor->Do(Command::FileSave);
-       }},
-      {"open text", kEverything, [&] { open("five.txt"); }},
-      {"open .wdb", kEverything, [&] { open("a.wdb"); }},
-      {"drop", kEverything, [&] { editor->FileDropped(folder / "a.wdb"); }},
-      {"open, cancelled", kNothing,
-       [&] {
-         desktop.dialogs.Cancel();
-         editor->Do(Command::FileOpen);
-       }},
-      {"open, failed", kNothing,
-       [&] {
-         desktop.boxes.Expect("File Read error.");
-         open("none.wdb");
-       }},
-      {"cut", kEdited, [&] { editor->Do(Command::Cut); }},
-      {"copy", Change::Commands, [&] { editor->Do(Command::Copy); }},
-      {"undo", kEdited, [&] { editor->Do(Command::Undo); }},
-      {"grid", Change::Picture | Change::Commands, [&] { editor->Do(Command::Grid); }},
-      {"zoom", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(1); }); }},
-      {"scrolled to where it is", kNothing,
-       [&] { editor->Apply(kViewMoved, [&] { return editor->view.Hrizontal_Scroll(0); }); }},
-      {"zoom back", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(0); }); }},
-      {"hover", Change::Mouse, [&] { move(1023); }},
-      {"press", kNothing,
-       [&] {
-         editor->MousePress({1023, 50, 1024, 100}, Editor::PressKeys::None);
-       }},
-      {"drag", Change::Mouse | Change::Markers | Change::Readouts, [&] { move(700); }},
-      {"drag on the spot", Change::Mouse, [&] { move(700); }},
-      {"outside", kNothing, [&] { move(-1); }},
-      {"release", Change::Picture,
-       [&] {
-         editor->MouseRelease({700, 50, 1024, 100});
-       }},
-      {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
-      {"tool", kEverything, [&] { editor->WaveformChanged(); }},
-      {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
-      {"other view", kViewMoved | Change::Commands, [&] { editor->ChooseView(Editor::ViewKind::Digital); }},
-  };
+  } rows[] = {{"save", Change::Title,
+               [&] {
+                 desktop.dialogs.Answer(folder / "a.wdb");
+                 editor->Do(Command::FileSave);
+               }},
+              {"open text", kEverything, [&] { open("five.txt"); }},
+              {"open .wdb", kEverything, [&] { open("a.wdb"); }},
+              {"drop", kEverything, [&] { editor->FileDropped(folder / "a.wdb"); }},
+              {"open, cancelled", kNothing,
+               [&] {
+                 desktop.dialogs.Cancel();
+                 editor->Do(Command::FileOpen);
+               }},
+              {"open, failed", kNothing,
+               [&] {
+                 desktop.boxes.Expect("File Read error.");
+                 open("none.wdb");
+               }},
+              {"cut", kEdited, [&] { editor->Do(Command::Cut); }},
+              {"copy", Change::Commands, [&] { editor->Do(Command::Copy); }},
+              {"undo", kEdited, [&] { editor->Do(Command::Undo); }},
+              {"grid", Change::Picture | Change::Commands, [&] { editor->Do(Command::Grid); }},
+              {"zoom", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(1); }); }},
+              {"scrolled to where it is", kNothing,
+               [&] { editor->Apply(kViewMoved, [&] { return editor->view.Hrizontal_Scroll(0); }); }},
+              {"zoom back", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(0); }); }},
+              {"hover", Change::Mouse, [&] { move(1023); }},
+              {"press", kNothing,
+               [&] {
+                 editor->MousePress({1023, 50, 1024, 100}, Editor::PressKeys::None);
+               }},
+              {"drag", Change::Mouse | Change::Markers | Change::Readouts, [&] { move(700); }},
+              {"drag on the spot", Change::Mouse, [&] { move(700); }},
+              {"outside", kNothing, [&] { move(-1); }},
+              {"release", Change::Picture,
+               [&] {
+                 editor->MouseRelease({700, 50, 1024, 100});
+               }},
+              {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
+              {"tool", kEverything, [&] { editor->WaveformChanged(); }},
+              {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
+              {"other view", kViewMoved | Change::Commands, [&] { editor->ChooseView(Editor::ViewKind::Digital); }}};
   for (const auto& row : rows) {
     port.shown.clear();
     row.act();

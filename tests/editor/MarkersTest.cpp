@@ -28,22 +28,20 @@ TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
     Box box;
     const char* text;
     Scope after;
-  } rows[] = {
-      {"A right of B is refused", false, {100, 200}, Start, "300", {100, 200}},
-      {"A before B is taken", false, {100, 200}, Start, "150", {150, 200}},
-      {"outside the waveform is refused", false, {100, 200}, Start, "-1", {100, 200}},
-      {"beyond the end is refused, not taken for 0", false, {100, 200}, End, "600000", {100, 200}},
-      {"B before A is refused", false, {100, 200}, End, "50", {100, 200}},
-      {"prefixes work", false, {100, 200}, End, "1.5k", {100, 1500}},
-      {"a pair stops at the end", true, {0, 1000}, Start, "524000", {523288, 524288}},
-      {"a pair stops at the start", true, {1000, 2000}, End, "300", {0, 1000}},
-      {"a pair moves", true, {1000, 2000}, Start, "5000", {5000, 6000}},
-      {"B takes A along", true, {1000, 2000}, End, "5000", {4000, 5000}},
-      {"a length", false, {1000, 2000}, Length, "10", {1000, 1010}},
-      {"a length beyond the end", false, {524000, 524100}, Length, "1000", {524000, 524288}},
-      {"a length beyond everything", false, {24288, 24388}, Length, "9M", {24288, 524288}},
-      {"no number is 0", false, {1000, 2000}, Length, "abc", {1000, 1000}},
-  };
+  } rows[] = {{"A right of B is refused", false, {100, 200}, Start, "300", {100, 200}},
+              {"A before B is taken", false, {100, 200}, Start, "150", {150, 200}},
+              {"outside the waveform is refused", false, {100, 200}, Start, "-1", {100, 200}},
+              {"beyond the end is refused, not taken for 0", false, {100, 200}, End, "600000", {100, 200}},
+              {"B before A is refused", false, {100, 200}, End, "50", {100, 200}},
+              {"prefixes work", false, {100, 200}, End, "1.5k", {100, 1500}},
+              {"a pair stops at the end", true, {0, 1000}, Start, "524000", {523288, 524288}},
+              {"a pair stops at the start", true, {1000, 2000}, End, "300", {0, 1000}},
+              {"a pair moves", true, {1000, 2000}, Start, "5000", {5000, 6000}},
+              {"B takes A along", true, {1000, 2000}, End, "5000", {4000, 5000}},
+              {"a length", false, {1000, 2000}, Length, "10", {1000, 1010}},
+              {"a length beyond the end", false, {524000, 524100}, Length, "1000", {524000, 524288}},
+              {"a length beyond everything", false, {24288, 24388}, Length, "9M", {24288, 524288}},
+              {"no number is 0", false, {1000, 2000}, Length, "abc", {1000, 1000}}};
   for (const auto& row : rows) {
     Put(row.before.Start, row.before.End, row.track);
     if (row.box == Start) editor->markers.TypeStart(row.text);
@@ -61,18 +59,16 @@ TEST_F(MarkersTest, TheGrabbedMarkerIsTheOneUnderThePointer) {
     Scope scope;
     int x, y;
     char marker; // A, B or - for none
-  } rows[] = {
-      {"B's column", {51200, 256000}, 500, 300, 'B'},
-      {"A's column", {51200, 256000}, 100, 300, 'A'},
-      {"beside it", {51200, 256000}, 101, 300, '-'},
-      {"right of B at the top", {51200, 256000}, 510, 9, 'B'},
-      {"right of B below the top", {51200, 256000}, 510, 10, '-'},
-      {"left of A at the top", {51200, 256000}, 90, 10, 'A'},
-      {"A's flag itself", {51200, 256000}, 105, 5, '-'},
-      {"one column in the middle: B", {256000, 256000}, 500, 300, 'B'},
-      {"one column at the right edge: A", {524288, 524288}, 1023, 300, 'A'},
-      {"the last column counts as the end", {0, 524288}, 1023, 300, 'B'},
-  };
+  } rows[] = {{"B's column", {51200, 256000}, 500, 300, 'B'},
+              {"A's column", {51200, 256000}, 100, 300, 'A'},
+              {"beside it", {51200, 256000}, 101, 300, '-'},
+              {"right of B at the top", {51200, 256000}, 510, 9, 'B'},
+              {"right of B below the top", {51200, 256000}, 510, 10, '-'},
+              {"left of A at the top", {51200, 256000}, 90, 10, 'A'},
+              {"A's flag itself", {51200, 256000}, 105, 5, '-'},
+              {"one column in the middle: B", {256000, 256000}, 500, 300, 'B'},
+              {"one column at the right edge: A", {524288, 524288}, 1023, 300, 'A'},
+              {"the last column counts as the end", {0, 524288}, 1023, 300, 'B'}};
   for (const auto& row : rows) {
     Put(row.scope.Start, row.scope.End);
     editor->MouseMove(row.x, row.y, 1024, 400, 1, true);

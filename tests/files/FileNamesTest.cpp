@@ -1,6 +1,5 @@
 #include "files/FileNames.h"
-
-#include <gtest/gtest.h>
+#include "Testing.h"
 
 namespace calder {
 namespace {

@@ -1,5 +1,5 @@
-#include "files/ListFile.h"
 #include "editor/EditorFixture.h"
+#include "files/ListFile.h"
 #include "files/ListText.h"
 #include "platform/TempFolder.h"
 
@@ -114,8 +114,7 @@ TEST_F(ListFileTest, AJapaneseListIsReadByTheEnglishProgram) {
   EXPECT_NE(text.find(ToCodePage("'単位\tｱﾄﾞﾚｽ\r\n", CodePage::Japanese)), std::string::npos);
   ASSERT_EQ(japaneseList.Write_List(folder / "j.wfn"), 0);
   ASSERT_EQ(list->Read_List(folder / "j.wfn"), 0);
-  EXPECT_EQ(program->pages[3].Expression, "sin(2*pi*x/p)");
-  EXPECT_EQ(program->pages[1].EndX, 200);
+  EXPECT_EQ(Texts(program->pages[3].Expression, program->pages[1].EndX), "sin(2*pi*x/p) 200");
 }
 
 TEST_F(ListFileTest, NothingToWriteMakesNoFileAndAFailureKeepsTheOldOne) {
@@ -161,8 +160,7 @@ TEST_F(ListFileTest, ADamagedListGivesThePagesBeforeTheDamageOrNone) {
       {"no such function", WithLine(whole, "5\t\t'Type", "6\t\t'Type"), 1},
       {"no such page ends without a message", WithLine(whole, "3\t\t'Page", "203\t\t'Page"), 1},
       {"even as the first", WithLine(whole, "1\t\t'Page", "-1\t\t'Page"), 0},
-      {"a page number with a fraction", WithLine(whole, "3\t\t'Page", "3.5\t\t'Page"), 1},
-  };
+      {"a page number with a fraction", WithLine(whole, "3\t\t'Page", "3.5\t\t'Page"), 1}};
   for (const auto& row : rows) {
     SCOPED_TRACE(row.why);
     PageTable pages;
@@ -196,14 +194,8 @@ TEST_F(ListFileTest, OddPagesAreBroughtInto) {
   page.Constants = "'Const";
   PageTable pages;
   ASSERT_TRUE(Parse(Compose(), pages));
-  EXPECT_EQ(pages[3].EndX, 1000);
-  EXPECT_EQ(pages[3].Size, 600);
-  EXPECT_EQ(pages[3].Phase, 5);
-  EXPECT_EQ(pages[3].Symmetry, 100);
-  EXPECT_EQ(pages[3].Duty, 0);
-  EXPECT_EQ(pages[3].Period, 0);
-  EXPECT_EQ(pages[3].Expression, "none");
-  EXPECT_EQ(pages[3].Constants, "'Const");
+  EXPECT_EQ(Texts(pages[3].EndX, pages[3].Size, pages[3].Phase, pages[3].Symmetry, pages[3].Duty), "1000 600 5 100 0");
+  EXPECT_EQ(Texts(pages[3].Period, pages[3].Expression, pages[3].Constants), "0 none 'Const");
   const std::string broken = WithLine(Compose(), "none\r\n", "a+\r\nb" + std::string(1, '\0') + "rest\r\n");
   ASSERT_TRUE(Parse(broken, pages));
   EXPECT_EQ(pages[3].Expression, "a+ b") << "broken lines are joined, a NUL ends the text";

@@ -2,8 +2,6 @@
 
 #include "platform/TempFolder.h"
 
-#include <gtest/gtest.h>
-
 namespace calder {
 namespace {
 
@@ -61,8 +59,7 @@ TEST(PwfFileTest, ReadsWhatMatchesAndKeepsWhatCameBeforeAFault) {
       {"an index beyond the table", head + "25\n\n", 71, 0, 1.5, 12.4},
       {"an undefined function", head + "5\n\n1\n", 71, 0, 1.5, 12.4},
       {"a blank too many", head + "3\nD\xE4mpfung \n2\n", 71, 0, 1.5, 12.4},
-      {"a value that is none", head + "3\nD\xE4mpfung\n2.5\nx\n", 71, 3, 2.5, 12.4},
-  };
+      {"a value that is none", head + "3\nD\xE4mpfung\n2.5\nx\n", 71, 3, 2.5, 12.4}};
   for (const auto& row : rows) {
     PwfTable table = Table();
     table.WaveIdx = 0;

@@ -1,12 +1,8 @@
+#include "Testing.h"
 #include "files/SettingsBlock.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <bit>
 #include <cstring>
-#include <string>
-#include <utility>
 
 namespace calder {
 namespace {
@@ -49,32 +45,15 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
   EXPECT_EQ(r.ModelNo, 7);
 
   using S = SystemInfo;
-  using Word = std::pair<std::size_t, std::int16_t S::*>;
-  for (const auto& [offset, field] : {Word{18, &S::Address},
-                                      Word{20, &S::AddressMin},
-                                      Word{22, &S::AddressMax},
-                                      Word{88, &S::MemorySizeNo},
-                                      Word{98, &S::Field9},
-                                      Word{100, &S::Field10},
-                                      Word{106, &S::MemoryNoSelectable},
-                                      Word{108, &S::MemoryNo},
-                                      Word{110, &S::MemoryNoMin},
-                                      Word{112, &S::MemoryNoMax},
-                                      Word{114, &S::MemoryNameSelectable},
-                                      Word{148, &S::ChannelSelectable},
-                                      Word{150, &S::Channel},
-                                      Word{152, &S::Output},
-                                      Word{218, &S::RangeNo},
-                                      Word{220, &S::Field46},
-                                      Word{254, &S::OffsetSwitch},
-                                      Word{288, &S::OffsetOn},
-                                      Word{290, &S::XUnit},
-                                      Word{308, &S::YUnit},
-                                      Word{342, &S::TransferFormat},
-                                      Word{348, &S::SizeRatio},
-                                      Word{350, &S::Polarity}}) {
-    EXPECT_EQ(r.*field, static_cast<std::int16_t>(Number(block, offset, 2))) << offset;
-  }
+  const auto word = [&](std::size_t offset) { return static_cast<std::int16_t>(Number(block, offset, 2)); };
+  EXPECT_EQ(Texts(r.Address, r.AddressMin, r.AddressMax), Texts(word(18), word(20), word(22)));
+  EXPECT_EQ(Texts(r.MemorySizeNo, r.Field9, r.Field10), Texts(word(88), word(98), word(100)));
+  EXPECT_EQ(Texts(r.MemoryNoSelectable, r.MemoryNo, r.MemoryNoMin), Texts(word(106), word(108), word(110)));
+  EXPECT_EQ(Texts(r.MemoryNoMax, r.MemoryNameSelectable), Texts(word(112), word(114)));
+  EXPECT_EQ(Texts(r.ChannelSelectable, r.Channel, r.Output), Texts(word(148), word(150), word(152)));
+  EXPECT_EQ(Texts(r.RangeNo, r.Field46, r.OffsetSwitch), Texts(word(218), word(220), word(254)));
+  EXPECT_EQ(Texts(r.OffsetOn, r.XUnit, r.YUnit), Texts(word(288), word(290), word(308)));
+  EXPECT_EQ(Texts(r.TransferFormat, r.SizeRatio, r.Polarity), Texts(word(342), word(348), word(350)));
   using Long = std::pair<std::size_t, std::int32_t S::*>;
   for (const auto& [offset, field] :
        {Long{90, &S::MemorySize}, Long{94, &S::CodeSpan}, Long{102, &S::DataBits}, Long{344, &S::ControlPointCount}}) {
@@ -139,19 +118,17 @@ TEST(SettingsBlock, TextsAreCutAtWholeCharactersAndTrimmed) {
     const char* name;
     std::string stored;
     const char* back;
-  } kRows[] = {
-      {CodePage::Western, "", "        ", ""},
-      {CodePage::Western, "  m/s²  ", "  m/s\xB2  ", "  m/s²"},
-      {CodePage::Western, "Übergröße",
-       "\xDC"
-       "bergr\xF6\xDF",
-       "Übergröß"},
-      {CodePage::Western, "Ω角x", "??x     ", "??x"},
-      {CodePage::Japanese, "角度", "\x8A\x70\x93\x78    ", "角度"},
-      {CodePage::Japanese, "1角度角度", "1\x8A\x70\x93\x78\x8A\x70 ", "1角度角"},
-      {CodePage::Japanese, "ｱﾎﾟ²", "\xB1\xCE\xDF?    ", "ｱﾎﾟ?"},
-      {CodePage::Western, "\xC3(\xF0\x9F\x98\x80\xFF", "?(??    ", "?(??"},
-  };
+  } kRows[] = {{CodePage::Western, "", "        ", ""},
+               {CodePage::Western, "  m/s²  ", "  m/s\xB2  ", "  m/s²"},
+               {CodePage::Western, "Übergröße",
+                "\xDC"
+                "bergr\xF6\xDF",
+                "Übergröß"},
+               {CodePage::Western, "Ω角x", "??x     ", "??x"},
+               {CodePage::Japanese, "角度", "\x8A\x70\x93\x78    ", "角度"},
+               {CodePage::Japanese, "1角度角度", "1\x8A\x70\x93\x78\x8A\x70 ", "1角度角"},
+               {CodePage::Japanese, "ｱﾎﾟ²", "\xB1\xCE\xDF?    ", "ｱﾎﾟ?"},
+               {CodePage::Western, "\xC3(\xF0\x9F\x98\x80\xFF", "?(??    ", "?(??"}};
   for (const auto& row : kRows) {
     SystemInfo record;
     record.XUserName = row.name;

@@ -1,5 +1,5 @@
-#include "files/WaveFiles.h"
 #include "editor/EditorFixture.h"
+#include "files/WaveFiles.h"
 #include "platform/TempFolder.h"
 
 namespace calder {
@@ -74,8 +74,7 @@ TEST_F(WaveFilesTest, OpeningAWdbFileOfAnotherSizeChangesTheMemoryAndTheView) {
   program->buffers.CurrentScope() = {100000, 200000};
   desktop.dialogs.Answer(folder / "small.wdb");
   editor->Do(Command::FileOpen);
-  EXPECT_EQ(program->settings.MemorySize, 65536);
-  EXPECT_EQ(program->view.XEnd, 65536);
+  EXPECT_EQ(Texts(program->settings.MemorySize, program->view.XEnd), "65536 65536");
   EXPECT_EQ(program->view.ScrollStep, 2);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{65536, 65536}));
 }
@@ -93,17 +92,15 @@ TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
     const char* name;
     std::string content;
     const char* message;
-  } rows[] = {
-      {"empty.wdb", "", "File Read error."},
-      {"short.wdb", good.substr(0, 300), "File Read error."},
-      {"truncated.wdb", good.substr(0, good.size() - 1), "File Read error."},
-      {"foreign.wdb", foreign, "Read in is interrupted"},
-      {"nomemory.wdb", noMemory, "File Read error."},
-      {"nan.wdb", nanAmplitude, "File Read error."},
-      {"text.txt", "12\r\nabc\r\n", "Line 2"},
-      {"empty.txt", "", "File Read error."},
-      {"a.b.wdb", good, "Invalid file extension."},
-  };
+  } rows[] = {{"empty.wdb", "", "File Read error."},
+              {"short.wdb", good.substr(0, 300), "File Read error."},
+              {"truncated.wdb", good.substr(0, good.size() - 1), "File Read error."},
+              {"foreign.wdb", foreign, "Read in is interrupted"},
+              {"nomemory.wdb", noMemory, "File Read error."},
+              {"nan.wdb", nanAmplitude, "File Read error."},
+              {"text.txt", "12\r\nabc\r\n", "Line 2"},
+              {"empty.txt", "", "File Read error."},
+              {"a.b.wdb", good, "Invalid file extension."}};
   const std::vector<std::int16_t> points = Points();
   const SystemInfo settings = program->settings;
   for (const auto& row : rows) {
@@ -119,8 +116,7 @@ TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
 TEST_F(WaveFilesTest, TextIsSpreadOverTheWholeMemoryAndCanBeUndone) {
   PutFile(folder / "two.txt", "-32767\r\n32767\r\n");
   ASSERT_TRUE(editor->waveFiles.Read_WaveFile(folder / "two.txt"));
-  EXPECT_EQ(Code(0), -32767);
-  EXPECT_EQ(Code(262144), 0);
+  EXPECT_EQ(Texts(Code(0), Code(262144)), "-32767 0");
   EXPECT_NEAR(Code(524287), 32767, 1);
   EXPECT_TRUE(editor->commands.CanUndo());
   editor->Do(Command::Undo);
@@ -130,8 +126,7 @@ TEST_F(WaveFilesTest, TextIsSpreadOverTheWholeMemoryAndCanBeUndone) {
   desktop.dialogs.Answer(folder / "one.txt");
   editor->Do(Command::FileOpen);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{524288, 524288})) << "the right end is a range";
-  EXPECT_EQ(Code(0), 5);
-  EXPECT_EQ(Code(524287), 5);
+  EXPECT_EQ(Texts(Code(0), Code(524287)), "5 5");
 }
 
 TEST_F(WaveFilesTest, RealTextIsNormalised) {
@@ -140,10 +135,7 @@ TEST_F(WaveFilesTest, RealTextIsNormalised) {
   PutFile(folder / "real.txt", text);
   desktop.dialogs.Answer(folder / "real.txt", 3);
   editor->Do(Command::FileOpen);
-  EXPECT_EQ(Code(0), 32767);
-  EXPECT_EQ(Code(1), -8192);
-  EXPECT_EQ(Code(2), 8192);
-  EXPECT_EQ(Code(524287), 4096);
+  EXPECT_EQ(Texts(Code(0), Code(1), Code(2), Code(524287)), "32767 -8192 8192 4096");
   PutFile(folder / "zeros.txt", "0\r\n0\r\n");
   desktop.boxes.Expect("File Read error.");
   EXPECT_FALSE(editor->waveFiles.Read_RealText(folder / "zeros.txt"));

@@ -7,10 +7,6 @@
 #include <QDir>
 #include <QImage>
 
-#include <cmath>
-#include <functional>
-#include <numbers>
-
 namespace calder {
 namespace {
 
@@ -83,33 +79,31 @@ TEST_F(ApprovedPictures, AreDrawnAgain) {
     const char* name;
     std::function<void()> prepare;
     Draw draw;
-  } rows[] = {
-      {"whole", [] {}, wave},
-      {"digital", [] {}, digital},
-      {"moved-markers", [] {},
-       [this, &wave](DeviceContext& picture) {
-         wave(picture);
-         program->buffers.CurrentScope() = {1200, 3500};
-         editor->markers.Move_Marker(picture);
-       }},
-      {"points",
-       [this] { // few enough that each is a dot; marker A lies left of the view
-         editor->view.ZoomX(7);
-         editor->view.Hrizontal_Scroll(1000);
-         editor->view.ZoomY(1);
-         editor->view.Vertical_Scroll(4000);
-         program->buffers.CurrentScope() = {600, 1016};
-       },
-       wave},
-      {"digital-points", [] {}, digital},
-      {"right-edge",
-       [this] {
-         editor->view.Init();
-         editor->painter.ShowGrid(false);
-         program->buffers.CurrentScope() = {4096, 4096};
-       },
-       wave},
-  };
+  } rows[] = {{"whole", [] {}, wave},
+              {"digital", [] {}, digital},
+              {"moved-markers", [] {},
+               [this, &wave](DeviceContext& picture) {
+                 wave(picture);
+                 program->buffers.CurrentScope() = {1200, 3500};
+                 editor->markers.Move_Marker(picture);
+               }},
+              {"points",
+               [this] { // few enough that each is a dot; marker A lies left of the view
+                 editor->view.ZoomX(7);
+                 editor->view.Hrizontal_Scroll(1000);
+                 editor->view.ZoomY(1);
+                 editor->view.Vertical_Scroll(4000);
+                 program->buffers.CurrentScope() = {600, 1016};
+               },
+               wave},
+              {"digital-points", [] {}, digital},
+              {"right-edge",
+               [this] {
+                 editor->view.Init();
+                 editor->painter.ShowGrid(false);
+                 program->buffers.CurrentScope() = {4096, 4096};
+               },
+               wave}};
   for (const int scale : {1, 2}) {
     SetUp();
     for (const auto& row : rows) {

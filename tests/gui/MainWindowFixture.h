@@ -6,14 +6,12 @@
 #include "FormDriver.h"
 #include "editor/MainWindow.h"
 #include "platform/qt/QtClipboard.h"
-#include "platform/qt/WaveformCanvas.h"
 
 #include <QDropEvent>
 #include <QMimeData>
 #include <QWheelEvent>
 
 #include <memory>
-#include <string>
 
 namespace calder {
 
@@ -25,12 +23,9 @@ struct MainWindowFixture : testing::Test, FormDriver {
     application = std::make_unique<Application>(services);
     ASSERT_TRUE(application->Start(file));
     window = &application->Window();
-    driven = window;
     firstSize = window->size();
     window->resize(1000, 640);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
-    QApplication::setActiveWindow(window);
-    QCoreApplication::processEvents();
+    ShowForm(window);
   }
 
   void Wheel(const char* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {

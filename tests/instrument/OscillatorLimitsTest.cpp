@@ -5,8 +5,6 @@
 #include "instrument/Initialise.h"
 #include "instrument/SystemSetup.h"
 
-#include <optional>
-
 namespace calder {
 namespace {
 

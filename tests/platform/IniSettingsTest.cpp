@@ -3,8 +3,6 @@
 
 #include "platform/TempFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <sys/wait.h>
 #include <unistd.h>
 

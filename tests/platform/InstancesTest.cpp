@@ -2,14 +2,11 @@
 
 #include "platform/TempFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <csignal>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <atomic>
 #include <thread>
 

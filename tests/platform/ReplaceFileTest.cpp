@@ -2,7 +2,6 @@
 #include "platform/posix/WholeFile.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <fcntl.h>
 #include <signal.h>
@@ -11,9 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <chrono>
-#include <random>
 
 namespace calder {
 namespace {

@@ -4,8 +4,6 @@
 #include "files/FileCommands.h"
 #include "files/WaveFiles.h"
 
-#include <numeric>
-
 namespace calder {
 namespace {
 
@@ -192,9 +190,7 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   desk->ChooseModel(20);
   desktop.dialogs.Answer(path);
   desk->Menu_FileOpen_Click();
-  EXPECT_EQ(settings.ModelName, "XG5531");
-  EXPECT_EQ(settings.Output, 2);
-  EXPECT_EQ(settings.Polarity, 4);
+  EXPECT_EQ(Texts(settings.ModelName, settings.Output, settings.Polarity), "XG5531 2 4");
   EXPECT_EQ(settings.Address, saved.Address);
   EXPECT_EQ(settings.XUserName, "ms");
   EXPECT_EQ(program->interfaceKind, kNiGpib);
@@ -224,8 +220,7 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   ASSERT_EQ(written.Write_SystemFile(path), 0);
   desktop.dialogs.Answer(path);
   desk->Menu_FileOpen_Click();
-  EXPECT_EQ(settings.ModelName, "XG5530");
-  EXPECT_EQ(settings.Channel, 0);
+  EXPECT_EQ(Texts(settings.ModelName, settings.Channel), "XG5530 0");
   EXPECT_LT(settings.RangeNo, static_cast<int>(setup->Ranges().size()));
 
   std::filesystem::resize_file(path, 100);
@@ -243,10 +238,7 @@ TEST_F(Desk, PointsThatALargerMemoryBringsAreClearBeforeATransfer) {
   const auto codes = W_Lock(program->buffers.Current());
   std::iota(codes.begin(), codes.end(), std::int16_t{0}); // also after the 1024 points of the waveform
   desk->ChooseModel(6);
-  EXPECT_EQ(settings.MemorySize, 8192);
-  EXPECT_EQ(codes[1023], 1023);
-  EXPECT_EQ(codes[1024], 0);
-  EXPECT_EQ(codes[8192], 8192);
+  EXPECT_EQ(Texts(settings.MemorySize, codes[1023], codes[1024], codes[8192]), "8192 1023 0 8192");
   EXPECT_EQ(settings.TransferFormat, 1); // a ramp and a line, now over 8192 points
   EXPECT_EQ(settings.ControlPointCount, 4);
   codes[8191] = 5; // from now on they are the waveform's
@@ -255,8 +247,7 @@ TEST_F(Desk, PointsThatALargerMemoryBringsAreClearBeforeATransfer) {
   desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
   EXPECT_EQ(codes[8191], 5);
   desk->Btn_Cancel_Click();
-  EXPECT_EQ(settings.MemorySize, 1024);
-  EXPECT_EQ(codes[1023], 1023);
+  EXPECT_EQ(Texts(settings.MemorySize, codes[1023]), "1024 1023");
 }
 
 TEST_F(Desk, TheLoopTestCountsUntilItIsStoppedOrCancelled) {

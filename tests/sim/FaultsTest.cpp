@@ -2,8 +2,6 @@
 
 #include "platform/TempFolder.h"
 
-#include <fstream>
-
 namespace calder {
 namespace {
 

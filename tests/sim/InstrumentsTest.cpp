@@ -2,9 +2,6 @@
 
 #include "platform/TempFolder.h"
 
-#include <fstream>
-#include <sstream>
-
 namespace calder {
 namespace {
 
@@ -29,8 +26,7 @@ TEST_F(BenchTest, ErrorsGoIntoTheQueueAndSetTheirBit) {
       {":SOUR1:VOLT:RANG 1;:SOUR1:VOLT 4.5PP", "16", "-222,\"Data out of range\"\n"},
       {":OUTP1:POL SQU, NORM", "16", "-221,\"Settings conflict\"\n"}, // the shape is another one
       {":SOURCE1:FREQUENCY 5;VOLT:OFFS", "32", "-113,\"Undefined header\"\n"},
-      {"*CLS;:sour1:volt 3.5pp;:OUTP1:LOAD INFinity;:OUTP1:SCAL SIN, PFS", "0", "0,\"No error\"\n"},
-  };
+      {"*CLS;:sour1:volt 3.5pp;:OUTP1:LOAD INFinity;:OUTP1:SCAL SIN, PFS", "0", "0,\"No error\"\n"}};
   for (const auto& one : cases) {
     Put(kXg5530, "*CLS\n");
     Put(kXg5530, one.message + "\n"s);
@@ -68,8 +64,7 @@ TEST_F(BenchTest, RawBlocksGoIntoTheMemories) {
       {17, "VJ6210", ":INST:NSEL 2;:ARB:POIN 1024;:ARB:NAME \"M\";:ARB:DATA 8,", 8, 1024, false, "M"},
       {kKz8110, "KZ8110", "WMEM 3;WLEN 1024;WDAT", 3, 1024, false, ""},
       {22, "UB9110", "SIZE 1024;BANK 1;DATA 0,", 0, 1024, false, ""},
-      {26, "UB9330", "Chan 3;Size 4096;Data 15,", 15, 4096, false, ""},
-  };
+      {26, "UB9330", "Chan 3;Size 4096;Data 15,", 15, 4096, false, ""}};
   for (const auto& one : cases) {
     std::vector<std::int16_t> codes(static_cast<std::size_t>(one.size));
     for (std::size_t i = 0; i < codes.size(); ++i)

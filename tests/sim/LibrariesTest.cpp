@@ -2,8 +2,6 @@
 
 #include "libs/sysinf32/sysinf32.h"
 
-#include <fstream>
-
 namespace calder {
 namespace {
 

@@ -24,8 +24,7 @@ TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
   create->Text_X_LostFocus(CreatePages::AreaEnd::End, create->StartText(), "300");
   EXPECT_EQ(Generated(150), 0);
   create->Btn_OK_Click();
-  EXPECT_EQ(Code(299), 2990);
-  EXPECT_EQ(Code(300), 300);
+  EXPECT_EQ(Texts(Code(299), Code(300)), "2990 300");
 }
 
 TEST_F(CreateExpressionTest, WhatWasSeenWhileTypingFollowsTheArea) {
@@ -60,8 +59,7 @@ TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndWritesNothing) {
       {"an unknown name", "", "1+foo", "Syntax error in equation", TextBox::Expression, 2},
       {"an unknown name after a random value", "", "rnd()*foo", "Syntax error in equation", TextBox::Expression, 6},
       {"a stray parenthesis", "", "(x", "Unbalance of parenthesis", TextBox::Expression, 0},
-      {"constants", "a=1;b=*", "a", "Constant format error", TextBox::Constants, 6},
-  };
+      {"constants", "a=1;b=*", "a", "Constant format error", TextBox::Constants, 6}};
   for (const auto& row : rows) {
     Ramp();
     program->buffers.Reset_Undo();
@@ -86,8 +84,7 @@ TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndWritesNothing) {
 TEST_F(CreateExpressionTest, ConstantsAreCheckedAtBothEndsAndKeptInSmallLetters) {
   OpenExpression(100.5, 201.5, "a", "A=3 ;");
   create->Btn_Comp_Click();
-  EXPECT_EQ(Page(1).Constants, "a=3 ;");
-  EXPECT_EQ(Generated(150), 3);
+  EXPECT_EQ(Texts(Page(1).Constants, Generated(150)), "a=3 ; 3");
   // Nothing to compute: no message, nothing changes.
   create->Txt_Expr_LostFocus("   ");
   create->Btn_Comp_Click();
@@ -115,10 +112,7 @@ TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
   Page(3).Expression = "(((";
   desktop.boxes.Expect("Syntax error in equation");
   create->Btn_Confirm_Click();
-  EXPECT_EQ(create->CurrentPage(), 2);
-  EXPECT_EQ(createPort->closes, 0);
-  EXPECT_EQ(Code(50), 7);
-  EXPECT_EQ(Code(450), 7);
+  EXPECT_EQ(Texts(create->CurrentPage(), createPort->closes, Code(50), Code(450)), "2 0 7 7");
   EXPECT_EQ(Code(250), 0) << "the failed page's area is copied as it was left";
   ASSERT_TRUE(createPort->fault && createPort->fault->place);
   EXPECT_EQ(createPort->fault->place->position, 0U);
@@ -130,9 +124,7 @@ TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
   Page(2).Expression = "8";
   Page(3).Expression = "9";
   create->Btn_Confirm_Click();
-  EXPECT_EQ(createPort->closes, 1);
-  EXPECT_EQ(Code(250), 8);
-  EXPECT_EQ(Code(350), 9);
+  EXPECT_EQ(Texts(createPort->closes, Code(250), Code(350)), "1 8 9");
 }
 
 TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {

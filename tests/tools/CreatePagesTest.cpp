@@ -2,8 +2,6 @@
 #include "platform/TempFolder.h"
 #include "tools/CreateFixture.h"
 
-#include <cmath>
-
 namespace calder {
 namespace {
 
@@ -13,9 +11,7 @@ using Button = CreatePages::PageButton;
 
 TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
   create->PrepareCreate();
-  EXPECT_EQ(create->CurrentPage(), 1);
-  EXPECT_EQ(Page(1).StartX, 100);
-  EXPECT_EQ(Page(1).Size, 100);
+  EXPECT_EQ(Texts(create->CurrentPage(), Page(1).StartX, Page(1).Size), "1 100 100");
   EXPECT_TRUE(Page(1).Valid);
   EXPECT_FALSE(Page(1).Visited);
   EXPECT_TRUE(create->PageModified());
@@ -91,15 +87,13 @@ TEST_F(CreatePagesTest, TypedAreasPushTheOtherEndOrAreRefused) {
     End edited;
     const char *start, *end;
     Scope after;
-  } rows[] = {
-      {"start", End::Start, "150", "200.0000000", {150, 200}},
-      {"start after the end", End::Start, "300", "200.0000000", {300, 300}},
-      {"end", End::End, "100.0000000", "1k", {100, 1000}},
-      {"end before the start", End::End, "100.0000000", "50", {50, 50}},
-      {"end beyond the memory, not taken for 0", End::End, "100.0000000", "1000.5", {100, 200}},
-      {"start below 0", End::Start, "-1", "200.0000000", {100, 200}},
-      {"the same in other digits", End::Start, "1e2", "200.0000000", {100, 200}},
-  };
+  } rows[] = {{"start", End::Start, "150", "200.0000000", {150, 200}},
+              {"start after the end", End::Start, "300", "200.0000000", {300, 300}},
+              {"end", End::End, "100.0000000", "1k", {100, 1000}},
+              {"end before the start", End::End, "100.0000000", "50", {50, 50}},
+              {"end beyond the memory, not taken for 0", End::End, "100.0000000", "1000.5", {100, 200}},
+              {"start below 0", End::Start, "-1", "200.0000000", {100, 200}},
+              {"the same in other digits", End::Start, "1e2", "200.0000000", {100, 200}}};
   for (const auto& row : rows) {
     program->pages = PageTable{};
     program->buffers.CurrentScope() = {100, 200};
@@ -138,8 +132,7 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
   EXPECT_EQ(Page(2).Function, kFunctionSquare) << "an untouched page takes over the function";
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 0}));
   create->Cmd_Page_Click(Button::Last);
-  EXPECT_EQ(create->CurrentPage(), 50);
-  EXPECT_EQ(Generated(50), 7);
+  EXPECT_EQ(Texts(create->CurrentPage(), Generated(50)), "50 7");
   EXPECT_EQ(Page(50).Function, kFunctionSine) << "a valid one keeps its own";
   create->Cmd_Page_Click(Button::First);
   EXPECT_EQ(create->CurrentPage(), 1);
@@ -220,10 +213,7 @@ TEST_F(CreatePagesTest, PageOkCopiesTheAreaAlone) {
   create->Text_LostFocus(kBoxOffset, "1234");
   EXPECT_EQ(Code(150), 150) << "nothing before OK";
   create->Btn_OK_Click();
-  EXPECT_EQ(Code(99), 99);
-  EXPECT_EQ(Code(100), 1234);
-  EXPECT_EQ(Code(199), 1234);
-  EXPECT_EQ(Code(200), 200);
+  EXPECT_EQ(Texts(Code(99), Code(100), Code(199), Code(200)), "99 1234 1234 200");
   EXPECT_FALSE(create->Cancelled());
   EXPECT_EQ(createPort->closes, 1);
   editor->Do(Command::Undo);
@@ -242,8 +232,7 @@ TEST_F(CreatePagesTest, PagesWithoutEffectAreNotCopied) {
   create->Text_LostFocus(kBoxOffset, "1");
   create->Opt_effect_Click(false);
   create->Btn_OK_Click();
-  EXPECT_EQ(createPort->closes, 2);
-  EXPECT_EQ(Code(150), 150);
+  EXPECT_EQ(Texts(createPort->closes, Code(150)), "2 150");
   create->GoToPage(1); // which nobody has visited yet: the OK is the first touch
   create->Btn_OK_Click();
   EXPECT_EQ(Code(125), 32767);
@@ -261,9 +250,7 @@ TEST_F(CreatePagesTest, AllPageOkOverlaysThePagesInOrder) {
   create->Btn_Confirm_Click();
   EXPECT_EQ(Code(299), 1000);
   EXPECT_EQ(Code(300), 3000) << "a later page covers an earlier one";
-  EXPECT_EQ(Code(549), 3000);
-  EXPECT_EQ(Code(550), 550);
-  EXPECT_EQ(createPort->closes, 1);
+  EXPECT_EQ(Texts(Code(549), Code(550), createPort->closes), "3000 550 1");
 }
 
 TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndTheOperandHasOnePage) {
@@ -283,9 +270,7 @@ TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndTheOperandHasOnePage) {
   create->Text_LostFocus(kBoxOffset, "7");
   create->Btn_Confirm_Click(); // the same as Page OK
   create->Form_QueryUnload();
-  EXPECT_EQ(createPort->operands, 1);
-  EXPECT_EQ(W_GetWaveData(operand, 99, 100), 7);
-  EXPECT_EQ(Code(150), 150);
+  EXPECT_EQ(Texts(createPort->operands, W_GetWaveData(operand, 99, 100), Code(150)), "1 7 150");
   W_FreeMemory(operand);
 }
 
@@ -355,8 +340,7 @@ TEST_F(CreatePagesTest, AListFromTheFileMenuShowsItsFirstPage) {
   EXPECT_EQ(create->CurrentPage(), 1) << "nothing was read";
   desktop.dialogs.Answer(path);
   create->Menu_FileOpen_Click();
-  EXPECT_EQ(create->CurrentPage(), 20);
-  EXPECT_EQ(create->ParameterText(kBoxOffset), "5.000000");
+  EXPECT_EQ(Texts(create->CurrentPage(), create->ParameterText(kBoxOffset)), "20 5.000000");
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10, 60}));
 }
 
@@ -371,8 +355,7 @@ TEST_F(CreatePagesTest, AreasBeyondASmallerMemoryAreShownShorterAndKept) {
   create->GoToPage(3);
   create->Text_X_LostFocus(End::Start, "200", create->EndText());
   create->Form_QueryUnload();
-  EXPECT_EQ(Page(2).EndX, 900);
-  EXPECT_EQ(Page(2).Size, 800);
+  EXPECT_EQ(Texts(Page(2).EndX, Page(2).Size), "900 800");
   EXPECT_EQ(Page(3).EndX, 500) << "an area that was edited is the user's";
 }
 

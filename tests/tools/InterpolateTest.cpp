@@ -4,10 +4,7 @@
 #include "platform/TempFolder.h"
 #include "tools/interpolate/SplineDesk.h"
 
-#include <cmath>
-#include <fstream>
 #include <iterator>
-#include <string>
 
 namespace calder {
 namespace {
@@ -78,18 +75,16 @@ TEST_F(InterpolateTest, CellsRefuseWhatWouldBreakTheList) {
     const char* text;
     bool taken;
     const char* points;
-  } rows[] = {
-      {"X between its neighbours", 2, Column::X, "250", true, "0,0 250,0 1000,0"},
-      {"X of a neighbour", 2, Column::X, "1000", false, "0,0 500,0 1000,0"},
-      {"X below its neighbour", 2, Column::X, "0", false, "0,0 500,0 1000,0"},
-      {"X beyond the end", 2, Column::X, "2k", false, "0,0 500,0 1000,0"},
-      {"the first X", 1, Column::X, "5", false, "0,0 500,0 1000,0"},
-      {"Y with a prefix", 2, Column::Y, "1.5k", true, "0,0 500,1500 1000,0"},
-      {"Y outside", 2, Column::Y, "40000", false, "0,0 500,0 1000,0"},
-      {"the first Y is the last one's too", 1, Column::Y, "7", true, "0,7 500,0 1000,7"},
-      {"the last row is not edited", 3, Column::Y, "7", false, "0,0 500,0 1000,0"},
-      {"nor an empty one", 4, Column::X, "7", false, "0,0 500,0 1000,0"},
-  };
+  } rows[] = {{"X between its neighbours", 2, Column::X, "250", true, "0,0 250,0 1000,0"},
+              {"X of a neighbour", 2, Column::X, "1000", false, "0,0 500,0 1000,0"},
+              {"X below its neighbour", 2, Column::X, "0", false, "0,0 500,0 1000,0"},
+              {"X beyond the end", 2, Column::X, "2k", false, "0,0 500,0 1000,0"},
+              {"the first X", 1, Column::X, "5", false, "0,0 500,0 1000,0"},
+              {"Y with a prefix", 2, Column::Y, "1.5k", true, "0,0 500,1500 1000,0"},
+              {"Y outside", 2, Column::Y, "40000", false, "0,0 500,0 1000,0"},
+              {"the first Y is the last one's too", 1, Column::Y, "7", true, "0,7 500,0 1000,7"},
+              {"the last row is not edited", 3, Column::Y, "7", false, "0,0 500,0 1000,0"},
+              {"nor an empty one", 4, Column::X, "7", false, "0,0 500,0 1000,0"}};
   for (const auto& row : rows) {
     desk->Btn_AllClear_Click();
     port_.refusal.clear();
@@ -228,8 +223,7 @@ TEST_F(InterpolateTest, TablesAreReadAndWritten) {
       {"a number without a partner", "0,0,5", "0,0 1000,0", "Line 1"},
       {"no number on line 3", "0 1\r\n10 2\r\n,3\r\n20 4\r\n", "0,1 10,2 1000,1", "Line 3"},
       {"line feeds alone end nothing", "0 1\n2 3\r\n", "0,12 1000,12", "Line 2"},
-      {"nothing", "", "", ""},
-  };
+      {"nothing", "", "", ""}};
   const TempFolder folder;
   for (const auto& row : rows) {
     const std::string path = folder / "t.prn";

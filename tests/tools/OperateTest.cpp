@@ -1,14 +1,9 @@
 // The Operate dialog's operand, results and lines, on a whole editor without a window.
-#include "tools/operate/Operate.h"
 #include "editor/EditorFixture.h"
 #include "libs/file32/file32.h"
 #include "platform/PixelContext.h"
 #include "platform/WaveformTheme.h"
-
-#include <algorithm>
-#include <string>
-#include <utility>
-#include <vector>
+#include "tools/operate/Operate.h"
 
 namespace calder {
 namespace {
@@ -68,8 +63,7 @@ TEST_F(OperateTest, TheFirmResultIsWritten) {
       {"limited", {400, -400, 3, 0}, "c*=", "32767 -32767 300 0 ", "limited: 2 points, divided by 0: 0 points", ""},
       {"by 0", {50, 0, -50, 1}, "c/=", "2 32767 -2 100 ", "limited: 0 points, divided by 0: 7 points", ""},
       {"the new one is limited", {400, 0, 0, 0}, "c=*", "500 100 100 100 ", "no point limited", "(limited: 1 points"},
-      {"longer than the area", std::vector<std::int16_t>(50, 1), "c=", "101 101 101 101 ", "no point limited", ""},
-  };
+      {"longer than the area", std::vector<std::int16_t>(50, 1), "c=", "101 101 101 101 ", "no point limited", ""}};
   for (const Row& row : rows) {
     SetUp();
     Fill(100, row.clipboard);

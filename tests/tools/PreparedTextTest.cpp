@@ -1,6 +1,5 @@
 #include "tools/expression/PreparedText.h"
-
-#include <gtest/gtest.h>
+#include "Testing.h"
 
 namespace calder {
 namespace {

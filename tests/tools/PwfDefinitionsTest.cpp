@@ -2,8 +2,6 @@
 
 #include "app/EngValB.h"
 
-#include <algorithm>
-
 namespace calder {
 namespace {
 
@@ -15,14 +13,12 @@ TEST(PwfScrollTest, ParametersHaveAPositionAStepUpToALimit) {
     double min, max, resolution, value;
     double low, high;
     int position;
-  } rows[] = {
-      {"one a step", 0, 10, 0.1, 2.5, 0, 100, 25},
-      {"below 0: 30000 at most", -1, 1, 0.0001, 0.5, -10000, 10000, 5000},
-      {"coarser", 0, 100, 0.001, 50, 0, 15000, 7500},
-      {"coarser, from below 0", -300, 300, 0.001, -300, -15000, 15000, -15000},
-      {"coarser, from above 0: both ends", 50, 100, 0.001, 75, 15000, 30000, 22500},
-      {"halves to even", 0, 2.5, 1, 2.5, 0, 2, 2},
-  };
+  } rows[] = {{"one a step", 0, 10, 0.1, 2.5, 0, 100, 25},
+              {"below 0: 30000 at most", -1, 1, 0.0001, 0.5, -10000, 10000, 5000},
+              {"coarser", 0, 100, 0.001, 50, 0, 15000, 7500},
+              {"coarser, from below 0", -300, 300, 0.001, -300, -15000, 15000, -15000},
+              {"coarser, from above 0: both ends", 50, 100, 0.001, 75, 15000, 30000, 22500},
+              {"halves to even", 0, 2.5, 1, 2.5, 0, 2, 2}};
   for (const auto& row : rows) {
     const PwfParam param{row.min, row.max, row.resolution, row.value, "p", row.value};
     const ScrollRange range = ScrollRangeOf(param);
@@ -38,24 +34,22 @@ TEST(PwfScrollTest, ParametersHaveAPositionAStepUpToALimit) {
 TEST_F(PwfDefinitionsTest, FaultyLinesAreNamedAndTheOthersKeepTheirPlaces) {
   const struct {
     const char *line, *note; // note: after the line's number; empty: sound
-  } rows[] = {
-      {R"(A"p|0|1|0.1|0.5""p*x"0)", ""},
-      {R"(A"p|0|1|0.1|0.5"q=p;"q*x" 7 )", ""},
-      {R"(A"p|0|1|0.1|0.5""p*x)", "four double quotes"},
-      {R"(A"p|0|1|0.1|0.5""p*x"0")", "four double quotes"},
-      {R"(A"""x"0)", "1 to 5 parameters"},
-      {R"(A"p|0|1|0.1""p*x"0)", "1 to 5 parameters"},
-      {R"(A"a|0|1|1|0|b|0|1|1|0|c|0|1|1|0|d|0|1|1|0|e|0|1|1|0|f|0|1|1|0""x"0)", "1 to 5 parameters"},
-      {R"(A"p|0|1|tenth|0.5""p*x"0)", "\"tenth\" is no number"},
-      {R"(A"p|0|1|0.1|0.5""p*x"zero)", "\"zero\" is no number"},
-      {R"(A"p|0|1|0|0.5""p*x"0)", "The resolution of p is not above 0"},
-      {R"(A"p|1|1|0.1|1""p*x"0)", "The minimum of p is not below its maximum"},
-      {R"(A"p|0|1|0.1|1.5""p*x"0)", "The value of p is outside its limits"},
-      {R"(A"p|100000|100010|1|100000""x"0)", "The resolution of p does not fit its limits"},
-      {R"(A"p|0|0.4|1|0""x"0)", "The resolution of p does not fit its limits"},
-      {R"(A"p|0|1|0.1|0.5""p*y"0)", "unknown name \"y\""},
-      {R"(A"p|0|1|0.1|0.5"q=)p"x"0)", "\")\""},
-  };
+  } rows[] = {{R"(A"p|0|1|0.1|0.5""p*x"0)", ""},
+              {R"(A"p|0|1|0.1|0.5"q=p;"q*x" 7 )", ""},
+              {R"(A"p|0|1|0.1|0.5""p*x)", "four double quotes"},
+              {R"(A"p|0|1|0.1|0.5""p*x"0")", "four double quotes"},
+              {R"(A"""x"0)", "1 to 5 parameters"},
+              {R"(A"p|0|1|0.1""p*x"0)", "1 to 5 parameters"},
+              {R"(A"a|0|1|1|0|b|0|1|1|0|c|0|1|1|0|d|0|1|1|0|e|0|1|1|0|f|0|1|1|0""x"0)", "1 to 5 parameters"},
+              {R"(A"p|0|1|tenth|0.5""p*x"0)", "\"tenth\" is no number"},
+              {R"(A"p|0|1|0.1|0.5""p*x"zero)", "\"zero\" is no number"},
+              {R"(A"p|0|1|0|0.5""p*x"0)", "The resolution of p is not above 0"},
+              {R"(A"p|1|1|0.1|1""p*x"0)", "The minimum of p is not below its maximum"},
+              {R"(A"p|0|1|0.1|1.5""p*x"0)", "The value of p is outside its limits"},
+              {R"(A"p|100000|100010|1|100000""x"0)", "The resolution of p does not fit its limits"},
+              {R"(A"p|0|0.4|1|0""x"0)", "The resolution of p does not fit its limits"},
+              {R"(A"p|0|1|0.1|0.5""p*y"0)", "unknown name \"y\""},
+              {R"(A"p|0|1|0.1|0.5"q=)p"x"0)", "\")\""}};
   std::string definitions = "'a comment takes no place\r\n\r\n";
   for (const auto& row : rows) definitions += std::string(row.line) + "\n";
   definitions += R"(Last"p|0|1|0.1|0.5""p"0)"; // without a line end
@@ -89,14 +83,12 @@ TEST_F(PwfDefinitionsTest, TheWholeFileIsJudgedByItsHeader) {
   const struct {
     std::string text, fault;
     int defined;
-  } rows[] = {
-      {"PWF x\nVER=1\nNUM=9\n'comment\n[definition]\n" + function, "", 1},
-      {"PWF x\nVER=1\n[definition]\n" + function, "pwf.fnc, line 3: Before this line", 0},
-      {"PWF\nVER=1\nNUM=9\n[definition]\n" + function, "pwf.fnc, line 4: Before this line", 0},
-      {"PWF x\nVER=1\nNUM=9\n [definition]\n" + function, "pwf.fnc: The line [definition]", 0},
-      {"", "pwf.fnc: The line [definition]", 0},
-      {"\xEF\xBB\xBFPWF x\rVER=1\rNUM=9\r[definition]\r" + many, "pwf.fnc, line 30: There are at most 25", 25},
-  };
+  } rows[] = {{"PWF x\nVER=1\nNUM=9\n'comment\n[definition]\n" + function, "", 1},
+              {"PWF x\nVER=1\n[definition]\n" + function, "pwf.fnc, line 3: Before this line", 0},
+              {"PWF\nVER=1\nNUM=9\n[definition]\n" + function, "pwf.fnc, line 4: Before this line", 0},
+              {"PWF x\nVER=1\nNUM=9\n [definition]\n" + function, "pwf.fnc: The line [definition]", 0},
+              {"", "pwf.fnc: The line [definition]", 0},
+              {"\xEF\xBB\xBFPWF x\rVER=1\rNUM=9\r[definition]\r" + many, "pwf.fnc, line 30: There are at most 25", 25}};
   for (const auto& row : rows) {
     table = {};
     const PwfReading reading = Read_Fnc(row.text, Language::English, table);

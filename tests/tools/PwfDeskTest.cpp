@@ -3,9 +3,6 @@
 #include "RecordingContext.h"
 #include "libs/eval32/eval32.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace calder {
 namespace {
 
@@ -20,13 +17,11 @@ TEST_F(PwfDeskTest, OpeningSetsTheUnitsAndSaysSo) {
     int xUnit, yUnit;
     double xMax, yMin;
     std::vector<const char*> said;
-  } rows[] = {
-      {"as they have to be", kXUser, kYUser, 1, -1, {}},
-      {"X in seconds", kXSeconds, kYUser, 1, -1, {"The unit of an axis"}},
-      {"Y in codes", kXUser, kYCodes, 1, -1, {"The unit of an axis"}},
-      {"X range", kXUser, kYUser, 2, -1, {"The range of an axis"}},
-      {"Y range and both units", kXPoints, kYVolts, 1, 0, {"The unit of an axis", "The range of an axis"}},
-  };
+  } rows[] = {{"as they have to be", kXUser, kYUser, 1, -1, {}},
+              {"X in seconds", kXSeconds, kYUser, 1, -1, {"The unit of an axis"}},
+              {"Y in codes", kXUser, kYCodes, 1, -1, {"The unit of an axis"}},
+              {"X range", kXUser, kYUser, 2, -1, {"The range of an axis"}},
+              {"Y range and both units", kXPoints, kYVolts, 1, 0, {"The unit of an axis", "The range of an axis"}}};
   for (const auto& row : rows) {
     SystemInfo& settings = program->settings;
     settings.XUnit = static_cast<std::int16_t>(row.xUnit);
@@ -49,11 +44,9 @@ TEST_F(PwfDeskTest, TypedTextsAreTakenRoundedOrRefused) {
     const char *typed, *shown;
     double stored;
     bool accepted;
-  } rows[] = {
-      {"0.27", "0.3", 0.3, true}, {" 1e-1 ", "0.1", 0.1, true}, {"5", "1", 0.5, false},
-      {"-0.1", "0", 0.5, false},  {"half", "half", 0.5, false}, {"", "", 0.5, false},
-      {"0.5", "0.5", 0.5, true},  {"500m", "500m", 0.5, false},
-  };
+  } rows[] = {{"0.27", "0.3", 0.3, true}, {" 1e-1 ", "0.1", 0.1, true}, {"5", "1", 0.5, false},
+              {"-0.1", "0", 0.5, false},  {"half", "half", 0.5, false}, {"", "", 0.5, false},
+              {"0.5", "0.5", 0.5, true},  {"500m", "500m", 0.5, false}};
   for (const auto& row : rows) {
     desk->Restore(0);
     pwfPort.previews = 0;
@@ -81,8 +74,7 @@ TEST_F(PwfDeskTest, ScrollBarsMoveTheirParameterInItsSteps) {
   EXPECT_EQ(desk->ParameterText(0), "0.7");
   desk->Comb_PrmSel_Click(1);
   desk->HScroll1_Change(-150);
-  EXPECT_EQ(desk->ParameterText(1), "-1.50");
-  EXPECT_EQ(Generated(0), -32767);
+  EXPECT_EQ(Texts(desk->ParameterText(1), Generated(0)), "-1.50 -32767");
   desk->Slider_Change(0, 10);
   EXPECT_EQ(desk->ParameterChoice(), 0) << "the slim one chooses its parameter";
   EXPECT_EQ(desk->Function().Params[0].Value, 1);
@@ -110,8 +102,7 @@ TEST_F(PwfDeskTest, WhatCannotBeComputedBringsItsMessageAndWritesNothing) {
   EXPECT_EQ(Generated(4000), before) << "the preview stays";
   desktop.boxes.Expect("Divide by 0");
   desk->Btn_OK_Click();
-  EXPECT_EQ(pwfPort.closes, 0);
-  EXPECT_EQ(Code(500), 500);
+  EXPECT_EQ(Texts(pwfPort.closes, Code(500)), "0 500");
   EXPECT_TRUE(editor->commands.CanUndo()) << "the step was recorded";
   desk->Comb_Wave_Click(2);
   EXPECT_EQ(desk->IsWaveIdx(), 1) << "there is no such function";
@@ -180,9 +171,7 @@ TEST_F(PwfWithoutFileTest, TheListIsEmptyAndTheNoteSaysWhereItLooked) {
   EXPECT_FALSE(desk->Function().IsDefined());
   Ramp();
   desk->Btn_OK_Click();
-  EXPECT_EQ(Code(500), 500);
-  EXPECT_EQ(pwfPort.closes, 0);
-  EXPECT_EQ(pwfPort.lists, 1);
+  EXPECT_EQ(Texts(Code(500), pwfPort.closes, pwfPort.lists), "500 0 1");
 }
 
 TEST_F(PwfDeskTest, ParameterFilesGoThroughTheFileMenu) {
@@ -197,8 +186,7 @@ TEST_F(PwfDeskTest, ParameterFilesGoThroughTheFileMenu) {
   EXPECT_EQ(program->functions[1].Params[0].Value, 0.5) << "the file's values again";
   desktop.dialogs.Answer(folder / "a.pwf");
   desk->Menu_FileOpen_Click();
-  EXPECT_EQ(desk->IsWaveIdx(), 1);
-  EXPECT_EQ(desk->ParameterText(0), "0.8");
+  EXPECT_EQ(Texts(desk->IsWaveIdx(), desk->ParameterText(0)), "1 0.8");
   PutFile(folder / "b.pwf", "'+++++++++++++++\n'+++++++++++++++\n1\nRoot\n7\n");
   desktop.dialogs.Answer(folder / "b.pwf");
   desk->Menu_FileOpen_Click();
@@ -236,8 +224,7 @@ TEST_F(PwfDeskTest, TheFormerCurveStaysUnderTheNewOne) {
   EXPECT_NE(std::ranges::find(picture.calls, dragged), picture.calls.end()) << "a drag keeps what was before it";
   desk->Comb_Wave_Click(1);
   EXPECT_EQ(curves(), 1) << "another function has none";
-  EXPECT_EQ(desk->PointerText(50, 100), "X 500.000m, Y 1.000000");
-  EXPECT_EQ(desk->PointerText(100, 100), "");
+  EXPECT_EQ(Texts(desk->PointerText(50, 100), desk->PointerText(100, 100)), "X 500.000m, Y 1.000000 ");
 }
 
 } // namespace

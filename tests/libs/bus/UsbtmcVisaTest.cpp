@@ -2,8 +2,6 @@
 #include "platform/TempFolder.h"
 #include "platform/posix/LinuxUsbtmc.h"
 
-#include <gtest/gtest.h>
-
 namespace calder {
 namespace {
 

@@ -1,6 +1,5 @@
 #include "libs/bus/VisaNames.h"
-
-#include <gtest/gtest.h>
+#include "Testing.h"
 
 namespace calder {
 namespace {

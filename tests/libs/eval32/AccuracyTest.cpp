@@ -1,12 +1,6 @@
 // Each function against the long double of the standard library.
+#include "Testing.h"
 #include "libs/eval32/eval32.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <numbers>
-#include <random>
 
 namespace calder {
 namespace {

@@ -2,8 +2,6 @@
 #include "libs/eval32/DocTable.h"
 #include "libs/eval32/eval32.h"
 
-#include <gtest/gtest.h>
-
 namespace calder {
 namespace {
 

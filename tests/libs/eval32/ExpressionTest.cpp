@@ -1,10 +1,5 @@
+#include "Testing.h"
 #include "libs/eval32/eval32.h"
-
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <numbers>
 
 namespace calder {
 namespace {

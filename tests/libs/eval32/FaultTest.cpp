@@ -1,11 +1,7 @@
 #include "libs/eval32/eval32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <new>
 #include <tuple>
 

@@ -2,11 +2,6 @@
 #include "libs/eval32/eval32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-#include <sstream>
-
 namespace calder {
 namespace {
 

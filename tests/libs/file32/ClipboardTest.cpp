@@ -3,11 +3,6 @@
 #include "libs/file32/MemoryClipboard.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <set>
-
 namespace calder {
 namespace {
 
@@ -92,8 +87,7 @@ TEST_F(ClipboardTest, ReadsForeignTexts) {
       {std::string("1\n2\n\0", 5), "2: 7 1 2 7 7 7"},
       {"\xEF\xBB\xBF"
        "1\n",
-       "1: 7 1 7 7 7 7"},
-  };
+       "1: 7 1 7 7 7 7"}};
   for (const auto& row : kRows) EXPECT_EQ(PasteText(row.text), row.result) << row.text;
 }
 

@@ -4,10 +4,6 @@
 #include "platform/TempFolder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
-#include <array>
-#include <optional>
 
 namespace calder {
 namespace {

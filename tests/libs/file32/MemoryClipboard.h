@@ -1,11 +1,8 @@
 // A clipboard in memory, shared by copies of the program and by other programs (which put texts on it).
 #pragma once
 
+#include "Testing.h"
 #include "platform/Clipboard.h"
-
-#include <map>
-#include <string>
-#include <utility>
 
 namespace calder {
 

@@ -1,9 +1,6 @@
 #include "libs/file32/RealText.h"
+#include "Testing.h"
 #include "files/ParseErrorTexts.h"
-
-#include <gtest/gtest.h>
-
-#include <string>
 
 namespace calder {
 namespace {

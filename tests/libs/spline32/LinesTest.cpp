@@ -1,13 +1,6 @@
 #include "libs/spline32/spline32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <vector>
-
 namespace calder {
 namespace {
 
@@ -42,8 +35,7 @@ TEST(HokanLine, JoinsTheControlPoints) {
       {"no value", 0, 8, {0, 8}, {0, kNotANumber}, 32767, W_BAD_VALUE, untouched},
       {"no limit", 0, 8, {0, 8}, {0, 1}, 32768, W_BAD_VALUE, untouched},
       {"range outside", 0, 9, {0, 8}, {0, 1}, 32767, W_BAD_RANGE, untouched},
-      {"range turned round", 5, 4, {0, 8}, {0, 1}, 32767, W_BAD_RANGE, untouched},
-  };
+      {"range turned round", 5, 4, {0, 8}, {0, 1}, 32767, W_BAD_RANGE, untouched}};
   for (const Case& c : cases) {
     const TestWave wave(untouched);
     EXPECT_EQ(Spline_Hokan_Line(wave.Handle(), c.start, c.end, c.x.data(), c.y.data(),

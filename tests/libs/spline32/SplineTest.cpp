@@ -3,14 +3,6 @@
 #include "libs/spline32/spline32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <random>
-#include <vector>
-
 namespace calder {
 namespace {
 

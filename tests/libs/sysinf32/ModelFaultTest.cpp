@@ -7,8 +7,6 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-
 namespace calder {
 namespace {
 

@@ -1,17 +1,10 @@
 // The model files of the program, every model with every channel and range.
 
+#include "Testing.h"
 #include "libs/bus/VisaNames.h"
 #include "libs/sysinf32/ModelParser.h"
 #include "libs/sysinf32/OutputLimits.h"
 #include "libs/sysinf32/sysinf32.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
-#include <fstream>
-#include <set>
-#include <sstream>
 
 namespace calder {
 namespace {

@@ -4,11 +4,6 @@
 #include "libs/spline32/spline32.h"
 #include "platform/PixelContext.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <random>
-
 namespace calder {
 namespace {
 

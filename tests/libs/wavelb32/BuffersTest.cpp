@@ -1,11 +1,5 @@
 #include "TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <numeric>
-
 namespace calder {
 namespace {
 

@@ -1,14 +1,6 @@
 #include "TestWave.h"
 #include "libs/spline32/spline32.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <functional>
-#include <numeric>
-#include <random>
-#include <utility>
-
 namespace calder {
 namespace {
 

@@ -1,8 +1,6 @@
 #include "RecordingContext.h"
 #include "TestWave.h"
 
-#include <gtest/gtest.h>
-
 namespace calder {
 namespace {
 

@@ -2,13 +2,6 @@
 #include "TestWave.h"
 #include "platform/PixelContext.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <optional>
-#include <random>
-
 namespace calder {
 namespace {
 

@@ -1,12 +1,5 @@
 #include "TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <numbers>
-#include <numeric>
-
 namespace calder {
 namespace {
 

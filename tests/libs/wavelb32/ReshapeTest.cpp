@@ -1,10 +1,5 @@
 #include "TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-
 namespace calder {
 namespace {
 

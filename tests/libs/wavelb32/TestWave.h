@@ -1,14 +1,11 @@
 // A buffer that frees itself, and short ways to fill and read it.
 #pragma once
 
+#include "Testing.h"
 #include "libs/wavelb32/wavelb32.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <span>
-#include <string>
-#include <vector>
 
 namespace calder {
 
