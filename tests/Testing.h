@@ -27,6 +27,7 @@ template <class... Values>
 std::string Texts(const Values&... values) {
   std::ostringstream text;
   text.precision(15);
+  text << std::boolalpha;
   const char* separator = "";
   ((text << separator << values, separator = " "), ...);
   return text.str();

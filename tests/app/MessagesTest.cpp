@@ -39,9 +39,8 @@ TEST(Messages, EachBoxHasItsTitleButtonsAndIcon) {
               {"Caution Message", BoxButtons::Ok, BoxIcon::Critical}};
   ASSERT_EQ(boxes.shown.size(), std::size(rows));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
-    EXPECT_EQ(boxes.shown[i].title, rows[i].title);
-    EXPECT_EQ(boxes.shown[i].buttons, rows[i].buttons);
-    EXPECT_EQ(boxes.shown[i].icon, rows[i].icon);
+    EXPECT_EQ(Texts(boxes.shown[i].title, int(boxes.shown[i].buttons), int(boxes.shown[i].icon)),
+              Texts(rows[i].title, int(rows[i].buttons), int(rows[i].icon)));
   }
 }
 

@@ -12,9 +12,9 @@ struct RegistryTest : testing::Test {
 
 TEST_F(RegistryTest, AFreshStoreGivesTheDefaults) {
   clsRegistry registry(store, copies);
-  EXPECT_EQ(Texts(registry.GetWinCount(), registry.GetGpibBoard(), registry.GetGpibAddress()), "1 3 -1");
-  EXPECT_EQ(registry.GetFormTop("MainWindow"), 0);
-  EXPECT_EQ(registry.GetSetting("Sysinfo", "sys_no"), "False");
+  EXPECT_EQ(Texts(registry.GetWinCount(), registry.GetGpibBoard(), registry.GetGpibAddress(),
+                  registry.GetFormTop("MainWindow"), registry.GetSetting("Sysinfo", "sys_no")),
+            "1 3 -1 0 False");
   EXPECT_FALSE(registry.GetGpibBusy());
 }
 
@@ -25,8 +25,7 @@ TEST_F(RegistryTest, TheFirstCopyClearsWhatACrashLeft) {
   { EXPECT_TRUE(clsRegistry(store, copies).GetGpibBusy()) << "another copy may really be transferring"; }
   copies.others = false;
   clsRegistry registry(store, copies);
-  EXPECT_FALSE(registry.GetGpibBusy());
-  EXPECT_EQ(registry.GetWinCount(), 1);
+  EXPECT_EQ(Texts(registry.GetGpibBusy(), registry.GetWinCount()), "false 1");
 }
 
 TEST_F(RegistryTest, OnlyTheLastCopyWritesPositions) {

@@ -49,10 +49,9 @@ TEST_F(GpibCommandTest, MasksFlagsAndFields) {
         {"arbbank", "BANK, 0, -1"},
         {"arbname", ":ARB:NAME 0x20 0x22 _$Name IS 0x22, 4"}});
   EXPECT_EQ(command.ArbBitMask(), 0xFFFCU);
-  EXPECT_EQ(command.ErrorMask(), 60);
-  EXPECT_EQ(ParseCommandMask("0x1F"), 31U);
-  EXPECT_TRUE(command.ArbByteSwap());
-  EXPECT_EQ(Texts(command.Model().command, command.Model().start, command.Model().length), "*IDN? 6 7");
+  EXPECT_EQ(Texts(command.ErrorMask(), ParseCommandMask("0x1F"), command.ArbByteSwap(), command.Model().command,
+                  command.Model().start, command.Model().length),
+            "60 31 true *IDN? 6 7");
   EXPECT_EQ(Texts(command.Model().expected, command.Serial().command, command.ArbBank(5)), "XG,31  BANK 4");
   EXPECT_EQ(command.ArbName("LONGNAME"), ":ARB:NAME \"LONG IS\"");
 }
@@ -67,13 +66,11 @@ TEST_F(GpibCommandTest, FaultyRowsAreToldAndTheRestIsLoaded) {
 
 TEST_F(GpibCommandTest, TheDefaultCommandServesATableWithoutOne) {
   Fill({{"amp", "A"}}, "\"PRE CMD\", 'SEND, X'");
-  EXPECT_EQ(command.ArbPreCommand(), "PRE CMD");
-  EXPECT_EQ(command.ArbSend(), "SEND, X");
+  EXPECT_EQ(Texts(command.ArbPreCommand(), command.ArbSend()), "PRE CMD SEND, X");
   Fill({{"arbsend", "OWN"}}, "ONE");
   EXPECT_EQ(command.ArbSend(), "OWN");
   Fill({}, "ONE");
-  EXPECT_EQ(command.ArbSend(), "ONE");
-  EXPECT_EQ(command.ArbPreCommand(), "");
+  EXPECT_EQ(Texts(command.ArbSend(), command.ArbPreCommand()), "ONE ");
 }
 
 } // namespace calder

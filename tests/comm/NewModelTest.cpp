@@ -51,8 +51,7 @@ TEST_F(NewModel, TransfersOnEachOfItsBuses) {
     program->settings.Frequency = 250;
     program->settings.Output = 0;
     EXPECT_TRUE(SettingsTransfer(Context()));
-    EXPECT_EQ(sim::Setting("VJ6149", "frequency"), "250");
-    EXPECT_EQ(sim::Setting("VJ6149", "output"), "1");
+    EXPECT_EQ(Texts(sim::Setting("VJ6149", "frequency"), sim::Setting("VJ6149", "output")), "250 1");
     EXPECT_TRUE(TransferWave());
     const auto held = sim::Memory("VJ6149", 3);
     ASSERT_TRUE(held);

@@ -28,8 +28,7 @@ TEST(TransferBlock, EveryCodeByEveryDivisorIsRoundedToEven) {
       }
     }
   }
-  EXPECT_EQ(DivisorOfMask(0), 1);
-  EXPECT_EQ(DivisorOfMask(0xABCDFFFC), 4);
+  EXPECT_EQ(Texts(DivisorOfMask(0), DivisorOfMask(0xABCDFFFC)), "1 4");
 }
 
 TEST(TransferBlock, HeadersAndControlPointsInBothOrders) {

@@ -95,8 +95,7 @@ TEST_F(Transfers, StopARunningSequence) {
   Choose(1, kUsbTmc);
   ASSERT_TRUE(sim::Set("XG5531", "sequence", "1"));
   EXPECT_TRUE(SettingsTransfer(Context()));
-  EXPECT_EQ(sim::Setting("XG5531", "sequence"), "0");
-  EXPECT_EQ(sim::Setting("XG5531", "running"), "0");
+  EXPECT_EQ(Texts(sim::Setting("XG5531", "sequence"), sim::Setting("XG5531", "running")), "0 0");
   EXPECT_GE(desktop.clock.seconds, 2);
 }
 
@@ -118,8 +117,7 @@ TEST_F(Transfers, CancelBeforeAndWhileSending) {
   EXPECT_EQ(std::count(calls.begin(), calls.end(), "ibfind(\"GPIB0\")"), 2); // closed and opened again
   EXPECT_EQ(sim::Memory("XG5531", 1), held);
   // All that follows the block is done, the waits included.
-  EXPECT_EQ(progress.steps.back(), "load data 5");
-  EXPECT_EQ(desktop.clock.seconds, 5);
+  EXPECT_EQ(Texts(progress.steps.back(), desktop.clock.seconds), "load data 5 5");
   const auto messages = sim::Messages("XG5531");
   EXPECT_EQ(std::vector(messages.end() - 3, messages.end()),
             (std::vector<std::string>{":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 1", "*ESR?", "*ESR?"}));

@@ -9,10 +9,9 @@ struct EditorTest : EditorFixture {};
 
 TEST_F(EditorTest, StartsWithAnEmptyWaveformInUserUnits) {
   Begin();
-  EXPECT_EQ(Texts(program->settings.XUnit, program->settings.YUnit, program->settings.XUserMax), "2 2 1");
-  EXPECT_EQ(program->settings.YUserMin, -1);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 524288}));
-  EXPECT_FALSE(editor->commands.CanUndo());
+  EXPECT_EQ(Texts(program->settings.XUnit, program->settings.YUnit, program->settings.XUserMax,
+                  program->settings.YUserMin, program->buffers.CurrentScope(), editor->commands.CanUndo()),
+            "2 2 1 -1 0..524288 false");
   EXPECT_EQ(Texts(program->registry.GetGpibBoard(), program->settings.ModelNo), "3 0");
 }
 
@@ -62,20 +61,17 @@ TEST_F(EditorTest, CutPasteDeleteAndUndoMoveExactlyTheRange) {
   Ramp();
   program->buffers.CurrentScope() = {10.4, 109.6}; // points 11 to 110
   editor->Do(Command::Cut);
-  EXPECT_EQ(Texts(Code(10), Code(11), Code(524288 - 100)), "10 111 0");
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10.4, 109.6}));
+  EXPECT_EQ(Texts(Code(10), Code(11), Code(524288 - 100), program->buffers.CurrentScope()), "10 111 0 10.4..109.6");
   program->buffers.CurrentScope() = {1000, 1010};
   editor->Do(Command::Paste);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100})) << "what was pasted is selected";
   EXPECT_EQ(Texts(Code(1000), Code(1099), Code(1100)), "11 110 1200");
   editor->Do(Command::Undo);
-  EXPECT_EQ(Code(1000), 1100);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1010}));
-  EXPECT_EQ(editor->commands.UndoCaption(), "&Redo");
+  EXPECT_EQ(Texts(Code(1000), program->buffers.CurrentScope(), editor->commands.UndoCaption()),
+            "1100 1000..1010 &Redo");
   editor->Do(Command::Undo);
-  EXPECT_EQ(Code(1000), 11);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100}));
-  EXPECT_EQ(editor->commands.UndoCaption(), "&Redo") << "until the next edit";
+  EXPECT_EQ(Texts(Code(1000), program->buffers.CurrentScope(), editor->commands.UndoCaption()), "11 1000..1100 &Redo")
+      << "until the next edit";
   editor->Do(Command::Delete);
   EXPECT_EQ(Texts(Code(1000), editor->commands.UndoCaption()), "1200 &Undo");
 }
@@ -89,8 +85,7 @@ TEST_F(EditorTest, ARangeFromBetweenTwoPointsToTheEndEndsThere) {
     editor->Do(Command::Copy);
     program->buffers.CurrentScope() = {0, 0};
     editor->Do(Command::Paste);
-    EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 9}));
-    EXPECT_EQ(Code(0), (size - 9) % 30000);
+    EXPECT_EQ(Texts(program->buffers.CurrentScope(), Code(0)), Texts((Scope{0, 9}), (size - 9) % 30000));
     // 32.2 - 12.2 is more than 20.
     program->buffers.CurrentScope() = {12.2, 32.2};
     editor->Do(Command::Copy);
@@ -229,9 +224,9 @@ TEST_F(EditorTest, OnlyAFileThatWasReadIsShownWhole) {
     if (!row.drop)
       desktop.dialogs.answers.push_back(row.chosen ? std::optional(FileDialogAnswer{*row.chosen, 1}) : std::nullopt);
     row.drop ? editor->FileDropped(*row.chosen) : editor->Do(Command::FileOpen);
-    EXPECT_EQ(program->view.XZoom, row.read ? 1 : 4) << row.why;
-    EXPECT_EQ(program->view.YZoom, row.read ? 1 : 2) << row.why;
-    EXPECT_EQ(program->view.XStart, row.read ? 0 : 65536) << row.why;
+    EXPECT_EQ(Texts(program->view.XZoom, program->view.YZoom, program->view.XStart),
+              Texts(row.read ? 1 : 4, row.read ? 1 : 2, row.read ? 0 : 65536))
+        << row.why;
   }
 }
 

@@ -47,8 +47,7 @@ TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
     if (row.box == Start) editor->markers.TypeStart(row.text);
     if (row.box == End) editor->markers.TypeEnd(row.text);
     if (row.box == Length) editor->markers.TypeScope(row.text);
-    EXPECT_EQ(TheScope().Start, row.after.Start) << row.why;
-    EXPECT_EQ(TheScope().End, row.after.End) << row.why;
+    EXPECT_EQ(Texts(TheScope().Start, TheScope().End), Texts(row.after.Start, row.after.End)) << row.why;
   }
 }
 
@@ -128,26 +127,21 @@ TEST_F(MarkersTest, MovingErasesWhereTheMarkersWere) {
   Canvas canvas;
   Put(51200, 256000);
   editor->markers.Draw_Marker(canvas.context);
-  EXPECT_TRUE(canvas.Inverted(100, 99));
-  EXPECT_TRUE(canvas.Inverted(110, 10)) << "A's flag is to its right";
-  EXPECT_FALSE(canvas.Inverted(99, 5));
-  EXPECT_TRUE(canvas.Inverted(490, 0)) << "B's flag is to its left";
-  EXPECT_FALSE(canvas.Inverted(501, 5));
+  EXPECT_EQ(Texts(canvas.Inverted(100, 99), canvas.Inverted(110, 10), canvas.Inverted(99, 5)), "true true false")
+      << "A's flag is to its right";
+  EXPECT_EQ(Texts(canvas.Inverted(490, 0), canvas.Inverted(501, 5)), "true false") << "B's flag is to its left";
   const int lit = canvas.CountInverted();
   EXPECT_EQ(lit, 2 * (100 + 10 * 11));
   Put(102400, 512000);
   editor->markers.Move_Marker(canvas.context);
-  EXPECT_EQ(canvas.CountInverted(), lit);
-  EXPECT_FALSE(canvas.Inverted(100, 99));
-  EXPECT_TRUE(canvas.Inverted(200, 99));
+  EXPECT_EQ(Texts(canvas.CountInverted(), canvas.Inverted(100, 99), canvas.Inverted(200, 99)), Texts(lit, false, true));
 }
 
 TEST_F(MarkersTest, EdgesAndCoincidingMarkersAreDrawnOnce) {
   Canvas canvas;
   Put(524288, 524288);
   editor->markers.Draw_Marker(canvas.context);
-  EXPECT_TRUE(canvas.Inverted(1023, 50)) << "at the last column";
-  EXPECT_TRUE(canvas.Inverted(1013, 5));
+  EXPECT_EQ(Texts(canvas.Inverted(1023, 50), canvas.Inverted(1013, 5)), "true true") << "at the last column";
   Canvas zoomed;
   Put(0, 524288);
   editor->view.ZoomX(3);

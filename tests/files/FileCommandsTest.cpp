@@ -1,5 +1,5 @@
-#include "editor/EditorFixture.h"
 #include "files/FileCommands.h"
+#include "editor/EditorFixture.h"
 #include "platform/TempFolder.h"
 
 #include <gmock/gmock.h>
@@ -20,8 +20,7 @@ TEST_F(FileCommandsTest, CancellingEndsEveryCommandSilently) {
     desktop.dialogs.Cancel();
     Files().Save_File(kind, false);
   }
-  EXPECT_EQ(program->names.CurrentWaveFile, "Untitled");
-  EXPECT_FALSE(editor->commands.CanUndo());
+  EXPECT_EQ(Texts(program->names.CurrentWaveFile, editor->commands.CanUndo()), "Untitled false");
 }
 
 // Each kind accepts its own extensions and says what it says about others; a reader's failure is reported with the

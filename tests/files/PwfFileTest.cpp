@@ -64,9 +64,9 @@ TEST(PwfFileTest, ReadsWhatMatchesAndKeepsWhatCameBeforeAFault) {
     PwfTable table = Table();
     table.WaveIdx = 0;
     EXPECT_EQ(PwfFile(table, Language::English).Parse(row.text), row.result) << row.why;
-    EXPECT_EQ(table.WaveIdx, row.selected) << row.why;
-    EXPECT_EQ(table[3].Params[0].Value, row.first) << row.why;
-    EXPECT_EQ(table[3].Params[1].Value, row.second) << row.why;
+    EXPECT_EQ(Texts(table.WaveIdx, table[3].Params[0].Value, table[3].Params[1].Value),
+              Texts(row.selected, row.first, row.second))
+        << row.why;
   }
   PwfTable table = Table();
   EXPECT_EQ(PwfFile(table, Language::English).Read_Pwf("/nowhere/a.pwf"), 71);

@@ -1,5 +1,5 @@
-#include "Testing.h"
 #include "files/SettingsBlock.h"
+#include "Testing.h"
 
 #include <bit>
 #include <cstring>
@@ -41,8 +41,7 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
   SystemInfo r;
   std::int32_t kind = 0;
   Unpack_Settings(block, CodePage::Western, r, kind);
-  EXPECT_EQ(kind, 3);
-  EXPECT_EQ(r.ModelNo, 7);
+  EXPECT_EQ(Texts(kind, r.ModelNo), "3 7");
 
   using S = SystemInfo;
   const auto word = [&](std::size_t offset) { return static_cast<std::int16_t>(Number(block, offset, 2)); };
@@ -70,11 +69,9 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
         Double{310, &S::YUserMin},     Double{318, &S::YUserMax}}) {
     EXPECT_EQ(std::bit_cast<std::uint64_t>(r.*field), Number(block, offset, 8)) << offset;
   }
-  EXPECT_EQ(r.ModelName, Text(block, 2, 16));
-  EXPECT_EQ(r.DefaultArbCommand, Text(block, 24, 64));
-  EXPECT_EQ(r.MemoryName, Text(block, 116, 32));
-  EXPECT_EQ(r.XUserName, Text(block, 326, 8));
-  EXPECT_EQ(r.YUserName, Text(block, 334, 8));
+  EXPECT_EQ(
+      Texts(r.ModelName, r.DefaultArbCommand, r.MemoryName, r.XUserName, r.YUserName),
+      Texts(Text(block, 2, 16), Text(block, 24, 64), Text(block, 116, 32), Text(block, 326, 8), Text(block, 334, 8)));
 
   Block again;
   Pack_Settings(r, kind, CodePage::Western, again);
@@ -94,8 +91,7 @@ TEST(SettingsBlock, FirstWordHasTheModelAndPerhapsTheInterface) {
     SystemInfo record;
     std::int32_t kind = 99;
     Unpack_Settings(block, CodePage::Western, record, kind);
-    EXPECT_EQ(record.ModelNo, row.model) << row.word;
-    EXPECT_EQ(kind, row.kind) << row.word;
+    EXPECT_EQ(Texts(record.ModelNo, kind), Texts(row.model, row.kind)) << row.word;
   }
 }
 

@@ -1,5 +1,5 @@
-#include "editor/EditorFixture.h"
 #include "files/WaveFiles.h"
+#include "editor/EditorFixture.h"
 #include "platform/TempFolder.h"
 
 namespace calder {
@@ -48,10 +48,9 @@ TEST_F(WaveFilesTest, AWdbFileBringsTheWaveformAndEverySettingBack) {
   EXPECT_EQ(Points(), points);
   EXPECT_EQ(settings, saved);
   EXPECT_EQ(program->interfaceKind, kUsbTmc);
-  EXPECT_EQ(editor->setup.ModelChoice(), 0);
-  EXPECT_TRUE(program->buffers.UndoDisabled());
-  EXPECT_EQ(program->names.CurrentWaveFile, folder / "a.wdb");
-  EXPECT_EQ(program->names.LastListFile, folder / "a");
+  EXPECT_EQ(Texts(editor->setup.ModelChoice(), program->buffers.UndoDisabled(), program->names.CurrentWaveFile,
+                  program->names.LastListFile),
+            Texts(0, true, folder / "a.wdb", folder / "a"));
 }
 
 TEST_F(WaveFilesTest, AWdbFileCarriesTheControlPointsOfASimpleWaveform) {
@@ -74,9 +73,9 @@ TEST_F(WaveFilesTest, OpeningAWdbFileOfAnotherSizeChangesTheMemoryAndTheView) {
   program->buffers.CurrentScope() = {100000, 200000};
   desktop.dialogs.Answer(folder / "small.wdb");
   editor->Do(Command::FileOpen);
-  EXPECT_EQ(Texts(program->settings.MemorySize, program->view.XEnd), "65536 65536");
-  EXPECT_EQ(program->view.ScrollStep, 2);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{65536, 65536}));
+  EXPECT_EQ(Texts(program->settings.MemorySize, program->view.XEnd, program->view.ScrollStep,
+                  program->buffers.CurrentScope()),
+            "65536 65536 2 65536..65536");
 }
 
 TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
@@ -107,8 +106,7 @@ TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
     PutFile(folder / row.name, row.content);
     desktop.boxes.Expect(row.message);
     EXPECT_FALSE(editor->waveFiles.Read_WaveFile(folder / row.name)) << row.name;
-    EXPECT_EQ(Points(), points) << row.name;
-    EXPECT_EQ(program->settings, settings) << row.name;
+    EXPECT_TRUE(Points() == points && program->settings == settings) << row.name;
     EXPECT_EQ(program->names.CurrentWaveFile, folder / "good.wdb") << row.name;
   }
 }
@@ -149,9 +147,8 @@ TEST_F(WaveFilesTest, SavingAppliesTheChosenMemorySizeAndAFailureKeepsTheNames) 
   editor->setup.ChooseMemorySize(static_cast<int>(large - sizes.begin()));
   EXPECT_EQ(program->settings.MemorySize, 65536) << "choosing is not applying";
   ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "a.txt"));
-  EXPECT_EQ(program->settings.MemorySize, 524288);
-  EXPECT_EQ(Code(65535), 65535 % 30000);
-  EXPECT_EQ(Code(65536), 0) << "grown points are clear";
+  EXPECT_EQ(Texts(program->settings.MemorySize, Code(65535), Code(65536)), Texts(524288, 65535 % 30000, 0))
+      << "grown points are clear";
   desktop.boxes.Expect("File Write error.");
   EXPECT_FALSE(editor->waveFiles.Write_WaveFile(std::string(fake::kNowhere) + "/b.txt"));
   EXPECT_EQ(program->names.CurrentWaveFile, folder / "a.txt");

@@ -37,8 +37,7 @@ TEST_F(CalcDialogTest, AWaveformIsCreatedAddedAndWrittenByKeys) {
       EXPECT_TRUE(Line(label).ends_with(value)) << label << ": " << Line(label);
     Do("key Btn_OK Space");
   });
-  EXPECT_EQ(Code(0), 1000);
-  EXPECT_EQ(Code(29999), 30999);
+  EXPECT_EQ(Texts(Code(0), Code(29999)), "1000 30999");
   Do("menu Menu_Undo");
   EXPECT_EQ(Code(29999), 29999);
   Do("menu Menu_Undo");

@@ -29,10 +29,8 @@ TEST(RoundVoltsTest, KeepsTheFourthDecimalOnlyWhenItRoundsUp) {
 
 TEST_F(Limits, FrequencyAndPeriodFollowEachOther) {
   EXPECT_TRUE(limits.EnterFrequency("2.5k"));
-  EXPECT_EQ(settings.Frequency, 2500);
-  EXPECT_EQ(settings.Period, 1 / 2500.0);
-  EXPECT_EQ(limits.FrequencyText(), "2.5k");
-  EXPECT_EQ(limits.PeriodText(), "400u");
+  EXPECT_EQ(Texts(settings.Frequency, settings.Period, limits.FrequencyText(), limits.PeriodText()),
+            Texts(2500, 1 / 2500.0, "2.5k", "400u"));
   EXPECT_TRUE(limits.EnterPeriod("10m"));
   EXPECT_EQ(settings.Frequency, 100);
   for (const char* refused : {"16M", "1n", "0", "-5", "abc"}) EXPECT_FALSE(limits.EnterFrequency(refused)) << refused;

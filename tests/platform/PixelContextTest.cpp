@@ -1,5 +1,5 @@
-#include "Testing.h"
 #include "platform/PixelContext.h"
+#include "Testing.h"
 
 namespace calder {
 namespace {
@@ -93,8 +93,7 @@ TEST(PixelContext, InvertedDrawingTwiceRestores) {
   EXPECT_EQ(surface.At(1, 1), 0xFF123456);
   surface.context.SetPen(0, 1);
   surface.context.Rectangle(1, 1, 4, 4);
-  EXPECT_EQ(surface.At(1, 1), 0xFFEDCBA9);
-  EXPECT_EQ(surface.At(1, 4), 0xFFFFFFFF) << "a corner is inverted once";
+  EXPECT_EQ(Texts(surface.At(1, 1), surface.At(1, 4)), Texts(0xFFEDCBA9, 0xFFFFFFFF)) << "a corner is inverted once";
 }
 
 TEST(PixelContext, ColumnsAgreeWithAPixelByPixelDrawing) {

@@ -98,9 +98,7 @@ TEST_F(Desk, CancelRestoresEverythingAndOkAppliesTheMemorySize) {
   EXPECT_NE(settings, before);
   desk->Btn_Cancel_Click();
   EXPECT_EQ(settings, before);
-  EXPECT_EQ(setup->ModelChoice(), 1);
-  EXPECT_EQ(program->interfaceKind, kUsbTmc);
-  EXPECT_EQ(port.closes, 1);
+  EXPECT_EQ(Texts(setup->ModelChoice(), program->interfaceKind, port.closes), Texts(1, kUsbTmc, 1));
 
   desk->Form_Load();
   desk->ChooseMemorySize(2);
@@ -191,8 +189,7 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   desktop.dialogs.Answer(path);
   desk->Menu_FileOpen_Click();
   EXPECT_EQ(Texts(settings.ModelName, settings.Output, settings.Polarity), "XG5531 2 4");
-  EXPECT_EQ(settings.Address, saved.Address);
-  EXPECT_EQ(settings.XUserName, "ms");
+  EXPECT_EQ(Texts(settings.Address, settings.XUserName), Texts(saved.Address, "ms"));
   EXPECT_EQ(program->interfaceKind, kNiGpib);
   EXPECT_EQ(setup->ModelChoice(), 1);
   desktop.boxes.Expect("This Address is Controller Address.\r   Address: 0"); // asked for again

@@ -34,9 +34,9 @@ TEST_F(BenchTest, ErrorsGoIntoTheQueueAndSetTheirBit) {
     EXPECT_EQ(Ask(kXg5530, "*ESR?"), "0\n");
     EXPECT_EQ(Ask(kXg5530, ":SYST:ERR?"), one.error) << one.message;
   }
-  EXPECT_EQ(sim::Setting("XG5530", "frequency1"), "5");
-  EXPECT_EQ(sim::Setting("XG5530", "output"), "1");
-  EXPECT_EQ(sim::Setting("XG5530", "unit1") + sim::Setting("XG5530", "scale1"), "PPPFS");
+  EXPECT_EQ(Texts(sim::Setting("XG5530", "frequency1"), sim::Setting("XG5530", "output"),
+                  sim::Setting("XG5530", "unit1") + sim::Setting("XG5530", "scale1")),
+            "5 1 PPPFS");
   Put(kKz8110, "VPP 19PP\n");
   EXPECT_EQ(Ask(kKz8110, "*STB?"), "4\n");
   EXPECT_EQ(Ask(kKz8110, "ERR?"), "-222,\"Data out of range\"\n");

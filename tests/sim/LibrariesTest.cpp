@@ -17,8 +17,7 @@ TEST_F(BenchTest, TheBenchIsTheModelDatabase) {
   std::string model;
   for (std::int32_t number = 0; number < database.SysGetDeviceCnt(); ++number) {
     ASSERT_TRUE(list >> address >> model);
-    EXPECT_EQ(address, number + 1);
-    EXPECT_EQ(model, database.SysGetDeviceName(number));
+    EXPECT_EQ(Texts(address, model), Texts(number + 1, database.SysGetDeviceName(number)));
     EXPECT_EQ(Ask(address, "*IDN?"), "ORVO," + model + ",1234567,1.00\n");
   }
   EXPECT_FALSE(list >> address);
@@ -34,8 +33,7 @@ TEST_F(BenchTest, TheControllersErrorsAreThoseOfTheStandard) {
   EXPECT_EQ(Put(30, "*IDN?"), 0x8100);
   EXPECT_EQ(error, 2); // no listener
   EXPECT_EQ(Get(1), "");
-  EXPECT_EQ(status, 0xC100);
-  EXPECT_EQ(error, 6);
+  EXPECT_EQ(Texts(status, error), Texts(0xC100, 6));
   EXPECT_EQ(sim::Errors("XG5530"), Lines{"-420,\"Query UNTERMINATED\""});
 }
 

@@ -11,9 +11,8 @@ TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
   OpenExpression(100, 200, "  X*10 ", "");
   EXPECT_EQ(Generated(150), 0);
   create->Btn_Comp_Click();
-  EXPECT_EQ(Generated(150), 1500);
-  EXPECT_EQ(Page(1).Expression, "X*10") << "stored back trimmed";
-  EXPECT_FALSE(create->PageModified());
+  EXPECT_EQ(Texts(Generated(150), Page(1).Expression, create->PageModified()), "1500 X*10 false")
+      << "stored back trimmed";
   desktop.dialogs.Cancel();
   create->Menu_FileOpen_Click();
   EXPECT_EQ(Generated(150), 1500) << "no list was read";
@@ -70,8 +69,7 @@ TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndWritesNothing) {
     create->Btn_OK_Click();
     EXPECT_EQ(Code(150), 150) << row.why;
     EXPECT_TRUE(editor->commands.CanUndo()) << row.why << ": the step is recorded before the page is computed";
-    EXPECT_EQ(createPort->closes, 0) << row.why;
-    EXPECT_TRUE(create->Cancelled()) << row.why;
+    EXPECT_EQ(Texts(createPort->closes, create->Cancelled()), "0 true") << row.why;
     ASSERT_TRUE(createPort->fault && createPort->fault->place) << row.why;
     EXPECT_EQ(createPort->fault->place->box, row.box) << row.why;
     EXPECT_EQ(createPort->fault->place->position, row.position) << row.why;
@@ -135,8 +133,7 @@ TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
   const CreatePage before = Page(1);
   const int previews = createPort->previews;
   EXPECT_EQ(create->LivePreview("b=4", "b*100").message, 0);
-  EXPECT_EQ(Generated(150), 400);
-  EXPECT_EQ(createPort->previews, previews + 1);
+  EXPECT_EQ(Texts(Generated(150), createPort->previews), Texts(400, previews + 1));
   const ExpressionFault fault = create->LivePreview("b=4", "b*100+");
   EXPECT_EQ(fault.message, 100);
   EXPECT_TRUE(fault.place);
@@ -146,8 +143,7 @@ TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
   ASSERT_EQ(program->evaluator.EvalOneL("[c=3]0", 0, unused), 0);
   EXPECT_EQ(create->LivePreview("", "c*100").message, 0) << "those that are remembered are";
   EXPECT_EQ(create->LivePreview("", "").message, 0);
-  EXPECT_EQ(Generated(150), 0);
-  EXPECT_EQ(Page(1), before);
+  EXPECT_TRUE(Generated(150) == 0 && Page(1) == before);
   create->LivePreview("", "55");
   create->Btn_OK_Click();
   EXPECT_EQ(Code(150), 1) << "the stored text, not what the preview showed last";

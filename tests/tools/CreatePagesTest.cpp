@@ -14,11 +14,9 @@ TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
   EXPECT_EQ(Texts(create->CurrentPage(), Page(1).StartX, Page(1).Size), "1 100 100");
   EXPECT_TRUE(Page(1).Valid);
   EXPECT_FALSE(Page(1).Visited);
-  EXPECT_TRUE(create->PageModified());
-  EXPECT_TRUE(create->Cancelled());
-  EXPECT_EQ(create->StartText(), "100.0000000");
-  EXPECT_EQ(Generated(125), 32767) << "a sine over the range";
-  EXPECT_EQ(Generated(225), 0);
+  EXPECT_EQ(Texts(create->PageModified(), create->Cancelled(), create->StartText(), Generated(125), Generated(225)),
+            "true true 100.0000000 32767 0")
+      << "a sine over the range";
   // Another page, whose area passes the end of a memory that has become smaller.
   Page(1).Valid = 0;
   Page(7).Valid = kPageTrue;
@@ -26,8 +24,7 @@ TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
   create->PrepareCreate();
   EXPECT_EQ(create->CurrentPage(), 7);
   EXPECT_EQ(Page(7).EndX, kSize);
-  EXPECT_EQ(Page(7).Size, 100);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{900, 1000}));
+  EXPECT_EQ(Texts(Page(7).Size, program->buffers.CurrentScope()), "100 900..1000");
 }
 
 TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOtherwise) {
@@ -62,9 +59,9 @@ TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOthe
     EXPECT_DOUBLE_EQ(BoxField(create->Page(), row.box), row.stored) << row.why;
     EXPECT_EQ(create->ParameterText(row.box), row.shown) << row.why;
     const bool changed = before != row.stored;
-    EXPECT_EQ(createPort->previews > 0, changed) << row.why;
-    EXPECT_EQ(program->settings.TransferFormat == 0, changed) << row.why;
-    EXPECT_EQ(create->Page().EndX, 100 + create->Page().Size) << row.why;
+    EXPECT_EQ(Texts(createPort->previews > 0, program->settings.TransferFormat == 0, create->Page().EndX),
+              Texts(changed, changed, 100 + create->Page().Size))
+        << row.why;
     EXPECT_EQ(program->buffers.CurrentScope().End, create->Page().EndX) << row.why;
   }
 }
@@ -213,9 +210,8 @@ TEST_F(CreatePagesTest, PageOkCopiesTheAreaAlone) {
   create->Text_LostFocus(kBoxOffset, "1234");
   EXPECT_EQ(Code(150), 150) << "nothing before OK";
   create->Btn_OK_Click();
-  EXPECT_EQ(Texts(Code(99), Code(100), Code(199), Code(200)), "99 1234 1234 200");
-  EXPECT_FALSE(create->Cancelled());
-  EXPECT_EQ(createPort->closes, 1);
+  EXPECT_EQ(Texts(Code(99), Code(100), Code(199), Code(200), create->Cancelled(), createPort->closes),
+            "99 1234 1234 200 false 1");
   editor->Do(Command::Undo);
   EXPECT_EQ(Code(150), 150);
 }
@@ -225,8 +221,7 @@ TEST_F(CreatePagesTest, PagesWithoutEffectAreNotCopied) {
   create->PrepareCreate();
   create->Opt_effect_Click(false);
   create->Btn_Confirm_Click();
-  EXPECT_EQ(createPort->closes, 1);
-  EXPECT_FALSE(editor->commands.CanUndo()) << "there was nothing to do";
+  EXPECT_EQ(Texts(createPort->closes, editor->commands.CanUndo()), "1 false") << "there was nothing to do";
   Page(2).SetArea(100, 200);
   create->GoToPage(2);
   create->Text_LostFocus(kBoxOffset, "1");
@@ -248,9 +243,8 @@ TEST_F(CreatePagesTest, AllPageOkOverlaysThePagesInOrder) {
   }
   create->PrepareCreate();
   create->Btn_Confirm_Click();
-  EXPECT_EQ(Code(299), 1000);
-  EXPECT_EQ(Code(300), 3000) << "a later page covers an earlier one";
-  EXPECT_EQ(Texts(Code(549), Code(550), createPort->closes), "3000 550 1");
+  EXPECT_EQ(Texts(Code(299), Code(300), Code(549), Code(550), createPort->closes), "1000 3000 3000 550 1")
+      << "a later page covers an earlier one";
 }
 
 TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndTheOperandHasOnePage) {
@@ -258,8 +252,7 @@ TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndTheOperandHasOnePage) {
   create->PrepareCreate();
   create->Btn_Cancel_Click();
   create->Form_QueryUnload();
-  EXPECT_TRUE(create->Cancelled());
-  EXPECT_EQ(Code(150), 150);
+  EXPECT_EQ(Texts(create->Cancelled(), Code(150)), "true 150");
 
   const WaveHandle operand = W_AllocMemory(100);
   create->PrepareCreate({operand, {100, 200}});
@@ -281,9 +274,8 @@ TEST_F(CreatePagesTest, ClearsKeepWhatTheyShould) {
   Page(1).Expression = "x";
   Page(5).Valid = kPageTrue;
   create->Menu_Clear_Click();
-  EXPECT_EQ(Page(1).Duty, 50);
-  EXPECT_EQ(Generated(130), 32767) << "the first half, not the first fifth";
-  EXPECT_EQ(Page(1).Expression, "");
+  EXPECT_EQ(Texts(Page(1).Duty, Generated(130), Page(1).Expression), "50 32767 ")
+      << "the first half, not the first fifth";
   EXPECT_EQ(Page(1).Function, kFunctionSquare);
   EXPECT_EQ(Page(1).EndX, 200);
   EXPECT_TRUE(Page(1).Valid);
@@ -355,8 +347,7 @@ TEST_F(CreatePagesTest, AreasBeyondASmallerMemoryAreShownShorterAndKept) {
   create->GoToPage(3);
   create->Text_X_LostFocus(End::Start, "200", create->EndText());
   create->Form_QueryUnload();
-  EXPECT_EQ(Texts(Page(2).EndX, Page(2).Size), "900 800");
-  EXPECT_EQ(Page(3).EndX, 500) << "an area that was edited is the user's";
+  EXPECT_EQ(Texts(Page(2).EndX, Page(2).Size, Page(3).EndX), "900 800 500") << "an area that was edited is the user's";
 }
 
 TEST_F(CreatePagesTest, ATypedSizeMovesTheRangesEndOnly) {

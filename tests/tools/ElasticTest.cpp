@@ -1,7 +1,7 @@
 // The Compress/Decompress dialog's fits, boxes and ends, on a whole editor without a window.
+#include "tools/elastic/Elastic.h"
 #include "RecordingHost.h"
 #include "editor/EditorFixture.h"
-#include "tools/elastic/Elastic.h"
 
 namespace calder {
 namespace {
@@ -89,8 +89,7 @@ TEST_F(ElasticTest, GesturesReshapeTheSavedArea) {
   for (const Row& row : rows) {
     SetUp();
     Do(row.gestures);
-    EXPECT_EQ(RangeText(), row.range) << row.why;
-    EXPECT_EQ(Levels(), row.levels) << row.why;
+    EXPECT_EQ(Texts(RangeText(), Levels()), Texts(row.range, row.levels)) << row.why;
     std::istringstream codes(row.codes);
     int point = 0;
     int code = 0;
@@ -160,8 +159,7 @@ TEST_F(ElasticTest, EndsAreDragged) {
     elastic->Move(row.to, width);
     elastic->Release();
     elastic->Move(0, width);
-    EXPECT_EQ(RangeText(), row.range) << row.why;
-    EXPECT_EQ(host.waveforms, row.versions) << row.why;
+    EXPECT_EQ(Texts(RangeText(), host.waveforms), Texts(row.range, row.versions)) << row.why;
   }
   // One on the other: the end has room, but at the right edge the start.
   for (const double place : {500.0, 1000.0}) {

@@ -1,9 +1,9 @@
 // The Operate dialog's operand, results and lines, on a whole editor without a window.
+#include "tools/operate/Operate.h"
 #include "editor/EditorFixture.h"
 #include "libs/file32/file32.h"
 #include "platform/PixelContext.h"
 #include "platform/WaveformTheme.h"
-#include "tools/operate/Operate.h"
 
 namespace calder {
 namespace {

@@ -22,8 +22,7 @@ TEST(PwfScrollTest, ParametersHaveAPositionAStepUpToALimit) {
   for (const auto& row : rows) {
     const PwfParam param{row.min, row.max, row.resolution, row.value, "p", row.value};
     const ScrollRange range = ScrollRangeOf(param);
-    EXPECT_EQ(range.Min, row.low) << row.why;
-    EXPECT_EQ(range.Max, row.high) << row.why;
+    EXPECT_EQ(Texts(range.Min, range.Max), Texts(row.low, row.high)) << row.why;
     EXPECT_EQ(ScrollPositionOf(param, range), row.position) << row.why;
     EXPECT_NEAR(ScrolledValue(param, range, row.position), row.value, 1e-9) << row.why;
   }
@@ -68,9 +67,9 @@ TEST_F(PwfDefinitionsTest, FaultyLinesAreNamedAndTheOthersKeepTheirPlaces) {
     ++note;
   }
   EXPECT_EQ(note, desk->Notes().end());
-  EXPECT_EQ(program->functions[1].FuncNo, 7);
-  EXPECT_EQ(program->functions[k].FuncName, "Last");
-  EXPECT_EQ(desk->Remark(), "a comment takes no place") << "of the first function alone";
+  EXPECT_EQ(Texts(program->functions[1].FuncNo, program->functions[k].FuncName, desk->Remark()),
+            "7 Last a comment takes no place")
+      << "of the first function alone";
   desk->Comb_Wave_Click(1);
   EXPECT_EQ(desk->Remark(), "");
 }
@@ -105,8 +104,7 @@ TEST_F(PwfDefinitionsTest, TheExampleOfTheFormatsPageIsSound) {
   PutFile(folder / kPwfDefinitions, page.substr(start, page.find("```", start) - start));
   desk->Form_Load();
   EXPECT_TRUE(desk->Notes().empty()) << desk->Notes()[0];
-  EXPECT_EQ(program->functions[1].FuncName, "Sine");
-  EXPECT_EQ(Generated(4095), 16380) << "the ramp with its first values";
+  EXPECT_EQ(Texts(program->functions[1].FuncName, Generated(4095)), "Sine 16380") << "the ramp with its first values";
 }
 
 // Each parameter at both of its limits, the others as the file has them.

@@ -51,10 +51,9 @@ TEST_F(PwfDeskTest, TypedTextsAreTakenRoundedOrRefused) {
     desk->Restore(0);
     pwfPort.previews = 0;
     EXPECT_EQ(desk->Text_Validate(0, row.typed), row.accepted) << row.typed;
-    EXPECT_EQ(desk->ParameterText(0), row.shown) << row.typed;
-    EXPECT_EQ(desk->Function().Params[0].Value, row.stored) << row.typed;
-    EXPECT_EQ(desk->IsRefused(0), !row.accepted) << row.typed;
-    EXPECT_EQ(pwfPort.previews > 0, row.accepted) << row.typed;
+    EXPECT_EQ(Texts(desk->ParameterText(0), desk->Function().Params[0].Value, desk->IsRefused(0), pwfPort.previews > 0),
+              Texts(row.shown, row.stored, !row.accepted, row.accepted))
+        << row.typed;
   }
   EXPECT_EQ(desk->LimitsText(0), "0 to 1");
   // What is no number stops an OK; a limit that took a refused text's place is computed with.
@@ -63,8 +62,7 @@ TEST_F(PwfDeskTest, TypedTextsAreTakenRoundedOrRefused) {
   EXPECT_EQ(pwfPort.closes, 0);
   desk->Text_Validate(0, "5");
   desk->Btn_OK_Click();
-  EXPECT_EQ(pwfPort.closes, 1);
-  EXPECT_EQ(Code(500), 16384) << "half of the scale: a is 1";
+  EXPECT_EQ(Texts(pwfPort.closes, Code(500)), "1 16384") << "half of the scale: a is 1";
 }
 
 TEST_F(PwfDeskTest, ScrollBarsMoveTheirParameterInItsSteps) {
@@ -85,8 +83,7 @@ TEST_F(PwfDeskTest, ScrollBarsMoveTheirParameterInItsSteps) {
   area = {0, 2000};
   desk->Btn_Cancel_Click();
   desk->Form_QueryUnload();
-  EXPECT_EQ(Generated(1999), 0) << "cleared over the length of Create's page";
-  EXPECT_EQ(Generated(2048), 8192);
+  EXPECT_EQ(Texts(Generated(1999), Generated(2048)), "0 8192") << "cleared over the length of Create's page";
   double value = 0;
   EXPECT_NE(program->evaluator.EvalOneL("c", 0, value), 0) << "the constants are forgotten";
 }
@@ -98,12 +95,10 @@ TEST_F(PwfDeskTest, WhatCannotBeComputedBringsItsMessageAndWritesNothing) {
   const std::int32_t before = Generated(4000);
   desktop.boxes.Expect("Divide by 0");
   desk->Text_Validate(0, "0");
-  EXPECT_EQ(pwfPort.fault.message, 104);
-  EXPECT_EQ(Generated(4000), before) << "the preview stays";
+  EXPECT_EQ(Texts(pwfPort.fault.message, Generated(4000)), Texts(104, before)) << "the preview stays";
   desktop.boxes.Expect("Divide by 0");
   desk->Btn_OK_Click();
-  EXPECT_EQ(Texts(pwfPort.closes, Code(500)), "0 500");
-  EXPECT_TRUE(editor->commands.CanUndo()) << "the step was recorded";
+  EXPECT_EQ(Texts(pwfPort.closes, Code(500), editor->commands.CanUndo()), "0 500 true") << "the step was recorded";
   desk->Comb_Wave_Click(2);
   EXPECT_EQ(desk->IsWaveIdx(), 1) << "there is no such function";
 }
@@ -144,8 +139,7 @@ TEST_F(PwfDeskTest, FunctionTwentyReachesFullScaleAndZerosStay) {
   desk->Comb_Wave_Click(19);
   EXPECT_EQ(Generated(4095), 8190);
   desk->Comb_Wave_Click(20);
-  EXPECT_EQ(Generated(4095), 32767);
-  EXPECT_EQ(Generated(2048), 16388) << "of the rounded codes";
+  EXPECT_EQ(Texts(Generated(4095), Generated(2048)), "32767 16388") << "of the rounded codes";
   desk->Text_Validate(0, "-1");
   EXPECT_EQ(Generated(4095), -32767);
   desk->Text_Validate(0, "0");
@@ -182,8 +176,7 @@ TEST_F(PwfDeskTest, ParameterFilesGoThroughTheFileMenu) {
   desk->Menu_FileSave_Click();
   EXPECT_EQ(program->names.LastPwfFile, folder / "a.pwf");
   desk->Form_Load();
-  EXPECT_EQ(desk->IsWaveIdx(), 0);
-  EXPECT_EQ(program->functions[1].Params[0].Value, 0.5) << "the file's values again";
+  EXPECT_EQ(Texts(desk->IsWaveIdx(), program->functions[1].Params[0].Value), "0 0.5") << "the file's values again";
   desktop.dialogs.Answer(folder / "a.pwf");
   desk->Menu_FileOpen_Click();
   EXPECT_EQ(Texts(desk->IsWaveIdx(), desk->ParameterText(0)), "1 0.8");

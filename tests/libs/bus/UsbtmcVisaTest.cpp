@@ -131,8 +131,7 @@ TEST_F(UsbtmcVisaTest, FilesAreStreamed) {
 
   record.answers = {{"ab", Ending::None}, {"cd", Ending::End}, {"ef", Ending::None}};
   EXPECT_EQ(visa->viReadToFile(device, file, 100, moved), VI_SUCCESS);
-  EXPECT_EQ(moved, 4U);
-  EXPECT_EQ(std::filesystem::file_size(file), 4U);
+  EXPECT_EQ(Texts(moved, std::filesystem::file_size(file)), "4 4");
   EXPECT_EQ(visa->viReadToFile(device, file, 100, moved), VI_ERROR_TMO); // what came is in the file
   EXPECT_EQ(std::filesystem::file_size(file), 2U);
   EXPECT_EQ(visa->viReadToFile(device, folder / "no/such", 100, moved), VI_ERROR_FILE_ACCESS);
@@ -165,11 +164,9 @@ TEST(LinuxUsbtmc, ReadsWhatTheKernelTells) {
   LinuxUsbtmc port(folder / "class", "/nodes");
   const auto devices = port.Devices();
   ASSERT_EQ(devices.size(), 2U);
-  EXPECT_EQ(devices[0].node + devices[1].node, "/nodes/usbtmc2/nodes/usbtmc10");
-  EXPECT_EQ(devices[0].vendor, 0x1209);
-  EXPECT_EQ(devices[0].product, 0x5531);
-  EXPECT_EQ(devices[0].serial, "12 34");
-  EXPECT_EQ(devices[1].interface, 10);
+  EXPECT_EQ(Texts(devices[0].node + devices[1].node, devices[0].vendor, devices[0].product, devices[0].serial,
+                  devices[1].interface),
+            Texts("/nodes/usbtmc2/nodes/usbtmc10", 0x1209, 0x5531, "12 34", 10));
   EXPECT_EQ(LinuxUsbtmc(folder / "none", "/nodes").Devices().size(), 0U);
   int handle = 0;
   EXPECT_EQ(port.Open(devices[0].node, handle), ENOENT);

@@ -1,6 +1,6 @@
 #include "libs/file32/file32.h"
 
-#include "libs/file32/MemoryClipboard.h"
+#include "MemoryClipboard.h"
 #include "libs/wavelb32/TestWave.h"
 
 namespace calder {
@@ -14,8 +14,7 @@ protected:
     std::int32_t placed = -1;
     const std::int32_t status = other.GetClipBoard(clipboard, target.Handle(), 1, 2, 6, placed);
     if (status != 0) {
-      EXPECT_EQ(target.Text(), "7 7 7 7 7 7");
-      EXPECT_EQ(placed, -1);
+      EXPECT_EQ(Texts(target.Text(), placed), "7 7 7 7 7 7 -1");
       return "message " + std::to_string(status);
     }
     return std::to_string(placed) + ": " + target.Text();

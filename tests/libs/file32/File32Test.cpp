@@ -95,8 +95,7 @@ TEST_F(File32Test, UnsoundWdbChangesNothing) {
     std::vector<std::byte> block(WDB_SETTINGS_BYTES, std::byte{0x55});
     const TestWave copy(before);
     const std::int32_t status = file.Read4410File(folder / "a.wdb", block, row.sound ? copy.Handle() : target.Handle());
-    EXPECT_EQ(status, row.sound ? 0 : FILE_READ_FAILED) << row.bytes;
-    EXPECT_EQ(target.Copy() == before, true) << row.bytes;
+    EXPECT_EQ(Texts(status, target.Copy() == before), Texts(row.sound ? 0 : FILE_READ_FAILED, true)) << row.bytes;
     EXPECT_EQ(block[300] == std::byte{0x55}, !row.sound) << row.bytes;
   }
 }
@@ -143,8 +142,7 @@ TEST_F(File32Test, IntegerTextGoesOutAndComesBack) {
   ASSERT_EQ(file.SaveWaveData(folder / "b.txt", small.Handle(), 1, 3), 0);
   EXPECT_EQ(GetFile(folder / "b.txt"), "-2\r\n30\r\n-400\r\n");
   ASSERT_EQ(file.LoadWaveData(folder / "b.txt", small.Handle(), 3, 2, read), 0);
-  EXPECT_EQ(read, 2);
-  EXPECT_EQ(small.Text(), "1 -2 30 -2 30");
+  EXPECT_EQ(Texts(read, small.Text()), "2 1 -2 30 -2 30");
 }
 
 TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
@@ -164,9 +162,7 @@ TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
     EXPECT_EQ(file.SaveWaveData(folder / "new.txt", buffer.Handle(), first, most), FILE_WRITE_FAILED) << first;
   }
   EXPECT_EQ(file.LoadWaveData(folder / "good.txt", buffer.Handle() + 1, 0, 4, read), FILE_READ_FAILED);
-  EXPECT_EQ(buffer.Text(), "1 2 3 4");
-  EXPECT_EQ(read, 77);
-  EXPECT_FALSE(std::filesystem::exists(folder / "new.txt"));
+  EXPECT_EQ(Texts(buffer.Text(), read, std::filesystem::exists(folder / "new.txt")), "1 2 3 4 77 false");
 }
 
 TEST_F(File32Test, RealTextGivesCodes) {

@@ -1,6 +1,6 @@
+#include "libs/file32/IntegerText.h"
 #include "Testing.h"
 #include "files/ParseErrorTexts.h"
-#include "libs/file32/IntegerText.h"
 
 #include <gmock/gmock.h>
 
@@ -40,8 +40,7 @@ TEST(IntegerText, WritesAndReadsEveryCode) {
     std::size_t count = 0;
     TextFault fault;
     ASSERT_TRUE(ParseCodes(text, back, count, fault)) << fault.line << ReasonText(fault.reason, Language::English);
-    EXPECT_EQ(count, codes.size());
-    EXPECT_EQ(back, codes);
+    EXPECT_TRUE(count == codes.size() && back == codes);
   }
 }
 

@@ -65,9 +65,8 @@ TEST_F(Change, InterfaceMovesAnAddressThatItsRangeLacks) {
                          Row{3, 7, 0, 30, 7}, Row{4, -1, 0, 30, 0}}) {
     record_.Address = row.address;
     EXPECT_EQ(database_.SysChangeInterface(0, row.kind, record_), 0);
-    EXPECT_EQ(record_.AddressMin, row.min) << row.kind;
-    EXPECT_EQ(record_.AddressMax, row.max) << row.kind;
-    EXPECT_EQ(record_.Address, row.moved) << row.kind;
+    EXPECT_EQ(Texts(record_.AddressMin, record_.AddressMax, record_.Address), Texts(row.min, row.max, row.moved))
+        << row.kind;
   }
   EXPECT_EQ(database_.SysGetInterfaceInfo(0), SYS_INTERFACE_NI_GPIB_2 | SYS_INTERFACE_USBTMC);
 }
@@ -166,8 +165,7 @@ TEST_F(Change, ValuesOutsideAreRefusedAndChangeNothing) {
 
 TEST_F(Change, AcceptedValuesAreStored) {
   EXPECT_EQ(database_.SysChangeFrequency(0, 1, 2e6, record_), 0);
-  EXPECT_EQ(record_.Frequency, 2e6);
-  EXPECT_EQ(record_.Period, 1 / 2e6);
+  EXPECT_EQ(Texts(record_.Frequency, record_.Period), Texts(2e6, 1 / 2e6));
   EXPECT_EQ(database_.SysChangeAmplitude(0, 0, 0, 0.1, record_), 0);
   EXPECT_EQ(record_.Amplitude, 0.1);
   EXPECT_EQ(database_.SysChangeOffset(0, 1, 0, -3.3, record_), 0);
@@ -197,13 +195,8 @@ TEST_F(Change, CommandTablesComeInFileOrderAndABadNumberLeavesTheTable) {
   CommandTable table;
   table.Key[7] = "stale";
   ASSERT_EQ(database_.SysGetGPIBInfo(0, 3, table), 4);
-  EXPECT_EQ(table.Key[0], "arbbank");
-  EXPECT_EQ(table.Key[1], "arbmask");
-  EXPECT_EQ(table.Value[1], "0xFFFC");
-  EXPECT_EQ(table.Key[2], "arbname");
-  EXPECT_EQ(table.Key[3], "arbsend");
-  EXPECT_EQ(table.Key[4], "");
-  EXPECT_EQ(table.Key[7], "");
+  EXPECT_EQ(Texts(table.Key[0], table.Key[1], table.Value[1], table.Key[2], table.Key[3], table.Key[4], table.Key[7]),
+            "arbbank arbmask 0xFFFC arbname arbsend  ");
   EXPECT_LT(database_.SysGetGPIBInfo(0, 4, table), 0);
   EXPECT_LT(database_.SysGetGPIBInfo(1, 0, table), 0);
   EXPECT_EQ(table.Key[3], "arbsend");

@@ -180,8 +180,7 @@ TEST(ModelFaultTest, AModelWithoutAnyWayToSendAWaveformIsRefused) {
   text.erase(text.find("arbsend"));
   const std::optional<ModelFault> fault = ParseModel(text, "a.toml", model);
   ASSERT_TRUE(fault);
-  EXPECT_EQ(fault->status, SYS_BAD_VALUE);
-  EXPECT_EQ(fault->line, 77);
+  EXPECT_EQ(Texts(fault->status, fault->line), Texts(SYS_BAD_VALUE, 77));
 }
 
 // Deep dotted keys and oversized texts must end as a fault, not as an overflow of the stack.

@@ -98,8 +98,7 @@ TEST_F(ModelFiles, TheNumbersThatFilesCarryKeepTheirModels) {
   for (std::int32_t mode = 0; mode < 4; ++mode) {
     EXPECT_EQ(database_.SysGetChannelName(10, mode), kModes[static_cast<std::size_t>(mode)]);
     ASSERT_EQ(database_.SysGetRangeCnt(10, mode), 2);
-    EXPECT_EQ(database_.SysGetRangeName(10, mode, 0), "100 V");
-    EXPECT_EQ(database_.SysGetRangeName(10, mode, 1), "200 V");
+    EXPECT_EQ(Texts(database_.SysGetRangeName(10, mode, 0), database_.SysGetRangeName(10, mode, 1)), "100 V 200 V");
   }
 }
 

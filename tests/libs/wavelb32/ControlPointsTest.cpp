@@ -24,8 +24,7 @@ public:
     std::int32_t count = points;
     const std::int32_t status = ConvCPdata(wave.Handle(), positions_, values_, count);
     if (status != W_SUCCESS) {
-      EXPECT_EQ(status, W_NOT_POSSIBLE);
-      EXPECT_EQ(count, 0);
+      EXPECT_EQ(Texts(status, count), Texts(W_NOT_POSSIBLE, 0));
       return -1;
     }
     Values x;

@@ -122,9 +122,8 @@ TEST(DrawGrid, HasTenColumnsEightRowsAndTheZeroLineOnTop) {
   RecordingContext context(100, 80);
   EXPECT_EQ(W_DrawGrid(context, 100, 80), W_SUCCESS);
   ASSERT_EQ(context.calls.size(), 7U + 9U + 3U);
-  EXPECT_EQ(context.calls[1], "line 0 10 99 10");
-  EXPECT_EQ(context.calls[8], "line 10 0 10 79");
-  EXPECT_EQ(context.calls.back(), "line 0 40 99 40");
+  EXPECT_EQ(Texts(context.calls[1], context.calls[8], context.calls.back()),
+            "line 0 10 99 10 line 10 0 10 79 line 0 40 99 40");
 }
 
 TEST(DrawGrid, TheZeroLineIsDrawnOnlyInsideTheView) {
