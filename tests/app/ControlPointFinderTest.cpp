@@ -10,13 +10,13 @@ namespace {
 struct Found {
   std::int32_t status = 0;
   std::vector<std::int32_t> positions;
-  std::vector<std::int16_t> values;
+  Codes values;
   bool operator==(const Found&) const = default;
 };
 
 template <class Search>
 Found Outcome(Search search) {
-  Found found{0, std::vector<std::int32_t>(W_MAX_CONTROL_POINTS), std::vector<std::int16_t>(W_MAX_CONTROL_POINTS)};
+  Found found{0, std::vector<std::int32_t>(W_MAX_CONTROL_POINTS), Codes(W_MAX_CONTROL_POINTS)};
   std::int32_t count = -1;
   found.status = search(found.positions, found.values, count);
   found.positions.resize(static_cast<std::size_t>(count));

@@ -79,8 +79,8 @@ TEST(Fault, ADivisionThatIsNotTakenIsNoFault) {
 }
 
 TEST(Fault, TheBufferIsLeftAlone) {
-  const TestWave wave(std::vector<std::int16_t>(5000, 7));
-  const std::vector<std::int16_t> before = wave.Copy();
+  const TestWave wave(Codes(5000, 7));
+  const Codes before = wave.Copy();
   Evaluator evaluator;
   const double bad[] = {-1, 5001, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
                         1e300};

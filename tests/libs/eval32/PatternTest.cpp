@@ -5,8 +5,6 @@
 namespace calder {
 namespace {
 
-using Codes = std::vector<std::int16_t>;
-
 TEST(Pattern, TheDocumentsExamplesHold) {
   const auto rows = DocTable("patterns.md", "pattern");
   ASSERT_GE(rows.size(), 10U);

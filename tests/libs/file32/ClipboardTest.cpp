@@ -10,7 +10,7 @@ class ClipboardTest : public testing::Test {
 protected:
   // What a paste at point 1 of six 7s gives, up to five points of room.
   std::string Paste() {
-    const TestWave target(std::vector<std::int16_t>(6, 7));
+    const TestWave target(Codes(6, 7));
     std::int32_t placed = -1;
     const std::int32_t status = other.GetClipBoard(clipboard, target.Handle(), 1, 2, 6, placed);
     if (status != 0) {
@@ -31,7 +31,7 @@ protected:
 };
 
 TEST_F(ClipboardTest, CarriesTheCodesAtTheirOwnLength) {
-  const TestWave source(std::vector<std::int16_t>{1, -32768, 32767, 4, 5, 6, 8, 9});
+  const TestWave source(Codes{1, -32768, 32767, 4, 5, 6, 8, 9});
   ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 1, 3), 0);
   EXPECT_EQ(Paste(), "3: 7 -32768 32767 4 7 7");
   ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 8), 0);
@@ -41,7 +41,7 @@ TEST_F(ClipboardTest, CarriesTheCodesAtTheirOwnLength) {
 }
 
 TEST_F(ClipboardTest, IsATextForOtherPrograms) {
-  const TestWave source(std::vector<std::int16_t>{1, -32768, 32767});
+  const TestWave source(Codes{1, -32768, 32767});
   ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 3), 0);
   const std::string text = clipboard.Get("text/plain;charset=utf-8");
   EXPECT_EQ(text, "1\n-32768\n32767\n");
@@ -49,7 +49,7 @@ TEST_F(ClipboardTest, IsATextForOtherPrograms) {
 }
 
 TEST_F(ClipboardTest, WhatIsOfferedOutlivesLaterCopies) {
-  const TestWave source(std::vector<std::int16_t>{1, 2, 3, 4});
+  const TestWave source(Codes{1, 2, 3, 4});
   clipboard.keepsAll = true;
   for (std::int32_t start = 0; start < 4; ++start)
     ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), start, 1), 0);
@@ -123,7 +123,7 @@ TEST_F(ClipboardTest, PrefersItsOwnFormAndFallsBackToText) {
 }
 
 TEST_F(ClipboardTest, FailuresHaveTheirMessages) {
-  const TestWave source(std::vector<std::int16_t>{1, 2, 3});
+  const TestWave source(Codes{1, 2, 3});
   EXPECT_EQ(Paste(), "message 81");
   clipboard.available = false;
   EXPECT_EQ(Paste(), "message 80");

@@ -27,7 +27,7 @@ protected:
 };
 
 TEST_F(File32Test, WdbHasBlockCodesAndTableInTheirPlaces) {
-  std::vector<std::int16_t> codes = Noise(W_MAX_POINTS);
+  Codes codes = Noise(W_MAX_POINTS);
   codes[0] = 0x1234;
   codes[1] = -2;
   codes.back() = -32767;
@@ -51,13 +51,13 @@ TEST_F(File32Test, WdbHasBlockCodesAndTableInTheirPlaces) {
 }
 
 TEST_F(File32Test, WdbOfAShorterBufferIsFilledWithZeros) {
-  const TestWave source(std::vector<std::int16_t>{5, -6, 7});
+  const TestWave source(Codes{5, -6, 7});
   ASSERT_EQ(file.Save4410File(folder / "a.wdb", Block(std::nullopt), source.Handle()), 0);
   EXPECT_EQ(std::filesystem::file_size(folder / "a.wdb"), WDB_TABLE_OFFSET);
   const TestWave target(Noise(W_MAX_POINTS + 2));
   std::vector<std::byte> block(WDB_SETTINGS_BYTES);
   ASSERT_EQ(file.Read4410File(folder / "a.wdb", block, target.Handle()), 0);
-  std::vector<std::int16_t> expected(W_MAX_POINTS + 2);
+  Codes expected(W_MAX_POINTS + 2);
   expected[0] = 5;
   expected[1] = -6;
   expected[2] = 7;
@@ -138,7 +138,7 @@ TEST_F(File32Test, IntegerTextGoesOutAndComesBack) {
   EXPECT_EQ(read, W_MAX_POINTS);
   EXPECT_EQ(target.Copy(), source.Copy());
 
-  const TestWave small(std::vector<std::int16_t>{1, -2, 30, -400, 5000});
+  const TestWave small(Codes{1, -2, 30, -400, 5000});
   ASSERT_EQ(file.SaveWaveData(folder / "b.txt", small.Handle(), 1, 3), 0);
   EXPECT_EQ(GetFile(folder / "b.txt"), "-2\r\n30\r\n-400\r\n");
   ASSERT_EQ(file.LoadWaveData(folder / "b.txt", small.Handle(), 3, 2, read), 0);
@@ -146,7 +146,7 @@ TEST_F(File32Test, IntegerTextGoesOutAndComesBack) {
 }
 
 TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
-  const TestWave buffer(std::vector<std::int16_t>{1, 2, 3, 4});
+  const TestWave buffer(Codes{1, 2, 3, 4});
   std::int32_t read = 77;
   PutFile(folder / "a.txt", "10\r\n20\r\n3.5\r\n");
   EXPECT_EQ(file.LoadWaveData(folder / "a.txt", buffer.Handle(), 0, 4, read), FILE_READ_FAILED);
@@ -166,7 +166,7 @@ TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
 }
 
 TEST_F(File32Test, RealTextGivesCodes) {
-  std::vector<std::int16_t> codes = {9, 9};
+  Codes codes = {9, 9};
   PutFile(folder / "a.txt", "4\r\n-1\r\n1\r\n");
   ASSERT_EQ(file.LoadRealData(folder / "a.txt", 3, codes), 0);
   EXPECT_THAT(codes, testing::ElementsAre(32767, -8192, 8192));

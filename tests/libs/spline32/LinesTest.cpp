@@ -4,7 +4,6 @@
 namespace calder {
 namespace {
 
-using Codes = std::vector<std::int16_t>;
 using Values = std::vector<double>;
 
 struct Case {

@@ -3,10 +3,6 @@
 namespace calder {
 namespace {
 
-using Codes = std::vector<std::int16_t>;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
-
 Codes Counting(std::int16_t points) {
   Codes codes(static_cast<std::size_t>(points));
   std::iota(codes.begin(), codes.end(), std::int16_t{1});

@@ -4,7 +4,6 @@
 namespace calder {
 namespace {
 
-using Codes = std::vector<std::int16_t>;
 using Calls = std::vector<std::string>;
 
 // With 98 rows a unit is 2 rows: lane i's ground is rows 2 + 6 i to 7 + 6 i, high is row 3 + 6 i, low row 7 + 6 i.

@@ -5,7 +5,6 @@
 namespace calder {
 namespace {
 
-using Codes = std::vector<std::int16_t>;
 using Calls = std::vector<std::string>;
 
 struct View {

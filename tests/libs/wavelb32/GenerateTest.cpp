@@ -3,8 +3,6 @@
 namespace calder {
 namespace {
 
-using Codes = std::vector<std::int16_t>;
-
 struct Wanted {
   std::int32_t points;
   double start;

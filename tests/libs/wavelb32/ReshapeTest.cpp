@@ -3,8 +3,6 @@
 namespace calder {
 namespace {
 
-using Codes = std::vector<std::int16_t>;
-
 TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
   struct Row {
     const char* what;
@@ -114,31 +112,14 @@ Codes Calculated(const Codes& a, const Codes& b, double yMin, double yMax, std::
   return result.Copy();
 }
 
-TEST(CalcWave, CombinesOnTheScaleOfTheUnit) {
-  const Codes a{1000, -1000, 32767, -32767, 0, 5};
-  const Codes b{500, 500, 32767, 32767, 0, 0};
-  // In codes.
-  EXPECT_EQ(Calculated(a, b, -32767, 32767, 0), (Codes{1500, -500, 32767, 0, 0, 5}));
-  EXPECT_EQ(Calculated(a, b, -32767, 32767, 1), (Codes{500, -1500, 0, -32767, 0, 5}));
-  EXPECT_EQ(Calculated(a, b, -32767, 32767, 2), (Codes{32767, -32767, 32767, -32767, 0, 0}));
-  EXPECT_EQ(Calculated(a, b, -32767, 32767, 3), (Codes{2, -2, 1, -1, 0, 32767}));
-  // From -1 to 1, full scale is the neutral factor.
-  EXPECT_EQ(Calculated(a, b, -1, 1, 2), (Codes{15, -15, 32767, -32767, 0, 0}));
-  EXPECT_EQ(Calculated(a, b, -1, 1, 3), (Codes{32767, -32767, 32767, -32767, 0, 32767}));
-  // From 0 to 2 V code 0 is 1 V and code -32767 is 0 V.
-  EXPECT_EQ(Calculated({-32767, 0, 0, 16384}, {0, 0, -32767, -32767}, 0, 2, 0), (Codes{0, 32767, 0, 16384}));
-  EXPECT_EQ(Calculated({-32767, 0, 0, 16384}, {0, 0, -32767, -32767}, 0, 2, 2), (Codes{-32767, 0, -32767, -32767}));
-  EXPECT_EQ(Calculated({-32767, 0, 0}, {-32767, -32767, 0}, 0, 2, 3), (Codes{-32767, 32767, 0})) << "0 / 0 is 0 V";
-  // A scale that runs downwards.
-  EXPECT_EQ(Calculated({100, -100}, {0, 0}, 1, -1, 3), (Codes{32767, -32767}));
-}
-
-TEST(CalcWave, AnyCodeDividedByItselfOrNothingIsExactInOddUnits) {
-  for (const double full : {0.3, 1e-9, 7.7, 3.3e6}) {
-    EXPECT_EQ(Calculated({0, 0}, {0, 0}, -full, full, 3), (Codes{0, 0})) << full;
-    EXPECT_EQ(Calculated({1, -1}, {0, 0}, -full, full, 3), (Codes{32767, -32767})) << full;
+// What the comparison below passes over: values on a half, and nothing by nothing.
+TEST(CalcWave, NothingByNothingIsNothingInOddUnits) {
+  for (const double full : {32767.0, 0.3, 1e-9, 7.7, 3.3e6}) {
+    EXPECT_EQ(Calculated({0, 1, -1}, {0, 0, 0}, -full, full, 3), (Codes{0, 32767, -32767})) << full;
     EXPECT_EQ(Calculated({123, -4567}, {0, 0}, -full, full, 0), (Codes{123, -4567})) << full;
   }
+  EXPECT_EQ(Calculated({-32767, 0, 0}, {-32767, -32767, 0}, 0, 2, 3), (Codes{-32767, 32767, 0})) << "0 / 0 is 0 V";
+  EXPECT_EQ(Calculated({0, 16384}, {-32767, -32767}, 0, 2, 2), (Codes{-32767, -32767}));
 }
 
 TEST(CalcWave, ReadsTheSourceFromTheStartAndMayWriteOverIt) {

@@ -9,7 +9,10 @@
 
 namespace calder {
 
+using Codes = std::vector<std::int16_t>;
+
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 class TestWave {
 public:
