@@ -62,16 +62,17 @@ TEST_F(UsbtmcVisaTest, FindsAndOpensByName) {
 TEST_F(UsbtmcVisaTest, AnswersAreReadToTheirEnd) {
   record.answers = {{"ORVO,", Ending::None}, {"XG5530\n", Ending::End}, {"12,34", Ending::Terminator},
                     {"long", Ending::None},  {"", Ending::None},        {"half", Ending::None}};
-  EXPECT_EQ(Read(100), "ORVO,XG5530\n");
-  EXPECT_EQ(status, VI_SUCCESS);
-  EXPECT_EQ(Read(100), "12,34");
-  EXPECT_EQ(status, VI_SUCCESS_TERM_CHAR);
-  EXPECT_EQ(Read(4), "long");
-  EXPECT_EQ(status, VI_SUCCESS_MAX_CNT);
-  EXPECT_EQ(Read(4), ""); // neither bytes nor an end
-  EXPECT_EQ(status, VI_ERROR_IO);
-  EXPECT_EQ(Read(100), "half");
-  EXPECT_EQ(status, VI_ERROR_TMO);
+  struct Row {
+    std::uint32_t capacity;
+    const char* text;
+    ViStatus status;
+  };
+  for (const Row& row : {Row{100, "ORVO,XG5530\n", VI_SUCCESS}, Row{100, "12,34", VI_SUCCESS_TERM_CHAR},
+                         Row{4, "long", VI_SUCCESS_MAX_CNT}, Row{4, "", VI_ERROR_IO}, // neither bytes nor an end
+                         Row{100, "half", VI_ERROR_TMO}}) {
+    EXPECT_EQ(Read(row.capacity), row.text);
+    EXPECT_EQ(status, row.status) << row.text;
+  }
 }
 
 TEST_F(UsbtmcVisaTest, ErrorsAreStatuses) {
@@ -97,13 +98,13 @@ TEST_F(UsbtmcVisaTest, AttributesAndRemoteControlGoToTheDriver) {
   EXPECT_EQ(record.calls, (Lines{"limit 100", "limit 100", "limit 30000", "limit 2147483647"}));
   record.calls.clear();
   record.errors = {EINVAL};
-  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_TERMCHAR, '\r'), VI_SUCCESS); // the instrument cannot
-  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_TERMCHAR_EN, 1), VI_SUCCESS);
-  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_SEND_END_EN, 0), VI_SUCCESS);
+  // A terminator that the instrument cannot have is none.
+  for (const auto& [attribute, value] :
+       {std::pair{VI_ATTR_TERMCHAR, '\r'}, {VI_ATTR_TERMCHAR_EN, 1}, {VI_ATTR_SEND_END_EN, 0}})
+    EXPECT_EQ(visa->viSetAttribute(device, attribute, static_cast<std::uint64_t>(value)), VI_SUCCESS);
   EXPECT_EQ(visa->viSetAttribute(device, 0x3FFF0099, 0), VI_ERROR_NSUP_ATTR);
-  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_ASSERT), VI_SUCCESS);
-  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_ASSERT_ADDRESS_LLO), VI_SUCCESS);
-  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_DEASSERT_GTL), VI_SUCCESS);
+  for (const auto mode : {VI_GPIB_REN_ASSERT, VI_GPIB_REN_ASSERT_ADDRESS_LLO, VI_GPIB_REN_DEASSERT_GTL})
+    EXPECT_EQ(visa->viGpibControlREN(device, mode), VI_SUCCESS);
   EXPECT_EQ(visa->viGpibControlREN(device, 7), VI_ERROR_NSUP_OPER);
   EXPECT_EQ(record.calls, (Lines{"terminator 13 off", "terminator 13 on", "end off", "remote on", "remote on",
                                  "lockout", "local", "remote off"}));
