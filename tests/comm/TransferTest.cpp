@@ -201,21 +201,17 @@ TEST_F(Transfers, ShowTheirSteps) {
 }
 
 TEST(TransferRate, IsToldWhenItMeansSomething) {
-  struct {
-    std::size_t bytes;
-    double seconds;
-    const char* english;
-    const char* japanese;
-  } const cases[] = {{0, 1, "", ""},
-                     {500, 0.1, "", ""}, // too early
-                     {500000, 0.5, "1.00 MB/s, 1 s left", "1.00 MB/s、残り 1 秒"},
-                     {12345, 1, "12.3 kB/s, 81 s left", "12.3 kB/s、残り 81 秒"},
-                     {1000000, 0.02, "50.0 MB/s", "50.0 MB/s"},
-                     {1000000, 0, "", ""},
-                     {2000000, 1, "", ""}};
-  for (const auto& one : cases) {
-    EXPECT_EQ(TransferRateText(one.bytes, 1000000, one.seconds, Language::English), one.english);
-    EXPECT_EQ(TransferRateText(one.bytes, 1000000, one.seconds, Language::Japanese), one.japanese);
+  const std::tuple<std::size_t, double, const char*, const char*> cases[] = {
+      {0, 1, "", ""},
+      {500, 0.1, "", ""}, // too early
+      {500000, 0.5, "1.00 MB/s, 1 s left", "1.00 MB/s、残り 1 秒"},
+      {12345, 1, "12.3 kB/s, 81 s left", "12.3 kB/s、残り 81 秒"},
+      {1000000, 0.02, "50.0 MB/s", "50.0 MB/s"},
+      {1000000, 0, "", ""},
+      {2000000, 1, "", ""}};
+  for (const auto& [bytes, seconds, english, japanese] : cases) {
+    EXPECT_EQ(TransferRateText(bytes, 1000000, seconds, Language::English), english);
+    EXPECT_EQ(TransferRateText(bytes, 1000000, seconds, Language::Japanese), japanese);
   }
   EXPECT_EQ(SecondsLeftText(9, Language::English, "50.0 MB/s"), "50.0 MB/s, 9 s left");
   EXPECT_EQ(SecondsLeftText(9, Language::Japanese), "残り 9 秒");

@@ -203,30 +203,24 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
 TEST_F(EditorTest, OnlyAFileThatWasReadIsShownWhole) {
   const TempFolder folder;
   PutFile(folder / "five.txt", "5\r\n");
-  const struct {
-    const char* why;
-    std::optional<std::string> chosen;
-    bool drop;
-    const char* message;
-    bool read;
-  } rows[] = {{"cancelled", std::nullopt, false, nullptr, false},
-              {"cannot be read", folder / "none.txt", false, "File Read error.", false},
-              {"dropped, cannot be read", folder / "none.txt", true, "File Read error.", false},
-              {"dropped, no waveform", folder / "five.dat", true, "Invalid file extension.", false},
-              {"read", folder / "five.txt", false, nullptr, true},
-              {"dropped, read", folder / "five.txt", true, nullptr, true}};
+  const std::tuple<const char*, std::optional<std::string>, bool, const char*, bool> rows[] = {
+      {"cancelled", std::nullopt, false, nullptr, false},
+      {"cannot be read", folder / "none.txt", false, "File Read error.", false},
+      {"dropped, cannot be read", folder / "none.txt", true, "File Read error.", false},
+      {"dropped, no waveform", folder / "five.dat", true, "Invalid file extension.", false},
+      {"read", folder / "five.txt", false, nullptr, true},
+      {"dropped, read", folder / "five.txt", true, nullptr, true}};
   Begin();
-  for (const auto& row : rows) {
+  for (const auto& [why, chosen, drop, message, read] : rows) {
     editor->view.ZoomX(2);
     editor->view.ZoomY(1);
     editor->view.Hrizontal_Scroll(4096);
-    if (row.message != nullptr) desktop.boxes.Expect(row.message);
-    if (!row.drop)
-      desktop.dialogs.answers.push_back(row.chosen ? std::optional(FileDialogAnswer{*row.chosen, 1}) : std::nullopt);
-    row.drop ? editor->FileDropped(*row.chosen) : editor->Do(Command::FileOpen);
+    if (message != nullptr) desktop.boxes.Expect(message);
+    if (!drop) desktop.dialogs.answers.push_back(chosen ? std::optional(FileDialogAnswer{*chosen, 1}) : std::nullopt);
+    drop ? editor->FileDropped(*chosen) : editor->Do(Command::FileOpen);
     EXPECT_EQ(Texts(program->view.XZoom, program->view.YZoom, program->view.XStart),
-              Texts(row.read ? 1 : 4, row.read ? 1 : 2, row.read ? 0 : 65536))
-        << row.why;
+              Texts(read ? 1 : 4, read ? 1 : 2, read ? 0 : 65536))
+        << why;
   }
 }
 

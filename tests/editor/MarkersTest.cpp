@@ -21,64 +21,55 @@ struct MarkersTest : EditorFixture {
 
 TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
   enum Box { Start, End, Length };
-  const struct {
-    const char* why;
-    bool track;
-    Scope before;
-    Box box;
-    const char* text;
-    Scope after;
-  } rows[] = {{"A right of B is refused", false, {100, 200}, Start, "300", {100, 200}},
-              {"A before B is taken", false, {100, 200}, Start, "150", {150, 200}},
-              {"outside the waveform is refused", false, {100, 200}, Start, "-1", {100, 200}},
-              {"beyond the end is refused, not taken for 0", false, {100, 200}, End, "600000", {100, 200}},
-              {"B before A is refused", false, {100, 200}, End, "50", {100, 200}},
-              {"prefixes work", false, {100, 200}, End, "1.5k", {100, 1500}},
-              {"a pair stops at the end", true, {0, 1000}, Start, "524000", {523288, 524288}},
-              {"a pair stops at the start", true, {1000, 2000}, End, "300", {0, 1000}},
-              {"a pair moves", true, {1000, 2000}, Start, "5000", {5000, 6000}},
-              {"B takes A along", true, {1000, 2000}, End, "5000", {4000, 5000}},
-              {"a length", false, {1000, 2000}, Length, "10", {1000, 1010}},
-              {"a length beyond the end", false, {524000, 524100}, Length, "1000", {524000, 524288}},
-              {"a length beyond everything", false, {24288, 24388}, Length, "9M", {24288, 524288}},
-              {"no number is 0", false, {1000, 2000}, Length, "abc", {1000, 1000}}};
-  for (const auto& row : rows) {
-    Put(row.before.Start, row.before.End, row.track);
-    if (row.box == Start) editor->markers.TypeStart(row.text);
-    if (row.box == End) editor->markers.TypeEnd(row.text);
-    if (row.box == Length) editor->markers.TypeScope(row.text);
-    EXPECT_EQ(Texts(TheScope().Start, TheScope().End), Texts(row.after.Start, row.after.End)) << row.why;
+  const std::tuple<const char*, bool, Scope, Box, const char*, Scope> rows[] = {
+      {"A right of B is refused", false, {100, 200}, Start, "300", {100, 200}},
+      {"A before B is taken", false, {100, 200}, Start, "150", {150, 200}},
+      {"outside the waveform is refused", false, {100, 200}, Start, "-1", {100, 200}},
+      {"beyond the end is refused, not taken for 0", false, {100, 200}, End, "600000", {100, 200}},
+      {"B before A is refused", false, {100, 200}, End, "50", {100, 200}},
+      {"prefixes work", false, {100, 200}, End, "1.5k", {100, 1500}},
+      {"a pair stops at the end", true, {0, 1000}, Start, "524000", {523288, 524288}},
+      {"a pair stops at the start", true, {1000, 2000}, End, "300", {0, 1000}},
+      {"a pair moves", true, {1000, 2000}, Start, "5000", {5000, 6000}},
+      {"B takes A along", true, {1000, 2000}, End, "5000", {4000, 5000}},
+      {"a length", false, {1000, 2000}, Length, "10", {1000, 1010}},
+      {"a length beyond the end", false, {524000, 524100}, Length, "1000", {524000, 524288}},
+      {"a length beyond everything", false, {24288, 24388}, Length, "9M", {24288, 524288}},
+      {"no number is 0", false, {1000, 2000}, Length, "abc", {1000, 1000}}};
+  for (const auto& [why, track, before, box, text, after] : rows) {
+    Put(before.Start, before.End, track);
+    if (box == Start) editor->markers.TypeStart(text);
+    if (box == End) editor->markers.TypeEnd(text);
+    if (box == Length) editor->markers.TypeScope(text);
+    EXPECT_EQ(Texts(TheScope().Start, TheScope().End), Texts(after.Start, after.End)) << why;
   }
 }
 
 // A picture of 1024 columns: 512 points a pixel.
 TEST_F(MarkersTest, TheGrabbedMarkerIsTheOneUnderThePointer) {
-  const struct {
-    const char* why;
-    Scope scope;
-    int x, y;
-    char marker; // A, B or - for none
-  } rows[] = {{"B's column", {51200, 256000}, 500, 300, 'B'},
-              {"A's column", {51200, 256000}, 100, 300, 'A'},
-              {"beside it", {51200, 256000}, 101, 300, '-'},
-              {"right of B at the top", {51200, 256000}, 510, 9, 'B'},
-              {"right of B below the top", {51200, 256000}, 510, 10, '-'},
-              {"left of A at the top", {51200, 256000}, 90, 10, 'A'},
-              {"A's flag itself", {51200, 256000}, 105, 5, '-'},
-              {"one column in the middle: B", {256000, 256000}, 500, 300, 'B'},
-              {"one column at the right edge: A", {524288, 524288}, 1023, 300, 'A'},
-              {"the last column counts as the end", {0, 524288}, 1023, 300, 'B'}};
-  for (const auto& row : rows) {
-    Put(row.scope.Start, row.scope.End);
-    editor->MouseMove(row.x, row.y, 1024, 400, 1, true);
+  // marker: A, B or - for none
+  const std::tuple<const char*, Scope, int, int, char> rows[] = {
+      {"B's column", {51200, 256000}, 500, 300, 'B'},
+      {"A's column", {51200, 256000}, 100, 300, 'A'},
+      {"beside it", {51200, 256000}, 101, 300, '-'},
+      {"right of B at the top", {51200, 256000}, 510, 9, 'B'},
+      {"right of B below the top", {51200, 256000}, 510, 10, '-'},
+      {"left of A at the top", {51200, 256000}, 90, 10, 'A'},
+      {"A's flag itself", {51200, 256000}, 105, 5, '-'},
+      {"one column in the middle: B", {256000, 256000}, 500, 300, 'B'},
+      {"one column at the right edge: A", {524288, 524288}, 1023, 300, 'A'},
+      {"the last column counts as the end", {0, 524288}, 1023, 300, 'B'}};
+  for (const auto& [why, scope, x, y, marker] : rows) {
+    Put(scope.Start, scope.End);
+    editor->MouseMove(x, y, 1024, 400, 1, true);
     editor->MousePress({}, Editor::PressKeys::None);
-    EXPECT_EQ(editor->markers.Grabbed(), row.marker != '-') << row.why;
+    EXPECT_EQ(editor->markers.Grabbed(), marker != '-') << why;
     // B can only be dragged right of A, A only left of B.
-    if (row.marker == 'A' || row.marker == 'B') {
-      const int target = row.marker == 'A' ? 10 : 1000;
+    if (marker == 'A' || marker == 'B') {
+      const int target = marker == 'A' ? 10 : 1000;
       editor->MouseMove(target, 300, 1024, 400, 1, true);
-      const double moved = row.marker == 'A' ? TheScope().Start : TheScope().End;
-      EXPECT_EQ(moved, target * 512.0) << row.why;
+      const double moved = marker == 'A' ? TheScope().Start : TheScope().End;
+      EXPECT_EQ(moved, target * 512.0) << why;
     }
     editor->MouseRelease({});
   }

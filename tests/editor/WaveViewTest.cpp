@@ -1,5 +1,5 @@
-#include "editor/WaveView.h"
 #include "Testing.h"
+#include "editor/WaveView.h"
 
 namespace calder {
 namespace {
@@ -21,13 +21,12 @@ struct WaveViewTest : testing::Test {
 };
 
 TEST_F(WaveViewTest, XZoomShowsItsPartFromTheLeftEdge) {
-  const struct {
-    int index, page, maximum, end;
-  } rows[] = {{1, 16384, 16384, 262144}, {2, 8192, 24576, 131072}, {7, 256, 32512, 4096}};
-  for (const auto& row : rows) {
-    view.ZoomX(row.index);
-    EXPECT_EQ(Texts(view.HScroll().largeChange, view.HScroll().maximum), Texts(row.page, row.maximum));
-    EXPECT_EQ(X(), Range(0, row.end));
+  const std::tuple<int, int, int, int> rows[] = {
+      {1, 16384, 16384, 262144}, {2, 8192, 24576, 131072}, {7, 256, 32512, 4096}};
+  for (const auto& [index, page, maximum, end] : rows) {
+    view.ZoomX(index);
+    EXPECT_EQ(Texts(view.HScroll().largeChange, view.HScroll().maximum), Texts(page, maximum));
+    EXPECT_EQ(X(), Range(0, end));
   }
   EXPECT_TRUE(view.Hrizontal_Scroll(32512));
   EXPECT_EQ(state.XEnd, 524288);

@@ -1,5 +1,5 @@
-#include "files/ListFile.h"
 #include "editor/EditorFixture.h"
+#include "files/ListFile.h"
 #include "files/ListText.h"
 #include "platform/TempFolder.h"
 
@@ -127,11 +127,8 @@ TEST_F(ListFileTest, NothingToWriteMakesNoFileAndAFailureKeepsTheOldOne) {
 TEST_F(ListFileTest, ADamagedListGivesThePagesBeforeTheDamageOrNone) {
   FillPages();
   const std::string whole = Compose();
-  const struct {
-    const char* why;
-    std::string text;
-    int pages; // -1: message 71, nothing changes
-  } rows[] = {
+  // pages: -1: message 71, nothing changes
+  const std::tuple<const char*, std::string, int> rows[] = {
       {"whole", whole, 2},
       {"line ends of other systems",
        [&] {
@@ -160,13 +157,13 @@ TEST_F(ListFileTest, ADamagedListGivesThePagesBeforeTheDamageOrNone) {
       {"no such page ends without a message", WithLine(whole, "3\t\t'Page", "203\t\t'Page"), 1},
       {"even as the first", WithLine(whole, "1\t\t'Page", "-1\t\t'Page"), 0},
       {"a page number with a fraction", WithLine(whole, "3\t\t'Page", "3.5\t\t'Page"), 1}};
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, text, thePages] : rows) {
+    SCOPED_TRACE(why);
     PageTable pages;
     pages[9].Valid = kPageTrue;
-    const bool read = Parse(row.text, pages);
+    const bool read = Parse(text, pages);
     EXPECT_EQ(Texts(read, pages[9].Valid != 0, pages.CountValid()),
-              Texts(row.pages >= 0, row.pages < 0, row.pages < 0 ? 1 : row.pages))
+              Texts(thePages >= 0, thePages < 0, thePages < 0 ? 1 : thePages))
         << "all pages are replaced, or none";
   }
   std::vector<std::byte> bytes(3);

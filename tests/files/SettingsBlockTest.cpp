@@ -1,5 +1,5 @@
-#include "files/SettingsBlock.h"
 #include "Testing.h"
+#include "files/SettingsBlock.h"
 
 #include <bit>
 #include <cstring>
@@ -79,19 +79,17 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
 }
 
 TEST(SettingsBlock, FirstWordHasTheModelAndPerhapsTheInterface) {
-  struct Row {
-    std::uint16_t word;
-    std::int16_t model;
-    std::int32_t kind; // 99: as it was
-  };
-  for (const Row& row : {Row{0, 0, 99}, Row{255, 255, 99}, Row{256, 0, 0}, Row{0x01FF, 255, 0}, Row{0x0503, 3, 4},
-                         Row{0x7F01, 1, 126}, Row{0x8001, 1, 99}, Row{0xFFFF, 255, 99}}) {
+  // kind: 99: as it was
+  using Row = std::tuple<std::uint16_t, std::int16_t, std::int32_t>;
+  for (const auto& [word, model, theKind] :
+       {Row{0, 0, 99}, Row{255, 255, 99}, Row{256, 0, 0}, Row{0x01FF, 255, 0}, Row{0x0503, 3, 4}, Row{0x7F01, 1, 126},
+        Row{0x8001, 1, 99}, Row{0xFFFF, 255, 99}}) {
     Block block{};
-    PutWord(block, 0, row.word);
+    PutWord(block, 0, word);
     SystemInfo record;
     std::int32_t kind = 99;
     Unpack_Settings(block, CodePage::Western, record, kind);
-    EXPECT_EQ(Texts(record.ModelNo, kind), Texts(row.model, row.kind)) << row.word;
+    EXPECT_EQ(Texts(record.ModelNo, kind), Texts(model, theKind)) << word;
   }
 }
 
@@ -109,31 +107,27 @@ TEST(SettingsBlock, OutputIsATruthValue) {
 }
 
 TEST(SettingsBlock, TextsAreCutAtWholeCharactersAndTrimmed) {
-  const struct {
-    CodePage page;
-    const char* name;
-    std::string stored;
-    const char* back;
-  } kRows[] = {{CodePage::Western, "", "        ", ""},
-               {CodePage::Western, "  m/s²  ", "  m/s\xB2  ", "  m/s²"},
-               {CodePage::Western, "Übergröße",
-                "\xDC"
-                "bergr\xF6\xDF",
-                "Übergröß"},
-               {CodePage::Western, "Ω角x", "??x     ", "??x"},
-               {CodePage::Japanese, "角度", "\x8A\x70\x93\x78    ", "角度"},
-               {CodePage::Japanese, "1角度角度", "1\x8A\x70\x93\x78\x8A\x70 ", "1角度角"},
-               {CodePage::Japanese, "ｱﾎﾟ²", "\xB1\xCE\xDF?    ", "ｱﾎﾟ?"},
-               {CodePage::Western, "\xC3(\xF0\x9F\x98\x80\xFF", "?(??    ", "?(??"}};
-  for (const auto& row : kRows) {
+  const std::tuple<CodePage, const char*, std::string, const char*> kRows[] = {
+      {CodePage::Western, "", "        ", ""},
+      {CodePage::Western, "  m/s²  ", "  m/s\xB2  ", "  m/s²"},
+      {CodePage::Western, "Übergröße",
+       "\xDC"
+       "bergr\xF6\xDF",
+       "Übergröß"},
+      {CodePage::Western, "Ω角x", "??x     ", "??x"},
+      {CodePage::Japanese, "角度", "\x8A\x70\x93\x78    ", "角度"},
+      {CodePage::Japanese, "1角度角度", "1\x8A\x70\x93\x78\x8A\x70 ", "1角度角"},
+      {CodePage::Japanese, "ｱﾎﾟ²", "\xB1\xCE\xDF?    ", "ｱﾎﾟ?"},
+      {CodePage::Western, "\xC3(\xF0\x9F\x98\x80\xFF", "?(??    ", "?(??"}};
+  for (const auto& [page, name, stored, back] : kRows) {
     SystemInfo record;
-    record.XUserName = row.name;
+    record.XUserName = name;
     Block block;
-    Pack_Settings(record, 0, row.page, block);
-    EXPECT_EQ(Text(block, 326, 8), row.stored) << row.name;
+    Pack_Settings(record, 0, page, block);
+    EXPECT_EQ(Text(block, 326, 8), stored) << name;
     std::int32_t kind = 0;
-    Unpack_Settings(block, row.page, record, kind);
-    EXPECT_EQ(record.XUserName, row.back) << row.name;
+    Unpack_Settings(block, page, record, kind);
+    EXPECT_EQ(record.XUserName, back) << name;
   }
 }
 

@@ -1,5 +1,5 @@
-#include "files/WaveFiles.h"
 #include "editor/EditorFixture.h"
+#include "files/WaveFiles.h"
 #include "platform/TempFolder.h"
 
 namespace calder {
@@ -87,27 +87,24 @@ TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
   noMemory.replace(90, 4, std::string(4, '\0'));
   std::string nanAmplitude = good;
   nanAmplitude.replace(222, 8, std::string(8, '\xFF'));
-  const struct {
-    const char* name;
-    std::string content;
-    const char* message;
-  } rows[] = {{"empty.wdb", "", "File Read error."},
-              {"short.wdb", good.substr(0, 300), "File Read error."},
-              {"truncated.wdb", good.substr(0, good.size() - 1), "File Read error."},
-              {"foreign.wdb", foreign, "Read in is interrupted"},
-              {"nomemory.wdb", noMemory, "File Read error."},
-              {"nan.wdb", nanAmplitude, "File Read error."},
-              {"text.txt", "12\r\nabc\r\n", "Line 2"},
-              {"empty.txt", "", "File Read error."},
-              {"a.b.wdb", good, "Invalid file extension."}};
+  const std::tuple<const char*, std::string, const char*> rows[] = {
+      {"empty.wdb", "", "File Read error."},
+      {"short.wdb", good.substr(0, 300), "File Read error."},
+      {"truncated.wdb", good.substr(0, good.size() - 1), "File Read error."},
+      {"foreign.wdb", foreign, "Read in is interrupted"},
+      {"nomemory.wdb", noMemory, "File Read error."},
+      {"nan.wdb", nanAmplitude, "File Read error."},
+      {"text.txt", "12\r\nabc\r\n", "Line 2"},
+      {"empty.txt", "", "File Read error."},
+      {"a.b.wdb", good, "Invalid file extension."}};
   const std::vector<std::int16_t> points = Points();
   const SystemInfo settings = program->settings;
-  for (const auto& row : rows) {
-    PutFile(folder / row.name, row.content);
-    desktop.boxes.Expect(row.message);
-    EXPECT_FALSE(editor->waveFiles.Read_WaveFile(folder / row.name)) << row.name;
-    EXPECT_TRUE(Points() == points && program->settings == settings) << row.name;
-    EXPECT_EQ(program->names.CurrentWaveFile, folder / "good.wdb") << row.name;
+  for (const auto& [name, content, message] : rows) {
+    PutFile(folder / name, content);
+    desktop.boxes.Expect(message);
+    EXPECT_FALSE(editor->waveFiles.Read_WaveFile(folder / name)) << name;
+    EXPECT_TRUE(Points() == points && program->settings == settings) << name;
+    EXPECT_EQ(program->names.CurrentWaveFile, folder / "good.wdb") << name;
   }
 }
 

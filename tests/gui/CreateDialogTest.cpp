@@ -1,9 +1,9 @@
 // The Create dialog's real form off-screen.
-#include "tools/create/CreateDialog.h"
 #include "FormDriver.h"
 #include "RecordingHost.h"
 #include "editor/EditorFixture.h"
 #include "platform/qt/Theme.h"
+#include "tools/create/CreateDialog.h"
 #include "tools/create/ExpressionBox.h"
 
 namespace calder {
@@ -137,25 +137,22 @@ TEST_F(CreateDialogTest, ForTheOperateDialogThereIsOnePageAndItsRange) {
 TEST_F(CreateDialogTest, TheExpressionBoxMarksPairsAndFaultsAndHasALimit) {
   Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
   auto* box = Find<ExpressionBox>("Txt_Expr");
-  struct Row {
-    const char *why, *text, *marks;
-    int cursor;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, const char*, const char*, int>;
+  for (const auto& [why, text, theMarks, theCursor] :
        {Row{"after the last one", "(1*(x)+2)", "8 0 ", 9}, Row{"before the inner one", "(1*(x)+2)", "3 5 ", 3},
         Row{"one that is alone is the fault", "1+(x", "2 ~2 ", 3}, Row{"none at the cursor", "1+foo", "~2 ", 1},
         Row{"a fault at the end", "1+", "~1 ", 2}}) {
     box->selectAll();
-    TypeOn("Txt_Expr", row.text);
+    TypeOn("Txt_Expr", text);
     QTextCursor cursor = box->textCursor();
-    cursor.setPosition(row.cursor);
+    cursor.setPosition(theCursor);
     box->setTextCursor(cursor);
     std::string marks;
     for (const auto& mark : box->extraSelections()) {
       const bool isFault = mark.format.underlineStyle() == QTextCharFormat::WaveUnderline;
       marks += (isFault ? "~" : "") + std::to_string(mark.cursor.selectionStart()) + " ";
     }
-    EXPECT_EQ(marks, row.marks) << row.why;
+    EXPECT_EQ(marks, theMarks) << why;
   }
   box->selectAll();
   QApplication::clipboard()->setText("1\n+" + QString(1030, QLatin1Char('x')));

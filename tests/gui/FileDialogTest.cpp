@@ -96,16 +96,12 @@ TEST_F(FileDialogs, OfferAndReturnWhatWasAskedFor) {
   constexpr auto yes = QMessageBox::Yes;
   constexpr auto no = QMessageBox::No;
   constexpr auto cancel = QMessageBox::Cancel; // of the dialog
-  struct Row {
-    const char* why;
-    bool save;
-    int filter;
-    std::string offered;
-    const char* typed;                                // null: what is offered
-    std::vector<QMessageBox::StandardButton> answers; // of the boxes that follow
-    std::string path;                                 // empty: cancelled
-  };
-  for (const Row& row :
+  // typed: null: what is offered
+  // answers: of the boxes that follow
+  // path: empty: cancelled
+  using Row = std::tuple<const char*, bool, int, std::string, const char*, std::vector<QMessageBox::StandardButton>,
+                         std::string>;
+  for (const auto& [why, save, filter, offered, theTyped, answers, path] :
        {Row{"the offered file", false, 1, root + "/a.wdb", nullptr, {}, root + "/a.wdb"},
         Row{"the chosen filter", false, 2, root + "/b.txt", nullptr, {}, root + "/b.txt"},
         Row{"a name without extension", false, 1, root + "/Untitled", "a", {}, root + "/a.wdb"},
@@ -122,18 +118,18 @@ TEST_F(FileDialogs, OfferAndReturnWhatWasAskedFor) {
     QObject::connect(&driving, &QTimer::timeout, [&] {
       QWidget* top = QApplication::activeModalWidget();
       if (auto* box = qobject_cast<QMessageBox*>(top)) {
-        unexpected = answered >= std::ssize(row.answers);
-        unexpected ? box->reject() : box->button(row.answers[static_cast<std::size_t>(answered++)])->click();
+        unexpected = answered >= std::ssize(answers);
+        unexpected ? box->reject() : box->button(answers[static_cast<std::size_t>(answered++)])->click();
       } else if (auto* dialog = qobject_cast<QFileDialog*>(top)) {
         auto* name = NameOf(*dialog);
         if (!typed) {
-          EXPECT_EQ(name->text().toStdString(), std::filesystem::path(row.offered).filename()) << row.why;
-          if (row.typed != nullptr) name->setText(QLatin1String(row.typed));
+          EXPECT_EQ(name->text().toStdString(), std::filesystem::path(offered).filename()) << why;
+          if (theTyped != nullptr) name->setText(QLatin1String(theTyped));
           typed = true;
         }
         const bool giveUp =
-            name->text().isEmpty() || (answered < std::ssize(row.answers) &&
-                                       row.answers[static_cast<std::size_t>(answered)] == QMessageBox::Cancel);
+            name->text().isEmpty() ||
+            (answered < std::ssize(answers) && answers[static_cast<std::size_t>(answered)] == QMessageBox::Cancel);
         // Not in here: a timer does not fire again within itself, and the key may open a box.
         const auto act = [=] { giveUp ? dialog->reject() : QTest::keyClick(name, Qt::Key_Return); };
         QMetaObject::invokeMethod(name, act, Qt::QueuedConnection);
@@ -141,42 +137,37 @@ TEST_F(FileDialogs, OfferAndReturnWhatWasAskedFor) {
     });
     driving.start(30);
     settings.Set("Files", "LastFolder", root);
-    const FileDialogRequest request{"", filters, row.filter, row.offered, row.filter == 1 ? "wdb" : "txt"};
-    const auto answer = row.save ? dialogs.Save(request) : dialogs.Open(request);
-    EXPECT_FALSE(unexpected) << row.why;
-    const auto boxes = std::count_if(row.answers.begin(), row.answers.end(),
-                                     [](auto button) { return button != QMessageBox::Cancel; });
-    EXPECT_EQ(answered, boxes) << row.why << ": questions";
-    EXPECT_EQ(answer ? answer->path : "", row.path) << row.why;
-    EXPECT_TRUE(!answer || answer->filterIndex == row.filter) << row.why;
+    const FileDialogRequest request{"", filters, filter, offered, filter == 1 ? "wdb" : "txt"};
+    const auto answer = save ? dialogs.Save(request) : dialogs.Open(request);
+    EXPECT_FALSE(unexpected) << why;
+    const auto boxes =
+        std::count_if(answers.begin(), answers.end(), [](auto button) { return button != QMessageBox::Cancel; });
+    EXPECT_EQ(answered, boxes) << why << ": questions";
+    EXPECT_EQ(answer ? answer->path : "", path) << why;
+    EXPECT_TRUE(!answer || answer->filterIndex == filter) << why;
   }
 }
 
 TEST(MessageBoxes, KeysAnswerAsTheButtonsSay) {
-  const struct {
-    const char* why;
-    BoxButtons buttons;
-    BoxIcon icon;
-    Qt::Key key;
-    BoxAnswer answer;
-  } rows[] = {{"Yes is the default", BoxButtons::YesNo, BoxIcon::Question, Qt::Key_Return, BoxAnswer::Yes},
-              {"Escape is No", BoxButtons::YesNo, BoxIcon::None, Qt::Key_Escape, BoxAnswer::No},
-              {"OK", BoxButtons::Ok, BoxIcon::Critical, Qt::Key_Return, BoxAnswer::Ok},
-              {"Escape is OK", BoxButtons::Ok, BoxIcon::Information, Qt::Key_Escape, BoxAnswer::Ok}};
+  const std::tuple<const char*, BoxButtons, BoxIcon, Qt::Key, BoxAnswer> rows[] = {
+      {"Yes is the default", BoxButtons::YesNo, BoxIcon::Question, Qt::Key_Return, BoxAnswer::Yes},
+      {"Escape is No", BoxButtons::YesNo, BoxIcon::None, Qt::Key_Escape, BoxAnswer::No},
+      {"OK", BoxButtons::Ok, BoxIcon::Critical, Qt::Key_Return, BoxAnswer::Ok},
+      {"Escape is OK", BoxButtons::Ok, BoxIcon::Information, Qt::Key_Escape, BoxAnswer::Ok}};
   const std::map<BoxIcon, QMessageBox::Icon> icons = {{BoxIcon::Question, QMessageBox::Question},
                                                       {BoxIcon::None, QMessageBox::NoIcon},
                                                       {BoxIcon::Critical, QMessageBox::Critical},
                                                       {BoxIcon::Information, QMessageBox::Information}};
-  for (const auto& row : rows) {
+  for (const auto& [why, buttons, icon, key, answer] : rows) {
     QTimer::singleShot(0, [&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(box, nullptr);
       EXPECT_EQ(box->windowTitle(), "Caution Message");
       EXPECT_EQ(box->text(), "one\ntwo") << "line breaks of any kind, none at the end";
-      EXPECT_EQ(box->icon(), icons.at(row.icon)) << row.why;
-      QTest::keyClick(box, row.key);
+      EXPECT_EQ(box->icon(), icons.at(icon)) << why;
+      QTest::keyClick(box, key);
     });
-    EXPECT_EQ(QtMessageBoxes().Show("Caution Message", "one\rtwo\r\n", row.buttons, row.icon), row.answer) << row.why;
+    EXPECT_EQ(QtMessageBoxes().Show("Caution Message", "one\rtwo\r\n", buttons, icon), answer) << why;
   }
 }
 

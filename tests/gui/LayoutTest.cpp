@@ -20,10 +20,8 @@ struct LayoutTest : ToolFixture {
 };
 
 TEST_F(LayoutTest, NothingIsClippedOrTwiceOnAKeyInEitherLanguage) {
-  const struct {
-    const char* entry;
-    std::vector<const char*> states; // gestures that lead to each
-  } forms[] = {
+  // states: gestures that lead to each
+  const std::tuple<const char*, std::vector<const char*>> forms[] = {
       {"Menu_Create", {"set Comb_Wave 1", "set Comb_Wave 2", "set Comb_Wave 5; on Txt_Expr 1+"}},
       {"Menu_Spline", {""}},
       {"Menu_Compute", {""}},
@@ -38,11 +36,11 @@ TEST_F(LayoutTest, NothingIsClippedOrTwiceOnAKeyInEitherLanguage) {
     application.reset();
     desktop.language.id = language;
     Start();
-    for (const auto& form : forms) {
-      OpenTool(form.entry, [&] {
-        for (const char* gestures : form.states) {
+    for (const auto& [entry, states] : forms) {
+      OpenTool(entry, [&] {
+        for (const char* gestures : states) {
           Do(gestures);
-          LookAt(QLatin1String(form.entry));
+          LookAt(QLatin1String(entry));
         }
       });
     }

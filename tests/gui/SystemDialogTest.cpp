@@ -149,22 +149,20 @@ TEST_F(SystemDialogTest, EveryControlIsWired) {
 }
 
 TEST_F(SystemDialogTest, EnterPressesTheFocusedButton) {
-  struct Row {
-    const char* control;
-    double frequency; // what the record has after a change to 5 kHz and an Enter there
-    bool closed;
-  };
-  for (const Row& row : {Row{"Btn_Cancel", 1000, true}, Row{"Btn_OK", 5000, true}, Row{"Comb_AmplLim", 5000, true},
-                         Row{"Btn_Trans_0", 5000, false}}) {
+  // frequency: what the record has after a change to 5 kHz and an Enter there
+  using Row = std::tuple<const char*, double, bool>;
+  for (const auto& [theControl, frequency, closed] :
+       {Row{"Btn_Cancel", 1000, true}, Row{"Btn_OK", 5000, true}, Row{"Comb_AmplLim", 5000, true},
+        Row{"Btn_Trans_0", 5000, false}}) {
     program->settings.Frequency = 1000;
     Open();
     program->settings.Frequency = 5000;
-    auto* control = Find<QWidget>(row.control);
+    auto* control = Find<QWidget>(theControl);
     Page(2);
     control->setFocus();
     QTest::keyClick(control, Qt::Key_Return);
-    EXPECT_EQ(program->settings.Frequency, row.frequency) << row.control;
-    EXPECT_EQ(!dialog->isVisible(), row.closed) << row.control;
+    EXPECT_EQ(program->settings.Frequency, frequency) << theControl;
+    EXPECT_EQ(!dialog->isVisible(), closed) << theControl;
   }
 }
 

@@ -50,32 +50,28 @@ TEST_F(CreateExpressionTest, UnitsAreThoseOnShow) {
 }
 
 TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndWritesNothing) {
-  const struct {
-    const char *why, *constants, *expression, *message;
-    TextBox box;
-    std::size_t position;
-  } rows[] = {
+  const std::tuple<const char*, const char*, const char*, const char*, TextBox, std::size_t> rows[] = {
       {"an unknown name", "", "1+foo", "Syntax error in equation", TextBox::Expression, 2},
       {"an unknown name after a random value", "", "rnd()*foo", "Syntax error in equation", TextBox::Expression, 6},
       {"a stray parenthesis", "", "(x", "Unbalance of parenthesis", TextBox::Expression, 0},
       {"constants", "a=1;b=*", "a", "Constant format error", TextBox::Constants, 6}};
-  for (const auto& row : rows) {
+  for (const auto& [why, constants, expression, message, box, position] : rows) {
     Ramp();
     program->buffers.Reset_Undo();
-    OpenExpression(100, 200, row.expression, row.constants);
+    OpenExpression(100, 200, expression, constants);
     createPort->closes = 0;
     createPort->fault.reset();
-    desktop.boxes.Expect(row.message);
+    desktop.boxes.Expect(message);
     create->Btn_OK_Click();
-    EXPECT_EQ(Code(150), 150) << row.why;
-    EXPECT_TRUE(editor->commands.CanUndo()) << row.why << ": the step is recorded before the page is computed";
-    EXPECT_EQ(Texts(createPort->closes, create->Cancelled()), "0 true") << row.why;
-    ASSERT_TRUE(createPort->fault && createPort->fault->place) << row.why;
-    EXPECT_EQ(createPort->fault->place->box, row.box) << row.why;
-    EXPECT_EQ(createPort->fault->place->position, row.position) << row.why;
-    desktop.boxes.Expect(row.message);
+    EXPECT_EQ(Code(150), 150) << why;
+    EXPECT_TRUE(editor->commands.CanUndo()) << why << ": the step is recorded before the page is computed";
+    EXPECT_EQ(Texts(createPort->closes, create->Cancelled()), "0 true") << why;
+    ASSERT_TRUE(createPort->fault && createPort->fault->place) << why;
+    EXPECT_EQ(createPort->fault->place->box, box) << why;
+    EXPECT_EQ(createPort->fault->place->position, position) << why;
+    desktop.boxes.Expect(message);
     create->Btn_Comp_Click();
-    EXPECT_TRUE(create->PageModified()) << row.why;
+    EXPECT_TRUE(create->PageModified()) << why;
   }
 }
 

@@ -28,14 +28,8 @@ TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
 }
 
 TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOtherwise) {
-  struct Row {
-    const char* why;
-    int box;
-    const char* typed;
-    double stored;
-    const char* shown;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, int, const char*, double, const char*>;
+  for (const auto& [why, box, typed, stored, shown] :
        {Row{"offset", kBoxOffset, "-100", -100, "-100.000"},
         Row{"lowest code", kBoxOffset, "-32768", -32768, "-32767.0"},
         Row{"offset beyond the scale", kBoxOffset, "32768", 0, "0.000000"},
@@ -52,17 +46,17 @@ TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOthe
     program->pages = PageTable{};
     program->buffers.CurrentScope() = {100, 200};
     create->PrepareCreate();
-    const double before = BoxField(create->Page(), row.box);
+    const double before = BoxField(create->Page(), box);
     createPort->previews = 0;
     program->settings.TransferFormat = 1;
-    create->Text_LostFocus(row.box, row.typed);
-    EXPECT_DOUBLE_EQ(BoxField(create->Page(), row.box), row.stored) << row.why;
-    EXPECT_EQ(create->ParameterText(row.box), row.shown) << row.why;
-    const bool changed = before != row.stored;
+    create->Text_LostFocus(box, typed);
+    EXPECT_DOUBLE_EQ(BoxField(create->Page(), box), stored) << why;
+    EXPECT_EQ(create->ParameterText(box), shown) << why;
+    const bool changed = before != stored;
     EXPECT_EQ(Texts(createPort->previews > 0, program->settings.TransferFormat == 0, create->Page().EndX),
               Texts(changed, changed, 100 + create->Page().Size))
-        << row.why;
-    EXPECT_EQ(program->buffers.CurrentScope().End, create->Page().EndX) << row.why;
+        << why;
+    EXPECT_EQ(program->buffers.CurrentScope().End, create->Page().EndX) << why;
   }
 }
 
@@ -79,28 +73,24 @@ TEST_F(CreatePagesTest, LeavingABoxUntouchedChangesNothing) {
 }
 
 TEST_F(CreatePagesTest, TypedAreasPushTheOtherEndOrAreRefused) {
-  const struct {
-    const char* why;
-    End edited;
-    const char *start, *end;
-    Scope after;
-  } rows[] = {{"start", End::Start, "150", "200.0000000", {150, 200}},
-              {"start after the end", End::Start, "300", "200.0000000", {300, 300}},
-              {"end", End::End, "100.0000000", "1k", {100, 1000}},
-              {"end before the start", End::End, "100.0000000", "50", {50, 50}},
-              {"end beyond the memory, not taken for 0", End::End, "100.0000000", "1000.5", {100, 200}},
-              {"start below 0", End::Start, "-1", "200.0000000", {100, 200}},
-              {"the same in other digits", End::Start, "1e2", "200.0000000", {100, 200}}};
-  for (const auto& row : rows) {
+  const std::tuple<const char*, End, const char*, const char*, Scope> rows[] = {
+      {"start", End::Start, "150", "200.0000000", {150, 200}},
+      {"start after the end", End::Start, "300", "200.0000000", {300, 300}},
+      {"end", End::End, "100.0000000", "1k", {100, 1000}},
+      {"end before the start", End::End, "100.0000000", "50", {50, 50}},
+      {"end beyond the memory, not taken for 0", End::End, "100.0000000", "1000.5", {100, 200}},
+      {"start below 0", End::Start, "-1", "200.0000000", {100, 200}},
+      {"the same in other digits", End::Start, "1e2", "200.0000000", {100, 200}}};
+  for (const auto& [why, edited, start, end, after] : rows) {
     program->pages = PageTable{};
     program->buffers.CurrentScope() = {100, 200};
     create->PrepareCreate();
     Page(1).Valid = 0;
-    create->Text_X_LostFocus(row.edited, row.start, row.end);
-    EXPECT_EQ(program->buffers.CurrentScope(), row.after) << row.why;
-    EXPECT_EQ((Scope{Page(1).StartX, Page(1).EndX}), row.after) << row.why;
-    EXPECT_EQ(Page(1).Size, row.after.Length()) << row.why;
-    EXPECT_EQ(Page(1).Visited != 0, !(row.after == Scope{100, 200})) << row.why;
+    create->Text_X_LostFocus(edited, start, end);
+    EXPECT_EQ(program->buffers.CurrentScope(), after) << why;
+    EXPECT_EQ((Scope{Page(1).StartX, Page(1).EndX}), after) << why;
+    EXPECT_EQ(Page(1).Size, after.Length()) << why;
+    EXPECT_EQ(Page(1).Visited != 0, !(after == Scope{100, 200})) << why;
   }
 }
 
@@ -133,15 +123,12 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
   EXPECT_EQ(Page(50).Function, kFunctionSine) << "a valid one keeps its own";
   create->Cmd_Page_Click(Button::First);
   EXPECT_EQ(create->CurrentPage(), 1);
-  struct Row {
-    const char* typed;
-    int page;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, int>;
+  for (const auto& [typed, page] :
        {Row{"7", 7}, Row{"", 1}, Row{"999", 200}, Row{"-4", 1}, Row{"12", 12}, Row{"abc", 1}, Row{"1e30", 200}}) {
-    create->Txt_Page_LostFocus(row.typed);
-    EXPECT_EQ(create->CurrentPage(), row.page) << row.typed;
-    EXPECT_EQ(create->PageText(), std::to_string(row.page));
+    create->Txt_Page_LostFocus(typed);
+    EXPECT_EQ(create->CurrentPage(), page) << typed;
+    EXPECT_EQ(create->PageText(), std::to_string(page));
   }
   create->Cmd_Page_Click(Button::Next);
   EXPECT_EQ(create->CurrentPage(), 200);
@@ -154,15 +141,10 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
 }
 
 TEST_F(CreatePagesTest, DraggingChangesWhatTheRegionSays) {
-  struct Row {
-    const char* why;
-    int function;
-    double x, y, toX, toY; // a picture of 400 by 200
-    double CreatePage::*field;
-    double before, after;
-  };
+  // x, y, toX, toY: a picture of 400 by 200
+  using Row = std::tuple<const char*, int, double, double, double, double, double CreatePage::*, double, double>;
   const double code = 65534 / 200.0 / 4;
-  for (const Row& row :
+  for (const auto& [why, function, x, y, toX, toY, field, before, after] :
        {Row{"top: period", 0, 200, 50, 150, 50, &CreatePage::Period, 1, 2},
         Row{"bottom: amplitude", 0, 200, 150, 200, 140, &CreatePage::Amplitude, 1000, 1000 + 10 * code},
         Row{"a period below 0.1 is refused", 0, 0, 0, 46, 0, &CreatePage::Period, 1, 1},
@@ -178,13 +160,13 @@ TEST_F(CreatePagesTest, DraggingChangesWhatTheRegionSays) {
         Row{"an expression cannot be dragged", 5, 200, 50, 150, 50, &CreatePage::Period, 1, 1}}) {
     program->pages = PageTable{};
     create->PrepareCreate();
-    Page(1).Function = static_cast<std::int16_t>(row.function);
-    Page(1).*row.field = row.before;
-    create->PictWave_MouseDown(true, row.x, row.y, 400, 200);
-    create->PictWave_MouseMove(row.toX, row.toY);
+    Page(1).Function = static_cast<std::int16_t>(function);
+    Page(1).*field = before;
+    create->PictWave_MouseDown(true, x, y, 400, 200);
+    create->PictWave_MouseMove(toX, toY);
     create->PictWave_MouseUp();
     create->PictWave_MouseMove(0, 0);
-    EXPECT_NEAR(Page(1).*row.field, row.after, 1e-9) << row.why;
+    EXPECT_NEAR(Page(1).*field, after, 1e-9) << why;
   }
   create->PictWave_MouseDown(false, 10, 10, 400, 200);
   create->PictWave_MouseMove(20, 20);

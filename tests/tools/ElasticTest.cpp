@@ -1,7 +1,7 @@
 // The Compress/Decompress dialog's fits, boxes and ends, on a whole editor without a window.
-#include "tools/elastic/Elastic.h"
 #include "RecordingHost.h"
 #include "editor/EditorFixture.h"
+#include "tools/elastic/Elastic.h"
 
 namespace calder {
 namespace {
@@ -112,18 +112,16 @@ TEST_F(ElasticTest, GesturesReshapeTheSavedArea) {
 }
 
 TEST_F(ElasticTest, FitAmplitudeTakesTheExtremeThatIsFarther) {
-  const struct {
-    int low, high;
-    const char* levels; // of the saved area and after the button
-  } rows[] = {{-1000, 500, "500 -1000 1500 -250 32267 -32767 65034 -250"},
-              {-500, 500, "500 -500 1000 0 32767 -32767 65534 0"},
-              {-501, 500, "500 -501 1001 -0.5 32766 -32767 65533 -0.5"},
-              {-32768, 500, "500 -32768 33268 -16134 499 -32767 33266 -16134"}};
-  for (const auto& row : rows) {
-    Load({200, 300}, row.low, row.high);
+  // levels: of the saved area and after the button
+  const std::tuple<int, int, const char*> rows[] = {{-1000, 500, "500 -1000 1500 -250 32267 -32767 65034 -250"},
+                                                    {-500, 500, "500 -500 1000 0 32767 -32767 65534 0"},
+                                                    {-501, 500, "500 -501 1001 -0.5 32766 -32767 65533 -0.5"},
+                                                    {-32768, 500, "500 -32768 33268 -16134 499 -32767 33266 -16134"}};
+  for (const auto& [low, high, levels] : rows) {
+    Load({200, 300}, low, high);
     const std::string loaded = Levels();
     Do("A");
-    EXPECT_EQ(Texts(loaded, Levels()), row.levels);
+    EXPECT_EQ(Texts(loaded, Levels()), levels);
   }
 }
 
@@ -141,25 +139,20 @@ TEST_F(ElasticTest, AreasOfOnePointAndOfNone) {
 
 TEST_F(ElasticTest, EndsAreDragged) {
   constexpr int width = 500;
-  const struct {
-    const char* why;
-    int from, to;
-    const char* range;
-    int versions;
-  } rows[] = {{"the start", 100, 50, "100..300", 1},
-              {"the end", 151, 200, "200..400", 1},
-              {"out of the picture", 150, 900, "200..1000", 1},
-              {"beyond the start", 150, 50, "100..200", 1},
-              {"nothing there", 125, 50, "200..300", 0},
-              {"no way", 150, 150, "200..300", 0}};
-  for (const auto& row : rows) {
+  const std::tuple<const char*, int, int, const char*, int> rows[] = {{"the start", 100, 50, "100..300", 1},
+                                                                      {"the end", 151, 200, "200..400", 1},
+                                                                      {"out of the picture", 150, 900, "200..1000", 1},
+                                                                      {"beyond the start", 150, 50, "100..200", 1},
+                                                                      {"nothing there", 125, 50, "200..300", 0},
+                                                                      {"no way", 150, 150, "200..300", 0}};
+  for (const auto& [why, from, to, range, versions] : rows) {
     SetUp();
-    EXPECT_EQ(elastic->Hover(row.from, width, 1), row.from != 125) << row.why;
-    elastic->Press(row.from, width, 1);
-    elastic->Move(row.to, width);
+    EXPECT_EQ(elastic->Hover(from, width, 1), from != 125) << why;
+    elastic->Press(from, width, 1);
+    elastic->Move(to, width);
     elastic->Release();
     elastic->Move(0, width);
-    EXPECT_EQ(Texts(RangeText(), host.waveforms), Texts(row.range, row.versions)) << row.why;
+    EXPECT_EQ(Texts(RangeText(), host.waveforms), Texts(range, versions)) << why;
   }
   // One on the other: the end has room, but at the right edge the start.
   for (const double place : {500.0, 1000.0}) {

@@ -128,25 +128,21 @@ TEST_F(InterpolateTest, PointsAreAddedChangedAndRemoved) {
 
 TEST_F(InterpolateTest, InterpolatesTheRangeAndUndoBringsItBack) {
   SetTo("0 0\r\n250 1000\r\n500 0\r\n750 -1000\r\n");
-  const struct {
-    Kind kind;
-    Scope scope;
-    double point;
-    int code;
-  } rows[] = {{Kind::Linear, {0, 1000}, 125, 500},
-              {Kind::Spline, {0, 1000}, 125, 688},     // natural: no curvature at the ends
-              {Kind::Continuous, {0, 1000}, 125, 688}, // a sine has none there either
-              {Kind::Continuous, {250, 750}, 260, 891}};
-  for (const auto& row : rows) {
+  const std::tuple<Kind, Scope, double, int> rows[] = {
+      {Kind::Linear, {0, 1000}, 125, 500},
+      {Kind::Spline, {0, 1000}, 125, 688},     // natural: no curvature at the ends
+      {Kind::Continuous, {0, 1000}, 125, 688}, // a sine has none there either
+      {Kind::Continuous, {250, 750}, 260, 891}};
+  for (const auto& [kind, scope, point, code] : rows) {
     Ramp();
-    program->buffers.CurrentScope() = row.scope;
-    desk->Btn_Spline_Click(row.kind);
-    EXPECT_NEAR(Code(row.point), row.code, row.kind == Kind::Continuous && row.scope.Start > 0 ? 120 : 1);
-    EXPECT_EQ(Code(100) == 100, row.scope.Start > 0) << "outside of the range";
+    program->buffers.CurrentScope() = scope;
+    desk->Btn_Spline_Click(kind);
+    EXPECT_NEAR(Code(point), code, kind == Kind::Continuous && scope.Start > 0 ? 120 : 1);
+    EXPECT_EQ(Code(100) == 100, scope.Start > 0) << "outside of the range";
     editor->Do(Command::Undo);
-    EXPECT_EQ(Code(row.point), row.point);
+    EXPECT_EQ(Code(point), point);
     editor->Do(Command::Undo);
-    EXPECT_NE(Code(row.point), row.point);
+    EXPECT_NE(Code(point), point);
   }
   desk->Spline_AllClear();
   desktop.boxes.Expect("No Spline point.");
@@ -200,12 +196,7 @@ TEST_F(InterpolateTest, GesturesPickMoveAndPlace) {
 }
 
 TEST_F(InterpolateTest, TablesAreReadAndWritten) {
-  const struct {
-    const char* what;
-    std::string text;
-    const char* points;
-    const char* message;
-  } rows[] = {
+  const std::tuple<const char*, std::string, const char*, const char*> rows[] = {
       {"blanks", "0 0\r\n500 1.0k\r\n", "0,0 500,1000 1000,0", ""},
       {"tabs, commas and blanks at once, the last line without an end", " 0 ,\t5\r500,-7", "0,5 500,-7 1000,5", ""},
       {"a spreadsheet's byte order mark",
@@ -222,13 +213,13 @@ TEST_F(InterpolateTest, TablesAreReadAndWritten) {
       {"line feeds alone end nothing", "0 1\n2 3\r\n", "0,12 1000,12", "Line 2"},
       {"nothing", "", "", ""}};
   const TempFolder folder;
-  for (const auto& row : rows) {
+  for (const auto& [what, text, points, message] : rows) {
     const std::string path = folder / "t.prn";
-    std::ofstream(path, std::ios::binary) << row.text;
+    std::ofstream(path, std::ios::binary) << text;
     desktop.dialogs.Answer(path);
-    if (*row.message != '\0') desktop.boxes.Expect(row.message);
+    if (*message != '\0') desktop.boxes.Expect(message);
     desk->Menu_FileOpen_Click();
-    EXPECT_EQ(Points(), row.points) << row.what;
+    EXPECT_EQ(Points(), points) << what;
   }
   desktop.dialogs.Answer(folder / "none.prn");
   desktop.boxes.Expect("File Read error.");

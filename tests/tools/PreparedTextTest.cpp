@@ -1,18 +1,16 @@
-#include "tools/expression/PreparedText.h"
 #include "Testing.h"
+#include "tools/expression/PreparedText.h"
 
 namespace calder {
 namespace {
 
 TEST(PreparedTextTest, OnlyTheFirstRandomFunctionGetsItsX) {
-  struct Row {
-    const char *text, *result;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, const char*>;
+  for (const auto& [text, result] :
        {Row{"rnd()", "rnd(x)"}, Row{"rnd(5)", "rnd(x,5)"}, Row{"1+rnd  (  )*2", "1+rnd  (  x)*2"},
         Row{"rnd(  a)", "rnd(  x,a)"}, Row{"rnd(1)+rnd(2)", "rnd(x,1)+rnd(2)"}, Row{"RND(3)", "RND(3)"},
         Row{"rnd", "rnd"}, Row{"rnd*2", "rnd*2"}, Row{"rnd(", "rnd(x,"}, Row{"rnd (  ", "rnd (  x,"}, Row{"", ""}})
-    EXPECT_EQ(Insert_x(row.text), row.result) << row.text;
+    EXPECT_EQ(Insert_x(text), result) << text;
 }
 
 TEST(PreparedTextTest, XAndYFollowTheUnits) {

@@ -12,48 +12,41 @@ constexpr const char* kRamps = "Ramp\"a|0|1|0.1|0.5|b|-2|2|0.01|0\"c=1\"a*x*c+b\
 struct PwfDeskTest : PwfFixture {};
 
 TEST_F(PwfDeskTest, OpeningSetsTheUnitsAndSaysSo) {
-  const struct {
-    const char* why;
-    int xUnit, yUnit;
-    double xMax, yMin;
-    std::vector<const char*> said;
-  } rows[] = {{"as they have to be", kXUser, kYUser, 1, -1, {}},
-              {"X in seconds", kXSeconds, kYUser, 1, -1, {"The unit of an axis"}},
-              {"Y in codes", kXUser, kYCodes, 1, -1, {"The unit of an axis"}},
-              {"X range", kXUser, kYUser, 2, -1, {"The range of an axis"}},
-              {"Y range and both units", kXPoints, kYVolts, 1, 0, {"The unit of an axis", "The range of an axis"}}};
-  for (const auto& row : rows) {
+  const std::tuple<const char*, int, int, double, double, std::vector<const char*>> rows[] = {
+      {"as they have to be", kXUser, kYUser, 1, -1, {}},
+      {"X in seconds", kXSeconds, kYUser, 1, -1, {"The unit of an axis"}},
+      {"Y in codes", kXUser, kYCodes, 1, -1, {"The unit of an axis"}},
+      {"X range", kXUser, kYUser, 2, -1, {"The range of an axis"}},
+      {"Y range and both units", kXPoints, kYVolts, 1, 0, {"The unit of an axis", "The range of an axis"}}};
+  for (const auto& [why, xUnit, yUnit, xMax, yMin, said] : rows) {
     SystemInfo& settings = program->settings;
-    settings.XUnit = static_cast<std::int16_t>(row.xUnit);
-    settings.YUnit = static_cast<std::int16_t>(row.yUnit);
-    settings.XUserMax = row.xMax;
-    settings.YUserMin = row.yMin;
+    settings.XUnit = static_cast<std::int16_t>(xUnit);
+    settings.YUnit = static_cast<std::int16_t>(yUnit);
+    settings.XUserMax = xMax;
+    settings.YUserMin = yMin;
     const int before = host.waveforms;
-    for (const char* text : row.said) desktop.boxes.Expect(text);
+    for (const char* text : said) desktop.boxes.Expect(text);
     desk->Form_Load();
-    EXPECT_EQ(host.waveforms - before, static_cast<int>(row.said.size())) << row.why << ": the main window is drawn";
-    EXPECT_TRUE(settings.XUnit == kXUser && settings.YUnit == kYUser) << row.why;
-    EXPECT_EQ(settings.XUserMax + settings.YUserMin, 0) << row.why;
+    EXPECT_EQ(host.waveforms - before, static_cast<int>(said.size())) << why << ": the main window is drawn";
+    EXPECT_TRUE(settings.XUnit == kXUser && settings.YUnit == kYUser) << why;
+    EXPECT_EQ(settings.XUserMax + settings.YUserMin, 0) << why;
   }
   EXPECT_EQ(desktop.boxes.shown.back().title, "Calder");
 }
 
 TEST_F(PwfDeskTest, TypedTextsAreTakenRoundedOrRefused) {
   Open(kRamps);
-  const struct {
-    const char *typed, *shown;
-    double stored;
-    bool accepted;
-  } rows[] = {{"0.27", "0.3", 0.3, true}, {" 1e-1 ", "0.1", 0.1, true}, {"5", "1", 0.5, false},
-              {"-0.1", "0", 0.5, false},  {"half", "half", 0.5, false}, {"", "", 0.5, false},
-              {"0.5", "0.5", 0.5, true},  {"500m", "500m", 0.5, false}};
-  for (const auto& row : rows) {
+  const std::tuple<const char*, const char*, double, bool> rows[] = {
+      {"0.27", "0.3", 0.3, true}, {" 1e-1 ", "0.1", 0.1, true}, {"5", "1", 0.5, false},
+      {"-0.1", "0", 0.5, false},  {"half", "half", 0.5, false}, {"", "", 0.5, false},
+      {"0.5", "0.5", 0.5, true},  {"500m", "500m", 0.5, false}};
+  for (const auto& [typed, shown, stored, accepted] : rows) {
     desk->Restore(0);
     pwfPort.previews = 0;
-    EXPECT_EQ(desk->Text_Validate(0, row.typed), row.accepted) << row.typed;
+    EXPECT_EQ(desk->Text_Validate(0, typed), accepted) << typed;
     EXPECT_EQ(Texts(desk->ParameterText(0), desk->Function().Params[0].Value, desk->IsRefused(0), pwfPort.previews > 0),
-              Texts(row.shown, row.stored, !row.accepted, row.accepted))
-        << row.typed;
+              Texts(shown, stored, !accepted, accepted))
+        << typed;
   }
   EXPECT_EQ(desk->LimitsText(0), "0 to 1");
   // What is no number stops an OK; a limit that took a refused text's place is computed with.
@@ -104,27 +97,25 @@ TEST_F(PwfDeskTest, WhatCannotBeComputedBringsItsMessageAndWritesNothing) {
 }
 
 TEST_F(PwfDeskTest, AnOkWritesTheWholeWaveformWhichUndoTakesBackAndGivesAgain) {
-  const struct {
-    const char* why;
-    double start;
-    int kept; // points before the first that is written
-  } rows[] = {{"whole", 0, 0}, {"from the start of Create's page", 99.5, 100}, {"beyond the end", 5000, 1000}};
-  for (const auto& row : rows) {
-    area = {row.start, row.start + 10};
+  // kept: points before the first that is written
+  const std::tuple<const char*, double, int> rows[] = {
+      {"whole", 0, 0}, {"from the start of Create's page", 99.5, 100}, {"beyond the end", 5000, 1000}};
+  for (const auto& [why, start, kept] : rows) {
+    area = {start, start + 10};
     Open(kRamps);
     Ramp();
     desk->Text_Validate(0, "1");
     EXPECT_EQ(Code(999), 999) << "nothing before OK";
-    EXPECT_EQ(desk->AreaNote().empty(), row.start == 0) << row.why;
+    EXPECT_EQ(desk->AreaNote().empty(), start == 0) << why;
     program->settings.TransferFormat = 1;
     desk->Btn_OK_Click();
     desk->Form_QueryUnload();
     EXPECT_EQ(program->settings.TransferFormat, 0) << "the control points are of the former waveform";
     for (int undo = 0; undo < 2; ++undo) {
       for (const int point : {0, 99, 100, 500, 999})
-        EXPECT_EQ(Code(point), point < row.kept ? point : std::nearbyint(point * 32.767)) << row.why << " " << point;
+        EXPECT_EQ(Code(point), point < kept ? point : std::nearbyint(point * 32.767)) << why << " " << point;
       editor->Do(Command::Undo);
-      EXPECT_EQ(Code(999), 999) << row.why;
+      EXPECT_EQ(Code(999), 999) << why;
       editor->Do(Command::Undo);
     }
   }

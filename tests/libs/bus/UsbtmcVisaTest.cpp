@@ -62,30 +62,25 @@ TEST_F(UsbtmcVisaTest, FindsAndOpensByName) {
 TEST_F(UsbtmcVisaTest, AnswersAreReadToTheirEnd) {
   record.answers = {{"ORVO,", Ending::None}, {"XG5530\n", Ending::End}, {"12,34", Ending::Terminator},
                     {"long", Ending::None},  {"", Ending::None},        {"half", Ending::None}};
-  struct Row {
-    std::uint32_t capacity;
-    const char* text;
-    ViStatus status;
-  };
-  for (const Row& row : {Row{100, "ORVO,XG5530\n", VI_SUCCESS}, Row{100, "12,34", VI_SUCCESS_TERM_CHAR},
-                         Row{4, "long", VI_SUCCESS_MAX_CNT}, Row{4, "", VI_ERROR_IO}, // neither bytes nor an end
-                         Row{100, "half", VI_ERROR_TMO}}) {
-    EXPECT_EQ(Read(row.capacity), row.text);
-    EXPECT_EQ(status, row.status) << row.text;
+  using Row = std::tuple<std::uint32_t, const char*, ViStatus>;
+  for (const auto& [capacity, text, theStatus] :
+       {Row{100, "ORVO,XG5530\n", VI_SUCCESS}, Row{100, "12,34", VI_SUCCESS_TERM_CHAR},
+        Row{4, "long", VI_SUCCESS_MAX_CNT}, Row{4, "", VI_ERROR_IO}, // neither bytes nor an end
+        Row{100, "half", VI_ERROR_TMO}}) {
+    EXPECT_EQ(Read(capacity), text);
+    EXPECT_EQ(status, theStatus) << text;
   }
 }
 
 TEST_F(UsbtmcVisaTest, ErrorsAreStatuses) {
-  struct Row {
-    int error;
-    ViStatus status;
-  };
-  for (const Row& one : {Row{ETIMEDOUT, VI_ERROR_TMO}, Row{ENODEV, VI_ERROR_CONN_LOST},
-                         Row{ESHUTDOWN, VI_ERROR_CONN_LOST}, Row{EPIPE, VI_ERROR_IO}, Row{EPROTO, VI_ERROR_IO},
-                         Row{EPERM, VI_ERROR_IO}, Row{EACCES, VI_ERROR_NPERMISSION}}) {
-    record.errors = {one.error, one.error};
-    EXPECT_EQ(Write("*CLS"), one.status) << one.error;
-    EXPECT_EQ(visa->viClear(device), one.status) << one.error;
+  using Row = std::tuple<int, ViStatus>;
+  for (const auto& [error, wanted] :
+       {Row{ETIMEDOUT, VI_ERROR_TMO}, Row{ENODEV, VI_ERROR_CONN_LOST}, Row{ESHUTDOWN, VI_ERROR_CONN_LOST},
+        Row{EPIPE, VI_ERROR_IO}, Row{EPROTO, VI_ERROR_IO}, Row{EPERM, VI_ERROR_IO},
+        Row{EACCES, VI_ERROR_NPERMISSION}}) {
+    record.errors = {error, error};
+    EXPECT_EQ(Write("*CLS"), wanted) << error;
+    EXPECT_EQ(visa->viClear(device), wanted) << error;
   }
   record.writeLimit = 3;
   EXPECT_EQ(Write("*CLS"), VI_ERROR_IO);

@@ -1,15 +1,13 @@
-#include "libs/bus/VisaNames.h"
 #include "Testing.h"
+#include "libs/bus/VisaNames.h"
 
 namespace calder {
 namespace {
 
 TEST(VisaNames, NamesAreReadAndWritten) {
-  struct Row {
-    const char* name;
-    const char* written; // null: it is no name
-  };
-  for (const Row& one :
+  // written: null: it is no name
+  using Row = std::tuple<const char*, const char*>;
+  for (const auto& [theName, written] :
        {Row{"USB0::0x1209::0x5530::1234567::INSTR", "USB0::0x1209::0x5530::1234567::INSTR"},
         Row{"usb::4617::0x5530::a-1::2::instr", "USB0::0x1209::0x5530::a-1::2::INSTR"},
         Row{"USB0::0x1209::0x5530::1234567", "USB0::0x1209::0x5530::1234567::INSTR"},
@@ -18,10 +16,10 @@ TEST(VisaNames, NamesAreReadAndWritten) {
         Row{"USB0::0x11209::0x5530::1::INSTR", nullptr}, Row{"USB0::0x1209::0x::1::INSTR", nullptr},
         Row{"USB0::0x1209::0x5530::1::x::INSTR", nullptr}, Row{"USBX::0x1209::0x5530::1::INSTR", nullptr},
         Row{"GPIB0::0x1209::0x5530::1::INSTR", nullptr}, Row{"US", nullptr}, Row{"", nullptr}}) {
-    const auto name = ParseUsbName(one.name);
-    ASSERT_EQ(name.has_value(), one.written != nullptr) << one.name;
+    const auto name = ParseUsbName(theName);
+    ASSERT_EQ(name.has_value(), written != nullptr) << theName;
     if (name) {
-      EXPECT_EQ(FormatUsbName(*name), one.written);
+      EXPECT_EQ(FormatUsbName(*name), written);
     }
   }
 }

@@ -69,10 +69,7 @@ TEST_F(ClipboardTest, WhatIsOfferedOutlivesLaterCopies) {
 }
 
 TEST_F(ClipboardTest, ReadsForeignTexts) {
-  const struct {
-    std::string text;
-    const char* result;
-  } kRows[] = {
+  const std::tuple<std::string, const char*> kRows[] = {
       {"1\n2\n3", "3: 7 1 2 3 7 7"},
       {"1\r\n\r\n2\r\n", "2: 7 1 2 7 7 7"},
       {"1\t10\tx\r\n-2\t20\ty\r\n", "2: 7 1 -2 7 7 7"},
@@ -87,7 +84,7 @@ TEST_F(ClipboardTest, ReadsForeignTexts) {
       {"\xEF\xBB\xBF"
        "1\n",
        "1: 7 1 7 7 7 7"}};
-  for (const auto& row : kRows) EXPECT_EQ(PasteText(row.text), row.result) << row.text;
+  for (const auto& [text, result] : kRows) EXPECT_EQ(PasteText(text), result) << text;
 }
 
 TEST_F(ClipboardTest, RefusesTextThatIsNotNumbers) {

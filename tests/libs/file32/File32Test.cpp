@@ -67,11 +67,7 @@ TEST_F(File32Test, WdbOfAShorterBufferIsFilledWithZeros) {
 TEST_F(File32Test, UnsoundWdbChangesNothing) {
   const TestWave target(Noise(W_MAX_POINTS));
   const auto before = target.Copy();
-  const struct {
-    std::optional<std::int32_t> entries;
-    std::size_t bytes;
-    bool sound;
-  } kRows[] = {
+  const std::tuple<std::optional<std::int32_t>, std::size_t, bool> kRows[] = {
       {std::nullopt, 0, false},
       {std::nullopt, 351, false},
       {std::nullopt, 352, false},
@@ -87,16 +83,16 @@ TEST_F(File32Test, UnsoundWdbChangesNothing) {
       {std::nullopt, WDB_TABLE_OFFSET, true},
       {std::nullopt, WDB_TABLE_OFFSET + 99, true}, // something after it
   };
-  for (const auto& row : kRows) {
+  for (const auto& [entries, theBytes, sound] : kRows) {
     std::string bytes;
-    for (const std::byte byte : Block(row.entries)) bytes += static_cast<char>(byte);
-    bytes.resize(row.bytes, 'w');
+    for (const std::byte byte : Block(entries)) bytes += static_cast<char>(byte);
+    bytes.resize(theBytes, 'w');
     PutFile(folder / "a.wdb", bytes);
     std::vector<std::byte> block(WDB_SETTINGS_BYTES, std::byte{0x55});
     const TestWave copy(before);
-    const std::int32_t status = file.Read4410File(folder / "a.wdb", block, row.sound ? copy.Handle() : target.Handle());
-    EXPECT_EQ(Texts(status, target.Copy() == before), Texts(row.sound ? 0 : FILE_READ_FAILED, true)) << row.bytes;
-    EXPECT_EQ(block[300] == std::byte{0x55}, !row.sound) << row.bytes;
+    const std::int32_t status = file.Read4410File(folder / "a.wdb", block, sound ? copy.Handle() : target.Handle());
+    EXPECT_EQ(Texts(status, target.Copy() == before), Texts(sound ? 0 : FILE_READ_FAILED, true)) << theBytes;
+    EXPECT_EQ(block[300] == std::byte{0x55}, !sound) << theBytes;
   }
 }
 

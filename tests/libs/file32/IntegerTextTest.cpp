@@ -1,6 +1,6 @@
-#include "libs/file32/IntegerText.h"
 #include "Testing.h"
 #include "files/ParseErrorTexts.h"
+#include "libs/file32/IntegerText.h"
 
 #include <gmock/gmock.h>
 
@@ -45,43 +45,39 @@ TEST(IntegerText, WritesAndReadsEveryCode) {
 }
 
 TEST(IntegerText, ReadsWhatOtherProgramsWrite) {
-  const struct {
-    std::string_view text;
-    const char* result;
-  } kRows[] = {{"1\r\n-2\r\n3\r\n", "1 -2 3"},
-               {"1\n-2\n3", "1 -2 3"},
-               {"1\r-2\r3\r", "1 -2 3"},
-               {"11111\r22222\r-31111\r-31112\r1", "11111 22222 -31111 -31112 1"},
-               {"1\r\r\n2\n\r3\n\n\n4\r\n\r\n", "1 2 3 4"},
-               {"  1\t\r\n\t-2 \r\n   \r\n\t\r\n3 ", "1 -2 3"},
-               {"+5\r\n+0\r\n-0\r\n+32767\r\n", "5 0 0 32767"},
-               {"00012\r\n000000000000000000000007\r\n-000000000032768\r\n", "12 7 -32768"},
-               {"\xEF\xBB\xBF"
-                "12\r\n",
-                "12"},
-               {"; made by hand\r\n# 524288 points\n'x\n\n  # indented\n7\n", "7"},
-               {"12.0\r\n1e3\r\n-3.2768E+4\r\n5.\r\n0.5e1\r\n1.2e+01\n", "12 1000 -32768 5 5 12"},
-               {"0", "0"},
-               {"-32768", "-32768"}};
-  for (const auto& row : kRows) EXPECT_EQ(Parse(row.text), row.result) << row.text;
+  const std::tuple<std::string_view, const char*> kRows[] = {
+      {"1\r\n-2\r\n3\r\n", "1 -2 3"},
+      {"1\n-2\n3", "1 -2 3"},
+      {"1\r-2\r3\r", "1 -2 3"},
+      {"11111\r22222\r-31111\r-31112\r1", "11111 22222 -31111 -31112 1"},
+      {"1\r\r\n2\n\r3\n\n\n4\r\n\r\n", "1 2 3 4"},
+      {"  1\t\r\n\t-2 \r\n   \r\n\t\r\n3 ", "1 -2 3"},
+      {"+5\r\n+0\r\n-0\r\n+32767\r\n", "5 0 0 32767"},
+      {"00012\r\n000000000000000000000007\r\n-000000000032768\r\n", "12 7 -32768"},
+      {"\xEF\xBB\xBF"
+       "12\r\n",
+       "12"},
+      {"; made by hand\r\n# 524288 points\n'x\n\n  # indented\n7\n", "7"},
+      {"12.0\r\n1e3\r\n-3.2768E+4\r\n5.\r\n0.5e1\r\n1.2e+01\n", "12 1000 -32768 5 5 12"},
+      {"0", "0"},
+      {"-32768", "-32768"}};
+  for (const auto& [text, result] : kRows) EXPECT_EQ(Parse(text), result) << text;
 }
 
 TEST(IntegerText, RefusesWithLineAndReason) {
-  const struct {
-    std::string_view text;
-    const char* result;
-  } kRows[] = {{"", "0: no number in the file"},
-               {"\xEF\xBB\xBF", "0: no number in the file"},
-               {"\r\n \r\n# only a comment\r\n", "0: no number in the file"},
-               {"1\r\n2\r\n32768\r\n", "3: outside -32768 to 32767"},
-               {"1\n-32769\n", "2: outside -32768 to 32767"},
-               {"99999\r\n", "1: outside -32768 to 32767"},
-               {"1\r2\r-123456789012345678901234567890\r", "3: outside -32768 to 32767"},
-               {"1\r\n\r\n\r1.5\n", "4: not a whole number"},
-               {"1e-400\n", "0"}, // too small for a number: zero
-               {"1e400\n", "1: not a number"},
-               {"1\r\n# late comment\r\n", "2: not a number"}};
-  for (const auto& row : kRows) EXPECT_EQ(Parse(row.text), row.result) << row.text;
+  const std::tuple<std::string_view, const char*> kRows[] = {
+      {"", "0: no number in the file"},
+      {"\xEF\xBB\xBF", "0: no number in the file"},
+      {"\r\n \r\n# only a comment\r\n", "0: no number in the file"},
+      {"1\r\n2\r\n32768\r\n", "3: outside -32768 to 32767"},
+      {"1\n-32769\n", "2: outside -32768 to 32767"},
+      {"99999\r\n", "1: outside -32768 to 32767"},
+      {"1\r2\r-123456789012345678901234567890\r", "3: outside -32768 to 32767"},
+      {"1\r\n\r\n\r1.5\n", "4: not a whole number"},
+      {"1e-400\n", "0"}, // too small for a number: zero
+      {"1e400\n", "1: not a number"},
+      {"1\r\n# late comment\r\n", "2: not a number"}};
+  for (const auto& [text, result] : kRows) EXPECT_EQ(Parse(text), result) << text;
   for (const std::string_view text :
        {std::string_view("Code\r\n1\r\n"), std::string_view("1,2\r\n"), std::string_view("1 2\r\n"),
         std::string_view("--1\n"), std::string_view("+-1\n"), std::string_view("++1\n"), std::string_view("- 1\n"),

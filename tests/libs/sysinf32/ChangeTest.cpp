@@ -57,16 +57,13 @@ TEST_F(Change, StartUpRecordIsWholeAndDefaultsKeepWhatIsTheUsers) {
 }
 
 TEST_F(Change, InterfaceMovesAnAddressThatItsRangeLacks) {
-  struct Row {
-    std::int32_t kind;
-    std::int16_t address, min, max, moved;
-  };
-  for (const Row& row : {Row{0, 20, 1, 20, 20}, Row{0, 0, 1, 20, 1}, Row{1, 30, 0, 30, 30}, Row{2, 3, 4, 99, 4},
-                         Row{3, 7, 0, 30, 7}, Row{4, -1, 0, 30, 0}}) {
-    record_.Address = row.address;
-    EXPECT_EQ(database_.SysChangeInterface(0, row.kind, record_), 0);
-    EXPECT_EQ(Texts(record_.AddressMin, record_.AddressMax, record_.Address), Texts(row.min, row.max, row.moved))
-        << row.kind;
+  using Row = std::tuple<std::int32_t, std::int16_t, std::int16_t, std::int16_t, std::int16_t>;
+  for (const auto& [kind, address, min, max, moved] :
+       {Row{0, 20, 1, 20, 20}, Row{0, 0, 1, 20, 1}, Row{1, 30, 0, 30, 30}, Row{2, 3, 4, 99, 4}, Row{3, 7, 0, 30, 7},
+        Row{4, -1, 0, 30, 0}}) {
+    record_.Address = address;
+    EXPECT_EQ(database_.SysChangeInterface(0, kind, record_), 0);
+    EXPECT_EQ(Texts(record_.AddressMin, record_.AddressMax, record_.Address), Texts(min, max, moved)) << kind;
   }
   EXPECT_EQ(database_.SysGetInterfaceInfo(0), SYS_INTERFACE_NI_GPIB_2 | SYS_INTERFACE_USBTMC);
 }
@@ -121,17 +118,12 @@ TEST_F(Change, RangeBringsAmplitudeAndOffsetInsideTheOutputLimits) {
 
 TEST_F(Change, OutputConditionsFollowThePolarity) {
   const AmplitudeRange range{"", {0, 10}, {-5, 5}};
-  struct Row {
-    double amplitude, offset;
-    std::int16_t polarity;
-    bool fits;
-  };
-  for (const Row& row :
+  using Row = std::tuple<double, double, std::int16_t, bool>;
+  for (const auto& [amplitude, offset, polarity, fits] :
        {Row{8, 1, 0, true}, Row{8.2, 1, 0, false}, Row{8.2, 1, 3, false}, Row{4, 1, 1, true}, Row{4.1, 1, 5, false},
         Row{5, 0, 2, true}, Row{5.1, 0, 4, false}, Row{8, -1, 0, true}, Row{8.2, -1, 0, false}, Row{10.1, 0, 0, false},
         Row{kNan, 0, 0, false}, Row{1, kNan, 0, false}})
-    EXPECT_EQ(FitsOutput(range, row.amplitude, row.offset, row.polarity), row.fits)
-        << row.amplitude << " " << row.offset << " " << row.polarity;
+    EXPECT_EQ(FitsOutput(range, amplitude, offset, polarity), fits) << amplitude << " " << offset << " " << polarity;
 }
 
 TEST_F(Change, ValuesOutsideAreRefusedAndChangeNothing) {
@@ -176,18 +168,13 @@ TEST_F(Change, AcceptedValuesAreStored) {
 }
 
 TEST_F(Change, FrequencyWarningBelongsToItsChannelRangeAndLanguage) {
-  struct Row {
-    std::int32_t channel, language;
-    double frequency;
-    std::int16_t result;
-    const char* warning;
-  };
-  for (const Row& row :
+  using Row = std::tuple<std::int32_t, std::int32_t, double, std::int16_t, const char*>;
+  for (const auto& [channel, language, frequency, result, theWarning] :
        {Row{1, 0, 1e6, 0, "-"}, Row{1, 0, 1.1e6, 1, "速い"}, Row{1, 1033, 2e6, 1, "fast"}, Row{1, 1, 2.1e6, 0, "-"},
         Row{0, 1, 1.1e6, 0, "-"}, Row{1, 1, kNan, 0, "-"}, Row{2, 1, 1.1e6, -1, "-"}}) {
     std::string warning = "-";
-    EXPECT_EQ(database_.SysCheckFrequency(0, row.channel, row.language, row.frequency, warning), row.result);
-    EXPECT_EQ(warning, row.warning) << row.frequency;
+    EXPECT_EQ(database_.SysCheckFrequency(0, channel, language, frequency, warning), result);
+    EXPECT_EQ(warning, theWarning) << frequency;
   }
 }
 

@@ -126,15 +126,13 @@ TEST(DrawGrid, HasTenColumnsEightRowsAndTheZeroLineOnTop) {
 }
 
 TEST(DrawGrid, TheZeroLineIsDrawnOnlyInsideTheView) {
-  struct Row {
-    double yStart, ySpan;
-    Calls calls;
-  };
-  for (const Row& row : {Row{0, 65534, {"line 0 50 19 50"}}, Row{32767, 100, {"line 0 0 19 0"}},
-                         Row{32667, 100, {"line 0 99 19 99"}}, Row{32768, 100, {}}, Row{0, 100, {}}}) {
+  using Row = std::tuple<double, double, Calls>;
+  for (const auto& [yStart, ySpan, calls] :
+       {Row{0, 65534, {"line 0 50 19 50"}}, Row{32767, 100, {"line 0 0 19 0"}}, Row{32667, 100, {"line 0 99 19 99"}},
+        Row{32768, 100, {}}, Row{0, 100, {}}}) {
     RecordingContext context(20, 100);
-    EXPECT_EQ(W_DrawGrid2(context, row.yStart, row.ySpan, 20, 100), W_SUCCESS);
-    EXPECT_EQ(context.calls, row.calls) << row.yStart;
+    EXPECT_EQ(W_DrawGrid2(context, yStart, ySpan, 20, 100), W_SUCCESS);
+    EXPECT_EQ(context.calls, calls) << yStart;
   }
 }
 
