@@ -4,8 +4,7 @@
 
 #include <ctime>
 
-namespace calder {
-namespace {
+namespace calder::control_point_finder_test {
 
 struct Found {
   std::int32_t status = 0;
@@ -69,5 +68,4 @@ TEST(ControlPointFinder, WhatWasPreparedCostsTheCallerNothing) {
   EXPECT_LT(timed(searching), search / 4) << "what was found is kept";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::control_point_finder_test

@@ -3,8 +3,7 @@
 
 #include "app/EngValB.h"
 
-namespace calder {
-namespace {
+namespace calder::conv_unit_test {
 
 SystemInfo Settings(int xUnit, int yUnit) {
   SystemInfo settings;
@@ -102,5 +101,4 @@ TEST(ConvUnit, TextsFollowTheUnit) {
   EXPECT_EQ(units.XUnitName() + units.YUnitName(), "degbar");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::conv_unit_test

@@ -1,8 +1,7 @@
-#include "app/EditBuffers.h"
 #include "Testing.h"
+#include "app/EditBuffers.h"
 
-namespace calder {
-namespace {
+namespace calder::edit_buffers_test {
 
 struct EditBuffersTest : testing::Test {
   void SetUp() override {
@@ -14,9 +13,8 @@ struct EditBuffersTest : testing::Test {
 };
 
 TEST_F(EditBuffersTest, AGrowingMemoryClearsOnlyTheNewPoints) {
-  for (const WaveHandle handle : {buffers.Current(), buffers.UndoCopy(), buffers.Create(), buffers.Work()}) {
+  for (const WaveHandle handle : {buffers.Current(), buffers.UndoCopy(), buffers.Create(), buffers.Work()})
     W_MakeDC(handle, 0, W_MAX_POINTS, 9);
-  }
   settings.MemorySize = 2000;
   buffers.ClearGrownPoints(1000);
   for (const WaveHandle handle : {buffers.Current(), buffers.UndoCopy(), buffers.Create(), buffers.Work()}) {
@@ -28,5 +26,4 @@ TEST_F(EditBuffersTest, AGrowingMemoryClearsOnlyTheNewPoints) {
   EXPECT_EQ(W_GetWaveData(buffers.Current(), 700, W_MAX_POINTS), 9) << "a smaller memory loses nothing";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::edit_buffers_test

@@ -1,8 +1,7 @@
-#include "Testing.h"
 #include "app/EngValB.h"
+#include "Testing.h"
 
-namespace calder {
-namespace {
+namespace calder::eng_val_btest {
 
 TEST(EngValB, FixedTextCutsFifteenDigitsWithoutACarry) {
   using Row = std::tuple<double, int, const char*>;
@@ -66,5 +65,4 @@ TEST(EngValB, GeneralFormHasFifteenDigits) {
   EXPECT_EQ(NumberText(1.0 / 3), "0.333333333333333");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::eng_val_btest

@@ -2,8 +2,7 @@
 
 #include "FakeDesktop.h"
 
-namespace calder {
-namespace {
+namespace calder::messages_test {
 
 TEST(Messages, TextsEndWithACarriageReturnInEitherLanguage) {
   fake::Boxes boxes;
@@ -38,11 +37,9 @@ TEST(Messages, EachBoxHasItsTitleButtonsAndIcon) {
               {"Caution Message", BoxButtons::YesNo, BoxIcon::Question},
               {"Caution Message", BoxButtons::Ok, BoxIcon::Critical}};
   ASSERT_EQ(boxes.shown.size(), std::size(rows));
-  for (std::size_t i = 0; i < std::size(rows); ++i) {
+  for (std::size_t i = 0; i < std::size(rows); ++i)
     EXPECT_EQ(Texts(boxes.shown[i].title, int(boxes.shown[i].buttons), int(boxes.shown[i].icon)),
               Texts(rows[i].title, int(rows[i].buttons), int(rows[i].icon)));
-  }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::messages_test

@@ -2,8 +2,7 @@
 
 #include "FakeDesktop.h"
 
-namespace calder {
-namespace {
+namespace calder::registry_test {
 
 struct RegistryTest : testing::Test {
   fake::Settings store;
@@ -73,5 +72,4 @@ TEST_F(RegistryTest, AnEleventhFormIsNeverWritten) {
   EXPECT_EQ(store.All("FormProperty").size(), 10U);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::registry_test

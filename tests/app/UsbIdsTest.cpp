@@ -1,8 +1,7 @@
 #include "app/UsbIds.h"
 #include "Testing.h"
 
-namespace calder {
-namespace {
+namespace calder::usb_ids_test {
 
 TEST(UsbIds, LinesAreRecordsInFileOrder) {
   const auto ids = ParseUsbIds("XG5530,USB0::1::2::,left out\r\nonly a key\n\nlast,value");
@@ -19,5 +18,4 @@ TEST(UsbIds, AMissingFileFails) {
   EXPECT_FALSE(ReadUsbIds("/dev/null", ids));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::usb_ids_test

@@ -2,8 +2,7 @@
 
 #include "FakeDesktop.h"
 
-namespace calder {
-namespace {
+namespace calder::gpib_command_test {
 
 struct GpibCommandTest : testing::Test {
   fake::Boxes boxes;
@@ -16,8 +15,6 @@ struct GpibCommandTest : testing::Test {
     command.Fill(table, static_cast<int>(rows.size()), defaultCommand);
   }
 };
-
-} // namespace
 
 TEST_F(GpibCommandTest, TemplatesTakePlaceholdersAndValues) {
   Fill({{"arbsend", "SEND $ARBNUM$$ARBNAME$#, 000"},
@@ -73,4 +70,4 @@ TEST_F(GpibCommandTest, TheDefaultCommandServesATableWithoutOne) {
   EXPECT_EQ(Texts(command.ArbSend(), command.ArbPreCommand()), "ONE ");
 }
 
-} // namespace calder
+} // namespace calder::gpib_command_test

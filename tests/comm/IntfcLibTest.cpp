@@ -3,8 +3,7 @@
 
 #include <gmock/gmock.h>
 
-namespace calder {
-namespace {
+namespace calder::intfc_lib_test {
 
 struct Interface : BusFixture {
   [[nodiscard]] bool Has(const std::string& line) const {
@@ -12,8 +11,6 @@ struct Interface : BusFixture {
     return std::find(calls.begin(), calls.end(), line) != calls.end();
   }
 };
-
-} // namespace
 
 TEST_F(Interface, TimeLimitsGoByTheirCodes) {
   const std::pair<double, int> limits[] = {{0, 0},  {-5, 0},  {1e-9, 1},  {0.5, 10}, {1, 11},
@@ -133,8 +130,6 @@ TEST_F(Interface, TheTraceHoldsTheLastTransferOrAllOfThemWithEveryByte) {
   EXPECT_EQ(trace.Text(), trace.LastTransfer());
 }
 
-namespace {
-
 // Libraries that have every entry point but, each, the one of that name.
 struct Lacking final : BusLibraries {
   struct Library final : BusLibrary {
@@ -154,8 +149,6 @@ struct Lacking final : BusLibraries {
   std::vector<std::string> lacking;
   std::set<std::string> asked;
 };
-
-} // namespace
 
 TEST(BusLoaders, ALibraryThatLacksAnEntryPointIsPassedOver) {
   using Load = bool (*)(BusLibraries&);
@@ -196,4 +189,4 @@ TEST(BusLoaders, ALibraryThatLacksAnEntryPointIsPassedOver) {
   EXPECT_TRUE(stoodIn);
 }
 
-} // namespace calder
+} // namespace calder::intfc_lib_test

@@ -5,8 +5,7 @@
 
 #include <gmock/gmock.h>
 
-namespace calder {
-namespace {
+namespace calder::new_model_test {
 
 struct NewModel : BusFixture {
   NewModel() {
@@ -36,8 +35,6 @@ struct NewModel : BusFixture {
     sim::Reset();
   }
 };
-
-} // namespace
 
 TEST_F(NewModel, TransfersOnEachOfItsBuses) {
   const int model = program->models.SysGetDeviceCnt() - 1;
@@ -82,4 +79,4 @@ TEST_F(NewModel, IsNamedWhenItsFileIsMissing) {
   EXPECT_FALSE(InitialiseSystem(*program, *setup));
 }
 
-} // namespace calder
+} // namespace calder::new_model_test

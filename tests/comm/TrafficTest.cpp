@@ -5,8 +5,7 @@
 
 #include <gmock/gmock.h>
 
-namespace calder {
-namespace {
+namespace calder::traffic_test {
 
 // Steps stand between bars. "?query" is followed by a read, "#header" is the block, "30" a time limit of 30 s; all else
 // is sent as it stands.
@@ -173,8 +172,6 @@ struct Traffic : BusFixture {
   }
 };
 
-} // namespace
-
 TEST_F(Traffic, SettingsAndWaveformOfEveryKindOfModelOnEveryBus) {
   for (const Talk& talk : kTalks) {
     for (const InterfaceKind kind : talk.kinds) {
@@ -232,4 +229,4 @@ TEST_F(Traffic, ControlPointsAndThinnedBlocks) {
   }
 }
 
-} // namespace calder
+} // namespace calder::traffic_test

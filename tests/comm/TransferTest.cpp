@@ -7,8 +7,7 @@
 
 #include <gmock/gmock.h>
 
-namespace calder {
-namespace {
+namespace calder::transfer_test {
 
 struct Transfers : BusFixture {
   [[nodiscard]] std::vector<std::int16_t> Codes() {
@@ -17,8 +16,6 @@ struct Transfers : BusFixture {
   }
   bool ReadBack() { return ReceiveWaveform(Context()) && DecodeWaveform(Context(), *setup); }
 };
-
-} // namespace
 
 TEST_F(Transfers, AreRefusedWhileABusIsBusyAndAtTheControllersAddress) {
   Choose(1, kNiGpib);
@@ -284,4 +281,4 @@ TEST(ReceivedBlockTest, OnlyAWholeBlockIsTaken) {
   EXPECT_EQ(ParseReceivedBlock(std::string(30, ' ') + good).kind, ReceivedBlock::Kind::None); // too late
 }
 
-} // namespace calder
+} // namespace calder::transfer_test

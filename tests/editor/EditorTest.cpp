@@ -2,8 +2,7 @@
 
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::editor_test {
 
 struct EditorTest : EditorFixture {};
 
@@ -234,5 +233,4 @@ TEST_F(EditorTest, AFileOnTheCommandLineThatCannotBeOpenedIsToldAndLeavesAnEmpty
   EXPECT_EQ(Code(0), 0);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::editor_test

@@ -3,8 +3,7 @@
 #include "EditorFixture.h"
 #include "platform/PixelContext.h"
 
-namespace calder {
-namespace {
+namespace calder::markers_test {
 
 struct MarkersTest : EditorFixture {
   void SetUp() override {
@@ -141,5 +140,4 @@ TEST_F(MarkersTest, EdgesAndCoincidingMarkersAreDrawnOnce) {
   EXPECT_EQ(zoomed.CountInverted(), 0) << "outside the view";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::markers_test

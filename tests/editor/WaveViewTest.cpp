@@ -1,8 +1,7 @@
-#include "Testing.h"
 #include "editor/WaveView.h"
+#include "Testing.h"
 
-namespace calder {
-namespace {
+namespace calder::wave_view_test {
 
 struct WaveViewTest : testing::Test {
   SystemInfo settings;
@@ -104,5 +103,4 @@ TEST_F(WaveViewTest, LabelsShowTheRangeWithItsUnit) {
   EXPECT_EQ(view.OffsetLabel(), "0.000000") << "a centre of -1 is shown as 0";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::wave_view_test

@@ -4,8 +4,7 @@
 
 #include <gmock/gmock.h>
 
-namespace calder {
-namespace {
+namespace calder::file_commands_test {
 
 struct FileCommandsTest : EditorFixture {
   void SetUp() override { Begin(); }
@@ -115,5 +114,4 @@ TEST_F(FileCommandsTest, SaveWritesTheCurrentNameWithoutADialogAndUntitledWithOn
   editor->Do(Command::FileSave);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::file_commands_test

@@ -1,8 +1,7 @@
-#include "Testing.h"
 #include "files/FileNames.h"
+#include "Testing.h"
 
-namespace calder {
-namespace {
+namespace calder::file_names_test {
 
 TEST(FileNames, TheExtensionIsEverythingBehindTheFirstDot) {
   using Row = std::tuple<const char*, const char*, bool>;
@@ -28,5 +27,4 @@ TEST(FileNames, DialogsOfferTheRememberedName) {
   EXPECT_EQ(WithoutExtension("ab"), "");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::file_names_test

@@ -1,10 +1,9 @@
-#include "editor/EditorFixture.h"
 #include "files/ListFile.h"
+#include "editor/EditorFixture.h"
 #include "files/ListText.h"
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::list_file_test {
 
 struct ListFileTest : EditorFixture {
   void SetUp() override {
@@ -201,5 +200,4 @@ TEST_F(ListFileTest, OddPagesAreBroughtInto) {
   EXPECT_EQ(pages[1].Amplitude, 65534) << "0 volts say nothing about codes";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::list_file_test

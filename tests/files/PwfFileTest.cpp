@@ -2,8 +2,7 @@
 
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::pwf_file_test {
 
 constexpr const char* kHead = "'+++++++++++++++\r\n'PWF Parameter\r\n'+++++++++++++++\r\n";
 
@@ -65,5 +64,4 @@ TEST(PwfFileTest, ReadsWhatMatchesAndKeepsWhatCameBeforeAFault) {
   EXPECT_EQ(PwfFile(table, Language::English).Read_Pwf("/nowhere/a.pwf"), 71);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pwf_file_test

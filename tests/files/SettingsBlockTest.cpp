@@ -4,8 +4,7 @@
 #include <bit>
 #include <cstring>
 
-namespace calder {
-namespace {
+namespace calder::settings_block_test {
 
 using Block = std::array<std::byte, WDB_SETTINGS_BYTES>;
 
@@ -55,9 +54,8 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
   EXPECT_EQ(Texts(r.TransferFormat, r.SizeRatio, r.Polarity), Texts(word(342), word(348), word(350)));
   using Long = std::pair<std::size_t, std::int32_t S::*>;
   for (const auto& [offset, field] :
-       {Long{90, &S::MemorySize}, Long{94, &S::CodeSpan}, Long{102, &S::DataBits}, Long{344, &S::ControlPointCount}}) {
+       {Long{90, &S::MemorySize}, Long{94, &S::CodeSpan}, Long{102, &S::DataBits}, Long{344, &S::ControlPointCount}})
     EXPECT_EQ(r.*field, static_cast<std::int32_t>(Number(block, offset, 4))) << offset;
-  }
   using Double = std::pair<std::size_t, double S::*>;
   for (const auto& [offset, field] :
        {Double{154, &S::Frequency},    Double{162, &S::FrequencyMin}, Double{170, &S::FrequencyMax},
@@ -66,9 +64,8 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
         Double{230, &S::AmplitudeMin}, Double{238, &S::AmplitudeMax}, Double{246, &S::Field31},
         Double{256, &S::Offset},       Double{264, &S::OffsetMin},    Double{272, &S::OffsetMax},
         Double{280, &S::Field35},      Double{292, &S::XUserMin},     Double{300, &S::XUserMax},
-        Double{310, &S::YUserMin},     Double{318, &S::YUserMax}}) {
+        Double{310, &S::YUserMin},     Double{318, &S::YUserMax}})
     EXPECT_EQ(std::bit_cast<std::uint64_t>(r.*field), Number(block, offset, 8)) << offset;
-  }
   EXPECT_EQ(
       Texts(r.ModelName, r.DefaultArbCommand, r.MemoryName, r.XUserName, r.YUserName),
       Texts(Text(block, 2, 16), Text(block, 24, 64), Text(block, 116, 32), Text(block, 326, 8), Text(block, 334, 8)));
@@ -131,5 +128,4 @@ TEST(SettingsBlock, TextsAreCutAtWholeCharactersAndTrimmed) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::settings_block_test

@@ -1,9 +1,8 @@
-#include "editor/EditorFixture.h"
 #include "files/WaveFiles.h"
+#include "editor/EditorFixture.h"
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::wave_files_test {
 
 struct WaveFilesTest : EditorFixture {
   void SetUp() override {
@@ -151,5 +150,4 @@ TEST_F(WaveFilesTest, SavingAppliesTheChosenMemorySizeAndAFailureKeepsTheNames) 
   EXPECT_EQ(program->names.CurrentWaveFile, folder / "a.txt");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::wave_files_test

@@ -7,8 +7,7 @@
 #include <QDir>
 #include <QImage>
 
-namespace calder {
-namespace {
+namespace calder::approved_pictures_test {
 
 constexpr int kWidth = 272;  // so that a point at the largest zoom is wide enough for its dot
 constexpr int kHeight = 147; // three units a lane of the digital view
@@ -128,5 +127,4 @@ TEST_F(ApprovedPictures, EachIsDrawnWhole) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::approved_pictures_test

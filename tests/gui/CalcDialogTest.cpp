@@ -3,8 +3,7 @@
 #include "ToolFixture.h"
 #include "tools/create/CreateDialog.h"
 
-namespace calder {
-namespace {
+namespace calder::calc_dialog_test {
 
 struct CalcDialogTest : ToolFixture {
   void Open(const std::function<void()>& act, Scope range = {0, 524288}) {
@@ -68,5 +67,4 @@ TEST_F(CalcDialogTest, WithoutAPointThereIsASentenceAndNoForm) {
   EXPECT_FALSE(Find<QAbstractButton>("Opt_DlgSel_3")->isChecked());
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::calc_dialog_test

@@ -1,13 +1,12 @@
 // The Create dialog's real form off-screen.
+#include "tools/create/CreateDialog.h"
 #include "FormDriver.h"
 #include "RecordingHost.h"
 #include "editor/EditorFixture.h"
 #include "platform/qt/Theme.h"
-#include "tools/create/CreateDialog.h"
 #include "tools/create/ExpressionBox.h"
 
-namespace calder {
-namespace {
+namespace calder::create_dialog_test {
 
 struct CreateDialogTest : EditorFixture, FormDriver {
   void SetUp() override { Open(); }
@@ -214,5 +213,4 @@ TEST_F(CreateDialogTest, DraggingThePreviewChangesTheBoxes) {
   EXPECT_EQ(Shown("Text_3"), "2");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::create_dialog_test

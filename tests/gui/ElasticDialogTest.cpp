@@ -3,8 +3,7 @@
 #include "ToolFixture.h"
 #include "platform/WaveformTheme.h"
 
-namespace calder {
-namespace {
+namespace calder::elastic_dialog_test {
 
 struct ElasticDialogTest : ToolFixture {
   void Open(const std::function<void()>& act) {
@@ -73,5 +72,4 @@ TEST_F(ElasticDialogTest, AnEndIsDraggedAndEscapeTakesEverythingBack) {
   EXPECT_FALSE(Find<QAction>("Menu_Undo")->isEnabled());
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::elastic_dialog_test

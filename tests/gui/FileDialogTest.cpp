@@ -16,8 +16,7 @@
 #include <QTest>
 #include <QTimer>
 
-namespace calder {
-namespace {
+namespace calder::file_dialog_test {
 
 struct FileDialogs : testing::Test {
   // Runs on the dialog that comes.
@@ -199,5 +198,4 @@ TEST(MessageBoxes, BelongToTheMainWindowWhenNoneIsActive) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::file_dialog_test

@@ -1,8 +1,7 @@
 // Every form at its smallest size, in both languages: nothing is clipped, no two controls share an access key.
 #include "ToolFixture.h"
 
-namespace calder {
-namespace {
+namespace calder::layout_test {
 
 struct LayoutTest : ToolFixture {
   // The form's picture goes to CALDER_PICTURES, when that names a folder.
@@ -36,23 +35,20 @@ TEST_F(LayoutTest, NothingIsClippedOrTwiceOnAKeyInEitherLanguage) {
     application.reset();
     desktop.language.id = language;
     Start();
-    for (const auto& [entry, states] : forms) {
+    for (const auto& [entry, states] : forms)
       OpenTool(entry, [&] {
         for (const char* gestures : states) {
           Do(gestures);
           LookAt(QLatin1String(entry));
         }
       });
-    }
     window->resize(window->minimumSize());
     LookAt(QStringLiteral("Main"));
     EXPECT_EQ(window->size(), QSize(614, 416));
-    for (const ValueBox* box : window->findChildren<ValueBox*>()) {
+    for (const ValueBox* box : window->findChildren<ValueBox*>())
       EXPECT_GE(box->width(), box->fontMetrics().horizontalAdvance("-999.999m") + 8) << box->objectName().toStdString();
-    }
     EXPECT_GT(Find<WaveformCanvas>("Pict_Wave")->height(), 120);
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::layout_test

@@ -4,8 +4,7 @@
 
 #include <QScreen>
 
-namespace calder {
-namespace {
+namespace calder::main_window_test {
 
 struct MainWindowTest : MainWindowFixture {};
 
@@ -211,5 +210,4 @@ TEST_F(MainWindowTest, AToolOfTenLinesIsInTheMenuAndTheSelector) {
   EXPECT_EQ(window->findChildren<ToolForm*>().back()->pos(), QPoint(300, 200)) << "where it was left";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::main_window_test

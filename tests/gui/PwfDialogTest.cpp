@@ -6,8 +6,7 @@
 #include "platform/qt/Theme.h"
 #include <QSlider>
 
-namespace calder {
-namespace {
+namespace calder::pwf_dialog_test {
 
 struct PwfDialogTest : EditorFixture, FormDriver {
   void SetUp() override { Open(); }
@@ -97,5 +96,4 @@ TEST_F(PwfDialogTest, WithoutFunctionsThereIsNothingToPress) {
   EXPECT_EQ(See("Label_Note Btn_OK"), "pwf.fnc was not found in: /none off OK");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pwf_dialog_test

@@ -7,8 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-namespace calder {
-namespace {
+namespace calder::spline_dialog_test {
 
 struct SplineDialogTest : MainWindowFixture {
   void Open() {
@@ -95,5 +94,4 @@ TEST_F(SplineDialogTest, IsNotOpenedOverTheDigitalView) {
         {"click Opt_DspSel_0", "Menu_Spline", "&Interpolate..."}});
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::spline_dialog_test

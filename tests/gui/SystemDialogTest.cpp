@@ -19,8 +19,7 @@
 
 #include <atomic>
 
-namespace calder {
-namespace {
+namespace calder::system_dialog_test {
 
 struct SystemDialogTest : EditorFixture, FormDriver {
   void SetUp() override {
@@ -346,5 +345,4 @@ TEST(QtWorkerTest, EventsGoOnAndTheirWorkWaitsItsTurn) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::system_dialog_test

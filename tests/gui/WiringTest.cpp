@@ -2,8 +2,7 @@
 #include "ToolFixture.h"
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::wiring_test {
 
 struct Wiring : ToolFixture {
   void AddViews() {
@@ -176,5 +175,4 @@ TEST_F(Wiring, EveryGestureIsSeen) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::wiring_test

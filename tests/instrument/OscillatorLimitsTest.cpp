@@ -5,8 +5,7 @@
 #include "instrument/Initialise.h"
 #include "instrument/SystemSetup.h"
 
-namespace calder {
-namespace {
+namespace calder::oscillator_limits_test {
 
 // The XG5530: 20 Vp-p with an offset of -10 to 10 V, 1e-8 to 15e6 Hz, a warning above 5 MHz.
 struct Limits : testing::Test {
@@ -18,8 +17,6 @@ struct Limits : testing::Test {
 
   Limits() { EXPECT_TRUE(InitialiseSystem(program, setup)); }
 };
-
-} // namespace
 
 TEST(RoundVoltsTest, KeepsTheFourthDecimalOnlyWhenItRoundsUp) {
   const std::pair<double, double> values[] = {{1.2341, 1.234}, {1.2346, 1.2346},  {1.23449, 1.234},
@@ -78,4 +75,4 @@ TEST_F(Limits, AOneSidedPolarityCountsThePeak) {
   EXPECT_EQ(settings.Polarity, 3);
 }
 
-} // namespace calder
+} // namespace calder::oscillator_limits_test

@@ -10,8 +10,7 @@
 #include <atomic>
 #include <thread>
 
-namespace calder {
-namespace {
+namespace calder::instances_test {
 
 TEST(Instances, ACopyThatCrashedDoesNotCount) {
   const TempFolder folder;
@@ -69,5 +68,4 @@ TEST(Instances, ANewCopyStartsInTheProgramsFolderAndLetsGoOfTheLock) {
     EXPECT_FALSE(PosixInstances(folder / "other", folder / name).StartCopy()) << name;
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::instances_test

@@ -1,8 +1,7 @@
-#include "Testing.h"
 #include "platform/PixelContext.h"
+#include "Testing.h"
 
-namespace calder {
-namespace {
+namespace calder::pixel_context_test {
 
 // A small surface with a guard of two pixels after each row; Text() shows pixels that are not black as '#'.
 class Surface {
@@ -139,5 +138,4 @@ TEST(PixelContext, ASurfaceThatTheMemoryDoesNotHoldIsEmpty) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pixel_context_test

@@ -10,8 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace calder {
-namespace {
+namespace calder::replace_file_test {
 
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
@@ -189,5 +188,4 @@ TEST(ReadWholeFile, ReusesItsMemoryAndKnowsTheEnd) {
   EXPECT_THAT(std::string(content.begin(), content.end()), testing::HasSubstr("Name:"));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::replace_file_test

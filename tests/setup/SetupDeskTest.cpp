@@ -4,8 +4,7 @@
 #include "files/FileCommands.h"
 #include "files/WaveFiles.h"
 
-namespace calder {
-namespace {
+namespace calder::setup_desk_test {
 
 struct RecordingSetup final : SetupPort {
   void ShowRecord() override { ++shows; }
@@ -44,8 +43,6 @@ struct Desk : BusFixture {
     EXPECT_EQ(program->interfaceKind, kind);
   }
 };
-
-} // namespace
 
 TEST_F(Desk, TheAddressKeepsOffTheController) {
   settings.Address = 0;
@@ -266,4 +263,4 @@ TEST_F(Desk, TheLoopTestCountsUntilItIsStoppedOrCancelled) {
   }
 }
 
-} // namespace calder
+} // namespace calder::setup_desk_test

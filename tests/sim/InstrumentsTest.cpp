@@ -2,8 +2,7 @@
 
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::instruments_test {
 
 using Lines = std::vector<std::string>;
 using namespace std::string_literals;
@@ -160,5 +159,4 @@ TEST_F(BenchTest, MemoriesAreChosenByTheirOwnNumbers) {
   EXPECT_EQ(sim::Errors("UB9110"), Lines{"-222,\"Data out of range\""});
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::instruments_test

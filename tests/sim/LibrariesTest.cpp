@@ -2,8 +2,7 @@
 
 #include "libs/sysinf32/sysinf32.h"
 
-namespace calder {
-namespace {
+namespace calder::libraries_test {
 
 using Lines = std::vector<std::string>;
 
@@ -63,10 +62,8 @@ TEST_F(BenchTest, TheKiLanguageIsStrict) {
   };
   EXPECT_EQ(transmit("UNT UNL TALK MTA LISTEN 14 DATA ':ARB:NAME \"a''b\"' EOI 13 10"), 0);
   EXPECT_EQ(sim::Messages("VJ6110"), Lines{":ARB:NAME \"a'b\""});
-  for (const char* text :
-       {"UNX", "LISTEN 31", "DATA 256", "'text'", "DATA 'open", "14", "unl", "LISTEN 14 DATA HELLO"}) {
+  for (const char* text : {"UNX", "LISTEN 31", "DATA 256", "'text'", "DATA 'open", "14", "unl", "LISTEN 14 DATA HELLO"})
     EXPECT_NE(transmit(text), 0) << text;
-  }
   ASSERT_EQ(transmit("UNT UNL LISTEN 14 TALK MTA DATA '*IDN' EOI DATA '?' UNT UNL LISTEN MLA TALK 14"), 0);
   std::array<char, 64> answer{};
   long received = 0;
@@ -77,5 +74,4 @@ TEST_F(BenchTest, TheKiLanguageIsStrict) {
   EXPECT_EQ(sim::Setting("VJ6110", "remote") + sim::Setting("VJ6110", "lockout"), "01");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::libraries_test

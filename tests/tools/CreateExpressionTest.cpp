@@ -1,8 +1,7 @@
 // Expression pages: when they are computed, what a fault costs, where it is.
 #include "tools/CreateFixture.h"
 
-namespace calder {
-namespace {
+namespace calder::create_expression_test {
 
 struct CreateExpressionTest : CreateFixture {};
 
@@ -160,5 +159,4 @@ TEST_F(CreateExpressionTest, AnEditedTextIsComputedAgain) {
   EXPECT_EQ(Page(1).Constants.size(), 2 * 944U) << "whole characters";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::create_expression_test

@@ -2,8 +2,7 @@
 #include "platform/TempFolder.h"
 #include "tools/CreateFixture.h"
 
-namespace calder {
-namespace {
+namespace calder::create_pages_test {
 
 struct CreatePagesTest : CreateFixture {};
 using End = CreatePages::AreaEnd;
@@ -340,5 +339,4 @@ TEST_F(CreatePagesTest, ATypedSizeMovesTheRangesEndOnly) {
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{100, 300}));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::create_pages_test

@@ -1,10 +1,9 @@
 // The Compress/Decompress dialog's fits, boxes and ends, on a whole editor without a window.
+#include "tools/elastic/Elastic.h"
 #include "RecordingHost.h"
 #include "editor/EditorFixture.h"
-#include "tools/elastic/Elastic.h"
 
-namespace calder {
-namespace {
+namespace calder::elastic_test {
 
 struct ElasticTest : EditorFixture {
   static constexpr int kSize = 1000;
@@ -163,5 +162,4 @@ TEST_F(ElasticTest, EndsAreDragged) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::elastic_test

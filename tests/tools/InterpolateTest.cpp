@@ -6,8 +6,7 @@
 
 #include <iterator>
 
-namespace calder {
-namespace {
+namespace calder::interpolate_test {
 
 using Column = SplineDesk::Column;
 using Kind = SplineDesk::Kind;
@@ -238,5 +237,4 @@ TEST_F(InterpolateTest, TablesAreReadAndWritten) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::interpolate_test

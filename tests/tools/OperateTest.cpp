@@ -1,12 +1,11 @@
 // The Operate dialog's operand, results and lines, on a whole editor without a window.
+#include "tools/operate/Operate.h"
 #include "editor/EditorFixture.h"
 #include "libs/file32/file32.h"
 #include "platform/PixelContext.h"
 #include "platform/WaveformTheme.h"
-#include "tools/operate/Operate.h"
 
-namespace calder {
-namespace {
+namespace calder::operate_test {
 
 struct OperateTest : EditorFixture {
   static constexpr int kSize = 1000;
@@ -181,5 +180,4 @@ TEST_F(OperateTest, MarksStandAtTheirCodes) {
   EXPECT_EQ(red, "1,0 1,1 1,2 1,3 39,47 39,48 39,49 39,50 1,96 1,97 1,98 1,99 ");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::operate_test

@@ -1,8 +1,7 @@
 #include "Testing.h"
 #include "tools/expression/PreparedText.h"
 
-namespace calder {
-namespace {
+namespace calder::prepared_text_test {
 
 TEST(PreparedTextTest, OnlyTheFirstRandomFunctionGetsItsX) {
   using Row = std::tuple<const char*, const char*>;
@@ -59,9 +58,8 @@ TEST(PreparedTextTest, PlacesLeadBackToWhatTheUserWrote) {
       settings.YUnit = yUnit;
       const PreparedText prepared(constants, expression, units, settings);
       const std::string& text = prepared.Text();
-      for (const char mark : {'y', 'z'}) {
+      for (const char mark : {'y', 'z'})
         EXPECT_EQ(prepared.PlaceOf(text.find(mark)), (TextPlace{TextBox::Expression, expression.find(mark)})) << text;
-      }
       EXPECT_EQ(prepared.PlaceOf(text.find('q')), (TextPlace{TextBox::Constants, constants.find('q')}));
       EXPECT_EQ(prepared.PlaceOf(text.find(']')), (TextPlace{TextBox::Constants, constants.size()}));
       EXPECT_EQ(prepared.PlaceOf(text.find('x')).position, expression.find('x')) << "the variable's own replacement";
@@ -73,5 +71,4 @@ TEST(PreparedTextTest, PlacesLeadBackToWhatTheUserWrote) {
   EXPECT_EQ(PreparedText("", 5).PlaceOf(0), (TextPlace{TextBox::Constants, 0}));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::prepared_text_test

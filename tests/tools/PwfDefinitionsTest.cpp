@@ -2,8 +2,7 @@
 
 #include "app/EngValB.h"
 
-namespace calder {
-namespace {
+namespace calder::pwf_definitions_test {
 
 struct PwfDefinitionsTest : PwfFixture {};
 
@@ -136,5 +135,4 @@ TEST_F(PwfDefinitionsTest, EveryFunctionOfTheProgramHasASanePictureAtBothEnds) {
   W_FreeMemory(buffer);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pwf_definitions_test

@@ -3,8 +3,7 @@
 #include "RecordingContext.h"
 #include "libs/eval32/eval32.h"
 
-namespace calder {
-namespace {
+namespace calder::pwf_desk_test {
 
 constexpr const char* kRamps = "Ramp\"a|0|1|0.1|0.5|b|-2|2|0.01|0\"c=1\"a*x*c+b\"0\r\n"
                                "Root\"p|0|1|0.1|0.5\"\"1/p*x\"1\r\n";
@@ -211,5 +210,4 @@ TEST_F(PwfDeskTest, TheFormerCurveStaysUnderTheNewOne) {
   EXPECT_EQ(Texts(desk->PointerText(50, 100), desk->PointerText(100, 100)), "X 500.000m, Y 1.000000 ");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pwf_desk_test

@@ -2,8 +2,7 @@
 #include "platform/TempFolder.h"
 #include "platform/posix/LinuxUsbtmc.h"
 
-namespace calder {
-namespace {
+namespace calder::usbtmc_visa_test {
 
 using Lines = std::vector<std::string>;
 using Ending = UsbtmcPort::Ending;
@@ -49,9 +48,8 @@ TEST_F(UsbtmcVisaTest, FindsAndOpensByName) {
   EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5531::1234567::2::INSTR", other), VI_ERROR_RSRC_NFOUND);
   EXPECT_EQ(visa->viOpen(manager, "COM1", other), VI_ERROR_INV_RSRC_NAME);
   record.errors = {EACCES, EPERM, ENOENT, EBUSY};
-  for (const ViStatus wanted : {VI_ERROR_NPERMISSION, VI_ERROR_NPERMISSION, VI_ERROR_RSRC_NFOUND, VI_ERROR_RSRC_BUSY}) {
+  for (const ViStatus wanted : {VI_ERROR_NPERMISSION, VI_ERROR_NPERMISSION, VI_ERROR_RSRC_NFOUND, VI_ERROR_RSRC_BUSY})
     EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5530::77", other), wanted);
-  }
   record.calls.clear();
   EXPECT_EQ(visa->viClose(manager), VI_SUCCESS); // and with it what it opened
   EXPECT_EQ(record.calls, (Lines{"close 5", "close 5"}));
@@ -168,5 +166,4 @@ TEST(LinuxUsbtmc, ReadsWhatTheKernelTells) {
   EXPECT_EQ(port.Open(devices[0].node, handle), ENOENT);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::usbtmc_visa_test

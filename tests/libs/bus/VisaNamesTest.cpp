@@ -1,8 +1,7 @@
 #include "Testing.h"
 #include "libs/bus/VisaNames.h"
 
-namespace calder {
-namespace {
+namespace calder::visa_names_test {
 
 TEST(VisaNames, NamesAreReadAndWritten) {
   // written: null: it is no name
@@ -27,15 +26,12 @@ TEST(VisaNames, NamesAreReadAndWritten) {
 TEST(VisaNames, ExpressionsFindNames) {
   constexpr const char* kName = "USB0::0x1209::0x5530::A*7::INSTR";
   for (const char* fits : {"USB0::0x1209::0x5530::?*INSTR", "?*", "usb?::0X1209?*instr",
-                           "USB0::0x1209::0x5530::A\\*7::INSTR", "U*SB0::0x12*09?*R*"}) {
+                           "USB0::0x1209::0x5530::A\\*7::INSTR", "U*SB0::0x12*09?*R*"})
     EXPECT_TRUE(MatchesVisaExpression(fits, kName)) << fits;
-  }
-  for (const char* fails : {"USB0::0x1209::0x5531::?*INSTR", "USB0", "?", "", "USB0?*INSTR?", "\\?SB0?*"}) {
+  for (const char* fails : {"USB0::0x1209::0x5531::?*INSTR", "USB0", "?", "", "USB0?*INSTR?", "\\?SB0?*"})
     EXPECT_FALSE(MatchesVisaExpression(fails, kName)) << fails;
-  }
   EXPECT_TRUE(IsVisaExpression("USB?*INSTR"));
   for (const char* wrong : {"", "*", "?**", "USB\\"}) EXPECT_FALSE(IsVisaExpression(wrong)) << wrong;
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::visa_names_test

@@ -2,8 +2,7 @@
 #include "Testing.h"
 #include "libs/eval32/eval32.h"
 
-namespace calder {
-namespace {
+namespace calder::accuracy_test {
 
 struct TrueFunction {
   const char* name;
@@ -93,5 +92,4 @@ TEST(Accuracy, FunctionsOfTwoAndSmallPowersToo) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::accuracy_test

@@ -1,8 +1,7 @@
 #include "libs/eval32/eval32.h"
 #include "libs/wavelb32/TestWave.h"
 
-namespace calder {
-namespace {
+namespace calder::codes_test {
 
 using std::numbers::pi;
 
@@ -176,5 +175,4 @@ TEST(Codes, TheMathLibrarysConstantsAreMapped) {
   EXPECT_EQ(mapped, size);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::codes_test

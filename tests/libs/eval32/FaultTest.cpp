@@ -18,8 +18,7 @@ void operator delete(void* memory, std::align_val_t) noexcept {
   std::free(memory);
 }
 
-namespace calder {
-namespace {
+namespace calder::fault_test {
 
 // The fault stands at the mark @.
 TEST(Fault, EachHasItsNumberAndItsPlace) {
@@ -127,5 +126,4 @@ TEST(Fault, HugeTextsEndWithADefinedCode) {
   EXPECT_EQ(evaluator.EvalOneL(many + "1", 5, result), EVAL_TOO_COMPLEX);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::fault_test

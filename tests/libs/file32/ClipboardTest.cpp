@@ -3,8 +3,7 @@
 #include "MemoryClipboard.h"
 #include "libs/wavelb32/TestWave.h"
 
-namespace calder {
-namespace {
+namespace calder::clipboard_test {
 
 class ClipboardTest : public testing::Test {
 protected:
@@ -91,9 +90,8 @@ TEST_F(ClipboardTest, RefusesTextThatIsNotNumbers) {
   for (const char* text :
        {"", " \r\n", "hello", "1\ntwo\n", "\t5.5\n", "1.5\n\t2\n", "1 2\n", "0.5\nnan\n", "0.0\n-0\n1e999\n",
         // one number with a decimal comma, or two columns?
-        "0,5\n1,5\n", "0,5\t1\n1,5\t2\n", "0,5;1\n", "1,5e3\n", "1,234.5\n", "1,234,567\n", "1,25,\n,\n"}) {
+        "0,5\n1,5\n", "0,5\t1\n1,5\t2\n", "0,5;1\n", "1,5e3\n", "1,234.5\n", "1,234,567\n", "1,25,\n,\n"})
     EXPECT_EQ(PasteText(text), "message 81") << text;
-  }
 }
 
 TEST_F(ClipboardTest, PrefersItsOwnFormAndFallsBackToText) {
@@ -129,9 +127,8 @@ TEST_F(ClipboardTest, FailuresHaveTheirMessages) {
   clipboard.writable = false;
   EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 3), CLIP_WRITE_FAILED);
   clipboard.writable = true;
-  for (const auto [start, count] : {std::array{-1, 1}, {0, 4}, {4, 0}, {0, -1}, {INT32_MAX, INT32_MAX}}) {
+  for (const auto [start, count] : {std::array{-1, 1}, {0, 4}, {4, 0}, {0, -1}, {INT32_MAX, INT32_MAX}})
     EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle(), start, count), CLIP_ERROR);
-  }
   EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle() + 1, 0, 1), CLIP_ERROR);
 
   // Nothing selected: the clipboard keeps what it has.
@@ -142,11 +139,9 @@ TEST_F(ClipboardTest, FailuresHaveTheirMessages) {
   std::int32_t placed = -1;
   EXPECT_EQ(file.GetClipBoard(clipboard, source.Handle(), 3, 0, 3, placed), 0); // at the right end there is no room
   EXPECT_EQ(placed, 0);
-  for (const auto [start, points] : {std::array{-1, 3}, {0, 4}, {3, 2}, {0, -1}, {INT32_MIN, INT32_MAX}}) {
+  for (const auto [start, points] : {std::array{-1, 3}, {0, 4}, {3, 2}, {0, -1}, {INT32_MIN, INT32_MAX}})
     EXPECT_EQ(file.GetClipBoard(clipboard, source.Handle(), start, 1, points, placed), CLIP_ERROR) << start;
-  }
   EXPECT_EQ(source.Text(), "1 2 3");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::clipboard_test

@@ -5,8 +5,7 @@
 
 #include <gmock/gmock.h>
 
-namespace calder {
-namespace {
+namespace calder::file32_test {
 
 // A settings block that announces `entries` control points, or no table.
 std::vector<std::byte> Block(std::optional<std::int32_t> entries) {
@@ -176,5 +175,4 @@ TEST_F(File32Test, RealTextGivesCodes) {
   EXPECT_THAT(codes, testing::ElementsAre(32767));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::file32_test

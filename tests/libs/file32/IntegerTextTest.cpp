@@ -6,8 +6,7 @@
 
 #include <charconv>
 
-namespace calder {
-namespace {
+namespace calder::integer_text_test {
 
 std::string Format(const std::vector<std::int16_t>& codes, LineEnd end) {
   std::string text(codes.size() * CODE_LINE_BYTES + 1, '!');
@@ -136,17 +135,13 @@ TEST(IntegerText, FaultsInsideBlocksHaveTheirLine) {
   };
   for (const int line : {1, 2, 9, 511, 512, 513, 1024, 2990, 3000}) {
     const std::string number = std::to_string(line);
-    for (const char* outside : {"32768", "-32769", "123456", "1234567890123"}) {
+    for (const char* outside : {"32768", "-32769", "123456", "1234567890123"})
       EXPECT_EQ(Parse(withLine(line, outside), 3000), number + ": outside -32768 to 32767");
-    }
-    for (const char* wrong : {"-", "1-2", "1\t2"}) {
+    for (const char* wrong : {"-", "1-2", "1\t2"})
       EXPECT_EQ(Parse(withLine(line, wrong), 3000), number + ": not a number");
-    }
-    for (const char* odd : {"", " 00123 ", "\r\n\r\n5\r\n", "1e2"}) {
+    for (const char* odd : {"", " 00123 ", "\r\n\r\n5\r\n", "1e2"})
       EXPECT_EQ(Parse(withLine(line, odd), 4000).find(':'), std::string::npos) << line << odd;
-    }
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::integer_text_test

@@ -2,8 +2,7 @@
 #include "files/ParseErrorTexts.h"
 #include "libs/file32/RealText.h"
 
-namespace calder {
-namespace {
+namespace calder::real_text_test {
 
 // The codes of the text, or the line and the reason of the fault.
 std::string Load(std::string_view text, std::size_t most = 100) {
@@ -61,15 +60,12 @@ TEST(RealText, TooSmallIsZeroAndTooLargeIsRefused) {
   const std::string zeros(400, '0');
   for (const std::string& tiny :
        std::vector<std::string>{std::string("1e-400"), "0." + zeros + "1", "-1e-99999999999999999999",
-                                "0." + zeros + "1e30", "1" + zeros + "e-800", ".0001e-322"}) {
+                                "0." + zeros + "1e30", "1" + zeros + "e-800", ".0001e-322"})
     EXPECT_EQ(Load("1\n" + tiny), "32767 0") << tiny;
-  }
   for (const std::string& huge :
-       {std::string("1e400"), "1" + zeros, "0." + zeros + "1e900", "1" + zeros + "e-20", "1" + zeros + ".5"}) {
+       {std::string("1e400"), "1" + zeros, "0." + zeros + "1e900", "1" + zeros + "e-20", "1" + zeros + ".5"})
     EXPECT_EQ(Load("1\n" + huge), "2: not a number") << huge;
-  }
   EXPECT_EQ(Load("1" + zeros + "e-400"), "32767");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::real_text_test

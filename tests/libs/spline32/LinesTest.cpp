@@ -1,8 +1,7 @@
 #include "libs/spline32/spline32.h"
 #include "libs/wavelb32/TestWave.h"
 
-namespace calder {
-namespace {
+namespace calder::lines_test {
 
 using Values = std::vector<double>;
 
@@ -55,5 +54,4 @@ TEST(HokanLine, IsExactOverTheLargestWaveform) {
   EXPECT_EQ(wrong, 0);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::lines_test

@@ -3,8 +3,7 @@
 #include "libs/spline32/spline32.h"
 #include "libs/wavelb32/TestWave.h"
 
-namespace calder {
-namespace {
+namespace calder::spline_test {
 
 using Values = std::vector<double>;
 using Row = std::vector<long double>;
@@ -173,5 +172,4 @@ TEST(QSort, KeepsEachYWithItsX) {
   EXPECT_EQ(y, (Values{0, 4, 2, 1, 3}));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::spline_test

@@ -4,8 +4,7 @@
 #include "TestModel.h"
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::change_test {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
@@ -189,5 +188,4 @@ TEST_F(Change, CommandTablesComeInFileOrderAndABadNumberLeavesTheTable) {
   EXPECT_EQ(table.Key[3], "arbsend");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::change_test

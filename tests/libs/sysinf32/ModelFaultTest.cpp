@@ -7,8 +7,7 @@
 
 #include <gmock/gmock.h>
 
-namespace calder {
-namespace {
+namespace calder::model_fault_test {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -254,5 +253,4 @@ TEST_F(ModelFolderFault, TellsTheFileAndTheLineAndLeavesNoModels) {
   EXPECT_EQ(missing.SysInitDeviceInfo(folder_ / "none"), SYS_NO_MODEL_FILE);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::model_fault_test

@@ -6,8 +6,7 @@
 #include "libs/sysinf32/OutputLimits.h"
 #include "libs/sysinf32/sysinf32.h"
 
-namespace calder {
-namespace {
+namespace calder::model_files_test {
 
 class ModelFiles : public ::testing::Test {
 protected:
@@ -131,5 +130,4 @@ TEST_F(ModelFiles, TheUsbIdentifiersAreThoseOfTheModelsWithUsb) {
   EXPECT_EQ(listed, expected);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::model_files_test

@@ -4,8 +4,7 @@
 #include "libs/spline32/spline32.h"
 #include "platform/PixelContext.h"
 
-namespace calder {
-namespace {
+namespace calder::any_arguments_test {
 
 class AnyArguments : public testing::Test {
 protected:
@@ -99,5 +98,4 @@ TEST_F(AnyArguments, DoNoHarm) {
   EXPECT_GT(succeeded, 5000) << "the arguments must not all be refused";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::any_arguments_test

@@ -1,7 +1,6 @@
 #include "TestWave.h"
 
-namespace calder {
-namespace {
+namespace calder::buffers_test {
 
 Codes Counting(std::int16_t points) {
   Codes codes(static_cast<std::size_t>(points));
@@ -114,5 +113,4 @@ TEST(Buffers, ExtremesAreThoseOfTheRangeAtEveryLength) {
   EXPECT_EQ(W_GetMaxMin(wave.Handle(), 0, 1, 2), W_NO_DATA);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::buffers_test

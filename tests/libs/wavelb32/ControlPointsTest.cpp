@@ -1,8 +1,7 @@
 #include "TestWave.h"
 #include "libs/spline32/spline32.h"
 
-namespace calder {
-namespace {
+namespace calder::control_points_test {
 
 using Values = std::vector<double>;
 
@@ -197,5 +196,4 @@ TEST(ConvCPdata, BadArgumentsGiveNoPoints) {
   EXPECT_EQ(count, 0);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::control_points_test

@@ -1,8 +1,7 @@
 #include "RecordingContext.h"
 #include "TestWave.h"
 
-namespace calder {
-namespace {
+namespace calder::draw_digital_test {
 
 using Calls = std::vector<std::string>;
 
@@ -69,5 +68,4 @@ TEST(Digital, OneBitIsCopiedOntoAnother) {
     EXPECT_EQ(W_CopyBitDigital(wave.Handle(), 0, 5, mask, 1), W_BAD_VALUE) << mask;
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::draw_digital_test

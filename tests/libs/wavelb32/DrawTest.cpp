@@ -2,8 +2,7 @@
 #include "TestWave.h"
 #include "platform/PixelContext.h"
 
-namespace calder {
-namespace {
+namespace calder::draw_test {
 
 using Calls = std::vector<std::string>;
 
@@ -136,5 +135,4 @@ TEST(DrawGrid, TheZeroLineIsDrawnOnlyInsideTheView) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::draw_test

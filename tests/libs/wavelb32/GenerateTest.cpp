@@ -1,7 +1,6 @@
 #include "TestWave.h"
 
-namespace calder {
-namespace {
+namespace calder::generate_test {
 
 struct Wanted {
   std::int32_t points;
@@ -169,5 +168,4 @@ TEST(Generate, OnlyTheRangeIsTouchedAndBadValuesTouchNothing) {
   EXPECT_EQ(wave.Copy(), expected);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::generate_test

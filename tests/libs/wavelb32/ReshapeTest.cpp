@@ -1,7 +1,6 @@
 #include "TestWave.h"
 
-namespace calder {
-namespace {
+namespace calder::reshape_test {
 
 TEST(CompWaveX, PutsTheSourceOnTheDestinationByStraightLines) {
   using Row = std::tuple<const char*, double, double, std::int32_t, double, double, Codes>;
@@ -193,5 +192,4 @@ TEST(CalcWave, BadArgumentsChangeNothing) {
   EXPECT_EQ(wave.Copy(), (Codes{1, 2, 3, 4}));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::reshape_test
