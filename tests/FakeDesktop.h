@@ -3,7 +3,8 @@
 // An unscripted question fails the test, and so does an answer that nobody asked for.
 #pragma once
 
-#include "platform/Clipboard.h"
+#include "MemoryClipboard.h"
+#include "Testing.h"
 #include "platform/Clock.h"
 #include "platform/Desktop.h"
 #include "platform/FileDialogs.h"
@@ -12,15 +13,8 @@
 #include "platform/Worker.h"
 #include "platform/posix/DlBusLibraries.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
 #include <deque>
-#include <functional>
-#include <map>
 #include <memory>
-#include <string>
-#include <vector>
 
 namespace calder::fake {
 
@@ -134,28 +128,6 @@ public:
 
   std::function<void()> onWait; // what happens meanwhile
   double seconds = 0;
-};
-
-class MemoryClipboard final : public Clipboard {
-public:
-  [[nodiscard]] bool Offer(std::shared_ptr<ClipboardSource> offered) override {
-    if (!available) return false;
-    source = std::move(offered);
-    return true;
-  }
-  [[nodiscard]] bool Available() const override { return available; }
-  [[nodiscard]] bool Has(const std::string& mime) const override {
-    if (!source) return false;
-    const auto formats = source->Formats();
-    return std::find(formats.begin(), formats.end(), mime) != formats.end();
-  }
-  [[nodiscard]] std::optional<std::span<const std::byte>> Read(const std::string& mime) override {
-    if (!Has(mime)) return std::nullopt;
-    return source->Data(mime);
-  }
-
-  bool available = true;
-  std::shared_ptr<ClipboardSource> source;
 };
 
 class Windows final : public WindowList {

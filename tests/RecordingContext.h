@@ -1,11 +1,8 @@
 // A DeviceContext that writes down what is drawn on it, one line of text a call.
 #pragma once
 
+#include "Testing.h"
 #include "platform/DeviceContext.h"
-
-#include <string>
-#include <utility>
-#include <vector>
 
 namespace calder {
 

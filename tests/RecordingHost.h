@@ -1,6 +1,7 @@
 // The editor as a tool sees it, counting what it is asked.
 #pragma once
 
+#include "Testing.h"
 #include "tools/frame/ToolHost.h"
 
 namespace calder {

@@ -84,6 +84,7 @@ constexpr Caption kTips[] = {
 constexpr Caption kNames[] = {
     {"Txt_Unit_1", "X軸の最大値", "Largest X value"},
     {"Txt_Unit_3", "Y軸の最大値", "Largest Y value"},
+    {"Txt_GPIB_1", "メモリ番号", "Memory number"},
     {"UD_GPIB_0_Up", "次のアドレス", "Next address"},
     {"UD_GPIB_0_Down", "前のアドレス", "Previous address"},
     {"UD_GPIB_1_Up", "次のメモリ番号", "Next memory number"},

@@ -138,6 +138,10 @@ void SystemDialog::ConnectMemory() {
   connect(ui_->UD_GPIB_1_Down, &QToolButton::clicked, this, [this] { desk_.StepMemoryNo(-1); });
   connect(ui_->Txt_MName, &ValueBox::EditingFinished, this,
           [this](const QString& text) { desk_.EnterMemoryName(text.toStdString()); });
+  // The name leads to the number, so the number has to lead on.
+  setTabOrder(ui_->Comb_MSize, ui_->Txt_MName);
+  setTabOrder(ui_->Txt_MName, ui_->Txt_GPIB_1);
+  setTabOrder(ui_->Txt_GPIB_1, ui_->Comb_Trns);
   connect(ui_->Txt_MName, &ValueBox::FocusNext, this, &SystemDialog::FocusNextOfMemoryName);
 }
 

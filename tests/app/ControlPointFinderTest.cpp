@@ -2,23 +2,20 @@
 
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
 #include <ctime>
 
-namespace calder {
-namespace {
+namespace calder::control_point_finder_test {
 
 struct Found {
   std::int32_t status = 0;
   std::vector<std::int32_t> positions;
-  std::vector<std::int16_t> values;
+  Codes values;
   bool operator==(const Found&) const = default;
 };
 
 template <class Search>
 Found Outcome(Search search) {
-  Found found{0, std::vector<std::int32_t>(W_MAX_CONTROL_POINTS), std::vector<std::int16_t>(W_MAX_CONTROL_POINTS)};
+  Found found{0, std::vector<std::int32_t>(W_MAX_CONTROL_POINTS), Codes(W_MAX_CONTROL_POINTS)};
   std::int32_t count = -1;
   found.status = search(found.positions, found.values, count);
   found.positions.resize(static_cast<std::size_t>(count));
@@ -71,5 +68,4 @@ TEST(ControlPointFinder, WhatWasPreparedCostsTheCallerNothing) {
   EXPECT_LT(timed(searching), search / 4) << "what was found is kept";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::control_point_finder_test

@@ -1,11 +1,9 @@
 #include "app/ConvUnit.h"
-
-#include <gtest/gtest.h>
+#include "Testing.h"
 
 #include "app/EngValB.h"
 
-namespace calder {
-namespace {
+namespace calder::conv_unit_test {
 
 SystemInfo Settings(int xUnit, int yUnit) {
   SystemInfo settings;
@@ -27,16 +25,14 @@ TEST(ConvUnit, BothEndsOfEveryUnitAreExact) {
     const ConvUnit units(settings);
     EXPECT_EQ(units.CodeToY(32767), amplitude / 2) << "the switch is off, so there is no offset";
     settings.OffsetOn = 1;
-    EXPECT_EQ(units.CodeToY(32767), amplitude / 2 + 0.7);
-    EXPECT_EQ(units.PointToX(524288), 1e-3);
+    EXPECT_EQ(Texts(units.CodeToY(32767), units.PointToX(524288)), Texts(amplitude / 2 + 0.7, 1e-3));
   }
 }
 
 TEST(ConvUnit, APointAboveTheMemoryCountsAsTheFirstInConversionsOnly) {
   const SystemInfo settings = Settings(0, 0);
   const ConvUnit units(settings);
-  EXPECT_EQ(units.PointToX(524289), 0);
-  EXPECT_EQ(units.PointToX(524288), 524288);
+  EXPECT_EQ(Texts(units.PointToX(524289), units.PointToX(524288)), "0 524288");
   double x = 600000;
   EXPECT_FALSE(units.CheckX(x, 0));
   EXPECT_EQ(x, 524288);
@@ -60,8 +56,7 @@ TEST(ConvUnit, APointThatIsPrintedAndTypedIsTheSamePoint) {
   }
   SystemInfo settings = Settings(1, 0);
   const ConvUnit units(settings);
-  EXPECT_EQ(units.XToPoint(-1), 0);
-  EXPECT_EQ(units.XToPoint(5), 524288) << "a time beyond the period is its end";
+  EXPECT_EQ(Texts(units.XToPoint(-1), units.XToPoint(5)), "0 524288") << "a time beyond the period is its end";
 }
 
 TEST(ConvUnit, CodesAreLimitedButTypedOnesReachOneLower) {
@@ -69,13 +64,10 @@ TEST(ConvUnit, CodesAreLimitedButTypedOnesReachOneLower) {
   const ConvUnit units(settings);
   double y = -32768;
   EXPECT_TRUE(units.CheckY(y, 0));
-  EXPECT_EQ(units.CodeToY(-32768), -32767);
-  EXPECT_EQ(units.CodeToYUnclamped(-32768), -32768);
+  EXPECT_EQ(Texts(units.CodeToY(-32768), units.CodeToYUnclamped(-32768)), "-32767 -32768");
   y = -32769;
   EXPECT_FALSE(units.CheckY(y, 0));
-  EXPECT_EQ(y, -32768);
-  EXPECT_EQ(units.YToCode(40000), 32767);
-  EXPECT_EQ(units.YToCodeUnclamped(40000), 40000);
+  EXPECT_EQ(Texts(y, units.YToCode(40000), units.YToCodeUnclamped(40000)), "-32768 32767 40000");
 }
 
 TEST(ConvUnit, VoltsGoBothWays) {
@@ -87,32 +79,26 @@ TEST(ConvUnit, VoltsGoBothWays) {
   EXPECT_FALSE(units.CheckYCurrent(high));
   EXPECT_EQ(high, 3.3 / 2 + 0.7);
   settings.Amplitude = 0;
-  EXPECT_EQ(units.YToCode(1), 65534);
-  EXPECT_EQ(units.YToCodeUnclamped(1), 65534);
-  EXPECT_EQ(units.YSpanToCode(1), 65534);
+  EXPECT_EQ(Texts(units.YToCode(1), units.YToCodeUnclamped(1), units.YSpanToCode(1)), "65534 65534 65534");
 }
 
 TEST(ConvUnit, TextsFollowTheUnit) {
   SystemInfo settings = Settings(0, 0);
   const ConvUnit units(settings);
-  EXPECT_EQ(units.PointToXText(1000), "1000.000");
-  EXPECT_EQ(units.PointToXTextWide(1000), "1000.000000");
-  EXPECT_EQ(units.CodeToYText(-32767), "-32767.0");
-  EXPECT_EQ(units.XUnitName() + units.YUnitName(), "Word");
+  EXPECT_EQ(Texts(units.PointToXText(1000), units.PointToXTextWide(1000), units.CodeToYText(-32767),
+                  units.XUnitName() + units.YUnitName()),
+            "1000.000 1000.000000 -32767.0 Word");
   settings.XUnit = 1;
   settings.YUnit = 1;
-  EXPECT_EQ(units.PointToXText(262144), "500.000u");
-  EXPECT_EQ(units.CodeToYText(0), "700.000m");
-  EXPECT_EQ(units.CodeSpanToYText(65534), "3.300000");
-  EXPECT_EQ(units.XUnitName() + units.YUnitName(), "secV");
+  EXPECT_EQ(Texts(units.PointToXText(262144), units.CodeToYText(0), units.CodeSpanToYText(65534),
+                  units.XUnitName() + units.YUnitName()),
+            "500.000u 700.000m 3.300000 secV");
   settings.XUnit = 2;
   settings.YUnit = 2;
   settings.XUserName = "deg     ";
   settings.YUserName = "  bar";
-  EXPECT_EQ(units.PointToXText(131072), "250.000m");
-  EXPECT_EQ(units.CodeToYText(-32767), "-1.00000");
+  EXPECT_EQ(Texts(units.PointToXText(131072), units.CodeToYText(-32767)), "250.000m -1.00000");
   EXPECT_EQ(units.XUnitName() + units.YUnitName(), "degbar");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::conv_unit_test

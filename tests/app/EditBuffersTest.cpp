@@ -1,9 +1,7 @@
+#include "Testing.h"
 #include "app/EditBuffers.h"
 
-#include <gtest/gtest.h>
-
-namespace calder {
-namespace {
+namespace calder::edit_buffers_test {
 
 struct EditBuffersTest : testing::Test {
   void SetUp() override {
@@ -15,21 +13,17 @@ struct EditBuffersTest : testing::Test {
 };
 
 TEST_F(EditBuffersTest, AGrowingMemoryClearsOnlyTheNewPoints) {
-  for (const WaveHandle handle : {buffers.Current(), buffers.UndoCopy(), buffers.Create(), buffers.Work()}) {
+  for (const WaveHandle handle : {buffers.Current(), buffers.UndoCopy(), buffers.Create(), buffers.Work()})
     W_MakeDC(handle, 0, W_MAX_POINTS, 9);
-  }
   settings.MemorySize = 2000;
   buffers.ClearGrownPoints(1000);
   for (const WaveHandle handle : {buffers.Current(), buffers.UndoCopy(), buffers.Create(), buffers.Work()}) {
-    EXPECT_EQ(W_GetWaveData(handle, 999, W_MAX_POINTS), 9);
-    EXPECT_EQ(W_GetWaveData(handle, 1000, W_MAX_POINTS), 0);
-    EXPECT_EQ(W_GetWaveData(handle, 1999, W_MAX_POINTS), 0);
-    EXPECT_EQ(W_GetWaveData(handle, 2000, W_MAX_POINTS), 9);
+    EXPECT_EQ(Texts(W_GetWaveData(handle, 999, W_MAX_POINTS), W_GetWaveData(handle, 1000, W_MAX_POINTS)), "9 0");
+    EXPECT_EQ(Texts(W_GetWaveData(handle, 1999, W_MAX_POINTS), W_GetWaveData(handle, 2000, W_MAX_POINTS)), "0 9");
   }
   settings.MemorySize = 500;
   buffers.ClearGrownPoints(2000);
   EXPECT_EQ(W_GetWaveData(buffers.Current(), 700, W_MAX_POINTS), 9) << "a smaller memory loses nothing";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::edit_buffers_test

@@ -2,8 +2,7 @@
 
 #include "FakeDesktop.h"
 
-namespace calder {
-namespace {
+namespace calder::messages_test {
 
 TEST(Messages, TextsEndWithACarriageReturnInEitherLanguage) {
   fake::Boxes boxes;
@@ -33,19 +32,14 @@ TEST(Messages, EachBoxHasItsTitleButtonsAndIcon) {
     const char* title;
     BoxButtons buttons;
     BoxIcon icon;
-  } rows[] = {
-      {"Error Message", BoxButtons::Ok, BoxIcon::None},
-      {"Warning Message", BoxButtons::YesNo, BoxIcon::Critical},
-      {"Caution Message", BoxButtons::YesNo, BoxIcon::Question},
-      {"Caution Message", BoxButtons::Ok, BoxIcon::Critical},
-  };
+  } rows[] = {{"Error Message", BoxButtons::Ok, BoxIcon::None},
+              {"Warning Message", BoxButtons::YesNo, BoxIcon::Critical},
+              {"Caution Message", BoxButtons::YesNo, BoxIcon::Question},
+              {"Caution Message", BoxButtons::Ok, BoxIcon::Critical}};
   ASSERT_EQ(boxes.shown.size(), std::size(rows));
-  for (std::size_t i = 0; i < std::size(rows); ++i) {
-    EXPECT_EQ(boxes.shown[i].title, rows[i].title);
-    EXPECT_EQ(boxes.shown[i].buttons, rows[i].buttons);
-    EXPECT_EQ(boxes.shown[i].icon, rows[i].icon);
-  }
+  for (std::size_t i = 0; i < std::size(rows); ++i)
+    EXPECT_EQ(Texts(boxes.shown[i].title, int(boxes.shown[i].buttons), int(boxes.shown[i].icon)),
+              Texts(rows[i].title, int(rows[i].buttons), int(rows[i].icon)));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::messages_test

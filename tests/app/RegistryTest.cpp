@@ -2,10 +2,7 @@
 
 #include "FakeDesktop.h"
 
-#include <optional>
-
-namespace calder {
-namespace {
+namespace calder::registry_test {
 
 struct RegistryTest : testing::Test {
   fake::Settings store;
@@ -14,11 +11,9 @@ struct RegistryTest : testing::Test {
 
 TEST_F(RegistryTest, AFreshStoreGivesTheDefaults) {
   clsRegistry registry(store, copies);
-  EXPECT_EQ(registry.GetWinCount(), 1);
-  EXPECT_EQ(registry.GetGpibBoard(), 3);
-  EXPECT_EQ(registry.GetGpibAddress(), -1);
-  EXPECT_EQ(registry.GetFormTop("MainWindow"), 0);
-  EXPECT_EQ(registry.GetSetting("Sysinfo", "sys_no"), "False");
+  EXPECT_EQ(Texts(registry.GetWinCount(), registry.GetGpibBoard(), registry.GetGpibAddress(),
+                  registry.GetFormTop("MainWindow"), registry.GetSetting("Sysinfo", "sys_no")),
+            "1 3 -1 0 False");
   EXPECT_FALSE(registry.GetGpibBusy());
 }
 
@@ -29,8 +24,7 @@ TEST_F(RegistryTest, TheFirstCopyClearsWhatACrashLeft) {
   { EXPECT_TRUE(clsRegistry(store, copies).GetGpibBusy()) << "another copy may really be transferring"; }
   copies.others = false;
   clsRegistry registry(store, copies);
-  EXPECT_FALSE(registry.GetGpibBusy());
-  EXPECT_EQ(registry.GetWinCount(), 1);
+  EXPECT_EQ(Texts(registry.GetGpibBusy(), registry.GetWinCount()), "false 1");
 }
 
 TEST_F(RegistryTest, OnlyTheLastCopyWritesPositions) {
@@ -39,8 +33,7 @@ TEST_F(RegistryTest, OnlyTheLastCopyWritesPositions) {
   copies.others = true;
   std::optional<clsRegistry> second;
   second.emplace(store, copies);
-  EXPECT_EQ(second->GetWinCount(), 2);
-  EXPECT_EQ(second->GetWinH(), 2);
+  EXPECT_EQ(Texts(second->GetWinCount(), second->GetWinH()), "2 2");
   first->SetFormTop("MainWindow", 300);
   first.reset();
   EXPECT_EQ(store.Get("System", "WinCount"), "1");
@@ -57,8 +50,7 @@ TEST_F(RegistryTest, PositionsOffTheScreenBecomeZeroAndSpareNumbersAreKept) {
   {
     clsRegistry registry(store, copies);
     registry.SetScreen(19200, 14400);
-    EXPECT_EQ(registry.GetFormTop("MainWindow"), 0);
-    EXPECT_EQ(registry.GetFormLeft("MainWindow"), 200);
+    EXPECT_EQ(Texts(registry.GetFormTop("MainWindow"), registry.GetFormLeft("MainWindow")), "0 200");
   }
   EXPECT_EQ(store.Get("FormProperty", "MainWindow"), "0,200,7,9");
 }
@@ -80,5 +72,4 @@ TEST_F(RegistryTest, AnEleventhFormIsNeverWritten) {
   EXPECT_EQ(store.All("FormProperty").size(), 10U);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::registry_test

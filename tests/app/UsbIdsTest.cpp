@@ -1,18 +1,13 @@
 #include "app/UsbIds.h"
+#include "Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace calder {
-namespace {
+namespace calder::usb_ids_test {
 
 TEST(UsbIds, LinesAreRecordsInFileOrder) {
   const auto ids = ParseUsbIds("XG5530,USB0::1::2::,left out\r\nonly a key\n\nlast,value");
   ASSERT_EQ(ids.size(), 4U);
-  EXPECT_EQ(ids[0].key, "XG5530");
-  EXPECT_EQ(ids[0].value, "USB0::1::2::");
-  EXPECT_EQ(ids[1].key + "|" + ids[1].value, "only a key|");
-  EXPECT_EQ(ids[2].key + ids[2].value, "");
-  EXPECT_EQ(ids[3].value, "value");
+  EXPECT_EQ(Texts(ids[0].key, ids[0].value, ids[1].key + "|" + ids[1].value, ids[2].key + ids[2].value, ids[3].value),
+            "XG5530 USB0::1::2:: only a key|  value");
   EXPECT_TRUE(ParseUsbIds("").empty());
 }
 
@@ -23,5 +18,4 @@ TEST(UsbIds, AMissingFileFails) {
   EXPECT_FALSE(ReadUsbIds("/dev/null", ids));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::usb_ids_test

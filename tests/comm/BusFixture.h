@@ -10,9 +10,6 @@
 #include "sim/SimBench.h"
 
 #include <filesystem>
-#include <optional>
-#include <string>
-#include <vector>
 
 namespace calder {
 

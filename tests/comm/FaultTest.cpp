@@ -3,8 +3,7 @@
 #include "comm/BusFixture.h"
 #include "libs/bus/FakePort.h"
 
-namespace calder {
-namespace {
+namespace calder::fault_test {
 
 bool Begins(const std::string& call, std::initializer_list<const char*> names) {
   return std::any_of(names.begin(), names.end(), [&](const char* name) { return call.starts_with(name); });
@@ -58,8 +57,6 @@ struct Faults : BusFixture {
   }
   int runs = 0;
 };
-
-} // namespace
 
 TEST_F(Faults, AFaultAtAnyCallOfAWaveformTransferEndsInOneSentence) {
   for (const InterfaceKind kind : {kNiGpib, kKiGpib, kUsb488, kUsbTmc}) {
@@ -151,4 +148,4 @@ TEST_F(Faults, EachBackEndHasItsWords) {
   EXPECT_EQ(desktop.boxes.shown.back().text, "GP_IFC\nDevice Open Error\nアプリケーションを終了しますか?");
 }
 
-} // namespace calder
+} // namespace calder::fault_test

@@ -2,8 +2,7 @@
 
 #include "FakeDesktop.h"
 
-namespace calder {
-namespace {
+namespace calder::gpib_command_test {
 
 struct GpibCommandTest : testing::Test {
   fake::Boxes boxes;
@@ -16,8 +15,6 @@ struct GpibCommandTest : testing::Test {
     command.Fill(table, static_cast<int>(rows.size()), defaultCommand);
   }
 };
-
-} // namespace
 
 TEST_F(GpibCommandTest, TemplatesTakePlaceholdersAndValues) {
   Fill({{"arbsend", "SEND $ARBNUM$$ARBNAME$#, 000"},
@@ -34,17 +31,11 @@ TEST_F(GpibCommandTest, TemplatesTakePlaceholdersAndValues) {
   EXPECT_EQ(command.ArbSend(std::string("NAME")), "SEND 3,AB$CH$,# NAME"); // a text that is no number stays
   EXPECT_EQ(command.ArbSend(std::string("7")), "SEND 3,AB$CH$,# 007");
   EXPECT_EQ(command.ArbSend(), "SEND 3,AB$CH$,#");
-  EXPECT_EQ(command.frequency(1.5), "FREQ2 1.50");
-  EXPECT_EQ(command.frequency(1234.56789), "FREQ2 1234.568");
+  EXPECT_EQ(Texts(command.frequency(1.5), command.frequency(1234.56789)), "FREQ2 1.50 FREQ2 1234.568");
   EXPECT_EQ(command.AmplitudeLevel(5.0), "VOLT"); // no format: no value
-  EXPECT_EQ(command.DcOffsetLevel(0.25), "OFFS, A 0.2");
-  EXPECT_EQ(command.OutputOn(), "OUT ON");
-  EXPECT_EQ(command.Output(0), "OUT ON");
-  EXPECT_EQ(command.Output(2), "");
-  EXPECT_EQ(command.ArbSize(), "3, 5$ $x$");
-  EXPECT_EQ(command.ArbPreCommand(), "PRE 03");
-  EXPECT_EQ(command.Preset(), "*CLS");
-  EXPECT_EQ(command.AmplitudeRange(1.0), "");
+  EXPECT_EQ(Texts(command.DcOffsetLevel(0.25), command.OutputOn(), command.Output(0)), "OFFS, A 0.2 OUT ON OUT ON");
+  EXPECT_EQ(Texts(command.Output(2), command.ArbSize(), command.ArbPreCommand()), " 3, 5$ $x$ PRE 03");
+  EXPECT_EQ(Texts(command.Preset(), command.AmplitudeRange(1.0)), "*CLS ");
 }
 
 TEST_F(GpibCommandTest, MasksFlagsAndFields) {
@@ -55,15 +46,10 @@ TEST_F(GpibCommandTest, MasksFlagsAndFields) {
         {"arbbank", "BANK, 0, -1"},
         {"arbname", ":ARB:NAME 0x20 0x22 _$Name IS 0x22, 4"}});
   EXPECT_EQ(command.ArbBitMask(), 0xFFFCU);
-  EXPECT_EQ(command.ErrorMask(), 60);
-  EXPECT_EQ(ParseCommandMask("0x1F"), 31U);
-  EXPECT_TRUE(command.ArbByteSwap());
-  EXPECT_EQ(command.Model().command, "*IDN?");
-  EXPECT_EQ(command.Model().start, 6);
-  EXPECT_EQ(command.Model().length, 7);
-  EXPECT_EQ(command.Model().expected, "XG,31");
-  EXPECT_EQ(command.Serial().command, "");
-  EXPECT_EQ(command.ArbBank(5), "BANK 4");
+  EXPECT_EQ(Texts(command.ErrorMask(), ParseCommandMask("0x1F"), command.ArbByteSwap(), command.Model().command,
+                  command.Model().start, command.Model().length),
+            "60 31 true *IDN? 6 7");
+  EXPECT_EQ(Texts(command.Model().expected, command.Serial().command, command.ArbBank(5)), "XG,31  BANK 4");
   EXPECT_EQ(command.ArbName("LONGNAME"), ":ARB:NAME \"LONG IS\"");
 }
 
@@ -77,13 +63,11 @@ TEST_F(GpibCommandTest, FaultyRowsAreToldAndTheRestIsLoaded) {
 
 TEST_F(GpibCommandTest, TheDefaultCommandServesATableWithoutOne) {
   Fill({{"amp", "A"}}, "\"PRE CMD\", 'SEND, X'");
-  EXPECT_EQ(command.ArbPreCommand(), "PRE CMD");
-  EXPECT_EQ(command.ArbSend(), "SEND, X");
+  EXPECT_EQ(Texts(command.ArbPreCommand(), command.ArbSend()), "PRE CMD SEND, X");
   Fill({{"arbsend", "OWN"}}, "ONE");
   EXPECT_EQ(command.ArbSend(), "OWN");
   Fill({}, "ONE");
-  EXPECT_EQ(command.ArbSend(), "ONE");
-  EXPECT_EQ(command.ArbPreCommand(), "");
+  EXPECT_EQ(Texts(command.ArbSend(), command.ArbPreCommand()), "ONE ");
 }
 
-} // namespace calder
+} // namespace calder::gpib_command_test

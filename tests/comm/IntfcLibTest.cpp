@@ -3,11 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-#include <set>
-
-namespace calder {
-namespace {
+namespace calder::intfc_lib_test {
 
 struct Interface : BusFixture {
   [[nodiscard]] bool Has(const std::string& line) const {
@@ -15,8 +11,6 @@ struct Interface : BusFixture {
     return std::find(calls.begin(), calls.end(), line) != calls.end();
   }
 };
-
-} // namespace
 
 TEST_F(Interface, TimeLimitsGoByTheirCodes) {
   const std::pair<double, int> limits[] = {{0, 0},  {-5, 0},  {1e-9, 1},  {0.5, 10}, {1, 11},
@@ -90,10 +84,9 @@ TEST_F(Interface, RepliesLoseTheirEnds) {
 
 TEST_F(Interface, ConfigurationKeysAreFoundWithoutRegardToCase) {
   const std::string text = "MyAdrs = 3, BOARD_NAME= gpib2 , LOG_FILE";
-  EXPECT_EQ(ConfigurationValue(text, "MYADRS"), "3");
-  EXPECT_EQ(ConfigurationValue(text, "BOARD_NAME"), "gpib2");
-  EXPECT_EQ(ConfigurationValue(text, "LOG_FILE"), "");
-  EXPECT_EQ(ConfigurationValue(text, "INI_FILE"), "");
+  EXPECT_EQ(Texts(ConfigurationValue(text, "MYADRS"), ConfigurationValue(text, "BOARD_NAME"),
+                  ConfigurationValue(text, "LOG_FILE"), ConfigurationValue(text, "INI_FILE")),
+            "3 gpib2  ");
 }
 
 TEST_F(Interface, TheSimulatedInstrumentAnswersFromItsFile) {
@@ -137,8 +130,6 @@ TEST_F(Interface, TheTraceHoldsTheLastTransferOrAllOfThemWithEveryByte) {
   EXPECT_EQ(trace.Text(), trace.LastTransfer());
 }
 
-namespace {
-
 // Libraries that have every entry point but, each, the one of that name.
 struct Lacking final : BusLibraries {
   struct Library final : BusLibrary {
@@ -158,8 +149,6 @@ struct Lacking final : BusLibraries {
   std::vector<std::string> lacking;
   std::set<std::string> asked;
 };
-
-} // namespace
 
 TEST(BusLoaders, ALibraryThatLacksAnEntryPointIsPassedOver) {
   using Load = bool (*)(BusLibraries&);
@@ -200,4 +189,4 @@ TEST(BusLoaders, ALibraryThatLacksAnEntryPointIsPassedOver) {
   EXPECT_TRUE(stoodIn);
 }
 
-} // namespace calder
+} // namespace calder::intfc_lib_test

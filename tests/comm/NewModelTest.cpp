@@ -5,10 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <fstream>
-
-namespace calder {
-namespace {
+namespace calder::new_model_test {
 
 struct NewModel : BusFixture {
   NewModel() {
@@ -39,8 +36,6 @@ struct NewModel : BusFixture {
   }
 };
 
-} // namespace
-
 TEST_F(NewModel, TransfersOnEachOfItsBuses) {
   const int model = program->models.SysGetDeviceCnt() - 1;
   ASSERT_EQ(program->models.SysGetDeviceName(model), "VJ6149");
@@ -53,8 +48,7 @@ TEST_F(NewModel, TransfersOnEachOfItsBuses) {
     program->settings.Frequency = 250;
     program->settings.Output = 0;
     EXPECT_TRUE(SettingsTransfer(Context()));
-    EXPECT_EQ(sim::Setting("VJ6149", "frequency"), "250");
-    EXPECT_EQ(sim::Setting("VJ6149", "output"), "1");
+    EXPECT_EQ(Texts(sim::Setting("VJ6149", "frequency"), sim::Setting("VJ6149", "output")), "250 1");
     EXPECT_TRUE(TransferWave());
     const auto held = sim::Memory("VJ6149", 3);
     ASSERT_TRUE(held);
@@ -85,4 +79,4 @@ TEST_F(NewModel, IsNamedWhenItsFileIsMissing) {
   EXPECT_FALSE(InitialiseSystem(*program, *setup));
 }
 
-} // namespace calder
+} // namespace calder::new_model_test

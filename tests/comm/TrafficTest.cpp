@@ -5,10 +5,7 @@
 
 #include <gmock/gmock.h>
 
-#include <cmath>
-
-namespace calder {
-namespace {
+namespace calder::traffic_test {
 
 // Steps stand between bars. "?query" is followed by a read, "#header" is the block, "30" a time limit of 30 s; all else
 // is sent as it stands.
@@ -108,8 +105,7 @@ const Talk kTalks[] = {
      "?*IDN? | Freq 60;Ampl 0PP;Offs 0;Ampl 0PP;Offs 0 | ?*ESR? | ?*ESR?",
      "?*IDN? | ?*ESR? | ?*IDN? | 30 | Size 4096;Data 5, | # | Wave 6 | Outp 1 | ?*ESR? | ?*ESR?",
      1,
-     false},
-};
+     false}};
 
 struct Traffic : BusFixture {
   [[nodiscard]] std::string Payload(const Talk& talk) const {
@@ -176,8 +172,6 @@ struct Traffic : BusFixture {
   }
 };
 
-} // namespace
-
 TEST_F(Traffic, SettingsAndWaveformOfEveryKindOfModelOnEveryBus) {
   for (const Talk& talk : kTalks) {
     for (const InterfaceKind kind : talk.kinds) {
@@ -235,4 +229,4 @@ TEST_F(Traffic, ControlPointsAndThinnedBlocks) {
   }
 }
 
-} // namespace calder
+} // namespace calder::traffic_test

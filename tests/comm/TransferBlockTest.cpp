@@ -1,20 +1,13 @@
 #include "comm/TransferBlock.h"
+#include "Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <numeric>
-
-namespace calder {
-namespace {
+namespace calder::transfer_block_test {
 
 std::vector<int> Bytes(const std::vector<std::byte>& block) {
   std::vector<int> bytes;
   for (const std::byte byte : block) bytes.push_back(static_cast<int>(byte));
   return bytes;
 }
-
-} // namespace
 
 TEST(TransferBlock, EveryCodeByEveryDivisorIsRoundedToEven) {
   std::vector<std::int16_t> codes(65536);
@@ -32,8 +25,7 @@ TEST(TransferBlock, EveryCodeByEveryDivisorIsRoundedToEven) {
       }
     }
   }
-  EXPECT_EQ(DivisorOfMask(0), 1);
-  EXPECT_EQ(DivisorOfMask(0xABCDFFFC), 4);
+  EXPECT_EQ(Texts(DivisorOfMask(0), DivisorOfMask(0xABCDFFFC)), "1 4");
 }
 
 TEST(TransferBlock, HeadersAndControlPointsInBothOrders) {
@@ -72,4 +64,4 @@ TEST(TransferBlock, ThinningKeepsEveryNthPoint) {
   EXPECT_EQ(Bytes(thinned), (std::vector<int>{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 16, 17, 24, 25}));
 }
 
-} // namespace calder
+} // namespace calder::transfer_block_test

@@ -7,8 +7,7 @@
 
 #include <gmock/gmock.h>
 
-namespace calder {
-namespace {
+namespace calder::transfer_test {
 
 struct Transfers : BusFixture {
   [[nodiscard]] std::vector<std::int16_t> Codes() {
@@ -17,8 +16,6 @@ struct Transfers : BusFixture {
   }
   bool ReadBack() { return ReceiveWaveform(Context()) && DecodeWaveform(Context(), *setup); }
 };
-
-} // namespace
 
 TEST_F(Transfers, AreRefusedWhileABusIsBusyAndAtTheControllersAddress) {
   Choose(1, kNiGpib);
@@ -95,8 +92,7 @@ TEST_F(Transfers, StopARunningSequence) {
   Choose(1, kUsbTmc);
   ASSERT_TRUE(sim::Set("XG5531", "sequence", "1"));
   EXPECT_TRUE(SettingsTransfer(Context()));
-  EXPECT_EQ(sim::Setting("XG5531", "sequence"), "0");
-  EXPECT_EQ(sim::Setting("XG5531", "running"), "0");
+  EXPECT_EQ(Texts(sim::Setting("XG5531", "sequence"), sim::Setting("XG5531", "running")), "0 0");
   EXPECT_GE(desktop.clock.seconds, 2);
 }
 
@@ -118,8 +114,7 @@ TEST_F(Transfers, CancelBeforeAndWhileSending) {
   EXPECT_EQ(std::count(calls.begin(), calls.end(), "ibfind(\"GPIB0\")"), 2); // closed and opened again
   EXPECT_EQ(sim::Memory("XG5531", 1), held);
   // All that follows the block is done, the waits included.
-  EXPECT_EQ(progress.steps.back(), "load data 5");
-  EXPECT_EQ(desktop.clock.seconds, 5);
+  EXPECT_EQ(Texts(progress.steps.back(), desktop.clock.seconds), "load data 5 5");
   const auto messages = sim::Messages("XG5531");
   EXPECT_EQ(std::vector(messages.end() - 3, messages.end()),
             (std::vector<std::string>{":SOUR1:FUNC:SHAP USER;:SOUR1:FUNC:USER 1", "*ESR?", "*ESR?"}));
@@ -203,21 +198,17 @@ TEST_F(Transfers, ShowTheirSteps) {
 }
 
 TEST(TransferRate, IsToldWhenItMeansSomething) {
-  struct {
-    std::size_t bytes;
-    double seconds;
-    const char* english;
-    const char* japanese;
-  } const cases[] = {{0, 1, "", ""},
-                     {500, 0.1, "", ""}, // too early
-                     {500000, 0.5, "1.00 MB/s, 1 s left", "1.00 MB/s、残り 1 秒"},
-                     {12345, 1, "12.3 kB/s, 81 s left", "12.3 kB/s、残り 81 秒"},
-                     {1000000, 0.02, "50.0 MB/s", "50.0 MB/s"},
-                     {1000000, 0, "", ""},
-                     {2000000, 1, "", ""}};
-  for (const auto& one : cases) {
-    EXPECT_EQ(TransferRateText(one.bytes, 1000000, one.seconds, Language::English), one.english);
-    EXPECT_EQ(TransferRateText(one.bytes, 1000000, one.seconds, Language::Japanese), one.japanese);
+  const std::tuple<std::size_t, double, const char*, const char*> cases[] = {
+      {0, 1, "", ""},
+      {500, 0.1, "", ""}, // too early
+      {500000, 0.5, "1.00 MB/s, 1 s left", "1.00 MB/s、残り 1 秒"},
+      {12345, 1, "12.3 kB/s, 81 s left", "12.3 kB/s、残り 81 秒"},
+      {1000000, 0.02, "50.0 MB/s", "50.0 MB/s"},
+      {1000000, 0, "", ""},
+      {2000000, 1, "", ""}};
+  for (const auto& [bytes, seconds, english, japanese] : cases) {
+    EXPECT_EQ(TransferRateText(bytes, 1000000, seconds, Language::English), english);
+    EXPECT_EQ(TransferRateText(bytes, 1000000, seconds, Language::Japanese), japanese);
   }
   EXPECT_EQ(SecondsLeftText(9, Language::English, "50.0 MB/s"), "50.0 MB/s, 9 s left");
   EXPECT_EQ(SecondsLeftText(9, Language::Japanese), "残り 9 秒");
@@ -290,4 +281,4 @@ TEST(ReceivedBlockTest, OnlyAWholeBlockIsTaken) {
   EXPECT_EQ(ParseReceivedBlock(std::string(30, ' ') + good).kind, ReceivedBlock::Kind::None); // too late
 }
 
-} // namespace calder
+} // namespace calder::transfer_test

@@ -4,11 +4,9 @@
 // for the instrument's address, %l and %r for its listen and its talk address, %h for the header of a block.
 #pragma once
 
+#include "Testing.h"
 #include "app/Program.h"
 #include "sim/Bench.h"
-
-#include <string>
-#include <vector>
 
 namespace calder {
 

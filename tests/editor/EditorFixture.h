@@ -4,10 +4,12 @@
 #include "FakeDesktop.h"
 #include "editor/Editor.h"
 
-#include <optional>
-#include <vector>
-
 namespace calder {
+
+// In texts and messages of tests.
+inline std::ostream& operator<<(std::ostream& text, const Scope& scope) {
+  return text << scope.Start << ".." << scope.End;
+}
 
 struct RecordingPort final : EditorPort {
   void Show(Changes changes) override { shown.push_back(changes); }

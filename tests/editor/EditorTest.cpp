@@ -2,23 +2,16 @@
 
 #include "platform/TempFolder.h"
 
-#include <functional>
-
-namespace calder {
-namespace {
+namespace calder::editor_test {
 
 struct EditorTest : EditorFixture {};
 
 TEST_F(EditorTest, StartsWithAnEmptyWaveformInUserUnits) {
   Begin();
-  EXPECT_EQ(program->settings.XUnit, 2);
-  EXPECT_EQ(program->settings.YUnit, 2);
-  EXPECT_EQ(program->settings.XUserMax, 1);
-  EXPECT_EQ(program->settings.YUserMin, -1);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 524288}));
-  EXPECT_FALSE(editor->commands.CanUndo());
-  EXPECT_EQ(program->registry.GetGpibBoard(), 3);
-  EXPECT_EQ(program->settings.ModelNo, 0);
+  EXPECT_EQ(Texts(program->settings.XUnit, program->settings.YUnit, program->settings.XUserMax,
+                  program->settings.YUserMin, program->buffers.CurrentScope(), editor->commands.CanUndo()),
+            "2 2 1 -1 0..524288 false");
+  EXPECT_EQ(Texts(program->registry.GetGpibBoard(), program->settings.ModelNo), "3 0");
 }
 
 TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
@@ -32,8 +25,7 @@ TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
          d.windows.captions = {"x", "Orvo Marlow for XG5530/31 <a.seq>"};
        }},
       {"no models", "No System Setup file.\r\rSystem Exit.",
-       [](fake::FakeDesktop& d) { d.folders.read = {CALDER_SOURCE_DIR "/data"}; }},
-  };
+       [](fake::FakeDesktop& d) { d.folders.read = {CALDER_SOURCE_DIR "/data"}; }}};
   for (const auto& row : rows) {
     fake::FakeDesktop spoilt;
     row.spoil(spoilt);
@@ -51,8 +43,7 @@ TEST_F(EditorTest, TheLastModelAddressAndMemorySizeComeBackUnlessTheyAreNonsense
   desktop.settings.Set("Sysinfo", "Gpib_Address", "7");
   desktop.settings.Set("Sysinfo", "memory_width_no", "1");
   Begin();
-  EXPECT_EQ(program->settings.ModelName, "XG5531");
-  EXPECT_EQ(program->settings.Address, 7);
+  EXPECT_EQ(Texts(program->settings.ModelName, program->settings.Address), "XG5531 7");
   EXPECT_EQ(program->settings.MemorySizeNo, 1);
   EXPECT_EQ(std::to_string(program->settings.MemorySize), editor->setup.MemorySizes()[1]);
   EXPECT_EQ(program->view.XEnd, program->settings.MemorySize);
@@ -69,27 +60,19 @@ TEST_F(EditorTest, CutPasteDeleteAndUndoMoveExactlyTheRange) {
   Ramp();
   program->buffers.CurrentScope() = {10.4, 109.6}; // points 11 to 110
   editor->Do(Command::Cut);
-  EXPECT_EQ(Code(10), 10);
-  EXPECT_EQ(Code(11), 111);
-  EXPECT_EQ(Code(524288 - 100), 0);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10.4, 109.6}));
+  EXPECT_EQ(Texts(Code(10), Code(11), Code(524288 - 100), program->buffers.CurrentScope()), "10 111 0 10.4..109.6");
   program->buffers.CurrentScope() = {1000, 1010};
   editor->Do(Command::Paste);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100})) << "what was pasted is selected";
-  EXPECT_EQ(Code(1000), 11);
-  EXPECT_EQ(Code(1099), 110);
-  EXPECT_EQ(Code(1100), 1200);
+  EXPECT_EQ(Texts(Code(1000), Code(1099), Code(1100)), "11 110 1200");
   editor->Do(Command::Undo);
-  EXPECT_EQ(Code(1000), 1100);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1010}));
-  EXPECT_EQ(editor->commands.UndoCaption(), "&Redo");
+  EXPECT_EQ(Texts(Code(1000), program->buffers.CurrentScope(), editor->commands.UndoCaption()),
+            "1100 1000..1010 &Redo");
   editor->Do(Command::Undo);
-  EXPECT_EQ(Code(1000), 11);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{1000, 1100}));
-  EXPECT_EQ(editor->commands.UndoCaption(), "&Redo") << "until the next edit";
+  EXPECT_EQ(Texts(Code(1000), program->buffers.CurrentScope(), editor->commands.UndoCaption()), "11 1000..1100 &Redo")
+      << "until the next edit";
   editor->Do(Command::Delete);
-  EXPECT_EQ(Code(1000), 1200);
-  EXPECT_EQ(editor->commands.UndoCaption(), "&Undo");
+  EXPECT_EQ(Texts(Code(1000), editor->commands.UndoCaption()), "1200 &Undo");
 }
 
 TEST_F(EditorTest, ARangeFromBetweenTwoPointsToTheEndEndsThere) {
@@ -101,8 +84,7 @@ TEST_F(EditorTest, ARangeFromBetweenTwoPointsToTheEndEndsThere) {
     editor->Do(Command::Copy);
     program->buffers.CurrentScope() = {0, 0};
     editor->Do(Command::Paste);
-    EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 9}));
-    EXPECT_EQ(Code(0), (size - 9) % 30000);
+    EXPECT_EQ(Texts(program->buffers.CurrentScope(), Code(0)), Texts((Scope{0, 9}), (size - 9) % 30000));
     // 32.2 - 12.2 is more than 20.
     program->buffers.CurrentScope() = {12.2, 32.2};
     editor->Do(Command::Copy);
@@ -147,8 +129,7 @@ TEST_F(EditorTest, NewStartsAnotherCopyAndTouchesNothingHere) {
   Begin();
   Ramp();
   editor->Do(Command::FileNew);
-  EXPECT_EQ(desktop.copies.started, 1);
-  EXPECT_EQ(Code(77), 77);
+  EXPECT_EQ(Texts(desktop.copies.started, Code(77)), "1 77");
   desktop.copies.canStart = false;
   desktop.boxes.Expect("Another copy of CALDER could not be started.");
   editor->Do(Command::FileNew);
@@ -169,50 +150,48 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
     const char* what;
     Changes changes;
     std::function<void()> act;
-  } rows[] = {
-      {"save", Change::Title,
-       [&] {
-         desktop.dialogs.Answer(folder / "a.wdb");
-         editor->Do(Command::FileSave);
-       }},
-      {"open text", kEverything, [&] { open("five.txt"); }},
-      {"open .wdb", kEverything, [&] { open("a.wdb"); }},
-      {"drop", kEverything, [&] { editor->FileDropped(folder / "a.wdb"); }},
-      {"open, cancelled", kNothing,
-       [&] {
-         desktop.dialogs.Cancel();
-         editor->Do(Command::FileOpen);
-       }},
-      {"open, failed", kNothing,
-       [&] {
-         desktop.boxes.Expect("File Read error.");
-         open("none.wdb");
-       }},
-      {"cut", kEdited, [&] { editor->Do(Command::Cut); }},
-      {"copy", Change::Commands, [&] { editor->Do(Command::Copy); }},
-      {"undo", kEdited, [&] { editor->Do(Command::Undo); }},
-      {"grid", Change::Picture | Change::Commands, [&] { editor->Do(Command::Grid); }},
-      {"zoom", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(1); }); }},
-      {"scrolled to where it is", kNothing,
-       [&] { editor->Apply(kViewMoved, [&] { return editor->view.Hrizontal_Scroll(0); }); }},
-      {"zoom back", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(0); }); }},
-      {"hover", Change::Mouse, [&] { move(1023); }},
-      {"press", kNothing,
-       [&] {
-         editor->MousePress({1023, 50, 1024, 100}, Editor::PressKeys::None);
-       }},
-      {"drag", Change::Mouse | Change::Markers | Change::Readouts, [&] { move(700); }},
-      {"drag on the spot", Change::Mouse, [&] { move(700); }},
-      {"outside", kNothing, [&] { move(-1); }},
-      {"release", Change::Picture,
-       [&] {
-         editor->MouseRelease({700, 50, 1024, 100});
-       }},
-      {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
-      {"tool", kEverything, [&] { editor->WaveformChanged(); }},
-      {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
-      {"other view", kViewMoved | Change::Commands, [&] { editor->ChooseView(Editor::ViewKind::Digital); }},
-  };
+  } rows[] = {{"save", Change::Title,
+               [&] {
+                 desktop.dialogs.Answer(folder / "a.wdb");
+                 editor->Do(Command::FileSave);
+               }},
+              {"open text", kEverything, [&] { open("five.txt"); }},
+              {"open .wdb", kEverything, [&] { open("a.wdb"); }},
+              {"drop", kEverything, [&] { editor->FileDropped(folder / "a.wdb"); }},
+              {"open, cancelled", kNothing,
+               [&] {
+                 desktop.dialogs.Cancel();
+                 editor->Do(Command::FileOpen);
+               }},
+              {"open, failed", kNothing,
+               [&] {
+                 desktop.boxes.Expect("File Read error.");
+                 open("none.wdb");
+               }},
+              {"cut", kEdited, [&] { editor->Do(Command::Cut); }},
+              {"copy", Change::Commands, [&] { editor->Do(Command::Copy); }},
+              {"undo", kEdited, [&] { editor->Do(Command::Undo); }},
+              {"grid", Change::Picture | Change::Commands, [&] { editor->Do(Command::Grid); }},
+              {"zoom", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(1); }); }},
+              {"scrolled to where it is", kNothing,
+               [&] { editor->Apply(kViewMoved, [&] { return editor->view.Hrizontal_Scroll(0); }); }},
+              {"zoom back", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(0); }); }},
+              {"hover", Change::Mouse, [&] { move(1023); }},
+              {"press", kNothing,
+               [&] {
+                 editor->MousePress({1023, 50, 1024, 100}, Editor::PressKeys::None);
+               }},
+              {"drag", Change::Mouse | Change::Markers | Change::Readouts, [&] { move(700); }},
+              {"drag on the spot", Change::Mouse, [&] { move(700); }},
+              {"outside", kNothing, [&] { move(-1); }},
+              {"release", Change::Picture,
+               [&] {
+                 editor->MouseRelease({700, 50, 1024, 100});
+               }},
+              {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
+              {"tool", kEverything, [&] { editor->WaveformChanged(); }},
+              {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
+              {"other view", kViewMoved | Change::Commands, [&] { editor->ChooseView(Editor::ViewKind::Digital); }}};
   for (const auto& row : rows) {
     port.shown.clear();
     row.act();
@@ -223,30 +202,24 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
 TEST_F(EditorTest, OnlyAFileThatWasReadIsShownWhole) {
   const TempFolder folder;
   PutFile(folder / "five.txt", "5\r\n");
-  const struct {
-    const char* why;
-    std::optional<std::string> chosen;
-    bool drop;
-    const char* message;
-    bool read;
-  } rows[] = {{"cancelled", std::nullopt, false, nullptr, false},
-              {"cannot be read", folder / "none.txt", false, "File Read error.", false},
-              {"dropped, cannot be read", folder / "none.txt", true, "File Read error.", false},
-              {"dropped, no waveform", folder / "five.dat", true, "Invalid file extension.", false},
-              {"read", folder / "five.txt", false, nullptr, true},
-              {"dropped, read", folder / "five.txt", true, nullptr, true}};
+  const std::tuple<const char*, std::optional<std::string>, bool, const char*, bool> rows[] = {
+      {"cancelled", std::nullopt, false, nullptr, false},
+      {"cannot be read", folder / "none.txt", false, "File Read error.", false},
+      {"dropped, cannot be read", folder / "none.txt", true, "File Read error.", false},
+      {"dropped, no waveform", folder / "five.dat", true, "Invalid file extension.", false},
+      {"read", folder / "five.txt", false, nullptr, true},
+      {"dropped, read", folder / "five.txt", true, nullptr, true}};
   Begin();
-  for (const auto& row : rows) {
+  for (const auto& [why, chosen, drop, message, read] : rows) {
     editor->view.ZoomX(2);
     editor->view.ZoomY(1);
     editor->view.Hrizontal_Scroll(4096);
-    if (row.message != nullptr) desktop.boxes.Expect(row.message);
-    if (!row.drop)
-      desktop.dialogs.answers.push_back(row.chosen ? std::optional(FileDialogAnswer{*row.chosen, 1}) : std::nullopt);
-    row.drop ? editor->FileDropped(*row.chosen) : editor->Do(Command::FileOpen);
-    EXPECT_EQ(program->view.XZoom, row.read ? 1 : 4) << row.why;
-    EXPECT_EQ(program->view.YZoom, row.read ? 1 : 2) << row.why;
-    EXPECT_EQ(program->view.XStart, row.read ? 0 : 65536) << row.why;
+    if (message != nullptr) desktop.boxes.Expect(message);
+    if (!drop) desktop.dialogs.answers.push_back(chosen ? std::optional(FileDialogAnswer{*chosen, 1}) : std::nullopt);
+    drop ? editor->FileDropped(*chosen) : editor->Do(Command::FileOpen);
+    EXPECT_EQ(Texts(program->view.XZoom, program->view.YZoom, program->view.XStart),
+              Texts(read ? 1 : 4, read ? 1 : 2, read ? 0 : 65536))
+        << why;
   }
 }
 
@@ -260,5 +233,4 @@ TEST_F(EditorTest, AFileOnTheCommandLineThatCannotBeOpenedIsToldAndLeavesAnEmpty
   EXPECT_EQ(Code(0), 0);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::editor_test

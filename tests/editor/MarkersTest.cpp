@@ -3,8 +3,7 @@
 #include "EditorFixture.h"
 #include "platform/PixelContext.h"
 
-namespace calder {
-namespace {
+namespace calder::markers_test {
 
 struct MarkersTest : EditorFixture {
   void SetUp() override {
@@ -21,14 +20,7 @@ struct MarkersTest : EditorFixture {
 
 TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
   enum Box { Start, End, Length };
-  const struct {
-    const char* why;
-    bool track;
-    Scope before;
-    Box box;
-    const char* text;
-    Scope after;
-  } rows[] = {
+  const std::tuple<const char*, bool, Scope, Box, const char*, Scope> rows[] = {
       {"A right of B is refused", false, {100, 200}, Start, "300", {100, 200}},
       {"A before B is taken", false, {100, 200}, Start, "150", {150, 200}},
       {"outside the waveform is refused", false, {100, 200}, Start, "-1", {100, 200}},
@@ -42,26 +34,20 @@ TEST_F(MarkersTest, TypedPositionsAreRefusedCorrectedOrTaken) {
       {"a length", false, {1000, 2000}, Length, "10", {1000, 1010}},
       {"a length beyond the end", false, {524000, 524100}, Length, "1000", {524000, 524288}},
       {"a length beyond everything", false, {24288, 24388}, Length, "9M", {24288, 524288}},
-      {"no number is 0", false, {1000, 2000}, Length, "abc", {1000, 1000}},
-  };
-  for (const auto& row : rows) {
-    Put(row.before.Start, row.before.End, row.track);
-    if (row.box == Start) editor->markers.TypeStart(row.text);
-    if (row.box == End) editor->markers.TypeEnd(row.text);
-    if (row.box == Length) editor->markers.TypeScope(row.text);
-    EXPECT_EQ(TheScope().Start, row.after.Start) << row.why;
-    EXPECT_EQ(TheScope().End, row.after.End) << row.why;
+      {"no number is 0", false, {1000, 2000}, Length, "abc", {1000, 1000}}};
+  for (const auto& [why, track, before, box, text, after] : rows) {
+    Put(before.Start, before.End, track);
+    if (box == Start) editor->markers.TypeStart(text);
+    if (box == End) editor->markers.TypeEnd(text);
+    if (box == Length) editor->markers.TypeScope(text);
+    EXPECT_EQ(Texts(TheScope().Start, TheScope().End), Texts(after.Start, after.End)) << why;
   }
 }
 
 // A picture of 1024 columns: 512 points a pixel.
 TEST_F(MarkersTest, TheGrabbedMarkerIsTheOneUnderThePointer) {
-  const struct {
-    const char* why;
-    Scope scope;
-    int x, y;
-    char marker; // A, B or - for none
-  } rows[] = {
+  // marker: A, B or - for none
+  const std::tuple<const char*, Scope, int, int, char> rows[] = {
       {"B's column", {51200, 256000}, 500, 300, 'B'},
       {"A's column", {51200, 256000}, 100, 300, 'A'},
       {"beside it", {51200, 256000}, 101, 300, '-'},
@@ -71,19 +57,18 @@ TEST_F(MarkersTest, TheGrabbedMarkerIsTheOneUnderThePointer) {
       {"A's flag itself", {51200, 256000}, 105, 5, '-'},
       {"one column in the middle: B", {256000, 256000}, 500, 300, 'B'},
       {"one column at the right edge: A", {524288, 524288}, 1023, 300, 'A'},
-      {"the last column counts as the end", {0, 524288}, 1023, 300, 'B'},
-  };
-  for (const auto& row : rows) {
-    Put(row.scope.Start, row.scope.End);
-    editor->MouseMove(row.x, row.y, 1024, 400, 1, true);
+      {"the last column counts as the end", {0, 524288}, 1023, 300, 'B'}};
+  for (const auto& [why, scope, x, y, marker] : rows) {
+    Put(scope.Start, scope.End);
+    editor->MouseMove(x, y, 1024, 400, 1, true);
     editor->MousePress({}, Editor::PressKeys::None);
-    EXPECT_EQ(editor->markers.Grabbed(), row.marker != '-') << row.why;
+    EXPECT_EQ(editor->markers.Grabbed(), marker != '-') << why;
     // B can only be dragged right of A, A only left of B.
-    if (row.marker == 'A' || row.marker == 'B') {
-      const int target = row.marker == 'A' ? 10 : 1000;
+    if (marker == 'A' || marker == 'B') {
+      const int target = marker == 'A' ? 10 : 1000;
       editor->MouseMove(target, 300, 1024, 400, 1, true);
-      const double moved = row.marker == 'A' ? TheScope().Start : TheScope().End;
-      EXPECT_EQ(moved, target * 512.0) << row.why;
+      const double moved = marker == 'A' ? TheScope().Start : TheScope().End;
+      EXPECT_EQ(moved, target * 512.0) << why;
     }
     editor->MouseRelease({});
   }
@@ -132,26 +117,21 @@ TEST_F(MarkersTest, MovingErasesWhereTheMarkersWere) {
   Canvas canvas;
   Put(51200, 256000);
   editor->markers.Draw_Marker(canvas.context);
-  EXPECT_TRUE(canvas.Inverted(100, 99));
-  EXPECT_TRUE(canvas.Inverted(110, 10)) << "A's flag is to its right";
-  EXPECT_FALSE(canvas.Inverted(99, 5));
-  EXPECT_TRUE(canvas.Inverted(490, 0)) << "B's flag is to its left";
-  EXPECT_FALSE(canvas.Inverted(501, 5));
+  EXPECT_EQ(Texts(canvas.Inverted(100, 99), canvas.Inverted(110, 10), canvas.Inverted(99, 5)), "true true false")
+      << "A's flag is to its right";
+  EXPECT_EQ(Texts(canvas.Inverted(490, 0), canvas.Inverted(501, 5)), "true false") << "B's flag is to its left";
   const int lit = canvas.CountInverted();
   EXPECT_EQ(lit, 2 * (100 + 10 * 11));
   Put(102400, 512000);
   editor->markers.Move_Marker(canvas.context);
-  EXPECT_EQ(canvas.CountInverted(), lit);
-  EXPECT_FALSE(canvas.Inverted(100, 99));
-  EXPECT_TRUE(canvas.Inverted(200, 99));
+  EXPECT_EQ(Texts(canvas.CountInverted(), canvas.Inverted(100, 99), canvas.Inverted(200, 99)), Texts(lit, false, true));
 }
 
 TEST_F(MarkersTest, EdgesAndCoincidingMarkersAreDrawnOnce) {
   Canvas canvas;
   Put(524288, 524288);
   editor->markers.Draw_Marker(canvas.context);
-  EXPECT_TRUE(canvas.Inverted(1023, 50)) << "at the last column";
-  EXPECT_TRUE(canvas.Inverted(1013, 5));
+  EXPECT_EQ(Texts(canvas.Inverted(1023, 50), canvas.Inverted(1013, 5)), "true true") << "at the last column";
   Canvas zoomed;
   Put(0, 524288);
   editor->view.ZoomX(3);
@@ -160,5 +140,4 @@ TEST_F(MarkersTest, EdgesAndCoincidingMarkersAreDrawnOnce) {
   EXPECT_EQ(zoomed.CountInverted(), 0) << "outside the view";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::markers_test

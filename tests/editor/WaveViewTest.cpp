@@ -1,9 +1,7 @@
 #include "editor/WaveView.h"
+#include "Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace calder {
-namespace {
+namespace calder::wave_view_test {
 
 struct WaveViewTest : testing::Test {
   SystemInfo settings;
@@ -22,14 +20,12 @@ struct WaveViewTest : testing::Test {
 };
 
 TEST_F(WaveViewTest, XZoomShowsItsPartFromTheLeftEdge) {
-  const struct {
-    int index, page, maximum, end;
-  } rows[] = {{1, 16384, 16384, 262144}, {2, 8192, 24576, 131072}, {7, 256, 32512, 4096}};
-  for (const auto& row : rows) {
-    view.ZoomX(row.index);
-    EXPECT_EQ(view.HScroll().largeChange, row.page);
-    EXPECT_EQ(view.HScroll().maximum, row.maximum);
-    EXPECT_EQ(X(), Range(0, row.end));
+  const std::tuple<int, int, int, int> rows[] = {
+      {1, 16384, 16384, 262144}, {2, 8192, 24576, 131072}, {7, 256, 32512, 4096}};
+  for (const auto& [index, page, maximum, end] : rows) {
+    view.ZoomX(index);
+    EXPECT_EQ(Texts(view.HScroll().largeChange, view.HScroll().maximum), Texts(page, maximum));
+    EXPECT_EQ(X(), Range(0, end));
   }
   EXPECT_TRUE(view.Hrizontal_Scroll(32512));
   EXPECT_EQ(state.XEnd, 524288);
@@ -90,12 +86,10 @@ TEST_F(WaveViewTest, ZoomingAtThePointerKeepsThePointUnderIt) {
 TEST_F(WaveViewTest, PixelsAndPositionsMatch) {
   view.ZoomX(2);
   view.Hrizontal_Scroll(8192);
-  EXPECT_EQ(view.PointToPixelX(131072, 1000), 0);
-  EXPECT_EQ(view.PointToPixelX(262144, 1000), 1000);
+  EXPECT_EQ(Texts(view.PointToPixelX(131072, 1000), view.PointToPixelX(262144, 1000)), "0 1000");
   EXPECT_DOUBLE_EQ(view.PixelXToPoint(500, 1000), 196608);
   view.ZoomY(0);
-  EXPECT_EQ(view.CodeToPixelY(32767, 800), 0);
-  EXPECT_EQ(view.CodeToPixelY(0, 800), 400);
+  EXPECT_EQ(Texts(view.CodeToPixelY(32767, 800), view.CodeToPixelY(0, 800)), "0 400");
   EXPECT_EQ(view.CodeToPixelY(-32767, 800), 800);
   EXPECT_NEAR(view.PixelYToCode(view.CodeToPixelYExact(-1234, 777), 777), -1234, 1e-6);
 }
@@ -103,13 +97,10 @@ TEST_F(WaveViewTest, PixelsAndPositionsMatch) {
 TEST_F(WaveViewTest, LabelsShowTheRangeWithItsUnit) {
   settings.XUnit = 0;
   settings.YUnit = 0;
-  EXPECT_EQ(view.StartLabel(), "0.000000Word");
-  EXPECT_EQ(view.EndLabel(), "524288.0Word");
+  EXPECT_EQ(Texts(view.StartLabel(), view.EndLabel()), "0.000000Word 524288.0Word");
   view.ZoomY(1);
-  EXPECT_EQ(view.MaxLabel(), "16383.00");
-  EXPECT_EQ(view.MinLabel(), "-16384.0");
+  EXPECT_EQ(Texts(view.MaxLabel(), view.MinLabel()), "16383.00 -16384.0");
   EXPECT_EQ(view.OffsetLabel(), "0.000000") << "a centre of -1 is shown as 0";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::wave_view_test

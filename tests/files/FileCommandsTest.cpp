@@ -4,10 +4,7 @@
 
 #include <gmock/gmock.h>
 
-#include <array>
-
-namespace calder {
-namespace {
+namespace calder::file_commands_test {
 
 struct FileCommandsTest : EditorFixture {
   void SetUp() override { Begin(); }
@@ -22,8 +19,7 @@ TEST_F(FileCommandsTest, CancellingEndsEveryCommandSilently) {
     desktop.dialogs.Cancel();
     Files().Save_File(kind, false);
   }
-  EXPECT_EQ(program->names.CurrentWaveFile, "Untitled");
-  EXPECT_FALSE(editor->commands.CanUndo());
+  EXPECT_EQ(Texts(program->names.CurrentWaveFile, editor->commands.CanUndo()), "Untitled false");
 }
 
 // Each kind accepts its own extensions and says what it says about others; a reader's failure is reported with the
@@ -53,29 +49,27 @@ TEST_F(FileCommandsTest, EveryKindIsDispatchedByItsExtension) {
     const char* table = "Untitled";
     const char* pwf = "";
     const char* system = "Untitled";
-  } rows[] = {
-      {true, Kind_List, "/a.wfn", "read list /a.wfn", nullptr, 0},
-      {true, Kind_List, "/a.txt", "", nullptr, 0},
-      {false, Kind_List, "/a.WFN", "write list /a.WFN", nullptr, 0, "/a.WFN"},
-      {false, Kind_List, "/a.wfn", "write list /a.wfn", nullptr, 72, "/a.wfn"},
-      {false, Kind_List, "/a.txt", "", "Invalid filename.", 0},
-      {true, Kind_Table, "/a.csv", "read table /a.csv", nullptr, 71, "Untitled", "/a.csv"},
-      {true, Kind_Table, "/table.txt", "", "Invalid file extension.", 0},
-      {true, Kind_Table, "", "", nullptr, 0},
-      {false, Kind_Table, "/a.tsv", "write table /a.tsv", nullptr, 72, "Untitled", "/a.tsv"},
-      {false, Kind_Table, "/a.pr", "", "Invalid filename.", 0},
-      {true, Kind_Pwf, "/a.pwf", "read pwf /a.pwf", nullptr, 0},
-      {true, Kind_Pwf, "/a.pwf", "read pwf /a.pwf", "[/a.pwf] File Read error.", 71},
-      {true, Kind_Pwf, "/a.txt", "", "Invalid filename.", 0},
-      {false, Kind_Pwf, "/a.pwf", "write pwf /a.pwf", nullptr, 0, "Untitled", "Untitled", "/a.pwf"},
-      {false, Kind_Pwf, "/a.pwf", "write pwf /a.pwf", "[/a.pwf] File Write error.", 72},
-      {true, Kind_System, "/a.ocb", "read system /a.ocb", nullptr, 0, "Untitled", "Untitled", "", "/a.ocb"},
-      {true, Kind_System, "/a.ocb", "read system /a.ocb", "[/a.ocb] File Read error.", 71},
-      {true, Kind_System, "/a.xyz", "", nullptr, 0},
-      {false, Kind_System, "/a.ocb", "write system /a.ocb", nullptr, 0, "Untitled", "Untitled", "", "/a.ocb"},
-      {false, Kind_System, "/a.ocb", "write system /a.ocb", "[/a.ocb] File Write error.", 72},
-      {false, Kind_System, "/a.wdb", "", "Invalid filename.", 0},
-  };
+  } rows[] = {{true, Kind_List, "/a.wfn", "read list /a.wfn", nullptr, 0},
+              {true, Kind_List, "/a.txt", "", nullptr, 0},
+              {false, Kind_List, "/a.WFN", "write list /a.WFN", nullptr, 0, "/a.WFN"},
+              {false, Kind_List, "/a.wfn", "write list /a.wfn", nullptr, 72, "/a.wfn"},
+              {false, Kind_List, "/a.txt", "", "Invalid filename.", 0},
+              {true, Kind_Table, "/a.csv", "read table /a.csv", nullptr, 71, "Untitled", "/a.csv"},
+              {true, Kind_Table, "/table.txt", "", "Invalid file extension.", 0},
+              {true, Kind_Table, "", "", nullptr, 0},
+              {false, Kind_Table, "/a.tsv", "write table /a.tsv", nullptr, 72, "Untitled", "/a.tsv"},
+              {false, Kind_Table, "/a.pr", "", "Invalid filename.", 0},
+              {true, Kind_Pwf, "/a.pwf", "read pwf /a.pwf", nullptr, 0},
+              {true, Kind_Pwf, "/a.pwf", "read pwf /a.pwf", "[/a.pwf] File Read error.", 71},
+              {true, Kind_Pwf, "/a.txt", "", "Invalid filename.", 0},
+              {false, Kind_Pwf, "/a.pwf", "write pwf /a.pwf", nullptr, 0, "Untitled", "Untitled", "/a.pwf"},
+              {false, Kind_Pwf, "/a.pwf", "write pwf /a.pwf", "[/a.pwf] File Write error.", 72},
+              {true, Kind_System, "/a.ocb", "read system /a.ocb", nullptr, 0, "Untitled", "Untitled", "", "/a.ocb"},
+              {true, Kind_System, "/a.ocb", "read system /a.ocb", "[/a.ocb] File Read error.", 71},
+              {true, Kind_System, "/a.xyz", "", nullptr, 0},
+              {false, Kind_System, "/a.ocb", "write system /a.ocb", nullptr, 0, "Untitled", "Untitled", "", "/a.ocb"},
+              {false, Kind_System, "/a.ocb", "write system /a.ocb", "[/a.ocb] File Write error.", 72},
+              {false, Kind_System, "/a.wdb", "", "Invalid filename.", 0}};
   for (const auto& row : rows) {
     program->names = {};
     called.clear();
@@ -100,13 +94,11 @@ TEST_F(FileCommandsTest, TheWaveDialogOffersTheFormOfTheCurrentName) {
   program->names.CurrentWaveFile = "/w/a.txt";
   desktop.dialogs.Cancel();
   Files().Open_File(Kind_Wave);
-  EXPECT_EQ(desktop.dialogs.last.filterIndex, 2);
-  EXPECT_EQ(desktop.dialogs.last.fileName, "/w/a");
+  EXPECT_EQ(Texts(desktop.dialogs.last.filterIndex, desktop.dialogs.last.fileName), "2 /w/a");
   program->names.CurrentWaveFile = "/w/a.wdb";
   desktop.dialogs.Cancel();
   Files().Save_File(Kind_Wave, true);
-  EXPECT_EQ(desktop.dialogs.last.fileName, "/w/a.txt");
-  EXPECT_EQ(desktop.dialogs.last.filter, "Text files(*.txt)|*.txt");
+  EXPECT_EQ(Texts(desktop.dialogs.last.fileName, desktop.dialogs.last.filter), "/w/a.txt Text files(*.txt)|*.txt");
 }
 
 TEST_F(FileCommandsTest, SaveWritesTheCurrentNameWithoutADialogAndUntitledWithOne) {
@@ -122,5 +114,4 @@ TEST_F(FileCommandsTest, SaveWritesTheCurrentNameWithoutADialogAndUntitledWithOn
   editor->Do(Command::FileSave);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::file_commands_test

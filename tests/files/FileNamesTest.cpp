@@ -1,21 +1,15 @@
 #include "files/FileNames.h"
+#include "Testing.h"
 
-#include <gtest/gtest.h>
-
-namespace calder {
-namespace {
+namespace calder::file_names_test {
 
 TEST(FileNames, TheExtensionIsEverythingBehindTheFirstDot) {
-  struct Row {
-    const char* path;
-    const char* extension;
-    bool equal;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, const char*, bool>;
+  for (const auto& [path, extension, equal] :
        {Row{"DATA.WDB", "wdb", true}, Row{"/a.b/data.wdb", "wdb", true}, Row{"C:\\x.y\\data.Txt", "txt", true},
         Row{"a.b.wdb", "wdb", false}, Row{"a.b.wdb", "b.wdb", true}, Row{"noextension", "wdb", false},
         Row{"/folder.wdb/name", "wdb", false}, Row{"a.wdbx", "wdb", false}, Row{"a.", "", true}})
-    EXPECT_EQ(Is_FileExt(row.path, row.extension), row.equal) << row.path;
+    EXPECT_EQ(Is_FileExt(path, extension), equal) << path;
 }
 
 TEST(FileNames, DialogsOfferTheRememberedName) {
@@ -33,5 +27,4 @@ TEST(FileNames, DialogsOfferTheRememberedName) {
   EXPECT_EQ(WithoutExtension("ab"), "");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::file_names_test

@@ -3,8 +3,7 @@
 #include "files/ListText.h"
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::list_file_test {
 
 struct ListFileTest : EditorFixture {
   void SetUp() override {
@@ -93,8 +92,7 @@ TEST_F(ListFileTest, ComesBackInAllUnits) {
         settings.XUnit = settings.YUnit = read;
         PageTable pages;
         ASSERT_TRUE(Parse(text, pages));
-        EXPECT_EQ(pages[1], square) << writeX << writeY << read;
-        EXPECT_EQ(pages[3], expression) << writeX << writeY << read;
+        EXPECT_TRUE(pages[1] == square && pages[3] == expression) << writeX << writeY << read;
         EXPECT_EQ(pages.CountValid(), 2);
       }
     }
@@ -114,8 +112,7 @@ TEST_F(ListFileTest, AJapaneseListIsReadByTheEnglishProgram) {
   EXPECT_NE(text.find(ToCodePage("'単位\tｱﾄﾞﾚｽ\r\n", CodePage::Japanese)), std::string::npos);
   ASSERT_EQ(japaneseList.Write_List(folder / "j.wfn"), 0);
   ASSERT_EQ(list->Read_List(folder / "j.wfn"), 0);
-  EXPECT_EQ(program->pages[3].Expression, "sin(2*pi*x/p)");
-  EXPECT_EQ(program->pages[1].EndX, 200);
+  EXPECT_EQ(Texts(program->pages[3].Expression, program->pages[1].EndX), "sin(2*pi*x/p) 200");
 }
 
 TEST_F(ListFileTest, NothingToWriteMakesNoFileAndAFailureKeepsTheOldOne) {
@@ -129,11 +126,8 @@ TEST_F(ListFileTest, NothingToWriteMakesNoFileAndAFailureKeepsTheOldOne) {
 TEST_F(ListFileTest, ADamagedListGivesThePagesBeforeTheDamageOrNone) {
   FillPages();
   const std::string whole = Compose();
-  const struct {
-    const char* why;
-    std::string text;
-    int pages; // -1: message 71, nothing changes
-  } rows[] = {
+  // pages: -1: message 71, nothing changes
+  const std::tuple<const char*, std::string, int> rows[] = {
       {"whole", whole, 2},
       {"line ends of other systems",
        [&] {
@@ -161,16 +155,15 @@ TEST_F(ListFileTest, ADamagedListGivesThePagesBeforeTheDamageOrNone) {
       {"no such function", WithLine(whole, "5\t\t'Type", "6\t\t'Type"), 1},
       {"no such page ends without a message", WithLine(whole, "3\t\t'Page", "203\t\t'Page"), 1},
       {"even as the first", WithLine(whole, "1\t\t'Page", "-1\t\t'Page"), 0},
-      {"a page number with a fraction", WithLine(whole, "3\t\t'Page", "3.5\t\t'Page"), 1},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.why);
+      {"a page number with a fraction", WithLine(whole, "3\t\t'Page", "3.5\t\t'Page"), 1}};
+  for (const auto& [why, text, thePages] : rows) {
+    SCOPED_TRACE(why);
     PageTable pages;
     pages[9].Valid = kPageTrue;
-    const bool read = Parse(row.text, pages);
-    EXPECT_EQ(read, row.pages >= 0);
-    EXPECT_EQ(pages[9].Valid != 0, row.pages < 0) << "all pages are replaced, or none";
-    EXPECT_EQ(pages.CountValid(), row.pages < 0 ? 1 : row.pages);
+    const bool read = Parse(text, pages);
+    EXPECT_EQ(Texts(read, pages[9].Valid != 0, pages.CountValid()),
+              Texts(thePages >= 0, thePages < 0, thePages < 0 ? 1 : thePages))
+        << "all pages are replaced, or none";
   }
   std::vector<std::byte> bytes(3);
   const std::span<const std::byte> piece(bytes);
@@ -196,14 +189,8 @@ TEST_F(ListFileTest, OddPagesAreBroughtInto) {
   page.Constants = "'Const";
   PageTable pages;
   ASSERT_TRUE(Parse(Compose(), pages));
-  EXPECT_EQ(pages[3].EndX, 1000);
-  EXPECT_EQ(pages[3].Size, 600);
-  EXPECT_EQ(pages[3].Phase, 5);
-  EXPECT_EQ(pages[3].Symmetry, 100);
-  EXPECT_EQ(pages[3].Duty, 0);
-  EXPECT_EQ(pages[3].Period, 0);
-  EXPECT_EQ(pages[3].Expression, "none");
-  EXPECT_EQ(pages[3].Constants, "'Const");
+  EXPECT_EQ(Texts(pages[3].EndX, pages[3].Size, pages[3].Phase, pages[3].Symmetry, pages[3].Duty), "1000 600 5 100 0");
+  EXPECT_EQ(Texts(pages[3].Period, pages[3].Expression, pages[3].Constants), "0 none 'Const");
   const std::string broken = WithLine(Compose(), "none\r\n", "a+\r\nb" + std::string(1, '\0') + "rest\r\n");
   ASSERT_TRUE(Parse(broken, pages));
   EXPECT_EQ(pages[3].Expression, "a+ b") << "broken lines are joined, a NUL ends the text";
@@ -213,5 +200,4 @@ TEST_F(ListFileTest, OddPagesAreBroughtInto) {
   EXPECT_EQ(pages[1].Amplitude, 65534) << "0 volts say nothing about codes";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::list_file_test

@@ -2,10 +2,7 @@
 
 #include "platform/TempFolder.h"
 
-#include <gtest/gtest.h>
-
-namespace calder {
-namespace {
+namespace calder::pwf_file_test {
 
 constexpr const char* kHead = "'+++++++++++++++\r\n'PWF Parameter\r\n'+++++++++++++++\r\n";
 
@@ -22,11 +19,9 @@ PwfTable Table() {
 }
 
 TEST(PwfFileTest, ResolutionsGiveTheirDecimals) {
-  const struct {
-    double resolution;
-    const char* mask;
-  } rows[] = {{1, "0"}, {5, "0"}, {0.01, "0.00"}, {0.25, "0.00"}, {0.00001, "0.00000"}, {1e20, "0"}, {12.5, "0.0"}};
-  for (const auto& row : rows) EXPECT_EQ(Resolution_Mask(row.resolution), row.mask) << row.resolution;
+  const std::tuple<double, const char*> rows[] = {
+      {1, "0"}, {5, "0"}, {0.01, "0.00"}, {0.25, "0.00"}, {0.00001, "0.00000"}, {1e20, "0"}, {12.5, "0.0"}};
+  for (const auto& [resolution, mask] : rows) EXPECT_EQ(Resolution_Mask(resolution), mask) << resolution;
 }
 
 TEST(PwfFileTest, WritesTheLayoutAndReplacesInOneStep) {
@@ -42,12 +37,8 @@ TEST(PwfFileTest, WritesTheLayoutAndReplacesInOneStep) {
 
 TEST(PwfFileTest, ReadsWhatMatchesAndKeepsWhatCameBeforeAFault) {
   const std::string head = kHead;
-  const struct {
-    const char* why;
-    std::string text;
-    int result, selected;
-    double first, second; // of function 3
-  } rows[] = {
+  // first, second: of function 3
+  const std::tuple<const char*, std::string, int, int, double, double> rows[] = {
       {"as written", head + "3\r\nD\xE4mpfung\r\n2.5\r\n20\r\nNone\r\n", 0, 3, 2.5, 20},
       {"None keeps", head + "3\nD\xE4mpfung\nNone\n20\nNone", 0, 3, 1.5, 20},
       {"comments anywhere, blanks around numbers", head + "'x\n 3 \n'y\nD\xE4mpfung\n'z\n 2e0 \n'\n+5\n", 0, 3, 2, 5},
@@ -61,19 +52,16 @@ TEST(PwfFileTest, ReadsWhatMatchesAndKeepsWhatCameBeforeAFault) {
       {"an index beyond the table", head + "25\n\n", 71, 0, 1.5, 12.4},
       {"an undefined function", head + "5\n\n1\n", 71, 0, 1.5, 12.4},
       {"a blank too many", head + "3\nD\xE4mpfung \n2\n", 71, 0, 1.5, 12.4},
-      {"a value that is none", head + "3\nD\xE4mpfung\n2.5\nx\n", 71, 3, 2.5, 12.4},
-  };
-  for (const auto& row : rows) {
+      {"a value that is none", head + "3\nD\xE4mpfung\n2.5\nx\n", 71, 3, 2.5, 12.4}};
+  for (const auto& [why, text, result, selected, first, second] : rows) {
     PwfTable table = Table();
     table.WaveIdx = 0;
-    EXPECT_EQ(PwfFile(table, Language::English).Parse(row.text), row.result) << row.why;
-    EXPECT_EQ(table.WaveIdx, row.selected) << row.why;
-    EXPECT_EQ(table[3].Params[0].Value, row.first) << row.why;
-    EXPECT_EQ(table[3].Params[1].Value, row.second) << row.why;
+    EXPECT_EQ(PwfFile(table, Language::English).Parse(text), result) << why;
+    EXPECT_EQ(Texts(table.WaveIdx, table[3].Params[0].Value, table[3].Params[1].Value), Texts(selected, first, second))
+        << why;
   }
   PwfTable table = Table();
   EXPECT_EQ(PwfFile(table, Language::English).Read_Pwf("/nowhere/a.pwf"), 71);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pwf_file_test

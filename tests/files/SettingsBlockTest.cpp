@@ -1,15 +1,10 @@
+#include "Testing.h"
 #include "files/SettingsBlock.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
 #include <bit>
 #include <cstring>
-#include <string>
-#include <utility>
 
-namespace calder {
-namespace {
+namespace calder::settings_block_test {
 
 using Block = std::array<std::byte, WDB_SETTINGS_BYTES>;
 
@@ -45,41 +40,22 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
   SystemInfo r;
   std::int32_t kind = 0;
   Unpack_Settings(block, CodePage::Western, r, kind);
-  EXPECT_EQ(kind, 3);
-  EXPECT_EQ(r.ModelNo, 7);
+  EXPECT_EQ(Texts(kind, r.ModelNo), "3 7");
 
   using S = SystemInfo;
-  using Word = std::pair<std::size_t, std::int16_t S::*>;
-  for (const auto& [offset, field] : {Word{18, &S::Address},
-                                      Word{20, &S::AddressMin},
-                                      Word{22, &S::AddressMax},
-                                      Word{88, &S::MemorySizeNo},
-                                      Word{98, &S::Field9},
-                                      Word{100, &S::Field10},
-                                      Word{106, &S::MemoryNoSelectable},
-                                      Word{108, &S::MemoryNo},
-                                      Word{110, &S::MemoryNoMin},
-                                      Word{112, &S::MemoryNoMax},
-                                      Word{114, &S::MemoryNameSelectable},
-                                      Word{148, &S::ChannelSelectable},
-                                      Word{150, &S::Channel},
-                                      Word{152, &S::Output},
-                                      Word{218, &S::RangeNo},
-                                      Word{220, &S::Field46},
-                                      Word{254, &S::OffsetSwitch},
-                                      Word{288, &S::OffsetOn},
-                                      Word{290, &S::XUnit},
-                                      Word{308, &S::YUnit},
-                                      Word{342, &S::TransferFormat},
-                                      Word{348, &S::SizeRatio},
-                                      Word{350, &S::Polarity}}) {
-    EXPECT_EQ(r.*field, static_cast<std::int16_t>(Number(block, offset, 2))) << offset;
-  }
+  const auto word = [&](std::size_t offset) { return static_cast<std::int16_t>(Number(block, offset, 2)); };
+  EXPECT_EQ(Texts(r.Address, r.AddressMin, r.AddressMax), Texts(word(18), word(20), word(22)));
+  EXPECT_EQ(Texts(r.MemorySizeNo, r.Field9, r.Field10), Texts(word(88), word(98), word(100)));
+  EXPECT_EQ(Texts(r.MemoryNoSelectable, r.MemoryNo, r.MemoryNoMin), Texts(word(106), word(108), word(110)));
+  EXPECT_EQ(Texts(r.MemoryNoMax, r.MemoryNameSelectable), Texts(word(112), word(114)));
+  EXPECT_EQ(Texts(r.ChannelSelectable, r.Channel, r.Output), Texts(word(148), word(150), word(152)));
+  EXPECT_EQ(Texts(r.RangeNo, r.Field46, r.OffsetSwitch), Texts(word(218), word(220), word(254)));
+  EXPECT_EQ(Texts(r.OffsetOn, r.XUnit, r.YUnit), Texts(word(288), word(290), word(308)));
+  EXPECT_EQ(Texts(r.TransferFormat, r.SizeRatio, r.Polarity), Texts(word(342), word(348), word(350)));
   using Long = std::pair<std::size_t, std::int32_t S::*>;
   for (const auto& [offset, field] :
-       {Long{90, &S::MemorySize}, Long{94, &S::CodeSpan}, Long{102, &S::DataBits}, Long{344, &S::ControlPointCount}}) {
+       {Long{90, &S::MemorySize}, Long{94, &S::CodeSpan}, Long{102, &S::DataBits}, Long{344, &S::ControlPointCount}})
     EXPECT_EQ(r.*field, static_cast<std::int32_t>(Number(block, offset, 4))) << offset;
-  }
   using Double = std::pair<std::size_t, double S::*>;
   for (const auto& [offset, field] :
        {Double{154, &S::Frequency},    Double{162, &S::FrequencyMin}, Double{170, &S::FrequencyMax},
@@ -88,14 +64,11 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
         Double{230, &S::AmplitudeMin}, Double{238, &S::AmplitudeMax}, Double{246, &S::Field31},
         Double{256, &S::Offset},       Double{264, &S::OffsetMin},    Double{272, &S::OffsetMax},
         Double{280, &S::Field35},      Double{292, &S::XUserMin},     Double{300, &S::XUserMax},
-        Double{310, &S::YUserMin},     Double{318, &S::YUserMax}}) {
+        Double{310, &S::YUserMin},     Double{318, &S::YUserMax}})
     EXPECT_EQ(std::bit_cast<std::uint64_t>(r.*field), Number(block, offset, 8)) << offset;
-  }
-  EXPECT_EQ(r.ModelName, Text(block, 2, 16));
-  EXPECT_EQ(r.DefaultArbCommand, Text(block, 24, 64));
-  EXPECT_EQ(r.MemoryName, Text(block, 116, 32));
-  EXPECT_EQ(r.XUserName, Text(block, 326, 8));
-  EXPECT_EQ(r.YUserName, Text(block, 334, 8));
+  EXPECT_EQ(
+      Texts(r.ModelName, r.DefaultArbCommand, r.MemoryName, r.XUserName, r.YUserName),
+      Texts(Text(block, 2, 16), Text(block, 24, 64), Text(block, 116, 32), Text(block, 326, 8), Text(block, 334, 8)));
 
   Block again;
   Pack_Settings(r, kind, CodePage::Western, again);
@@ -103,20 +76,17 @@ TEST(SettingsBlock, HasEveryFieldInItsPlace) {
 }
 
 TEST(SettingsBlock, FirstWordHasTheModelAndPerhapsTheInterface) {
-  struct Row {
-    std::uint16_t word;
-    std::int16_t model;
-    std::int32_t kind; // 99: as it was
-  };
-  for (const Row& row : {Row{0, 0, 99}, Row{255, 255, 99}, Row{256, 0, 0}, Row{0x01FF, 255, 0}, Row{0x0503, 3, 4},
-                         Row{0x7F01, 1, 126}, Row{0x8001, 1, 99}, Row{0xFFFF, 255, 99}}) {
+  // kind: 99: as it was
+  using Row = std::tuple<std::uint16_t, std::int16_t, std::int32_t>;
+  for (const auto& [word, model, theKind] :
+       {Row{0, 0, 99}, Row{255, 255, 99}, Row{256, 0, 0}, Row{0x01FF, 255, 0}, Row{0x0503, 3, 4}, Row{0x7F01, 1, 126},
+        Row{0x8001, 1, 99}, Row{0xFFFF, 255, 99}}) {
     Block block{};
-    PutWord(block, 0, row.word);
+    PutWord(block, 0, word);
     SystemInfo record;
     std::int32_t kind = 99;
     Unpack_Settings(block, CodePage::Western, record, kind);
-    EXPECT_EQ(record.ModelNo, row.model) << row.word;
-    EXPECT_EQ(kind, row.kind) << row.word;
+    EXPECT_EQ(Texts(record.ModelNo, kind), Texts(model, theKind)) << word;
   }
 }
 
@@ -134,12 +104,7 @@ TEST(SettingsBlock, OutputIsATruthValue) {
 }
 
 TEST(SettingsBlock, TextsAreCutAtWholeCharactersAndTrimmed) {
-  const struct {
-    CodePage page;
-    const char* name;
-    std::string stored;
-    const char* back;
-  } kRows[] = {
+  const std::tuple<CodePage, const char*, std::string, const char*> kRows[] = {
       {CodePage::Western, "", "        ", ""},
       {CodePage::Western, "  m/s²  ", "  m/s\xB2  ", "  m/s²"},
       {CodePage::Western, "Übergröße",
@@ -150,19 +115,17 @@ TEST(SettingsBlock, TextsAreCutAtWholeCharactersAndTrimmed) {
       {CodePage::Japanese, "角度", "\x8A\x70\x93\x78    ", "角度"},
       {CodePage::Japanese, "1角度角度", "1\x8A\x70\x93\x78\x8A\x70 ", "1角度角"},
       {CodePage::Japanese, "ｱﾎﾟ²", "\xB1\xCE\xDF?    ", "ｱﾎﾟ?"},
-      {CodePage::Western, "\xC3(\xF0\x9F\x98\x80\xFF", "?(??    ", "?(??"},
-  };
-  for (const auto& row : kRows) {
+      {CodePage::Western, "\xC3(\xF0\x9F\x98\x80\xFF", "?(??    ", "?(??"}};
+  for (const auto& [page, name, stored, back] : kRows) {
     SystemInfo record;
-    record.XUserName = row.name;
+    record.XUserName = name;
     Block block;
-    Pack_Settings(record, 0, row.page, block);
-    EXPECT_EQ(Text(block, 326, 8), row.stored) << row.name;
+    Pack_Settings(record, 0, page, block);
+    EXPECT_EQ(Text(block, 326, 8), stored) << name;
     std::int32_t kind = 0;
-    Unpack_Settings(block, row.page, record, kind);
-    EXPECT_EQ(record.XUserName, row.back) << row.name;
+    Unpack_Settings(block, page, record, kind);
+    EXPECT_EQ(record.XUserName, back) << name;
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::settings_block_test

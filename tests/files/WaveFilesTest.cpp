@@ -2,8 +2,7 @@
 #include "editor/EditorFixture.h"
 #include "platform/TempFolder.h"
 
-namespace calder {
-namespace {
+namespace calder::wave_files_test {
 
 struct WaveFilesTest : EditorFixture {
   void SetUp() override {
@@ -48,10 +47,9 @@ TEST_F(WaveFilesTest, AWdbFileBringsTheWaveformAndEverySettingBack) {
   EXPECT_EQ(Points(), points);
   EXPECT_EQ(settings, saved);
   EXPECT_EQ(program->interfaceKind, kUsbTmc);
-  EXPECT_EQ(editor->setup.ModelChoice(), 0);
-  EXPECT_TRUE(program->buffers.UndoDisabled());
-  EXPECT_EQ(program->names.CurrentWaveFile, folder / "a.wdb");
-  EXPECT_EQ(program->names.LastListFile, folder / "a");
+  EXPECT_EQ(Texts(editor->setup.ModelChoice(), program->buffers.UndoDisabled(), program->names.CurrentWaveFile,
+                  program->names.LastListFile),
+            Texts(0, true, folder / "a.wdb", folder / "a"));
 }
 
 TEST_F(WaveFilesTest, AWdbFileCarriesTheControlPointsOfASimpleWaveform) {
@@ -74,10 +72,9 @@ TEST_F(WaveFilesTest, OpeningAWdbFileOfAnotherSizeChangesTheMemoryAndTheView) {
   program->buffers.CurrentScope() = {100000, 200000};
   desktop.dialogs.Answer(folder / "small.wdb");
   editor->Do(Command::FileOpen);
-  EXPECT_EQ(program->settings.MemorySize, 65536);
-  EXPECT_EQ(program->view.XEnd, 65536);
-  EXPECT_EQ(program->view.ScrollStep, 2);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{65536, 65536}));
+  EXPECT_EQ(Texts(program->settings.MemorySize, program->view.XEnd, program->view.ScrollStep,
+                  program->buffers.CurrentScope()),
+            "65536 65536 2 65536..65536");
 }
 
 TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
@@ -89,11 +86,7 @@ TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
   noMemory.replace(90, 4, std::string(4, '\0'));
   std::string nanAmplitude = good;
   nanAmplitude.replace(222, 8, std::string(8, '\xFF'));
-  const struct {
-    const char* name;
-    std::string content;
-    const char* message;
-  } rows[] = {
+  const std::tuple<const char*, std::string, const char*> rows[] = {
       {"empty.wdb", "", "File Read error."},
       {"short.wdb", good.substr(0, 300), "File Read error."},
       {"truncated.wdb", good.substr(0, good.size() - 1), "File Read error."},
@@ -102,25 +95,22 @@ TEST_F(WaveFilesTest, AFileThatIsNotOneLeavesEverythingAsItWas) {
       {"nan.wdb", nanAmplitude, "File Read error."},
       {"text.txt", "12\r\nabc\r\n", "Line 2"},
       {"empty.txt", "", "File Read error."},
-      {"a.b.wdb", good, "Invalid file extension."},
-  };
+      {"a.b.wdb", good, "Invalid file extension."}};
   const std::vector<std::int16_t> points = Points();
   const SystemInfo settings = program->settings;
-  for (const auto& row : rows) {
-    PutFile(folder / row.name, row.content);
-    desktop.boxes.Expect(row.message);
-    EXPECT_FALSE(editor->waveFiles.Read_WaveFile(folder / row.name)) << row.name;
-    EXPECT_EQ(Points(), points) << row.name;
-    EXPECT_EQ(program->settings, settings) << row.name;
-    EXPECT_EQ(program->names.CurrentWaveFile, folder / "good.wdb") << row.name;
+  for (const auto& [name, content, message] : rows) {
+    PutFile(folder / name, content);
+    desktop.boxes.Expect(message);
+    EXPECT_FALSE(editor->waveFiles.Read_WaveFile(folder / name)) << name;
+    EXPECT_TRUE(Points() == points && program->settings == settings) << name;
+    EXPECT_EQ(program->names.CurrentWaveFile, folder / "good.wdb") << name;
   }
 }
 
 TEST_F(WaveFilesTest, TextIsSpreadOverTheWholeMemoryAndCanBeUndone) {
   PutFile(folder / "two.txt", "-32767\r\n32767\r\n");
   ASSERT_TRUE(editor->waveFiles.Read_WaveFile(folder / "two.txt"));
-  EXPECT_EQ(Code(0), -32767);
-  EXPECT_EQ(Code(262144), 0);
+  EXPECT_EQ(Texts(Code(0), Code(262144)), "-32767 0");
   EXPECT_NEAR(Code(524287), 32767, 1);
   EXPECT_TRUE(editor->commands.CanUndo());
   editor->Do(Command::Undo);
@@ -130,8 +120,7 @@ TEST_F(WaveFilesTest, TextIsSpreadOverTheWholeMemoryAndCanBeUndone) {
   desktop.dialogs.Answer(folder / "one.txt");
   editor->Do(Command::FileOpen);
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{524288, 524288})) << "the right end is a range";
-  EXPECT_EQ(Code(0), 5);
-  EXPECT_EQ(Code(524287), 5);
+  EXPECT_EQ(Texts(Code(0), Code(524287)), "5 5");
 }
 
 TEST_F(WaveFilesTest, RealTextIsNormalised) {
@@ -140,10 +129,7 @@ TEST_F(WaveFilesTest, RealTextIsNormalised) {
   PutFile(folder / "real.txt", text);
   desktop.dialogs.Answer(folder / "real.txt", 3);
   editor->Do(Command::FileOpen);
-  EXPECT_EQ(Code(0), 32767);
-  EXPECT_EQ(Code(1), -8192);
-  EXPECT_EQ(Code(2), 8192);
-  EXPECT_EQ(Code(524287), 4096);
+  EXPECT_EQ(Texts(Code(0), Code(1), Code(2), Code(524287)), "32767 -8192 8192 4096");
   PutFile(folder / "zeros.txt", "0\r\n0\r\n");
   desktop.boxes.Expect("File Read error.");
   EXPECT_FALSE(editor->waveFiles.Read_RealText(folder / "zeros.txt"));
@@ -157,13 +143,11 @@ TEST_F(WaveFilesTest, SavingAppliesTheChosenMemorySizeAndAFailureKeepsTheNames) 
   editor->setup.ChooseMemorySize(static_cast<int>(large - sizes.begin()));
   EXPECT_EQ(program->settings.MemorySize, 65536) << "choosing is not applying";
   ASSERT_TRUE(editor->waveFiles.Write_WaveFile(folder / "a.txt"));
-  EXPECT_EQ(program->settings.MemorySize, 524288);
-  EXPECT_EQ(Code(65535), 65535 % 30000);
-  EXPECT_EQ(Code(65536), 0) << "grown points are clear";
+  EXPECT_EQ(Texts(program->settings.MemorySize, Code(65535), Code(65536)), Texts(524288, 65535 % 30000, 0))
+      << "grown points are clear";
   desktop.boxes.Expect("File Write error.");
   EXPECT_FALSE(editor->waveFiles.Write_WaveFile(std::string(fake::kNowhere) + "/b.txt"));
   EXPECT_EQ(program->names.CurrentWaveFile, folder / "a.txt");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::wave_files_test

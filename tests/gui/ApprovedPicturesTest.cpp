@@ -7,12 +7,7 @@
 #include <QDir>
 #include <QImage>
 
-#include <cmath>
-#include <functional>
-#include <numbers>
-
-namespace calder {
-namespace {
+namespace calder::approved_pictures_test {
 
 constexpr int kWidth = 272;  // so that a point at the largest zoom is wide enough for its dot
 constexpr int kHeight = 147; // three units a lane of the digital view
@@ -83,33 +78,31 @@ TEST_F(ApprovedPictures, AreDrawnAgain) {
     const char* name;
     std::function<void()> prepare;
     Draw draw;
-  } rows[] = {
-      {"whole", [] {}, wave},
-      {"digital", [] {}, digital},
-      {"moved-markers", [] {},
-       [this, &wave](DeviceContext& picture) {
-         wave(picture);
-         program->buffers.CurrentScope() = {1200, 3500};
-         editor->markers.Move_Marker(picture);
-       }},
-      {"points",
-       [this] { // few enough that each is a dot; marker A lies left of the view
-         editor->view.ZoomX(7);
-         editor->view.Hrizontal_Scroll(1000);
-         editor->view.ZoomY(1);
-         editor->view.Vertical_Scroll(4000);
-         program->buffers.CurrentScope() = {600, 1016};
-       },
-       wave},
-      {"digital-points", [] {}, digital},
-      {"right-edge",
-       [this] {
-         editor->view.Init();
-         editor->painter.ShowGrid(false);
-         program->buffers.CurrentScope() = {4096, 4096};
-       },
-       wave},
-  };
+  } rows[] = {{"whole", [] {}, wave},
+              {"digital", [] {}, digital},
+              {"moved-markers", [] {},
+               [this, &wave](DeviceContext& picture) {
+                 wave(picture);
+                 program->buffers.CurrentScope() = {1200, 3500};
+                 editor->markers.Move_Marker(picture);
+               }},
+              {"points",
+               [this] { // few enough that each is a dot; marker A lies left of the view
+                 editor->view.ZoomX(7);
+                 editor->view.Hrizontal_Scroll(1000);
+                 editor->view.ZoomY(1);
+                 editor->view.Vertical_Scroll(4000);
+                 program->buffers.CurrentScope() = {600, 1016};
+               },
+               wave},
+              {"digital-points", [] {}, digital},
+              {"right-edge",
+               [this] {
+                 editor->view.Init();
+                 editor->painter.ShowGrid(false);
+                 program->buffers.CurrentScope() = {4096, 4096};
+               },
+               wave}};
   for (const int scale : {1, 2}) {
     SetUp();
     for (const auto& row : rows) {
@@ -134,5 +127,4 @@ TEST_F(ApprovedPictures, EachIsDrawnWhole) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::approved_pictures_test

@@ -3,10 +3,7 @@
 #include "ToolFixture.h"
 #include "tools/create/CreateDialog.h"
 
-#include <QComboBox>
-
-namespace calder {
-namespace {
+namespace calder::calc_dialog_test {
 
 struct CalcDialogTest : ToolFixture {
   void Open(const std::function<void()>& act, Scope range = {0, 524288}) {
@@ -16,8 +13,6 @@ struct CalcDialogTest : ToolFixture {
     State().buffers.CurrentScope() = range;
     OpenTool("Menu_Compute", act);
   }
-  std::string Line(const char* name) { return Find<QLabel>(name)->text().toStdString(); }
-  void Key(const char* control, Qt::Key key) { QTest::keyClick(Find<QWidget>(control), key); }
 };
 
 TEST_F(CalcDialogTest, AWaveformIsCreatedAddedAndWrittenByKeys) {
@@ -25,17 +20,13 @@ TEST_F(CalcDialogTest, AWaveformIsCreatedAddedAndWrittenByKeys) {
     EXPECT_EQ(Focus(), "Comb_Comp");
     const QImage before = Find<WaveformCanvas>("Picture_Dest")->Image().copy();
     // The Create dialog on top of it.
-    Within([this] {
-      Find<QComboBox>("Comb_Wave")->setCurrentIndex(4);
-      Type("Text_0", "1000");
-      Click("Btn_OK");
-    });
-    Key("Btn_Create", Qt::Key_Space);
+    Within([this] { Do("set Comb_Wave 4; type Text_0 1000; click Btn_OK"); });
+    Do("key Btn_Create Space");
     EXPECT_EQ(Line("Label_Operand"), "created waveform, 524288 points");
     EXPECT_NE(Find<WaveformCanvas>("Picture_Dest")->Image(), before);
     EXPECT_TRUE(Line("Label_Pending").starts_with("OK writes"));
     const QImage ghost = Find<WaveformCanvas>("Picture_Result")->Image().copy();
-    Key("Btn_Result", Qt::Key_Space);
+    Do("key Btn_Result Space");
     EXPECT_EQ(Line("Label_Pending"), "");
     EXPECT_NE(Find<WaveformCanvas>("Picture_Result")->Image(), ghost);
     Hover("Picture_Src", {0, 5});
@@ -43,13 +34,12 @@ TEST_F(CalcDialogTest, AWaveformIsCreatedAddedAndWrittenByKeys) {
                                        {"Label_Value_Dest", "Y 1000.000"},
                                        {"Label_Value_Result", "Y 1000.000"}})
       EXPECT_TRUE(Line(label).ends_with(value)) << label << ": " << Line(label);
-    Key("Btn_OK", Qt::Key_Space);
+    Do("key Btn_OK Space");
   });
-  EXPECT_EQ(Code(0), 1000);
-  EXPECT_EQ(Code(29999), 30999);
-  Find<QAction>("Menu_Undo")->trigger();
+  EXPECT_EQ(Texts(Code(0), Code(29999)), "1000 30999");
+  Do("menu Menu_Undo");
   EXPECT_EQ(Code(29999), 29999);
-  Find<QAction>("Menu_Undo")->trigger();
+  Do("menu Menu_Undo");
   EXPECT_EQ(Code(29999), 30999);
 }
 
@@ -60,14 +50,11 @@ TEST_F(CalcDialogTest, LimitedPointsAreCountedInRed) {
             ? Click("Btn_Cut")
             : static_cast<void>(ADD_FAILURE());
         EXPECT_EQ(Line("Label_Operand"), "clipboard 100 of 1000 points");
-        Find<QComboBox>("Comb_Comp")->setFocus();
-        QTest::keyClick(Find<QComboBox>("Comb_Comp"), Qt::Key_Up);
-        for (int i = 0; i < 3; ++i) QTest::keyClick(Find<QComboBox>("Comb_Comp"), Qt::Key_Down);
-        EXPECT_EQ(Line("Label_Scale"), "in codes: 1 / 1 = 1");
-        Click("Btn_Result");
-        EXPECT_EQ(Line("Label_Limited"), "limited: 0 points, divided by 0: 901 points");
+        Do("key Comb_Comp Up");
+        Walk({{"choose Comb_Comp 3", "Label_Scale", "in codes: 1 / 1 = 1"},
+              {"click Btn_Result", "Label_Limited", "limited: 0 points, divided by 0: 901 points"}});
         EXPECT_EQ(Find<QLabel>("Label_Limited")->palette().color(QPalette::WindowText).red(), 0xFF);
-        Key("Btn_Cancel", Qt::Key_Escape);
+        Do("key Btn_Cancel Esc");
       },
       {0, 1000});
   EXPECT_EQ(Code(99), 99) << "cancelled";
@@ -80,16 +67,4 @@ TEST_F(CalcDialogTest, WithoutAPointThereIsASentenceAndNoForm) {
   EXPECT_FALSE(Find<QAbstractButton>("Opt_DlgSel_3")->isChecked());
 }
 
-TEST_F(CalcDialogTest, NothingIsClippedOrTwiceOnAKeyInEitherLanguage) {
-  for (const int language : {SystemLanguage::kEnglish, SystemLanguage::kJapanese}) {
-    application.reset();
-    desktop.language.id = language;
-    Open([this] {
-      LookAt("operate");
-      driven->close();
-    });
-  }
-}
-
-} // namespace
-} // namespace calder
+} // namespace calder::calc_dialog_test

@@ -4,35 +4,20 @@
 #include "RecordingHost.h"
 #include "editor/EditorFixture.h"
 #include "platform/qt/Theme.h"
-#include "platform/qt/WaveformCanvas.h"
 #include "tools/create/ExpressionBox.h"
 
-#include <QClipboard>
-#include <QComboBox>
-#include <QListWidget>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QTimer>
-#include <QToolButton>
-
-#include <functional>
-#include <sstream>
-
-namespace calder {
-namespace {
+namespace calder::create_dialog_test {
 
 struct CreateDialogTest : EditorFixture, FormDriver {
   void SetUp() override { Open(); }
   void Open() {
+    TearDown();
     Begin();
     ApplyTheme(*qApp, program->language == Language::English);
     pages = std::make_unique<CreatePages>(*program, editor->setup, editor->fileCommands, host, [] { return 0.5; });
     dialog = std::make_unique<CreateDialog>(*program, *pages, nullptr);
-    driven = dialog.get();
     pages->PrepareCreate();
-    dialog->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
-    QApplication::setActiveWindow(dialog.get());
+    ShowForm(dialog.get());
   }
   void TearDown() override {
     dialog.reset();
@@ -44,23 +29,17 @@ struct CreateDialogTest : EditorFixture, FormDriver {
 };
 
 TEST_F(CreateDialogTest, ASquareIsTypedPreviewedAndWritten) {
-  Find<QComboBox>("Comb_Wave")->setCurrentIndex(2);
-  std::string labels;
-  for (const char* label : {"Label_Max", "Label_Offs", "Label_Min"})
-    labels += Find<QLabel>(label)->text().toStdString() + " ";
-  EXPECT_EQ(labels, "1.000000 0.000000 -1.00000 ");
-  EXPECT_TRUE(Find<ValueBox>("Text_6")->isVisible());
-  EXPECT_FALSE(Find<ValueBox>("Text_5")->isVisible());
-  const QImage before = Find<WaveformCanvas>("PictWave")->Image().copy();
-  Type("Text_3", "4");
-  Type("Text_6", "25");
-  EXPECT_NE(before, Find<WaveformCanvas>("PictWave")->Image());
-  Type("Text_6", "101");
-  EXPECT_EQ(Shown("Text_6"), "25") << "out of range: the stored value again";
+  views["picture"] = [this] {
+    const QImage& image = Find<WaveformCanvas>("PictWave")->Image();
+    return std::to_string(qHashBits(image.constBits(), static_cast<std::size_t>(image.sizeInBytes())));
+  };
+  Walk({{"", "Label_Max Label_Offs Label_Min", "1.000000 0.000000 -1.00000"},
+        {"set Comb_Wave 2", "Text_6 Text_5", "50 hidden "},
+        {"type Text_3 4; type Text_6 25", "picture", "~"},
+        {"type Text_6 101", "Text_6", "25", "25"}}); // out of range: the stored value again
   Click("Btn_OK");
   EXPECT_FALSE(dialog->isVisible());
-  EXPECT_EQ(Code(1000), 32767);
-  EXPECT_EQ(Code(524288 / 4 - 1000), -32767);
+  EXPECT_EQ(Texts(Code(1000), Code(524288 / 4 - 1000)), "32767 -32767");
   editor->Do(Command::Undo);
   EXPECT_EQ(Code(1000), 0);
 }
@@ -68,71 +47,44 @@ TEST_F(CreateDialogTest, ASquareIsTypedPreviewedAndWritten) {
 // Every control: what is chosen, typed or pressed, and what must be seen after it.
 TEST_F(CreateDialogTest, EveryControlIsWired) {
   program->pages[50].Valid = kPageTrue;
-  const auto field = [this](auto CreatePage::*member) {
-    return [this, member] { return (std::ostringstream() << pages->Page().*member).str(); };
-  };
-  const auto page = [this] { return Shown("Txt_Page"); };
-  const auto focus = [] { return Focus(); };
-  const auto pointer = [this] { return std::to_string(Find<QWidget>("PictWave")->cursor().shape()); };
-  const struct {
-    const char *control, *input; // an index, a text
-    std::function<std::string()> seen;
-    std::string after;
-  } rows[] = {
-      {"Text_X_1", "0.5", field(&CreatePage::EndX), "262144"},
-      {"", "", focus, "Comb_Wave"},
-      {"Text_X_0", "0.25", field(&CreatePage::StartX), "131072"},
-      {"", "", focus, "Text_X_1"},
-      {"Comb_Wave", "1", field(&CreatePage::Function), "1"},
-      {"Text_5", "20", field(&CreatePage::Symmetry), "20"},
-      {"PictWave", "", pointer, std::to_string(Qt::SizeAllCursor)},
-      {"Comb_Wave", "2", field(&CreatePage::Function), "2"},
-      {"Text_0", "1", field(&CreatePage::Offset), "32767"},
-      {"Text_2", "1", field(&CreatePage::Amplitude), "32767"},
-      {"Text_1", "0.5", field(&CreatePage::Size), "262144"},
-      {"Text_3", "4", field(&CreatePage::Period), "4"},
-      {"Text_4", "90", field(&CreatePage::Phase), "90"},
-      {"Text_6", "30", field(&CreatePage::Duty), "30"},
-      {"Text_7", "5", field(&CreatePage::Transition), "5"},
-      {"", "", focus, "Cmd_Page_0"},
-      {"Opt_effect_1", "", field(&CreatePage::Valid), "0"},
-      {"Cmd_Page_3", "", page, "50"},
-      {"Cmd_Page_0", "", page, "50"}, // the only one with Effect
-      {"Cmd_Page_1", "", page, "49"},
-      {"Cmd_Page_2", "", page, "50"},
-      {"Txt_Page", "1", page, "1"},
-      {"", "", focus, "Cmd_Page_2"},
-      {"Opt_effect_0", "", field(&CreatePage::Valid), std::to_string(kPageTrue)},
-  };
-  for (const auto& row : rows) {
-    auto* control = *row.control == 0 ? nullptr : Find<QWidget>(row.control);
-    if (auto* list = qobject_cast<QComboBox*>(control))
-      list->setCurrentIndex(std::stoi(row.input));
-    else if (qobject_cast<ValueBox*>(control) != nullptr)
-      Type(row.control, row.input);
-    else if (qobject_cast<QAbstractButton*>(control) != nullptr)
-      Click(row.control);
-    else if (control != nullptr)
-      QTest::mouseMove(control, {200, 10});
-    EXPECT_EQ(row.seen(), row.after) << row.control << " " << row.input;
-  }
+  using P = CreatePage;
+  ViewMembers([this]() -> const P& { return pages->Page(); }, "StartX", &P::StartX, "EndX", &P::EndX, "Function",
+              &P::Function, "Offset", &P::Offset, "Amplitude", &P::Amplitude, "Size", &P::Size, "Period", &P::Period,
+              "Phase", &P::Phase, "Symmetry", &P::Symmetry, "Duty", &P::Duty, "Transition", &P::Transition, "Valid",
+              &P::Valid);
+  views["pointer"] = [this] { return Find<QWidget>("PictWave")->cursor().shape() == Qt::SizeAllCursor ? "all" : ""; };
+  verbs["hover"] = [this](const auto& name, const auto&) { QTest::mouseMove(Find<QWidget>(name), {200, 10}); };
+  Walk({{"type Text_X_1 0.5", "EndX focus", "262144 Comb_Wave"},
+        {"type Text_X_0 0.25", "StartX focus", "131072 Text_X_1"},
+        {"set Comb_Wave 1", "Function", "1"},
+        {"type Text_5 20", "Symmetry", "20"},
+        {"hover PictWave", "pointer", "all"},
+        {"set Comb_Wave 2", "Function", "2"},
+        {"type Text_0 1", "Offset", "32767"},
+        {"type Text_2 1", "Amplitude", "32767"},
+        {"type Text_1 0.5", "Size", "262144"},
+        {"type Text_3 4", "Period", "4"},
+        {"type Text_4 90", "Phase", "90"},
+        {"type Text_6 30", "Duty", "30"},
+        {"type Text_7 5", "Transition focus", "5 Cmd_Page_0"},
+        {"click Opt_effect_1", "Valid", "0"},
+        {"click Cmd_Page_3", "Txt_Page", "50"},
+        {"click Cmd_Page_0", "Txt_Page", "50", "50"}, // the only one with Effect
+        {"click Cmd_Page_1", "Txt_Page", "49"},
+        {"click Cmd_Page_2", "Txt_Page", "50"},
+        {"type Txt_Page 1", "Txt_Page focus", "1 Cmd_Page_2"},
+        {"click Opt_effect_0", "Valid", std::to_string(kPageTrue)}});
 }
 
 TEST_F(CreateDialogTest, KeysWalkThroughTheBoxesAndTurnPagesFromAnywhere) {
-  const Qt::Key ends[] = {Qt::Key_Return, Qt::Key_Tab, Qt::Key_Enter, Qt::Key_Tab, Qt::Key_Return};
-  Find<ValueBox>("Text_0")->setFocus();
-  std::string way;
-  for (const Qt::Key end : ends) {
-    QTest::keyClick(QApplication::focusWidget(), end);
-    way += Focus() + " ";
-  }
-  EXPECT_EQ(way, "Text_1 Text_2 Text_3 Text_4 Cmd_Page_0 ");
-  Type("Txt_Page", "2");
-  TypeOn("Text_3", "4");
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageUp, Qt::ControlModifier);
-  EXPECT_EQ(Focus() + Shown("Txt_Page"), "Text_31");
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown, Qt::ControlModifier);
-  EXPECT_EQ(Find<ValueBox>("Text_3")->selectedText(), "4") << "kept, and the next text takes its place";
+  Walk({{"key Text_0 Return", "focus", "Text_1"},
+        {"key . Tab", "focus", "Text_2"},
+        {"key . Enter", "focus", "Text_3"},
+        {"key . Tab", "focus", "Text_4"},
+        {"key . Return", "focus", "Cmd_Page_0"},
+        {"type Txt_Page 2; on Text_3 4; key . Ctrl+PgUp", "focus Txt_Page", "Text_3 1"},
+        {"key . Ctrl+PgDown", "focus Txt_Page Text_3", "Text_3 2 4"}});
+  EXPECT_EQ(Find<ValueBox>("Text_3")->selectedText(), "4") << "the next text takes its place";
 }
 
 TEST_F(CreateDialogTest, MenuEntriesTakeWhatWasTypedFirst) {
@@ -175,36 +127,31 @@ TEST_F(CreateDialogTest, ForTheOperateDialogThereIsOnePageAndItsRange) {
     TypeOn("Text_0", "0.5");
     Click("Btn_Cancel");
   });
-  EXPECT_EQ(W_GetWaveData(operand, 25, 100), 0);
-  EXPECT_EQ(redraws, 0);
+  EXPECT_EQ(Texts(W_GetWaveData(operand, 25, 100), redraws), "0 0");
   open([&] { Click("Btn_OK"); });
-  EXPECT_EQ(redraws, 1);
-  EXPECT_EQ(W_GetWaveData(operand, 25, 100), 32767);
+  EXPECT_EQ(Texts(redraws, W_GetWaveData(operand, 25, 100)), "1 32767");
   W_FreeMemory(operand);
 }
 
 TEST_F(CreateDialogTest, TheExpressionBoxMarksPairsAndFaultsAndHasALimit) {
   Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
   auto* box = Find<ExpressionBox>("Txt_Expr");
-  struct Row {
-    const char *why, *text, *marks;
-    int cursor;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, const char*, const char*, int>;
+  for (const auto& [why, text, theMarks, theCursor] :
        {Row{"after the last one", "(1*(x)+2)", "8 0 ", 9}, Row{"before the inner one", "(1*(x)+2)", "3 5 ", 3},
         Row{"one that is alone is the fault", "1+(x", "2 ~2 ", 3}, Row{"none at the cursor", "1+foo", "~2 ", 1},
         Row{"a fault at the end", "1+", "~1 ", 2}}) {
     box->selectAll();
-    TypeOn("Txt_Expr", row.text);
+    TypeOn("Txt_Expr", text);
     QTextCursor cursor = box->textCursor();
-    cursor.setPosition(row.cursor);
+    cursor.setPosition(theCursor);
     box->setTextCursor(cursor);
     std::string marks;
     for (const auto& mark : box->extraSelections()) {
       const bool isFault = mark.format.underlineStyle() == QTextCharFormat::WaveUnderline;
       marks += (isFault ? "~" : "") + std::to_string(mark.cursor.selectionStart()) + " ";
     }
-    EXPECT_EQ(marks, row.marks) << row.why;
+    EXPECT_EQ(marks, theMarks) << why;
   }
   box->selectAll();
   QApplication::clipboard()->setText("1\n+" + QString(1030, QLatin1Char('x')));
@@ -214,52 +161,44 @@ TEST_F(CreateDialogTest, TheExpressionBoxMarksPairsAndFaultsAndHasALimit) {
 }
 
 TEST_F(CreateDialogTest, AnExpressionShowsItsFaultWhileItIsTyped) {
-  Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
-  auto* box = Find<ExpressionBox>("Txt_Expr");
-  TypeOn("Txt_Expr", "sin(2*pi*x");
-  EXPECT_FALSE(Find<QLabel>("Label_Fault")->text().isEmpty());
-  QTest::keyClicks(box, ")*k");
-  EXPECT_FALSE(Find<QLabel>("Label_Fault")->text().isEmpty()) << "k is not known";
+  for (const auto& [language, reason] : {std::pair{SystemLanguage::kJapanese, "文末の前に値が必要です"},
+                                         {SystemLanguage::kEnglish, "before the end of the text"}}) {
+    desktop.language.id = language;
+    Open();
+    Do("set Comb_Wave 5; on Txt_Expr 1+");
+    EXPECT_TRUE(Line("Label_Fault").ends_with(reason));
+  }
+  Do("key Txt_Expr Ctrl+A; on Txt_Expr sin(2*pi*x");
+  EXPECT_NE(Line("Label_Fault"), "");
+  Do("on Txt_Expr )*k");
+  EXPECT_NE(Line("Label_Fault"), "") << "k is not known";
   desktop.boxes.Expect("Syntax error in equation.");
   Click("Btn_OK");
   EXPECT_TRUE(dialog->isVisible());
-  EXPECT_EQ(box->textCursor().position(), 12) << "at the fault";
-  TypeOn("Txt_Const", "k=0.5");
-  EXPECT_EQ(Find<QLabel>("Label_Fault")->text(), "");
-  Click("Btn_Comp");
-  Click("Btn_OK");
+  EXPECT_EQ(Find<ExpressionBox>("Txt_Expr")->textCursor().position(), 12) << "at the fault";
+  Do("on Txt_Const k=0.5");
+  EXPECT_EQ(Line("Label_Fault"), "");
+  Do("click Btn_Comp; click Btn_OK");
   EXPECT_FALSE(dialog->isVisible());
   EXPECT_NEAR(Code(131072), 16384, 1);
   EXPECT_NEAR(Code(393216), -16384, 1);
 }
 
 TEST_F(CreateDialogTest, ChosenFunctionsAreInserted) {
-  Find<QComboBox>("Comb_Wave")->setCurrentIndex(5);
-  Find<QToolButton>("Btn_Functions")->click();
+  Do("set Comb_Wave 5; click Btn_Functions");
   auto* list = Find<QListWidget>("List_Functions");
   EXPECT_TRUE(list->isVisible());
   ASSERT_GT(list->count(), 30);
-  const auto found = list->findItems("sqrt", Qt::MatchStartsWith);
-  ASSERT_FALSE(found.isEmpty());
-  Q_EMIT list->itemActivated(found.front());
+  Q_EMIT list->itemActivated(list->findItems("sqrt", Qt::MatchStartsWith).value(0));
   auto* box = Find<ExpressionBox>("Txt_Expr");
   EXPECT_EQ(box->Text(), "sqrt()");
   EXPECT_EQ(box->textCursor().position(), 5);
 }
 
 TEST_F(CreateDialogTest, PagesAreWalkedAndAllWritten) {
-  Type("Text_X_1", "0.5");
-  auto* next = Find<QToolButton>("Cmd_Page_2");
-  next->setFocus();
-  QTest::keyClick(next, Qt::Key_Space);
-  EXPECT_EQ(Focus() + Shown("Txt_Page"), "Cmd_Page_22") << "the button that was pressed keeps the focus";
-  Find<QComboBox>("Comb_Wave")->setCurrentIndex(4);
-  Type("Text_X_1", "1");
-  Type("Text_X_0", "0.5");
-  Type("Text_0", "0.25");
-  EXPECT_TRUE(Find<QRadioButton>("Opt_effect_0")->isChecked());
-  Type("Txt_Page", "1");
-  EXPECT_EQ(Find<QComboBox>("Comb_Wave")->currentIndex(), 0);
+  Walk({{"type Text_X_1 0.5; key Cmd_Page_2 Space", "focus Txt_Page", "Cmd_Page_2 2"}, // the pressed one keeps it
+        {"set Comb_Wave 4; type Text_X_1 1; type Text_X_0 0.5; type Text_0 0.25", "Opt_effect_0", "checked"},
+        {"type Txt_Page 1", "Comb_Wave", "Sin"}});
   Click("Btn_Confirm");
   EXPECT_FALSE(dialog->isVisible());
   EXPECT_NEAR(Code(65536), 32767, 1) << "page 1: a sine over the first half";
@@ -274,23 +213,4 @@ TEST_F(CreateDialogTest, DraggingThePreviewChangesTheBoxes) {
   EXPECT_EQ(Shown("Text_3"), "2");
 }
 
-TEST_F(CreateDialogTest, NothingIsClippedOrTwiceOnAKeyInEitherLanguage) {
-  for (const int language : {SystemLanguage::kEnglish, SystemLanguage::kJapanese}) {
-    TearDown();
-    desktop.language.id = language;
-    Open();
-    for (const int function : {1, 2, 5}) {
-      Find<QComboBox>("Comb_Wave")->setCurrentIndex(function);
-      QCoreApplication::processEvents();
-      dialog->resize(dialog->minimumSizeHint());
-      QCoreApplication::processEvents();
-      ExpectWellLaidOut(*dialog);
-    }
-    TypeOn("Txt_Expr", "1+");
-    const char* reason = language == SystemLanguage::kEnglish ? "before the end of the text" : "文末の前に値が必要です";
-    EXPECT_TRUE(Find<QLabel>("Label_Fault")->text().endsWith(reason));
-  }
-}
-
-} // namespace
-} // namespace calder
+} // namespace calder::create_dialog_test

@@ -1,11 +1,11 @@
 // The real file dialogs, driven by keys. They run over a folder of this test's own.
 #include "FakeDesktop.h"
+#include "platform/TempFolder.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessageBoxes.h"
 
 #include <QApplication>
 #include <QDialogButtonBox>
-#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -13,37 +13,43 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
-#include <filesystem>
+namespace calder::file_dialog_test {
 
-namespace calder {
-namespace {
-
-// Delete and the answer of a box that it might bring would erase what is selected.
-TEST(FileDialogs, NoKeyErasesWhatIsSelected) {
-  for (const bool save : {false, true}) {
-    const QTemporaryDir folder;
-    const std::filesystem::path root(folder.path().toStdString());
-    std::filesystem::create_directory(root / "measured");
-    for (const char* name : {"a.wdb", "measured/b.wdb"}) {
-      QFile file(QString::fromStdString((root / name).string()));
-      ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    }
-    bool driven = false;
-    QTimer::singleShot(0, [&] {
+struct FileDialogs : testing::Test {
+  // Runs on the dialog that comes.
+  void Drive(const std::function<void(QFileDialog&)>& act) {
+    QTimer::singleShot(0, [act] {
       auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
-      auto* list = dialog->findChild<QListView*>(QStringLiteral("listView"));
-      ASSERT_NE(list, nullptr);
+      act(*dialog);
+      if (dialog->isVisible()) dialog->reject();
+    });
+  }
+  static QLineEdit* NameOf(const QFileDialog& dialog) {
+    return dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  }
+  const TempFolder folder;
+  fake::Settings settings;
+  QtFileDialogs dialogs{settings};
+};
+
+// Delete and the answer of a box that it might bring would erase what is selected.
+TEST_F(FileDialogs, NoKeyErasesWhatIsSelected) {
+  std::filesystem::create_directory(folder / "measured");
+  for (const char* name : {"a.wdb", "measured/b.wdb"}) PutFile(folder / name, "");
+  for (const bool save : {false, true}) {
+    bool driven = false;
+    Drive([&](QFileDialog& dialog) {
+      auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
       ASSERT_TRUE(QTest::qWaitFor([&] { return list->model()->rowCount(list->rootIndex()) == 2; }));
       // A box over the dialog, if there is one, gets a Return on its every button.
       QTimer answering;
       QObject::connect(&answering, &QTimer::timeout, [&] {
         QWidget* box = QApplication::activeModalWidget();
-        if (box != nullptr && box != dialog) QTest::keyClick(box, Qt::Key_Y, Qt::AltModifier);
+        if (box != nullptr && box != &dialog) QTest::keyClick(box, Qt::Key_Y, Qt::AltModifier);
       });
       answering.start(20);
       for (int row = 0; row < 2; ++row) {
@@ -53,70 +59,48 @@ TEST(FileDialogs, NoKeyErasesWhatIsSelected) {
         QTest::qWait(60);
       }
       driven = true;
-      dialog->reject();
     });
-    fake::Settings settings;
-    QtFileDialogs dialogs(settings);
-    const FileDialogRequest request{"", "All files(*.*)|*.*", 1, (root / "Untitled").string(), "wdb"};
+    const FileDialogRequest request{"", "All files(*.*)|*.*", 1, folder / "Untitled", "wdb"};
     EXPECT_FALSE(save ? dialogs.Save(request) : dialogs.Open(request));
     EXPECT_TRUE(driven);
-    EXPECT_TRUE(std::filesystem::exists(root / "a.wdb")) << (save ? "save" : "open");
-    EXPECT_TRUE(std::filesystem::exists(root / "measured" / "b.wdb")) << (save ? "save" : "open");
+    for (const char* name : {"a.wdb", "measured/b.wdb"}) EXPECT_TRUE(std::filesystem::exists(folder / name)) << save;
   }
 }
 
 // The list shows what the filter lets through, yet any existing file can be named.
-TEST(FileDialogs, OpenIsEnabledForEveryTypedFileThatExists) {
-  const QTemporaryDir folder;
-  const std::string root = folder.path().toStdString();
-  for (const char* name : {"a.wdb", "b.dat"}) {
-    QFile file(QString::fromStdString(root + "/" + name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  }
-  QTimer::singleShot(0, [&] {
-    auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-    ASSERT_NE(dialog, nullptr);
-    auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-    auto* open = dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+TEST_F(FileDialogs, OpenIsEnabledForEveryTypedFileThatExists) {
+  for (const char* name : {"a.wdb", "b.dat"}) PutFile(folder / name, "");
+  Drive([](QFileDialog& dialog) {
+    auto* open = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
     const std::pair<const char*, bool> rows[] = {{"none.dat", false}, {"a.wdb", true}, {"no", false}, {"b.dat", true}};
     for (const auto& [typed, enabled] : rows) {
-      name->setText(QLatin1String(typed));
+      NameOf(dialog)->setText(QLatin1String(typed));
       QTest::qWait(30); // the list follows the disk
       EXPECT_EQ(open->isEnabled(), enabled) << typed;
     }
     open->click();
-    if (dialog->isVisible()) dialog->reject();
   });
-  fake::Settings settings;
-  const auto answer = QtFileDialogs(settings).Open({"", "Binary files(*.wdb)|*.wdb", 1, root + "/Untitled", "wdb"});
+  const auto answer = dialogs.Open({"", "Binary files(*.wdb)|*.wdb", 1, folder / "Untitled", "wdb"});
   ASSERT_TRUE(answer.has_value());
-  EXPECT_EQ(answer->path, root + "/b.dat");
+  EXPECT_EQ(answer->path, folder / "b.dat");
 }
 
 // What each dialog offers, what is typed and pressed, and what comes back.
-TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
-  const QTemporaryDir folder;
-  const QTemporaryDir other;
-  const std::string root = folder.path().toStdString();
-  for (const char* name : {"a.wdb", "b.txt"}) {
-    QFile file(QString::fromStdString(root + "/" + name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  }
+TEST_F(FileDialogs, OfferAndReturnWhatWasAskedFor) {
+  const TempFolder other;
+  const std::string root = folder.Path().string();
+  for (const char* name : {"a.wdb", "b.txt"}) PutFile(folder / name, "");
   const std::string filters = "Binary files(*.wdb)|*.wdb|Text files(*.txt)|*.txt|All files(*.*)|*.*";
-  const std::string elsewhere = other.path().toStdString();
+  const std::string elsewhere = other.Path().string();
   constexpr auto yes = QMessageBox::Yes;
   constexpr auto no = QMessageBox::No;
   constexpr auto cancel = QMessageBox::Cancel; // of the dialog
-  struct Row {
-    const char* why;
-    bool save;
-    int filter;
-    std::string offered;
-    const char* typed;                                // null: what is offered
-    std::vector<QMessageBox::StandardButton> answers; // of the boxes that follow
-    std::string path;                                 // empty: cancelled
-  };
-  for (const Row& row :
+  // typed: null: what is offered
+  // answers: of the boxes that follow
+  // path: empty: cancelled
+  using Row = std::tuple<const char*, bool, int, std::string, const char*, std::vector<QMessageBox::StandardButton>,
+                         std::string>;
+  for (const auto& [why, save, filter, offered, theTyped, answers, path] :
        {Row{"the offered file", false, 1, root + "/a.wdb", nullptr, {}, root + "/a.wdb"},
         Row{"the chosen filter", false, 2, root + "/b.txt", nullptr, {}, root + "/b.txt"},
         Row{"a name without extension", false, 1, root + "/Untitled", "a", {}, root + "/a.wdb"},
@@ -133,63 +117,56 @@ TEST(FileDialogs, OfferAndReturnWhatWasAskedFor) {
     QObject::connect(&driving, &QTimer::timeout, [&] {
       QWidget* top = QApplication::activeModalWidget();
       if (auto* box = qobject_cast<QMessageBox*>(top)) {
-        unexpected = answered >= std::ssize(row.answers);
-        unexpected ? box->reject() : box->button(row.answers[static_cast<std::size_t>(answered++)])->click();
+        unexpected = answered >= std::ssize(answers);
+        unexpected ? box->reject() : box->button(answers[static_cast<std::size_t>(answered++)])->click();
       } else if (auto* dialog = qobject_cast<QFileDialog*>(top)) {
-        auto* name = dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* name = NameOf(*dialog);
         if (!typed) {
-          EXPECT_EQ(name->text().toStdString(), std::filesystem::path(row.offered).filename()) << row.why;
-          if (row.typed != nullptr) name->setText(QLatin1String(row.typed));
+          EXPECT_EQ(name->text().toStdString(), std::filesystem::path(offered).filename()) << why;
+          if (theTyped != nullptr) name->setText(QLatin1String(theTyped));
           typed = true;
         }
         const bool giveUp =
-            name->text().isEmpty() || (answered < std::ssize(row.answers) &&
-                                       row.answers[static_cast<std::size_t>(answered)] == QMessageBox::Cancel);
+            name->text().isEmpty() ||
+            (answered < std::ssize(answers) && answers[static_cast<std::size_t>(answered)] == QMessageBox::Cancel);
         // Not in here: a timer does not fire again within itself, and the key may open a box.
         const auto act = [=] { giveUp ? dialog->reject() : QTest::keyClick(name, Qt::Key_Return); };
         QMetaObject::invokeMethod(name, act, Qt::QueuedConnection);
       }
     });
     driving.start(30);
-    fake::Settings settings;
     settings.Set("Files", "LastFolder", root);
-    QtFileDialogs dialogs(settings);
-    const FileDialogRequest request{"", filters, row.filter, row.offered, row.filter == 1 ? "wdb" : "txt"};
-    const auto answer = row.save ? dialogs.Save(request) : dialogs.Open(request);
-    EXPECT_FALSE(unexpected) << row.why;
-    const auto boxes = std::count_if(row.answers.begin(), row.answers.end(),
-                                     [](auto button) { return button != QMessageBox::Cancel; });
-    EXPECT_EQ(answered, boxes) << row.why << ": questions";
-    EXPECT_EQ(answer ? answer->path : "", row.path) << row.why;
-    EXPECT_TRUE(!answer || answer->filterIndex == row.filter) << row.why;
+    const FileDialogRequest request{"", filters, filter, offered, filter == 1 ? "wdb" : "txt"};
+    const auto answer = save ? dialogs.Save(request) : dialogs.Open(request);
+    EXPECT_FALSE(unexpected) << why;
+    const auto boxes =
+        std::count_if(answers.begin(), answers.end(), [](auto button) { return button != QMessageBox::Cancel; });
+    EXPECT_EQ(answered, boxes) << why << ": questions";
+    EXPECT_EQ(answer ? answer->path : "", path) << why;
+    EXPECT_TRUE(!answer || answer->filterIndex == filter) << why;
   }
 }
 
 TEST(MessageBoxes, KeysAnswerAsTheButtonsSay) {
-  const struct {
-    const char* why;
-    BoxButtons buttons;
-    BoxIcon icon;
-    Qt::Key key;
-    BoxAnswer answer;
-  } rows[] = {{"Yes is the default", BoxButtons::YesNo, BoxIcon::Question, Qt::Key_Return, BoxAnswer::Yes},
-              {"Escape is No", BoxButtons::YesNo, BoxIcon::None, Qt::Key_Escape, BoxAnswer::No},
-              {"OK", BoxButtons::Ok, BoxIcon::Critical, Qt::Key_Return, BoxAnswer::Ok},
-              {"Escape is OK", BoxButtons::Ok, BoxIcon::Information, Qt::Key_Escape, BoxAnswer::Ok}};
+  const std::tuple<const char*, BoxButtons, BoxIcon, Qt::Key, BoxAnswer> rows[] = {
+      {"Yes is the default", BoxButtons::YesNo, BoxIcon::Question, Qt::Key_Return, BoxAnswer::Yes},
+      {"Escape is No", BoxButtons::YesNo, BoxIcon::None, Qt::Key_Escape, BoxAnswer::No},
+      {"OK", BoxButtons::Ok, BoxIcon::Critical, Qt::Key_Return, BoxAnswer::Ok},
+      {"Escape is OK", BoxButtons::Ok, BoxIcon::Information, Qt::Key_Escape, BoxAnswer::Ok}};
   const std::map<BoxIcon, QMessageBox::Icon> icons = {{BoxIcon::Question, QMessageBox::Question},
                                                       {BoxIcon::None, QMessageBox::NoIcon},
                                                       {BoxIcon::Critical, QMessageBox::Critical},
                                                       {BoxIcon::Information, QMessageBox::Information}};
-  for (const auto& row : rows) {
+  for (const auto& [why, buttons, icon, key, answer] : rows) {
     QTimer::singleShot(0, [&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       ASSERT_NE(box, nullptr);
       EXPECT_EQ(box->windowTitle(), "Caution Message");
       EXPECT_EQ(box->text(), "one\ntwo") << "line breaks of any kind, none at the end";
-      EXPECT_EQ(box->icon(), icons.at(row.icon)) << row.why;
-      QTest::keyClick(box, row.key);
+      EXPECT_EQ(box->icon(), icons.at(icon)) << why;
+      QTest::keyClick(box, key);
     });
-    EXPECT_EQ(QtMessageBoxes().Show("Caution Message", "one\rtwo\r\n", row.buttons, row.icon), row.answer) << row.why;
+    EXPECT_EQ(QtMessageBoxes().Show("Caution Message", "one\rtwo\r\n", buttons, icon), answer) << why;
   }
 }
 
@@ -221,5 +198,4 @@ TEST(MessageBoxes, BelongToTheMainWindowWhenNoneIsActive) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::file_dialog_test

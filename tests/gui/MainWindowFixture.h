@@ -6,7 +6,6 @@
 #include "FormDriver.h"
 #include "editor/MainWindow.h"
 #include "platform/qt/QtClipboard.h"
-#include "platform/qt/WaveformCanvas.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -26,12 +25,9 @@ struct MainWindowFixture : testing::Test, FormDriver {
     application = std::make_unique<Application>(services);
     ASSERT_TRUE(application->Start(files));
     window = &application->Window();
-    driven = window;
     firstSize = window->size();
     window->resize(1000, 640);
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(window));
-    QApplication::setActiveWindow(window);
-    QCoreApplication::processEvents();
+    ShowForm(window);
   }
 
   void Wheel(const char* picture, QPointF at, int notches, Qt::KeyboardModifiers keys = Qt::NoModifier) {

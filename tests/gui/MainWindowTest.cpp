@@ -2,31 +2,20 @@
 #include "MainWindowFixture.h"
 #include "platform/TempFolder.h"
 
-#include <QClipboard>
-#include <QComboBox>
-#include <QMenu>
-#include <QRadioButton>
 #include <QScreen>
-#include <QTimer>
-#include <QToolButton>
 
-namespace calder {
-namespace {
+namespace calder::main_window_test {
 
 struct MainWindowTest : MainWindowFixture {};
 
 TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
   Start();
   EXPECT_EQ(window->windowTitle(), "Orvo Calder for XG5530/31 <Untitled>");
-  EXPECT_EQ(Find<QAction>("Menu_FileSaveAs2")->text(), "Save As(&TXT)...");
+  EXPECT_EQ(See("Menu_FileSaveAs2 Menu_Undo Menu_Grid"), "Save As(&TXT)... off &Undo checked");
   EXPECT_EQ(Find<QAction>("Menu_FileSaveAs2")->shortcut(), QKeySequence("Ctrl+T"));
   EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->count(), 8);
   EXPECT_EQ(Find<QComboBox>("Comb_YZoom")->itemText(8), "1:256");
-  EXPECT_FALSE(Find<QAction>("Menu_Undo")->isEnabled());
-  EXPECT_TRUE(Find<QAction>("Menu_Grid")->isChecked());
-  EXPECT_EQ(Shown("Txt_Start_X"), "0.000000");
-  EXPECT_EQ(Shown("Txt_End_X"), "1.000000");
-  EXPECT_EQ(Find<QLabel>("Label_W_Min")->text(), "-1.00000");
+  EXPECT_EQ(See("Txt_End_X Label_W_Min"), "1.000000 -1.00000");
   const QSize screen = window->screen()->availableSize();
   EXPECT_LT(firstSize.width(), screen.width());
   EXPECT_LT(firstSize.height(), screen.height());
@@ -34,20 +23,13 @@ TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
 
 TEST_F(MainWindowTest, LookingAtAValueDoesNotMoveIt) {
   Start();
-  State().buffers.CurrentScope() = {12345, 400000}; // 0.02354621887..., shown with seven digits
+  const Scope scope{12345, 400000}; // 0.02354621887..., shown with seven digits
+  State().buffers.CurrentScope() = scope;
   window->Show(kEverything);
-  Type("Txt_Start_X", "", Qt::Key_Tab);
-  Type("Txt_End_X", "", Qt::Key_Tab);
-  EXPECT_EQ(Focus(), "Comb_XZoom_0");
-  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-  EXPECT_EQ(Focus(), "Comb_YZoom");
-  EXPECT_EQ(State().buffers.CurrentScope(), (Scope{12345, 400000}));
-  auto* box = Find<ValueBox>("Txt_Start_X");
-  box->setFocus();
-  QTest::keyClicks(box, "77");
-  QTest::keyClick(box, Qt::Key_Escape);
-  box->clearFocus();
-  EXPECT_EQ(State().buffers.CurrentScope().Start, 12345);
+  Walk({{"tab Txt_Start_X ; tab Txt_End_X ", "focus", "Comb_XZoom_0"}, {"key . Tab", "focus", "Comb_YZoom"}});
+  EXPECT_EQ(State().buffers.CurrentScope(), scope);
+  Do("on Txt_Start_X 77; key . Esc; key Txt_End_X Tab");
+  EXPECT_EQ(State().buffers.CurrentScope(), scope);
 }
 
 TEST_F(MainWindowTest, AStartTakesUpWhatWasLeft) {
@@ -66,11 +48,11 @@ TEST_F(MainWindowTest, AStartTakesUpWhatWasLeft) {
   EXPECT_EQ(State().serialNumber, "SN7");
   EXPECT_EQ(Code(9), 5);
   EXPECT_EQ(window->windowTitle().toStdString(), "Orvo Calder for XG5530/31 <" + folder / "five.txt" + ">");
-  EXPECT_EQ(Find<QAction>("Menu_FileOpen")->text(), "開く(&O)...");
+  EXPECT_EQ(See("Menu_FileOpen"), "開く(&O)...");
   EXPECT_EQ(Find<QMenu>("Menu_File")->title(), "ﾌｧｲﾙ(&F)");
   EXPECT_EQ(Find<QToolButton>("Tool_Open")->toolTip(), "開く (Ctrl+O)");
   EXPECT_EQ(Find<QRadioButton>("Opt_Scope_1")->text(), "連動(&R)");
-  EXPECT_TRUE(Find<QLabel>("Label_Status")->text().startsWith("計測器はシミュレーション"));
+  EXPECT_TRUE(Line("Label_Status").starts_with("計測器はシミュレーション"));
   desktop.settings.Set("FormProperty", "MainWindow", "600000,450,0,0");
   Start();
   EXPECT_EQ(window->pos(), QPoint(30, 0)) << "a place off the screen";
@@ -84,39 +66,34 @@ TEST_F(MainWindowTest, TheSessionCannotEndWhileTheProgramRuns) {
 
 TEST_F(MainWindowTest, EveryCommandTakesWhatWasTypedFirst) {
   Start();
-  const std::pair<const char*, std::function<void()>> rows[] = {
-      {"tool button", [this] { Click("Tool_Copy"); }},
-      {"shortcut", [] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_C, Qt::ControlModifier); }},
-      {"menu", [this] { Find<QAction>("Menu_Grid")->trigger(); }},
-      {"view", [this] { Click("Opt_DspSel_1"); }},
-      {"tool",
-       [this] {
-         QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
-         Click("Opt_DlgSel_0");
-       }},
-      {"drop", [this] {
-         desktop.boxes.Expect("File Read error.");
-         Drop(window, "/missing/a.wdb");
-       }}};
+  verbs["tool"] = [this](const auto& name, const auto&) {
+    QTimer::singleShot(0, [] { QApplication::activeModalWidget()->close(); });
+    Click(name);
+  };
+  verbs["drop"] = [this](const auto& name, const auto&) {
+    desktop.boxes.Expect("File Read error.");
+    Drop(window, name);
+  };
   double end = 524288;
-  for (const auto& [way, command] : rows) {
+  for (const char* command : {"click Tool_Copy", "key . Ctrl+C", "menu Menu_Grid", "click Opt_DspSel_1",
+                              "tool Opt_DlgSel_0", "drop /missing/a.wdb"}) {
     end /= 2;
-    TypeOn("Txt_End_X", std::to_string(end / 524288).c_str());
+    TypeOn("Txt_End_X", std::to_string(end / 524288));
     EXPECT_EQ(State().buffers.CurrentScope().End, end * 2);
-    command();
-    EXPECT_EQ(State().buffers.CurrentScope().End, end) << way;
+    Do(command);
+    EXPECT_EQ(State().buffers.CurrentScope().End, end) << command;
   }
 }
 
 TEST_F(MainWindowTest, AColumnOfNumbersPastesAsAWaveform) {
   Start();
   QApplication::clipboard()->setText("10\n-20\n30\n");
-  Find<QAction>("Menu_Paste")->trigger();
-  EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 1, 524288), -20);
+  Do("menu Menu_Paste");
+  EXPECT_EQ(Code(1), -20);
   EXPECT_EQ(State().buffers.CurrentScope(), (Scope{0, 3}));
   QApplication::clipboard()->setText("no numbers");
   desktop.boxes.Expect("ClipBoard Read error.");
-  Find<QAction>("Menu_Paste")->trigger();
+  Do("menu Menu_Paste");
 }
 
 TEST_F(MainWindowTest, TheWheelZoomsAtThePointerAndTheReadoutFollowsTheView) {
@@ -162,7 +139,7 @@ TEST_F(MainWindowTest, ADroppedFileOpens) {
     PutFile(folder / name, "5\r\n");
     W_ClearMemory(State().buffers.Current(), 0, 524288);
     Drop(Find<QWidget>(target), folder / name);
-    EXPECT_EQ(W_GetWaveData(State().buffers.Current(), 9, 524288), 5) << target;
+    EXPECT_EQ(Code(9), 5) << target;
     EXPECT_NE(window->windowTitle().indexOf(QString::fromStdString(name)), -1) << target;
   }
   EXPECT_EQ(Shown("Txt_End_X"), "1.000000") << "no text of the file's name";
@@ -197,23 +174,6 @@ TEST_F(MainWindowTest, AnEndFromOutsideWaitsForTheTransfer) {
   EXPECT_EQ(desktop.settings.Get("System", "WinCount"), "0");
   EXPECT_EQ(desktop.settings.Get("Sysinfo", "sys_no"), "0");
   EXPECT_TRUE(desktop.settings.Get("FormProperty", "MainWindow").has_value());
-}
-
-// Every text fits its control at the smallest size, in both languages.
-TEST_F(MainWindowTest, NothingIsClippedAtTheSmallestSize) {
-  for (const int language : {SystemLanguage::kEnglish, SystemLanguage::kJapanese}) {
-    desktop.language.id = language;
-    Start();
-    window->resize(window->minimumSize());
-    QCoreApplication::processEvents();
-    EXPECT_EQ(window->size(), QSize(614, 416));
-    ExpectWellLaidOut(*window);
-    for (const ValueBox* box : window->findChildren<ValueBox*>()) {
-      EXPECT_GE(box->width(), box->fontMetrics().horizontalAdvance("-999.999m") + 8) << box->objectName().toStdString();
-    }
-    EXPECT_GT(Find<WaveformCanvas>("Pict_Wave")->height(), 120);
-    application.reset();
-  }
 }
 
 // A tool is a row: its number, how much of the window waits, how its form is made.
@@ -251,5 +211,4 @@ TEST_F(MainWindowTest, AToolOfTenLinesIsInTheMenuAndTheSelector) {
   EXPECT_EQ(window->findChildren<ToolForm*>().back()->pos(), QPoint(300, 200)) << "where it was left";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::main_window_test

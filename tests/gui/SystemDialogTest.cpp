@@ -8,28 +8,18 @@
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtWorker.h"
 #include "platform/qt/Theme.h"
-#include "platform/qt/ValueBox.h"
 #include "setup/Communication.h"
 #include "setup/FrmGPIBExit.h"
 #include "sim/SimBench.h"
 
-#include <QComboBox>
-#include <QLabel>
 #include <QMessageBox>
-#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QTabWidget>
-#include <QTest>
-#include <QTimer>
 
 #include <atomic>
-#include <functional>
-#include <sstream>
 
-namespace calder {
-namespace {
+namespace calder::system_dialog_test {
 
 struct SystemDialogTest : EditorFixture, FormDriver {
   void SetUp() override {
@@ -38,16 +28,14 @@ struct SystemDialogTest : EditorFixture, FormDriver {
     desktop.folders.state = QDir::tempPath().toStdString() + "/calder_setup_" + std::to_string(::getpid());
     Begin();
     ApplyTheme(*qApp, program->language == Language::English);
+    verbs["page"] = [this](const auto& index, const auto&) { Page(std::stoi(index)); };
     road.emplace(*program, editor->setup, editor->fileCommands, editor->waveFiles);
     Open();
   }
   void Open() {
     dialog.reset();
     dialog = std::make_unique<SystemDialog>(*program, road->desk, host, nullptr);
-    driven = dialog.get();
-    dialog->show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(dialog.get()));
-    QApplication::setActiveWindow(dialog.get());
+    ShowForm(dialog.get());
   }
   void TearDown() override {
     dialog.reset();
@@ -55,13 +43,6 @@ struct SystemDialogTest : EditorFixture, FormDriver {
     QDir(QString::fromStdString(desktop.folders.state)).removeRecursively();
   }
   void Page(int index) { Find<QTabWidget>("SSTab")->setCurrentIndex(index); }
-  void Choose(const char* name, int index) {
-    auto* box = Find<QComboBox>(name);
-    box->setFocus();
-    while (box->currentIndex() < index) QTest::keyClick(box, Qt::Key_Down);
-    while (box->currentIndex() > index) QTest::keyClick(box, Qt::Key_Up);
-    QTest::keyClick(box, Qt::Key_Tab); // a choice counts when the list is left
-  }
 
   std::optional<Communication> road;
   std::unique_ptr<SystemDialog> dialog;
@@ -70,138 +51,91 @@ struct SystemDialogTest : EditorFixture, FormDriver {
 
 TEST_F(SystemDialogTest, ListsAndEnabledControlsFollowTheModel) {
   EXPECT_EQ(Find<QComboBox>("Comb_System")->count(), program->models.SysGetDeviceCnt());
-  // The access key of a box on another page is not the first letter of a model.
-  QTest::keyClick(Find<QWidget>("Comb_System"), Qt::Key_P, Qt::AltModifier);
-  EXPECT_EQ(Find<QComboBox>("Comb_System")->currentText(), "XG5530");
-  EXPECT_TRUE(Find<QWidget>("Comb_SerialNo")->isVisible());
-  EXPECT_FALSE(Find<QWidget>("Txt_GPIB_0")->isVisible());
-  EXPECT_FALSE(Find<QWidget>("Comb_Channel")->isEnabled());
-  Choose("Comb_System", 10);
-  EXPECT_EQ(program->settings.ModelName, "PJ7410");
-  EXPECT_TRUE(Find<QWidget>("Txt_GPIB_0")->isVisible());
-  EXPECT_EQ(Find<QLabel>("Label_Channel")->text(), "&Mode");
-  Page(3);
-  EXPECT_EQ(Find<QComboBox>("Comb_Channel")->count(), 4);
-  EXPECT_TRUE(Find<QWidget>("Frm_Offs")->isVisible());
-  Choose("Comb_Channel", 2);
-  EXPECT_EQ(program->settings.Channel, 2);
-  Page(0);
-  // Only USBTMC reads a waveform back, and the button says so.
-  EXPECT_FALSE(Find<QWidget>("Btn_Trans_2")->isEnabled());
-  EXPECT_EQ(Find<QWidget>("Btn_Trans_2")->toolTip(), "Only USB(TMC) can read a waveform back.");
-  Choose("Comb_System", 0);
-  Choose("Comb_Intfc", 0);
-  EXPECT_TRUE(Find<QWidget>("Btn_Trans_2")->isEnabled());
-  EXPECT_EQ(Find<QWidget>("Btn_Trans_2")->toolTip(), "");
-  Choose("Comb_System", 22);
-  EXPECT_EQ(Find<QComboBox>("Comb_Intfc")->count(), 1);
-  EXPECT_EQ(Find<QLabel>("Label_Channel")->text(), "&Channel");
+  const auto count = [this](const char* list) {
+    return [this, list] { return std::to_string(Find<QComboBox>(list)->count()); };
+  };
+  views["interfaces"] = count("Comb_Intfc");
+  views["channels"] = count("Comb_Channel");
+  views["Channel"] = [this] { return std::to_string(program->settings.Channel); };
+  views["tip"] = [this] { return Find<QWidget>("Btn_Trans_2")->toolTip().toStdString(); };
+  Walk({{"key Comb_System Alt+P", "Comb_System", "XG5530",
+         "XG5530"}, // the key of another page's box is no model's first letter
+        {"", "Comb_SerialNo Txt_GPIB_0", "1234567 hidden 0"},
+        {"choose Comb_System 10", "Comb_System Txt_GPIB_0", "PJ7410 1"},
+        {"page 3", "Label_Channel channels Frm_Offs", "&Mode 4 "},
+        {"choose Comb_Channel 2", "Channel", "2"},
+        {"", "Btn_Trans_2 tip", "off &Read Data Only USB(TMC) can read a waveform back."},
+        {"page 0; choose Comb_System 0; choose Comb_Intfc 0", "Btn_Trans_2 tip", "&Read Data "},
+        {"choose Comb_System 22", "interfaces", "1"},
+        {"page 3", "Label_Channel", "off &Channel"}});
 }
 
 // Every control: what is chosen, typed or pressed, and what must be seen after it.
 TEST_F(SystemDialogTest, EveryControlIsWired) {
   const TempFolder folder;
-  const auto field = [this](auto SystemInfo::*member) {
-    return [this, member] { return (std::ostringstream() << program->settings.*member).str(); };
-  };
-  const auto text = [this](const char* name) {
-    return [this, name] {
-      auto* widget = Find<QWidget>(name);
-      return (widget->isEnabled() ? "" : "off ") + widget->property("text").toString().toStdString();
-    };
-  };
-  const auto kind = [this] { return std::to_string(program->interfaceKind); };
-  const auto page = [this] { return std::to_string(Find<QTabWidget>("SSTab")->currentIndex()); };
-  const auto file = [&](const char* name) {
-    return [&, name] { return std::string(std::filesystem::exists(folder / name) ? "file" : "none"); };
-  };
-  const auto focus = [] { return Focus(); };
-  const auto keeping = [this] { return std::string(road->desk.Trace().Keeping() ? "on" : "off"); };
-  const struct {
-    int page;
-    const char *control, *input; // an index, a text, a file for the dialog that comes
-    std::function<std::string()> seen;
-    std::string after;
-  } rows[] = {
-      {0, "Comb_System", "1", field(&SystemInfo::ModelNo), "1"},
-      {0, "", "", text("txtSerialNo"), "USB0::0x1209::0x5531::1234567"},
-      {0, "Comb_Intfc", "1", kind, "0"},
-      {0, "Txt_GPIB_0", "7", field(&SystemInfo::Address), "7"},
-      {0, "UD_GPIB_0_Up", "", field(&SystemInfo::Address), "8"},
-      {0, "UD_GPIB_0_Down", "", field(&SystemInfo::Address), "7"},
-      {1, "Comb_Unit_0", "1", text("Txt_Unit_0"), "off 0.000000"},
-      {1, "Comb_Unit_0", "2", field(&SystemInfo::XUnit), "2"},
-      {1, "Txt_Unit_Name_0", "deg", field(&SystemInfo::XUserName), "deg"},
-      {1, "Txt_Unit_0", "-2", field(&SystemInfo::XUserMin), "-2"},
-      {1, "Txt_Unit_1", "5k", field(&SystemInfo::XUserMax), "5000"},
-      {1, "Comb_Unit_1", "1", text("Txt_Unit_Name_1"), "off "},
-      {1, "Comb_Unit_1", "2", field(&SystemInfo::YUnit), "2"},
-      {1, "Txt_Unit_Name_1", "bar", field(&SystemInfo::YUserName), "bar"},
-      {1, "Txt_Unit_2", "-3", field(&SystemInfo::YUserMin), "-3"},
-      {1, "Txt_Unit_3", "4", text("Txt_Unit_3"), "4.000"},
-      {2, "Comb_MSize", "1", text("Label_Cut"), "524288 -> 262144 points: the waveform will be cut on OK"},
-      {2, "Comb_MSize", "0", text("Label_Cut"), ""},
-      {2, "Txt_MName", "ABC", field(&SystemInfo::MemoryName), "ABC"},
-      {2, "", "", focus, "Txt_GPIB_1"},
-      {2, "Txt_GPIB_1", "9", field(&SystemInfo::MemoryNo), "9"},
-      {2, "UD_GPIB_1_Up", "", field(&SystemInfo::MemoryNo), "10"},
-      {2, "UD_GPIB_1_Down", "", field(&SystemInfo::MemoryNo), "9"},
-      {2, "Comb_Trns", "1", field(&SystemInfo::TransferFormat), "1"},
-      {2, "", "", text("Label_CtrlPoints"), "2 control points"},
-      {3, "Comb_Channel", "1", field(&SystemInfo::Channel), "1"},
-      {3, "", "", text("Label_OscilLimit_0"), "off 10n to 15M"},
-      {3, "", "", text("Label_OscilLimit_2"), "off 0 to 20"},
-      {3, "", "", text("Label_OscilLimit_1"), "off 66.667n to 100M"},
-      {3, "", "", text("Label_OscilLimit_3"), "off -10 to 10"},
-      {3, "Comb_Range", "1", field(&SystemInfo::RangeNo), "1"},
-      {3, "Comb_AmplLim", "3", field(&SystemInfo::Polarity), "3"},
-      {3, "Txt_Oscil_0", "5k", field(&SystemInfo::Frequency), "5000"},
-      {3, "Txt_Oscil_1", "1m", field(&SystemInfo::Frequency), "1000"},
-      {3, "Txt_Oscil_2", "1", field(&SystemInfo::Amplitude), "1"},
-      {3, "Txt_Oscil_3", "0.5", field(&SystemInfo::Offset), "0.5"},
-      {3, "Opt_Output_2", "", field(&SystemInfo::Output), "2"},
-      {3, "Opt_Output_1", "", field(&SystemInfo::Output), "1"},
-      {3, "Opt_Output_0", "", field(&SystemInfo::Output), "0"},
-      {0, "Menu_FileSave", "a.ocb", file("a.ocb"), "file"},
-      {0, "Txt_GPIB_0", "9", field(&SystemInfo::Address), "9"},
-      {0, "Menu_FileOpen", "a.ocb", field(&SystemInfo::Address), "7"},
-      {0, "", "", text("Txt_GPIB_0"), "7"},
-      {0, "Menu_LogTraffic", "", keeping, "on"},
-      {0, "Menu_SaveLog", "a.log", file("a.log"), "file"},
-      {0, "Menu_LogTraffic", "", keeping, "off"},
-      {0, "Ctrl+Tab", "", page, "1"},
-      {1, "Ctrl+Shift+Backtab", "", page, "0"},
-      {0, "Ctrl+PgUp", "", page, "3"},
-      {3, "Ctrl+PgDown", "", page, "0"},
-      {0, "Txt_GPIB_0", "2", field(&SystemInfo::Address), "2"}, // where the bench has it
-  };
-  for (const auto& row : rows) {
-    Page(row.page);
-    if (std::string(row.control).starts_with("Ctrl")) {
-      const QKeyCombination keys = QKeySequence(QLatin1String(row.control))[0];
-      Find<QWidget>("Comb_System")->setFocus();
-      QTest::keyClick(dialog.get(), keys.key(), keys.keyboardModifiers());
-    } else if (std::string(row.control).starts_with("Menu")) {
-      if (*row.input != 0) desktop.dialogs.Answer(folder / row.input);
-      Find<QAction>(row.control)->trigger();
-    } else if (*row.control != 0) {
-      auto* control = Find<QWidget>(row.control);
-      if (qobject_cast<QComboBox*>(control) != nullptr)
-        Choose(row.control, std::stoi(row.input));
-      else if (qobject_cast<ValueBox*>(control) != nullptr)
-        Type(row.control, row.input);
-      else
-        Click(row.control);
-    }
-    EXPECT_EQ(row.seen(), row.after) << row.control << " " << row.input;
-  }
+  using S = SystemInfo;
+  ViewMembers([this]() -> const S& { return program->settings; }, "ModelNo", &S::ModelNo, "Address", &S::Address,
+              "XUnit", &S::XUnit, "XUserName", &S::XUserName, "XUserMin", &S::XUserMin, "XUserMax", &S::XUserMax,
+              "YUnit", &S::YUnit, "YUserName", &S::YUserName, "YUserMin", &S::YUserMin, "MemoryName", &S::MemoryName,
+              "MemoryNo", &S::MemoryNo, "Channel", &S::Channel, "RangeNo", &S::RangeNo, "Polarity", &S::Polarity,
+              "Frequency", &S::Frequency, "Amplitude", &S::Amplitude, "Offset", &S::Offset, "Output", &S::Output);
+  views["Format"] = [this] { return std::to_string(editor->setup.TransferFormatChoice()); };
+  views["kind"] = [this] { return std::to_string(program->interfaceKind); };
+  views["page"] = [this] { return std::to_string(Find<QTabWidget>("SSTab")->currentIndex()); };
+  views["files"] = [&] { return std::to_string(folder.Names().size()); };
+  views["keeping"] = [this] { return std::string(road->desk.Trace().Keeping() ? "on" : "off"); };
+  verbs["file"] = [&](const auto& name, const auto&) { desktop.dialogs.Answer(folder / name); };
+  Walk({{"choose Comb_System 1", "ModelNo txtSerialNo", "1 USB0::0x1209::0x5531::1234567"},
+        {"choose Comb_Intfc 1", "kind", "0"},
+        {"type Txt_GPIB_0 7", "Address", "7"},
+        {"click UD_GPIB_0_Up", "Address", "8"},
+        {"click UD_GPIB_0_Down", "Address", "7"},
+        {"page 1; choose Comb_Unit_0 1", "Txt_Unit_0 Txt_Unit_Name_0", "off 0.000000 off "},
+        {"choose Comb_Unit_0 2", "XUnit", "2"},
+        {"type Txt_Unit_Name_0 deg", "XUserName", "deg"},
+        {"type Txt_Unit_0 -2", "XUserMin", "-2"},
+        {"type Txt_Unit_1 5k", "XUserMax", "5000"},
+        {"choose Comb_Unit_1 1", "Txt_Unit_Name_1", "off "},
+        {"choose Comb_Unit_1 2", "YUnit", "2"},
+        {"type Txt_Unit_Name_1 bar", "YUserName", "bar"},
+        {"type Txt_Unit_2 -3", "YUserMin", "-3"},
+        {"type Txt_Unit_3 4", "Txt_Unit_3", "4.000"},
+        {"page 2; choose Comb_MSize 1", "Label_Cut", "524288 -> 262144 points: the waveform will be cut on OK"},
+        {"choose Comb_MSize 0", "Label_Cut", "hidden "},
+        {"type Txt_MName ABC", "MemoryName focus", "ABC Txt_GPIB_1"},
+        {"type Txt_GPIB_1 9", "MemoryNo", "9"},
+        {"click UD_GPIB_1_Up", "MemoryNo", "10"},
+        {"click UD_GPIB_1_Down", "MemoryNo", "9"},
+        {"choose Comb_Trns 0", "Format", "0"},
+        {"choose Comb_Trns 1", "Format Label_CtrlPoints", "1 2 control points"},
+        {"page 3; choose Comb_Channel 1", "Channel", "1"},
+        {"", "Label_OscilLimit_0 Label_OscilLimit_2", "off 10n to 15M off 0 to 20"},
+        {"", "Label_OscilLimit_1 Label_OscilLimit_3", "off 66.667n to 100M off -10 to 10"},
+        {"choose Comb_Range 1", "RangeNo", "1"},
+        {"choose Comb_AmplLim 3", "Polarity", "3"},
+        {"type Txt_Oscil_0 5k", "Frequency", "5000"},
+        {"type Txt_Oscil_1 1m", "Frequency", "1000"},
+        {"type Txt_Oscil_2 2", "Amplitude", "2"},
+        {"type Txt_Oscil_3 0.5", "Offset", "0.5"},
+        {"click Opt_Output_2", "Output", "2"},
+        {"click Opt_Output_1", "Output", "1"},
+        {"click Opt_Output_0", "Output", "0"},
+        {"page 0; file a.ocb; menu Menu_FileSave", "files", "1"},
+        {"type Txt_GPIB_0 9", "Address", "9"},
+        {"file a.ocb; menu Menu_FileOpen", "Address Txt_GPIB_0", "7 7"},
+        {"menu Menu_LogTraffic", "keeping", "on"},
+        {"file a.log; menu Menu_SaveLog", "files", "2"},
+        {"menu Menu_LogTraffic", "keeping", "off"},
+        {"key Comb_System Ctrl+Tab", "page", "1"},
+        {"key . Ctrl+Shift+Backtab", "page", "0"},
+        {"key . Ctrl+PgUp", "page", "3"},
+        {"key . Ctrl+PgDown", "page", "0"},
+        {"type Txt_GPIB_0 2", "Address", "2"}}); // where the bench has it
   for (const auto& [channel, next] : {std::pair{1, "Comb_Channel"}, {0, "Comb_Trns"}}) {
     program->settings.MemoryNoSelectable = 0;
     program->settings.ChannelSelectable = static_cast<std::int16_t>(channel);
     road->desk.EnterMemoryNo(""); // shows the record
-    Page(2);
-    Type("Txt_MName", "X");
-    EXPECT_EQ(Focus(), next);
+    Walk({{"page 2; type Txt_MName X", "focus", next}});
   }
   Click("Btn_Trans_0");
   QTimer::singleShot(0, [] {
@@ -210,32 +144,29 @@ TEST_F(SystemDialogTest, EveryControlIsWired) {
     EXPECT_TRUE(window->findChild<QPlainTextEdit*>()->toPlainText().contains("*IDN?"));
     window->close();
   });
-  Find<QAction>("Menu_LastTransfer")->trigger();
+  Do("menu Menu_LastTransfer");
 }
 
 TEST_F(SystemDialogTest, EnterPressesTheFocusedButton) {
-  struct Row {
-    const char* control;
-    double frequency; // what the record has after a change to 5 kHz and an Enter there
-    bool closed;
-  };
-  for (const Row& row : {Row{"Btn_Cancel", 1000, true}, Row{"Btn_OK", 5000, true}, Row{"Comb_AmplLim", 5000, true},
-                         Row{"Btn_Trans_0", 5000, false}}) {
+  // frequency: what the record has after a change to 5 kHz and an Enter there
+  using Row = std::tuple<const char*, double, bool>;
+  for (const auto& [theControl, frequency, closed] :
+       {Row{"Btn_Cancel", 1000, true}, Row{"Btn_OK", 5000, true}, Row{"Comb_AmplLim", 5000, true},
+        Row{"Btn_Trans_0", 5000, false}}) {
     program->settings.Frequency = 1000;
     Open();
     program->settings.Frequency = 5000;
-    auto* control = Find<QWidget>(row.control);
+    auto* control = Find<QWidget>(theControl);
     Page(2);
     control->setFocus();
     QTest::keyClick(control, Qt::Key_Return);
-    EXPECT_EQ(program->settings.Frequency, row.frequency) << row.control;
-    EXPECT_EQ(!dialog->isVisible(), row.closed) << row.control;
+    EXPECT_EQ(program->settings.Frequency, frequency) << theControl;
+    EXPECT_EQ(!dialog->isVisible(), closed) << theControl;
   }
 }
 
 // The waveform keeps its points while the list is gone through, and a line says what an OK would cut.
 TEST_F(SystemDialogTest, LookingThroughTheModelsCutsNothing) {
-  const auto last = [this] { return W_GetWaveData(program->buffers.Current(), 524287, 524288); };
   W_MakeDC(program->buffers.Current(), 0, 524288, 77);
   auto* models = Find<QComboBox>("Comb_System");
   models->setFocus();
@@ -244,56 +175,33 @@ TEST_F(SystemDialogTest, LookingThroughTheModelsCutsNothing) {
   QTest::keyClick(models, Qt::Key_Return);
   EXPECT_TRUE(dialog->isVisible());
   EXPECT_EQ(program->settings.ModelName, "PJ7410");
-  const QString line = Find<QLabel>("Label_Cut")->text();
-  EXPECT_TRUE(line.startsWith(QLatin1String("524288 -> "))) << line.toStdString();
-  Choose("Comb_System", 0);
+  EXPECT_TRUE(See("Label_Cut").starts_with("524288 -> ")) << See("Label_Cut");
+  Do("choose Comb_System 0");
   EXPECT_EQ(program->settings.MemorySize, 524288) << "the size from before comes back";
-  EXPECT_FALSE(Find<QLabel>("Label_Cut")->isVisible());
+  EXPECT_EQ(See("Label_Cut"), "hidden ");
   Click("Btn_OK");
-  EXPECT_EQ(last(), 77);
+  EXPECT_EQ(W_GetWaveData(program->buffers.Current(), 524287, 524288), 77);
 }
 
 TEST_F(SystemDialogTest, ValuesAreTypedCheckedAndShownAgain) {
-  Page(3);
-  Type("Txt_Oscil_0", "2 .5 k"); // blanks are not taken
-  EXPECT_EQ(Shown("Txt_Oscil_1"), "400u");
-  Type("Txt_Oscil_0", "7k");
-  EXPECT_EQ(Shown("Txt_Oscil_1"), "142.857142857143u");
+  Walk({{"page 3; type Txt_Oscil_0 2 .5 k", "Txt_Oscil_1", "400u"}, // blanks are not taken
+        {"type Txt_Oscil_0 7k", "Txt_Oscil_1", "142.857142857143u"},
+        {"type Txt_Oscil_2 21", "Txt_Oscil_2", "1", "1"}, // out of range: the setting again
+        {"type Txt_Oscil_2 4; choose Comb_AmplLim 1", "Txt_Oscil_2 Label_OscilUnit_2", "2 Vpk"},
+        {"page 2; type Txt_GPIB_1 999", "Txt_GPIB_1", "1"},
+        {"type Txt_GPIB_1 +1,-0.x7 ", "Txt_GPIB_1 focus", "107 Comb_Trns"},
+        {"tab Txt_GPIB_1 1", "Txt_GPIB_1 focus", "1 Comb_Trns"},
+        {"click UD_GPIB_1_Up", "Txt_GPIB_1", "2"}});
   auto* period = Find<ValueBox>("Txt_Oscil_1");
   EXPECT_GT(period->width(), period->fontMetrics().horizontalAdvance(period->text()) + 8);
-  Type("Txt_Oscil_2", "21");
-  EXPECT_EQ(Shown("Txt_Oscil_2"), "1") << "out of range: the setting again";
-  Type("Txt_Oscil_2", "4");
-  Choose("Comb_AmplLim", 1);
-  EXPECT_EQ(Shown("Txt_Oscil_2"), "2");
-  EXPECT_EQ(Find<QLabel>("Label_OscilUnit_2")->text(), "Vpk");
-  Click("Opt_Output_0");
-  EXPECT_EQ(program->settings.Output, 0);
-  Page(1);
-  Choose("Comb_Unit_0", 1);
-  EXPECT_FALSE(Find<QWidget>("Txt_Unit_Name_0")->isEnabled());
-  Page(2);
-  Type("Txt_GPIB_1", "999");
-  EXPECT_EQ(Shown("Txt_GPIB_1"), "1");
-  Type("Txt_GPIB_1", "+1,-0.x7 ");
-  EXPECT_EQ(Shown("Txt_GPIB_1"), "107");
-  EXPECT_FALSE(Find<ValueBox>("Txt_GPIB_1")->hasFocus()); // Enter moves on, and so does Tab
-  Find<ValueBox>("Txt_GPIB_1")->setFocus();
-  QTest::keyClick(Find<ValueBox>("Txt_GPIB_1"), Qt::Key_Tab);
-  EXPECT_FALSE(Find<ValueBox>("Txt_GPIB_1")->hasFocus());
-  Type("Txt_GPIB_1", "1");
-  Click("UD_GPIB_1_Up");
-  EXPECT_EQ(Shown("Txt_GPIB_1"), "2");
   Click("Btn_Cancel");
   EXPECT_FALSE(dialog->isVisible());
-  EXPECT_EQ(program->settings.Frequency, 1000);
-  EXPECT_EQ(program->settings.MemoryNo, 1);
+  EXPECT_EQ(Texts(program->settings.Frequency, program->settings.MemoryNo), "1000 1");
 }
 
 TEST_F(SystemDialogTest, AWaveformIsTransferredWatchedAndReadBack) {
   Page(2);
-  Choose("Comb_MSize", 9);
-  Click("Btn_OK");
+  Do("choose Comb_MSize 9; click Btn_OK");
   EXPECT_EQ(program->settings.MemorySize, 1024);
   Ramp();
   Open();
@@ -313,8 +221,7 @@ TEST_F(SystemDialogTest, AWaveformIsTransferredWatchedAndReadBack) {
   ASSERT_TRUE(sim::Memory("XG5530", 1));
   W_ClearMemory(program->buffers.Current(), 0, 1024);
   Click("Btn_Trans_2");
-  EXPECT_EQ(host.waveforms, 1);
-  EXPECT_EQ(Code(1000), 1000);
+  EXPECT_EQ(Texts(host.waveforms, Code(1000)), "1 1000");
   EXPECT_TRUE(road->desk.Trace().LastTransfer().find(":TRAC:DATA? 1") != std::string::npos);
 }
 
@@ -368,8 +275,7 @@ TEST_F(SystemDialogTest, ABoxOutlivesTheProgressWindowBeneathIt) {
 }
 
 TEST_F(SystemDialogTest, AnEndlessSettingsTransferIsCancelledByButtonKeyAndClose) {
-  Choose("Comb_System", 10);
-  Type("Txt_GPIB_0", "11");
+  Do("choose Comb_System 10; type Txt_GPIB_0 11");
   program->settings.RangeNo = 1;
   const std::function<void()> ways[] = {[this] { Click("Btn_Cancel"); },
                                         [this] { QTest::keyClick(dialog.get(), Qt::Key_Escape); },
@@ -385,8 +291,7 @@ TEST_F(SystemDialogTest, AnEndlessSettingsTransferIsCancelledByButtonKeyAndClose
     Click("Btn_Trans_0");
     EXPECT_EQ(desktop.clock.seconds, 20);
     EXPECT_TRUE(dialog->isVisible());
-    EXPECT_FALSE(program->registry.GetGpibBusy());
-    EXPECT_FALSE(road->bus.Initialised());
+    EXPECT_EQ(Texts(program->registry.GetGpibBusy(), road->bus.Initialised()), "false false");
   }
 }
 
@@ -415,23 +320,6 @@ TEST_F(SystemDialogTest, TheInstrumentIsLocalAgainWhenTheProgramEndsInATransfer)
   EXPECT_EQ(desktop.settings.Get("GPIB0", "Busy"), "False");
 }
 
-TEST_F(SystemDialogTest, NoCaptionIsClippedInEitherLanguage) {
-  for (const int language : {SystemLanguage::kJapanese, SystemLanguage::kEnglish}) {
-    TearDown();
-    desktop.language.id = language;
-    SetUp();
-    for (int page = 0; page < 4; ++page) {
-      Page(page);
-      for (QWidget* widget : dialog->findChildren<QWidget*>()) {
-        const bool captioned = qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget);
-        if (!captioned || !widget->isVisible()) continue;
-        EXPECT_EQ(widget->size().expandedTo(widget->sizeHint()), widget->size())
-            << widget->objectName().toStdString() << language;
-      }
-    }
-  }
-}
-
 // Work runs on one other thread in the order in which it was asked for, also when an event of the window asks for it
 // while other work runs.
 TEST(QtWorkerTest, EventsGoOnAndTheirWorkWaitsItsTurn) {
@@ -457,5 +345,4 @@ TEST(QtWorkerTest, EventsGoOnAndTheirWorkWaitsItsTurn) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::system_dialog_test

@@ -5,20 +5,15 @@
 #include "tools/frame/ToolForm.h"
 
 #include <QMouseEvent>
-#include <QPointer>
-#include <QTimer>
-
-#include <functional>
 
 namespace calder {
 
 struct ToolFixture : MainWindowFixture {
-  // Chooses the entry; `act` runs once the tool is shown, with `driven` at it, and has to close it. Without one no tool
-  // is to open.
+  // Chooses the entry; `act` runs once the tool is shown, with `driven` at it. Without one no tool is to open.
   void OpenTool(const char* entry, const std::function<void()>& act) {
-    auto* action = Find<QAction>(entry);
     if (act) Within(act);
-    action->trigger();
+    Find<QAction>(entry)->trigger();
+    QCoreApplication::processEvents();
     EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
     driven = window;
   }
@@ -26,13 +21,10 @@ struct ToolFixture : MainWindowFixture {
   void Within(const std::function<void()>& act) {
     QTimer::singleShot(0, window, [this, act] {
       QWidget* const below = driven;
-      driven = QApplication::activeModalWidget();
-      ASSERT_NE(driven, nullptr);
-      ASSERT_NE(driven, below);
-      ASSERT_TRUE(QTest::qWaitForWindowExposed(driven));
-      QApplication::setActiveWindow(driven);
-      QCoreApplication::processEvents();
-      const QPointer<QWidget> form = driven;
+      QWidget* const modal = QApplication::activeModalWidget();
+      const QPointer<QWidget> form = modal != nullptr ? modal : window->findChild<ToolForm*>();
+      ASSERT_TRUE(form != nullptr && form != below);
+      ShowForm(form);
       act();
       if (form != nullptr) form->close();
       driven = below;
@@ -45,19 +37,6 @@ struct ToolFixture : MainWindowFixture {
     QMouseEvent event(QEvent::MouseMove, at, picture->mapToGlobal(QPointF(at)), Qt::NoButton, Qt::NoButton,
                       Qt::NoModifier);
     QApplication::sendEvent(picture, &event);
-  }
-  // Nothing is clipped at the smallest size; the form's picture goes to CALDER_PICTURES, when that names a folder.
-  void LookAt(const char* name) {
-    const QString folder = qEnvironmentVariable("CALDER_PICTURES");
-    if (!folder.isEmpty()) {
-      const bool english = State().language == Language::English;
-      driven->grab().save(folder + QStringLiteral("/%1-%2-%3.png")
-                                       .arg(QLatin1String(name), QLatin1String(english ? "en" : "ja"))
-                                       .arg(driven->devicePixelRatioF()));
-    }
-    driven->resize(driven->minimumSizeHint());
-    QCoreApplication::processEvents();
-    ExpectWellLaidOut(*driven);
   }
 };
 

@@ -1,298 +1,200 @@
 // Every control of the main window: a gesture of the user's and what must be seen after it.
-#include "MainWindowFixture.h"
+#include "ToolFixture.h"
 #include "platform/TempFolder.h"
 
-#include <QClipboard>
-#include <QComboBox>
-#include <QMenu>
-#include <QRadioButton>
-#include <QScrollBar>
-#include <QTimer>
-#include <QToolButton>
+namespace calder::wiring_test {
 
-#include <functional>
-
-namespace calder {
-namespace {
-
-struct Wiring : MainWindowFixture {
-  // What is looked at, as one text.
-  std::string X() {
-    const ViewState& view = State().view;
-    return std::to_string(view.XStart) + ".." + std::to_string(view.XEnd);
+struct Wiring : ToolFixture {
+  void AddViews() {
+    const auto range = [](auto start, auto end) { return std::to_string(start) + ".." + std::to_string(end); };
+    views["x"] = [this, range] { return range(State().view.XStart, State().view.XEnd); };
+    views["y"] = [this, range] { return range(State().view.YStart, State().view.YEnd); };
+    views["scope"] = [this, range] {
+      const Scope& scope = State().buffers.CurrentScope();
+      return range(std::lround(scope.Start), std::lround(scope.End));
+    };
+    views["end"] = [this] { return std::to_string(std::lround(State().buffers.CurrentScope().End / 2000)); };
+    for (const char* bar : {"HScroll_0", "HScroll_1"})
+      views[bar] = [this, bar] {
+        const auto* at = Find<QScrollBar>(bar);
+        return at->isEnabled() ? std::to_string(at->value()) + "/" + std::to_string(at->maximum()) : "-";
+      };
+    views["curY"] = [this] { return Shown("Txt_Cur_Y").substr(0, 2); }; // the rest depends on the picture's height
+    views["frames"] = [this] {
+      return std::string(Find<QWidget>("Frm_Wave")->isVisible() ? "wave" : "") +
+             (Find<QWidget>("Frm_Digital")->isVisible() ? "digital" : "");
+    };
+    views["pointer"] = [this] {
+      return std::string(Find<QWidget>("Pict_Wave")->cursor().shape() == Qt::SizeHorCursor ? "resize" : "arrow");
+    };
+    views["picture"] = [this] {
+      const QImage& image = Find<WaveformCanvas>("Pict_Wave")->Image();
+      return std::to_string(qHashBits(image.constBits(), static_cast<std::size_t>(image.sizeInBytes())));
+    };
+    for (const int point : {10, 15, 100})
+      views["code" + std::to_string(point)] = [this, point] { return std::to_string(Code(point)); };
+    views["copied"] = [] { return QApplication::clipboard()->text().left(8).toStdString(); };
+    views["copies"] = [this] { return std::to_string(desktop.copies.started); };
+    views["title"] = [this] { return window->windowTitle().right(9).toStdString(); };
+    views["files"] = [this] {
+      std::vector<std::string> names = folder.Names();
+      std::ranges::sort(names);
+      std::string text;
+      for (const std::string& name : names) text += name;
+      return text;
+    };
   }
-  std::string Y() {
-    const ViewState& view = State().view;
-    return std::to_string(view.YStart) + ".." + std::to_string(view.YEnd);
+  // "wheel PICTURE X NOTCHES MODIFIER", "hover PICTURE X Y", "drag FROM TO BUTTON"; a column is that of a point, or a
+  // point's and some more.
+  void AddVerbs() {
+    const auto words = [](const std::string& rest) { return QString::fromStdString(rest).split(QLatin1Char(' ')); };
+    const auto column = [this](const QString& text) {
+      const int width = Find<WaveformCanvas>("Pict_Wave")->PixelWidth();
+      if (!text.startsWith(QLatin1Char('@'))) return text.toInt();
+      return application->TheEditor().view.PointToPixelX(text.mid(1).section('+', 0, 0).toDouble(), width) +
+             text.section('+', 1, 1).toInt();
+    };
+    verbs["wheel"] = [this, words](const auto& name, const auto& rest) {
+      const auto part = words(rest);
+      const auto keys = QKeySequence(part.value(2) + QStringLiteral("A"))[0].keyboardModifiers();
+      Wheel(name.c_str(), QPointF(part[0].toInt(), 50), part[1].toInt(), keys);
+    };
+    verbs["hover"] = [this, words, column](const auto& name, const auto& rest) {
+      QTest::mouseMove(Find<QWidget>(name), {column(words(rest)[0]), words(rest)[1].toInt()});
+    };
+    verbs["drag"] = [this, words, column](const auto& name, const auto& rest) {
+      const auto part = words(rest);
+      auto* picture = Find<WaveformCanvas>(name);
+      const QPoint from(column(part[0]), 60);
+      const QPoint to(column(part[1]), 60);
+      const auto button = part.value(2) == QLatin1String("right") ? Qt::RightButton : Qt::LeftButton;
+      const auto keys = part.value(2) == QLatin1String("shift") ? Qt::ShiftModifier : Qt::NoModifier;
+      QTest::mouseMove(picture, from);
+      QTest::mousePress(picture, button, keys, from);
+      QTest::mouseMove(picture, to);
+      QTest::mouseRelease(picture, button, keys, to);
+    };
+    verbs["copy"] = [](const auto& text, const auto&) {
+      QApplication::clipboard()->setText(QString::fromStdString(text));
+    };
+    verbs["file"] = [this](const auto& name, const auto&) { desktop.dialogs.Answer(folder / name); };
+    verbs["remove"] = [this](const auto& name, const auto&) { std::filesystem::remove(folder / name); };
+    verbs["ramp"] = [this](const auto&, const auto&) { Ramp(); };
   }
-  // Lists, bars and labels of both views.
-  std::string Pairs() {
-    std::string text;
-    for (const char* name : {"Comb_XZoom_0", "Comb_XZoom_1"})
-      text += Find<QComboBox>(name)->currentText().toStdString() + " ";
-    for (const char* name : {"HScroll_0", "HScroll_1"}) {
-      const auto* bar = Find<QScrollBar>(name);
-      text += bar->isEnabled() ? std::to_string(bar->value()) + "/" + std::to_string(bar->maximum()) + " " : "- ";
-    }
-    return text + Label("Label_Start_0") + Label("Label_Start_1") + Label("Label_End_0") + Label("Label_End_1");
-  }
-  std::string Label(const char* name) { return Find<QLabel>(name)->text().toStdString() + " "; }
-  std::string Scope() {
-    return std::to_string(std::lround(State().buffers.CurrentScope().Start)) + ".." +
-           std::to_string(std::lround(State().buffers.CurrentScope().End));
-  }
-  std::string Frames() {
-    return std::string(Find<QWidget>("Frm_Wave")->isVisible() ? "wave" : "") +
-           (Find<QWidget>("Frm_Digital")->isVisible() ? "digital" : "");
-  }
-  std::string Readouts() {
-    std::string text;
-    for (const char* name : {"Txt_Start_X", "Txt_Start_Y", "Txt_End_X", "Txt_End_Y", "Txt_Scope"})
-      text += Shown(name) + " ";
-    return text;
-  }
-  // The beginning: the code depends on the picture's height.
-  std::string Mouse() {
-    return (Shown("Txt_Cur_X_0") + " " + Shown("Txt_Cur_X_1") + " " + Shown("Txt_Cur_Y")).substr(0, 20);
-  }
-  std::string Pointer() {
-    return Find<QWidget>("Pict_Wave")->cursor().shape() == Qt::SizeHorCursor ? "resize" : "arrow";
-  }
-  std::string Title() { return window->windowTitle().toStdString(); }
-
-  void Key(const char* name, Qt::Key key, Qt::KeyboardModifiers keys = Qt::NoModifier) {
-    Find<QWidget>(name)->setFocus();
-    QTest::keyClick(Find<QWidget>(name), key, keys);
-  }
-  // A shortcut or an access key, from the box that has the focus at the start.
-  void Press(Qt::Key key, Qt::KeyboardModifiers keys) {
-    Find<QWidget>("Txt_Start_X")->setFocus();
-    QTest::keyClick(Find<QWidget>("Txt_Start_X"), key, keys);
-  }
-  void Drag(const char* name, int from, int to, Qt::MouseButton button = Qt::LeftButton,
-            Qt::KeyboardModifiers keys = Qt::NoModifier) {
-    auto* picture = Find<WaveformCanvas>(name);
-    QTest::mouseMove(picture, QPoint(from, 60));
-    QTest::mousePress(picture, button, keys, QPoint(from, 60));
-    QTest::mouseMove(picture, QPoint(to, 60));
-    QTest::mouseRelease(picture, button, keys, QPoint(to, 60));
-  }
-  void Hover(const char* name, int x, int y) { QTest::mouseMove(Find<QWidget>(name), QPoint(x, y)); }
-  int Column(double point) {
-    return application->TheEditor().view.PointToPixelX(point, Find<WaveformCanvas>("Pict_Wave")->PixelWidth());
-  }
-  std::string ModalWindow(const std::function<void()>& opens) {
-    std::string name;
-    QTimer::singleShot(0, [&name] {
-      name = QApplication::activeModalWidget()->objectName().toStdString();
-      QApplication::activeModalWidget()->close();
-    });
-    opens();
-    return name;
-  }
+  const TempFolder folder;
 };
 
 TEST_F(Wiring, EveryGestureIsSeen) {
-  const TempFolder folder;
   PutFile(folder / "five.txt", "5\r\n");
   Start();
+  AddViews();
+  AddVerbs();
   State().settings.XUnit = State().settings.YUnit = 0;
   Ramp();
-  desktop.dialogs.answers.clear();
-  const auto open = [&] { desktop.dialogs.Answer(folder / "five.txt"); };
-  const auto save = [&](const char* name) { desktop.dialogs.Answer(folder / name); };
-  const auto written = [&](const char* name) {
-    return std::string(std::filesystem::exists(folder / name) ? "file" : "none");
-  };
-  using Seen = std::function<std::string()>;
-  const auto x = [this] { return X(); };
-  const auto y = [this] { return Y() + " " + Label("Label_W_Max") + Label("Label_W_Offs") + Label("Label_W_Min"); };
-  const auto pairs = [this] { return Pairs(); };
-  const auto scope = [this] { return Scope(); };
-  const auto code = [this] { return std::to_string(Code(100)); };
-  const auto undo = [this] {
-    return Find<QAction>("Menu_Undo")->text().toStdString() +
-           (Find<QToolButton>("Tool_Undo")->isEnabled() ? "" : " off");
-  };
-  const auto picture = [this] {
-    const QImage& image = Find<WaveformCanvas>("Pict_Wave")->Image();
-    return std::to_string(qHashBits(image.constBits(), static_cast<std::size_t>(image.sizeInBytes())));
-  };
-  const auto focus = [] { return Focus(); };
-  const auto frames = [this] { return Frames(); };
-  const auto copied = [] { return QApplication::clipboard()->text().left(8).toStdString(); };
-  const auto title = [this] { return Title().substr(Title().size() - 9); };
-  const struct {
-    const char* gesture;
-    std::function<void()> act;
-    Seen seen;
-    std::string before; // "~": something else than after
-    std::string after;  // "~": something else than before
-  } rows[] = {
-      {"Ctrl+U with nothing to undo", [this] { Press(Qt::Key_U, Qt::ControlModifier); },
-       [this] { return Find<ValueBox>("Txt_Start_X")->text().toStdString(); }, "0.000000", "0.000000"},
-      // The view.
-      {"zoom list", [this] { Key("Comb_XZoom_0", Qt::Key_Down); }, pairs,
-       "1:1 1:1 - - 0.000000Word 0.000000Word 524288.0Word 524288.0Word ",
-       "1:2 1:2 0/16384 0/16384 0.000000Word 0.000000Word 262144.0Word 262144.0Word "},
-      {"scroll bar", [this] { Key("HScroll_0", Qt::Key_Right); }, x, "0..262144", "16..262160"},
-      {"scroll bar, a page", [this] { Key("HScroll_0", Qt::Key_PageUp); }, x, "16..262160", "262144..524288"},
-      {"wheel with Shift", [this] { Wheel("Pict_Wave", QPointF(10, 50), 1, Qt::ShiftModifier); }, x, "~",
-       "235936..498080"},
-      {"digital view", [this] { Click("Opt_DspSel_1"); }, frames, "wave", "digital"},
-      {"its zoom list", [this] { Key("Comb_XZoom_1", Qt::Key_Down); }, pairs, "~",
-       "1:4 1:4 14746/24576 14746/24576 235936.0Word 235936.0Word 367008.0Word 367008.0Word "},
-      {"its scroll bar", [this] { Key("HScroll_1", Qt::Key_Home); }, x, "~", "0..131072"},
-      {"its wheel", [this] { Wheel("Pict_Digital", QPointF(0, 50), -2); }, x, "~", "0..524288"},
-      {"its picture grabs no marker", [this] { Drag("Pict_Digital", 0, 100); }, scope, "0..524288", "0..524288"},
-      {"its readout", [this] { Hover("Pict_Digital", 0, 20); }, [this] { return Shown("Txt_Cur_X_1"); }, "~",
-       "0.000000"},
-      {"waveform view", [this] { Click("Opt_DspSel_0"); }, frames, "digital", "wave"},
-      {"wheel", [this] { Wheel("Pict_Wave", QPointF(0, 50), 3); }, x, "~", "0..65536"},
-      {"wheel back", [this] { Wheel("Pict_Wave", QPointF(0, 50), -20); }, x, "~", "0..524288"},
-      {"Y zoom list", [this] { Key("Comb_YZoom", Qt::Key_Down); }, y, "0..65534 32767.00 0.000000 -32767.0 ",
-       "16384..49151 16383.00 0.000000 -16384.0 "},
-      {"Y scroll bar", [this] { Key("VScroll", Qt::Key_Down); }, y, "~", "16386..49153 16381.00 -3.00000 -16386.0 "},
-      {"wheel with Ctrl", [this] { Wheel("Pict_Wave", QPointF(10, 50), -1, Qt::ControlModifier); }, y, "~",
-       "0..65534 32767.00 0.000000 -32767.0 "},
-      {"access key of X", [this] { Press(Qt::Key_H, Qt::AltModifier); }, focus, "~", "Comb_XZoom_0"},
-      {"access key of Y", [this] { Press(Qt::Key_V, Qt::AltModifier); }, focus, "~", "Comb_YZoom"},
-      // The markers.
-      {"A typed", [this] { Type("Txt_Start_X", "1000"); }, [this] { return Readouts(); }, "~",
-       "1000.000 1000.000 524288.0 14287.00 523288.0 "},
-      {"then B has the focus", [] {}, focus, "Txt_End_X", "Txt_End_X"},
-      {"B typed", [this] { Type("Txt_End_X", "2k", Qt::Key_Tab); }, [this] { return Readouts(); }, "~",
-       "1000.000 1000.000 2000.000 2000.000 1000.000 "},
-      {"then the zoom list", [] {}, focus, "Comb_XZoom_0", "Comb_XZoom_0"},
-      {"distance typed", [this] { Type("Txt_Scope", "500"); }, scope, "1000..2000", "1000..1500"},
-      {"then A", [] {}, focus, "Txt_Start_X", "Txt_Start_X"},
-      {"a refused text", [this] { Type("Txt_Start_X", "1600"); }, [this] { return Shown("Txt_Start_X"); }, "1000.000",
-       "1000.000"},
-      {"together",
-       [this] {
-         Click("Opt_Scope_1");
-         Type("Txt_Start_X", "3000");
-       },
-       scope, "1000..1500", "3000..3500"},
-      {"alone again",
-       [this] {
-         Click("Opt_Scope_0");
-         Type("Txt_Start_X", "2000");
-       },
-       scope, "3000..3500", "2000..3500"},
-      {"access key of A",
-       [this] {
-         Find<QWidget>("VScroll")->setFocus();
-         QTest::keyClick(window, Qt::Key_A, Qt::AltModifier);
-       },
-       focus, "~", "Txt_Start_X"},
-      {"access key of B", [this] { Press(Qt::Key_B, Qt::AltModifier); }, focus, "~", "Txt_End_X"},
-      {"access key of dX", [this] { Press(Qt::Key_Minus, Qt::AltModifier); }, focus, "~", "Txt_Scope"},
-      {"pointer over B",
-       [this] {
-         Type("Txt_End_X", "262144");
-         Hover("Pict_Wave", Column(262144), 60);
-       },
-       [this] { return Pointer(); }, "arrow", "resize"},
-      {"pointer beside it", [this] { Hover("Pict_Wave", Column(262144) + 9, 60); }, [this] { return Pointer(); },
-       "resize", "arrow"},
-      {"right button", [this] { Drag("Pict_Wave", Column(262144), 40, Qt::RightButton); }, scope, "2000..262144",
-       "2000..262144"},
-      {"Shift", [this] { Drag("Pict_Wave", Column(262144), 40, Qt::LeftButton, Qt::ShiftModifier); }, scope,
-       "2000..262144", "2000..262144"},
-      {"B dragged", [this] { Drag("Pict_Wave", Column(262144), 0x7FFF); }, scope, "2000..262144", "2000..262144"},
-      {"B dragged inside", [this] { Drag("Pict_Wave", Column(262144), Column(131072)); },
-       [this] { return std::abs(State().buffers.CurrentScope().End - 131072) < 600 ? std::string("there") : Scope(); },
-       "~", "there"},
-      {"mouse readout", [this] { Hover("Pict_Wave", 0, 1); }, [this] { return Mouse(); }, "~", "0.000000 0.000000 32"},
-      // Commands by key and by button.
-      {"grid", [this] { Click("Tool_Grid"); }, picture, "~", "~"},
-      {"grid's state", [] {}, [this] { return std::string(Find<QAction>("Menu_Grid")->isChecked() ? "on" : "off"); },
-       "off", "off"},
-      {"markers typed",
-       [this] {
-         Type("Txt_Start_X", "10");
-         Type("Txt_End_X", "20");
-       },
-       scope, "~", "10..20"},
-      {"Tool_Copy", [this] { Click("Tool_Copy"); }, copied, "~", "10\n11\n12"},
-      {"Tool_Cut", [this] { Click("Tool_Cut"); }, code, "100", "110"},
-      {"Tool_Undo", [this] { Click("Tool_Undo"); }, undo, "&Undo", "&Redo"},
-      {"once more", [this] { Click("Tool_Undo"); }, code, "100", "110"},
-      {"Tool_Paste", [this] { Click("Tool_Paste"); }, [this] { return std::to_string(Code(15)); }, "25", "15"},
-      {"Tool_Delete", [this] { Click("Tool_Delete"); }, code, "110", "120"},
-      {"Ctrl+U", [this] { Press(Qt::Key_U, Qt::ControlModifier); }, code, "120", "110"},
-      {"Ctrl+D", [this] { Press(Qt::Key_D, Qt::ControlModifier); }, code, "110", "120"},
-      {"Ctrl+X", [this] { Press(Qt::Key_X, Qt::ControlModifier); }, code, "120", "130"},
-      {"Ctrl+V", [this] { Press(Qt::Key_V, Qt::ControlModifier); }, [this] { return std::to_string(Code(10)); }, "40",
-       "30"},
-      {"Ctrl+C",
-       [this] {
-         QApplication::clipboard()->setText("old");
-         Press(Qt::Key_C, Qt::ControlModifier);
-       },
-       copied, "30\n31\n32", "30\n31\n32"},
-      {"Ctrl+N", [this] { Press(Qt::Key_N, Qt::ControlModifier); },
-       [this] { return std::to_string(desktop.copies.started); }, "0", "1"},
-      {"Ctrl+A",
-       [&] {
-         save("all.wdb");
-         Press(Qt::Key_A, Qt::ControlModifier);
-       },
-       title, "~", "/all.wdb>"},
-      {"Ctrl+T",
-       [&] {
-         save("all.txt");
-         Press(Qt::Key_T, Qt::ControlModifier);
-       },
-       [&] { return written("all.txt"); }, "none", "file"},
-      {"Ctrl+O",
-       [&] {
-         open();
-         Press(Qt::Key_O, Qt::ControlModifier);
-       },
-       code, "~", "5"},
-      {"Ctrl+S",
-       [&] {
-         std::filesystem::remove(folder / "five.txt");
-         Press(Qt::Key_S, Qt::ControlModifier);
-       },
-       [&] { return written("five.txt"); }, "file", "file"},
-      {"Tool_Save",
-       [&] {
-         std::filesystem::remove(folder / "five.txt");
-         Click("Tool_Save");
-       },
-       [&] { return written("five.txt"); }, "file", "file"},
-      {"Tool_Open",
-       [&] {
-         Ramp();
-         open();
-         Click("Tool_Open");
-       },
-       code, "5", "5"},
-      {"a refused exit",
-       [&] {
-         desktop.boxes.Expect("Exit Program.", BoxAnswer::No);
-         Find<QAction>("Menu_Exit")->trigger();
-       },
-       [this] { return std::string(window->isVisible() ? "stays" : ""); }, "stays", "stays"},
-  };
-  for (const auto& row : rows) {
-    const std::string before = row.seen();
-    row.act();
-    QCoreApplication::processEvents();
-    const std::string after = row.seen();
-    const std::string_view from = row.before;
-    const std::string_view to = row.after;
-    EXPECT_EQ(before, from == "~" ? before : from) << row.gesture << ", before it";
-    EXPECT_EQ(after, to == "~" ? after : to) << row.gesture;
-    EXPECT_TRUE((from != "~" && to != "~") || before != after) << row.gesture << " did nothing";
+  const char* const pairs = "Comb_XZoom_0 Comb_XZoom_1 HScroll_0 HScroll_1";
+  const char* const ends = "Label_Start_0 Label_End_0";
+  const char* const yView = "y Label_W_Max Label_W_Offs Label_W_Min";
+  const char* const readouts = "Txt_Start_X Txt_Start_Y Txt_End_X Txt_End_Y Txt_Scope focus";
+  Walk({{"key Txt_Start_X Ctrl+U", "Txt_Start_X", "0.000000", "0.000000"}, // there is nothing to undo
+                                                                           // The view.
+        {"key Comb_XZoom_0 Down", pairs, "1:2 hidden 1:2 0/16384 0/16384", "1:1 hidden 1:1 - -"},
+        {"", ends, "0.000000Word 262144.0Word"},
+        {"key HScroll_0 Right", "x", "16..262160", "0..262144"},
+        {"key HScroll_0 PgUp", "x", "262144..524288"},
+        {"wheel Pict_Wave 10 1 Shift+", "x", "235936..498080"},
+        {"click Opt_DspSel_1", "frames", "digital", "wave"},
+        {"key Comb_XZoom_1 Down", pairs, "hidden 1:4 1:4 14746/24576 14746/24576", "~"},
+        {"", "Label_Start_1 Label_End_1", "235936.0Word 367008.0Word"},
+        {"key HScroll_1 Home", "x", "0..131072", "~"},
+        {"wheel Pict_Digital 0 -2", "x", "0..524288", "~"},
+        {"drag Pict_Digital 0 100", "scope", "0..524288", "0..524288"}, // there are no markers to grab
+        {"hover Pict_Digital 0 20", "Txt_Cur_X_1", "0.000000", "~"},
+        {"click Opt_DspSel_0", "frames", "wave", "digital"},
+        {"wheel Pict_Wave 0 3", "x", "0..65536", "~"},
+        {"wheel Pict_Wave 0 -20", "x", "0..524288", "~"},
+        {"", yView, "0..65534 32767.00 0.000000 -32767.0"},
+        {"key Comb_YZoom Down", yView, "16384..49151 16383.00 0.000000 -16384.0"},
+        {"key VScroll Down", yView, "16386..49153 16381.00 -3.00000 -16386.0"},
+        {"wheel Pict_Wave 10 -1 Ctrl+", yView, "0..65534 32767.00 0.000000 -32767.0"},
+        {"key Txt_Start_X Alt+H", "focus", "Comb_XZoom_0"},
+        {"key Txt_Start_X Alt+V", "focus", "Comb_YZoom"},
+        // The markers.
+        {"type Txt_Start_X 1000", readouts, "1000.000 1000.000 524288.0 14287.00 523288.0 Txt_End_X"},
+        {"tab Txt_End_X 2k", readouts, "1000.000 1000.000 2000.000 2000.000 1000.000 Comb_XZoom_0"},
+        {"type Txt_Scope 500", "scope focus", "1000..1500 Txt_Start_X"},
+        {"type Txt_Start_X 1600", "Txt_Start_X", "1000.000", "1000.000"}, // refused
+        {"click Opt_Scope_1; type Txt_Start_X 3000", "scope", "3000..3500"},
+        {"click Opt_Scope_0; type Txt_Start_X 2000", "scope", "2000..3500"},
+        {"key VScroll Alt+A", "focus", "Txt_Start_X"},
+        {"key Txt_Start_X Alt+B", "focus", "Txt_End_X"},
+        {"key Txt_Start_X Alt+-", "focus", "Txt_Scope"},
+        {"type Txt_End_X 262144; hover Pict_Wave @262144 60", "pointer", "resize", "arrow"},
+        {"hover Pict_Wave @262144+9 60", "pointer", "arrow"},
+        {"drag Pict_Wave @262144 40 right", "scope", "2000..262144", "2000..262144"},
+        {"drag Pict_Wave @262144 40 shift", "scope", "2000..262144", "2000..262144"},
+        {"drag Pict_Wave @262144 32767", "scope", "2000..262144", "2000..262144"}, // outside of it
+        {"drag Pict_Wave @262144 @131072", "end", "66", "131"},
+        {"hover Pict_Wave 0 1", "Txt_Cur_X_0 Txt_Cur_X_1 Txt_Cur_Y", "~", "~"},
+        {"", "Txt_Cur_X_0 Txt_Cur_X_1 curY", "0.000000 hidden 0.000000 32"},
+        // Commands by key and by button.
+        {"click Tool_Grid", "picture", "~", "~"},
+        {"", "Menu_Grid", "unchecked"},
+        {"type Txt_Start_X 10; type Txt_End_X 20", "scope", "10..20"},
+        {"click Tool_Copy", "copied", "10\n11\n12", "~"},
+        {"click Tool_Cut", "code100", "110", "100"},
+        {"click Tool_Undo", "Menu_Undo Tool_Undo", "&Redo Redo", "&Undo Undo"},
+        {"click Tool_Undo", "code100", "110", "100"},
+        {"click Tool_Paste", "code15", "15", "25"},
+        {"click Tool_Delete", "code100", "120", "110"},
+        {"key Txt_Start_X Ctrl+U", "code100", "110", "120"},
+        {"key Txt_Start_X Ctrl+D", "code100", "120", "110"},
+        {"key Txt_Start_X Ctrl+X", "code100", "130", "120"},
+        {"key Txt_Start_X Ctrl+V", "code10", "30", "40"},
+        {"copy old", "copied", "old"},
+        {"key Txt_Start_X Ctrl+C", "copied", "30\n31\n32"},
+        {"key Txt_Start_X Ctrl+N", "copies", "1", "0"},
+        {"file all.wdb; key Txt_Start_X Ctrl+A", "title", "/all.wdb>", "~"},
+        {"file all.txt; key Txt_Start_X Ctrl+T", "files", "all.txtall.wdbfive.txt", "all.wdbfive.txt"},
+        {"file five.txt; key Txt_Start_X Ctrl+O", "code100", "5", "~"},
+        {"remove five.txt", "files", "all.txtall.wdb"},
+        {"key Txt_Start_X Ctrl+S", "files", "all.txtall.wdbfive.txt"},
+        {"remove five.txt", "files", "all.txtall.wdb"},
+        {"click Tool_Save", "files", "all.txtall.wdbfive.txt"},
+        {"ramp", "code100", "100"},
+        {"file five.txt; click Tool_Open", "code100", "5"}});
+  desktop.boxes.Expect("Exit Program.", BoxAnswer::No);
+  Do("menu Menu_Exit");
+  EXPECT_TRUE(window->isVisible());
+  for (const auto& [gesture, form] : {std::pair{"menu Menu_Create", "CreateDialog"},
+                                      {"click Opt_DlgSel_0", "CreateDialog"},
+                                      {"menu Menu_System", "SystemDialog"}}) {
+    QString name;
+    Within([&] { name = driven->objectName(); });
+    Do(gesture);
+    EXPECT_EQ(name, form) << gesture;
   }
-  EXPECT_EQ(ModalWindow([this] { Find<QAction>("Menu_Create")->trigger(); }), "CreateDialog");
-  EXPECT_EQ(ModalWindow([this] { Click("Opt_DlgSel_0"); }), "CreateDialog");
-  EXPECT_EQ(ModalWindow([this] { Find<QAction>("Menu_System")->trigger(); }), "SystemDialog");
 }
 
-} // namespace
-} // namespace calder
+TEST_F(Wiring, KeysMoveMarkersAndAreHeardOf) {
+  Start();
+  AddViews();
+  AddVerbs();
+  State().settings.XUnit = 0;
+  auto* picture = Find<WaveformCanvas>("Pict_Wave");
+  views["spoken"] = [&] {
+    return QAccessible::queryAccessibleInterface(picture)->text(QAccessible::Value).left(23).toStdString();
+  };
+  const auto pixel = std::lround(1 + 8192.0 / picture->PixelWidth());
+  State().view.XEnd = 8192;
+  Walk({{"key Pict_Wave Right", "scope spoken", "1..524288 marker A: 1.000000 Word", "~"},
+        {"key Pict_Wave Shift+Right", "scope", std::to_string(pixel) + "..524288"},
+        {"key Pict_Wave Left; key Pict_Wave Shift+Left", "scope", "0..524288"},
+        {"key Pict_Wave Left", "scope", "0..524288", "0..524288"},
+        {"key Pict_Wave B; key Pict_Wave Ctrl+Left", "scope", "0..516096"},
+        {"set Comb_XZoom_0 7; key Pict_Wave A", "x", "0..4096", "~"},
+        {"key Pict_Wave Ctrl+Right", "scope x", "4096..516096 0..4096", "~"},
+        {"key Pict_Wave Right", "x", "2048..6144"},
+        {"type Txt_End_X 400000; key Pict_Wave Right", "scope", "4097..400001", "~"}});
+}
+
+} // namespace calder::wiring_test

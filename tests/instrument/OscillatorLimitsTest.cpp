@@ -5,10 +5,7 @@
 #include "instrument/Initialise.h"
 #include "instrument/SystemSetup.h"
 
-#include <optional>
-
-namespace calder {
-namespace {
+namespace calder::oscillator_limits_test {
 
 // The XG5530: 20 Vp-p with an offset of -10 to 10 V, 1e-8 to 15e6 Hz, a warning above 5 MHz.
 struct Limits : testing::Test {
@@ -21,8 +18,6 @@ struct Limits : testing::Test {
   Limits() { EXPECT_TRUE(InitialiseSystem(program, setup)); }
 };
 
-} // namespace
-
 TEST(RoundVoltsTest, KeepsTheFourthDecimalOnlyWhenItRoundsUp) {
   const std::pair<double, double> values[] = {{1.2341, 1.234}, {1.2346, 1.2346},  {1.23449, 1.234},
                                               {0.0004, 0},     {-1.2346, -1.235}, {5, 5}};
@@ -31,10 +26,8 @@ TEST(RoundVoltsTest, KeepsTheFourthDecimalOnlyWhenItRoundsUp) {
 
 TEST_F(Limits, FrequencyAndPeriodFollowEachOther) {
   EXPECT_TRUE(limits.EnterFrequency("2.5k"));
-  EXPECT_EQ(settings.Frequency, 2500);
-  EXPECT_EQ(settings.Period, 1 / 2500.0);
-  EXPECT_EQ(limits.FrequencyText(), "2.5k");
-  EXPECT_EQ(limits.PeriodText(), "400u");
+  EXPECT_EQ(Texts(settings.Frequency, settings.Period, limits.FrequencyText(), limits.PeriodText()),
+            Texts(2500, 1 / 2500.0, "2.5k", "400u"));
   EXPECT_TRUE(limits.EnterPeriod("10m"));
   EXPECT_EQ(settings.Frequency, 100);
   for (const char* refused : {"16M", "1n", "0", "-5", "abc"}) EXPECT_FALSE(limits.EnterFrequency(refused)) << refused;
@@ -82,4 +75,4 @@ TEST_F(Limits, AOneSidedPolarityCountsThePeak) {
   EXPECT_EQ(settings.Polarity, 3);
 }
 
-} // namespace calder
+} // namespace calder::oscillator_limits_test

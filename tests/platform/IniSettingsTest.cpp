@@ -3,13 +3,10 @@
 
 #include "platform/TempFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <sys/wait.h>
 #include <unistd.h>
 
-namespace calder {
-namespace {
+namespace calder::ini_settings_test {
 
 TEST(IniText, ValuesSurviveWhatTheyHold) {
   IniText ini;
@@ -86,10 +83,8 @@ TEST(IniSettings, SeveralProcessesLoseNothing) {
   }
   const IniSettings store(path);
   EXPECT_EQ(store.Get("System", "WinCount"), std::to_string(kCopies * kRounds));
-  for (int copy = 0; copy < kCopies; ++copy) {
+  for (int copy = 0; copy < kCopies; ++copy)
     EXPECT_EQ(store.Get("Copy" + std::to_string(copy), "round"), std::to_string(kRounds - 1));
-  }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::ini_settings_test

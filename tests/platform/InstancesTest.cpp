@@ -2,19 +2,15 @@
 
 #include "platform/TempFolder.h"
 
-#include <gtest/gtest.h>
-
 #include <csignal>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
 #include <atomic>
 #include <thread>
 
-namespace calder {
-namespace {
+namespace calder::instances_test {
 
 TEST(Instances, ACopyThatCrashedDoesNotCount) {
   const TempFolder folder;
@@ -72,5 +68,4 @@ TEST(Instances, ANewCopyStartsInTheProgramsFolderAndLetsGoOfTheLock) {
     EXPECT_FALSE(PosixInstances(folder / "other", folder / name).StartCopy({})) << name;
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::instances_test

@@ -1,14 +1,7 @@
 #include "platform/PixelContext.h"
+#include "Testing.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-#include <random>
-#include <string>
-#include <vector>
-
-namespace calder {
-namespace {
+namespace calder::pixel_context_test {
 
 // A small surface with a guard of two pixels after each row; Text() shows pixels that are not black as '#'.
 class Surface {
@@ -44,28 +37,23 @@ public:
 using Rows = std::vector<std::string>;
 
 TEST(PixelContext, LinesHaveBothEndsAndAreCutAtTheEdges) {
-  struct Row {
-    int x1, y1, x2, y2, pen;
-    Rows rows;
-  };
+  using Row = std::tuple<int, int, int, int, int, Rows>;
   constexpr int kLeast = std::numeric_limits<int>::min();
   constexpr int kMost = std::numeric_limits<int>::max();
-  const Row rows[] = {
-      {0, 0, 3, 3, 1, {"#...||", ".#..||", "..#.||", "...#||"}},
-      {3, 1, 0, 1, 1, {"....||", "####||", "....||", "....||"}},
-      {2, 2, 2, 2, 1, {"....||", "....||", "..#.||", "....||"}},
-      {-6, -6, 9, 9, 1, {"#...||", ".#..||", "..#.||", "...#||"}},
-      {0, 3, 3, 2, 1, {"....||", "....||", "..##||", "##..||"}},
-      {1, -5, 1, 50, 2, {".##.||", ".##.||", ".##.||", ".##.||"}},
-      {0, 2, 3, 2, 3, {"....||", "####||", "####||", "####||"}},
-      {kLeast, 2, kMost, 2, 1, {"....||", "....||", "####||", "....||"}},
-      {9, 0, 9, 3, 1, {"....||", "....||", "....||", "....||"}},
-  };
-  for (const Row& row : rows) {
+  const Row rows[] = {{0, 0, 3, 3, 1, {"#...||", ".#..||", "..#.||", "...#||"}},
+                      {3, 1, 0, 1, 1, {"....||", "####||", "....||", "....||"}},
+                      {2, 2, 2, 2, 1, {"....||", "....||", "..#.||", "....||"}},
+                      {-6, -6, 9, 9, 1, {"#...||", ".#..||", "..#.||", "...#||"}},
+                      {0, 3, 3, 2, 1, {"....||", "....||", "..##||", "##..||"}},
+                      {1, -5, 1, 50, 2, {".##.||", ".##.||", ".##.||", ".##.||"}},
+                      {0, 2, 3, 2, 3, {"....||", "####||", "####||", "####||"}},
+                      {kLeast, 2, kMost, 2, 1, {"....||", "....||", "####||", "....||"}},
+                      {9, 0, 9, 3, 1, {"....||", "....||", "....||", "....||"}}};
+  for (const auto& [x1, y1, x2, y2, pen, drawn] : rows) {
     Surface surface(4, 4);
-    surface.context.SetPen(0xFF00FF, row.pen);
-    surface.context.Line(row.x1, row.y1, row.x2, row.y2);
-    EXPECT_EQ(surface.Text(), row.rows) << row.x1 << "," << row.y1 << " " << row.x2 << "," << row.y2;
+    surface.context.SetPen(0xFF00FF, pen);
+    surface.context.Line(x1, y1, x2, y2);
+    EXPECT_EQ(surface.Text(), drawn) << x1 << "," << y1 << " " << x2 << "," << y2;
   }
 }
 
@@ -101,8 +89,7 @@ TEST(PixelContext, InvertedDrawingTwiceRestores) {
   EXPECT_EQ(surface.At(1, 1), 0xFF123456);
   surface.context.SetPen(0, 1);
   surface.context.Rectangle(1, 1, 4, 4);
-  EXPECT_EQ(surface.At(1, 1), 0xFFEDCBA9);
-  EXPECT_EQ(surface.At(1, 4), 0xFFFFFFFF) << "a corner is inverted once";
+  EXPECT_EQ(Texts(surface.At(1, 1), surface.At(1, 4)), Texts(0xFFEDCBA9, 0xFFFFFFFF)) << "a corner is inverted once";
 }
 
 TEST(PixelContext, ColumnsAgreeWithAPixelByPixelDrawing) {
@@ -140,20 +127,15 @@ TEST(PixelContext, ColumnsAgreeWithAPixelByPixelDrawing) {
 
 TEST(PixelContext, ASurfaceThatTheMemoryDoesNotHoldIsEmpty) {
   std::vector<std::uint32_t> pixels(20, 0);
-  struct Row {
-    std::size_t stride;
-    int width, height;
-    bool fits;
-  };
-  for (const Row& row :
+  using Row = std::tuple<std::size_t, int, int, bool>;
+  for (const auto& [stride, width, height, fits] :
        {Row{5, 5, 4, true}, Row{5, 5, 5, false}, Row{4, 5, 1, false}, Row{8, 4, 3, true}, Row{5, -1, 4, false},
         Row{5, 5, 0, false}, Row{std::numeric_limits<std::size_t>::max(), 5, 2, false}}) {
-    PixelContext context(pixels, row.stride, row.width, row.height);
-    EXPECT_EQ(context.Width() > 0, row.fits) << row.stride << " " << row.width << " " << row.height;
+    PixelContext context(pixels, stride, width, height);
+    EXPECT_EQ(context.Width() > 0, fits) << stride << " " << width << " " << height;
     context.Clear(0xABCDEF);
     context.Line(-10, -10, 30, 30);
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pixel_context_test

@@ -1,14 +1,12 @@
 // A folder of the test's own that goes away with it, and files as texts.
 #pragma once
 
+#include "Testing.h"
 #include "platform/posix/WholeFile.h"
 
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
-#include <string>
-#include <vector>
 
 namespace calder {
 

@@ -4,10 +4,7 @@
 #include "files/FileCommands.h"
 #include "files/WaveFiles.h"
 
-#include <numeric>
-
-namespace calder {
-namespace {
+namespace calder::setup_desk_test {
 
 struct RecordingSetup final : SetupPort {
   void ShowRecord() override { ++shows; }
@@ -23,21 +20,18 @@ struct RecordingSetup final : SetupPort {
 };
 
 struct Desk : BusFixture {
-  WaveFiles waveFiles{program->buffers,
-                      program->settings,
-                      program->interfaceKind,
-                      program->names,
-                      program->fileLibrary,
-                      program->messages,
-                      *setup};
-  FileCommands files{program->desktop, program->messages, program->registry, program->names, waveFiles};
+  std::optional<WaveFiles> waveFiles;
+  std::optional<FileCommands> files;
   RecordingSetup port;
   std::optional<SetupDesk> desk;
   SystemInfo& settings = program->settings;
 
   Desk() {
     desktop.folders.bus = CALDER_SIM_FOLDER;
-    desk.emplace(*program, *setup, files, waveFiles, *bus, progress);
+    waveFiles.emplace(program->buffers, settings, program->interfaceKind, program->names, program->fileLibrary,
+                      program->messages, *setup);
+    files.emplace(program->desktop, program->messages, program->registry, program->names, *waveFiles);
+    desk.emplace(*program, *setup, *files, *waveFiles, *bus, progress);
     desk->SetPort(&port);
     setup->ChooseModel(1);
     desk->Form_Load();
@@ -50,45 +44,39 @@ struct Desk : BusFixture {
   }
 };
 
-} // namespace
-
 TEST_F(Desk, TheAddressKeepsOffTheController) {
   settings.Address = 0;
   ChooseKind(kNiGpib);
-  EXPECT_EQ(settings.Address, 1); // moved away from the board's 0
-  desk->StepAddress(-1);          // round the end, over the 0
-  EXPECT_EQ(settings.Address, 30);
-  desk->StepAddress(1);
-  EXPECT_EQ(settings.Address, 1);
+  EXPECT_EQ(settings.Address, 1);                                   // moved away from the board's 0
+  for (const auto& [step, address] : {std::pair{-1, 30}, {1, 1}}) { // round the end, over the 0
+    desk->StepAddress(step);
+    EXPECT_EQ(settings.Address, address);
+  }
   desktop.boxes.Expect("This Address is Controller Address.\r   Address: 0");
-  desk->EnterAddress("0");
-  for (const char* refused : {"31", "-1", "", "1.5"}) desk->EnterAddress(refused);
+  for (const char* refused : {"0", "31", "-1", "", "1.5"}) desk->EnterAddress(refused);
   EXPECT_EQ(settings.Address, 1);
   desk->EnterAddress("7");
   EXPECT_EQ(settings.Address, 7);
 }
 
 TEST_F(Desk, EntriesStayInTheirRanges) {
-  desk->EnterMemoryNo("200");
-  desk->StepMemoryNo(-5);
-  EXPECT_EQ(settings.MemoryNo, 1);
-  desk->EnterMemoryNo("128");
-  desk->StepMemoryNo(1);
-  EXPECT_EQ(settings.MemoryNo, 128);
+  for (const auto& [typed, step, number] : {std::tuple{"200", -5, 1}, {"128", 1, 128}}) {
+    desk->EnterMemoryNo(typed);
+    desk->StepMemoryNo(step);
+    EXPECT_EQ(settings.MemoryNo, number);
+  }
   desk->EnterMemoryName("  A name of more than thirty-two characters  ");
-  EXPECT_EQ(settings.MemoryName, "A name of more than thirty-two c");
   desk->ChooseUnit(SetupDesk::Axis::X, 2);
   desk->EnterUnitName(SetupDesk::Axis::X, "ミリ秒ミリ秒ミリ秒");
-  EXPECT_EQ(desk->UnitName(SetupDesk::Axis::X), "ミリ秒ミリ秒ミリ");
+  EXPECT_EQ(Texts(settings.MemoryName, desk->UnitName(SetupDesk::Axis::X)),
+            "A name of more than thirty-two c ミリ秒ミリ秒ミリ");
   desk->EnterUnitRange(SetupDesk::Axis::X, SetupDesk::End::Max, "-1"); // below the smallest
   desk->EnterUnitRange(SetupDesk::Axis::X, SetupDesk::End::Min, "-1e300T");
   desk->EnterUnitRange(SetupDesk::Axis::X, SetupDesk::End::Max, "2.5k");
   EXPECT_EQ(settings.XUserMax, 2500);
   const double frequency = settings.Frequency = 1234.000000001;
-  desk->EnterOscillator(0, desk->OscillatorText(0)); // left as it was
-  EXPECT_EQ(settings.Frequency, frequency);
-  desk->EnterOscillator(0, "  ");
-  EXPECT_EQ(settings.Frequency, frequency);
+  for (const std::string& text : {desk->OscillatorText(0), std::string("  ")}) desk->EnterOscillator(0, text);
+  EXPECT_EQ(settings.Frequency, frequency) << "left as it was";
 }
 
 TEST_F(Desk, CancelRestoresEverythingAndOkAppliesTheMemorySize) {
@@ -100,9 +88,7 @@ TEST_F(Desk, CancelRestoresEverythingAndOkAppliesTheMemorySize) {
   EXPECT_NE(settings, before);
   desk->Btn_Cancel_Click();
   EXPECT_EQ(settings, before);
-  EXPECT_EQ(setup->ModelChoice(), 1);
-  EXPECT_EQ(program->interfaceKind, kUsbTmc);
-  EXPECT_EQ(port.closes, 1);
+  EXPECT_EQ(Texts(setup->ModelChoice(), program->interfaceKind, port.closes), Texts(1, kUsbTmc, 1));
 
   desk->Form_Load();
   desk->ChooseMemorySize(2);
@@ -180,23 +166,22 @@ TEST_F(Desk, AWrongMemoryNameGoesNowhere) {
 }
 
 TEST_F(Desk, SystemFilesKeepEverySetting) {
+  const auto file = [&](const std::string& name, bool save) {
+    desktop.dialogs.Answer(name);
+    save ? desk->Menu_FileSave_Click() : desk->Menu_FileOpen_Click();
+  };
   ChooseKind(kNiGpib);
   settings.Output = 2;
   settings.Polarity = 4;
   settings.XUserName = "ms";
   const SystemInfo saved = settings;
   const std::string path = (folder / "settings.ocb").string();
-  desktop.dialogs.Answer(path);
-  desk->Menu_FileSave_Click();
+  file(path, true);
   EXPECT_EQ(program->names.LastSystemFile, path);
   desk->ChooseModel(20);
-  desktop.dialogs.Answer(path);
-  desk->Menu_FileOpen_Click();
-  EXPECT_EQ(settings.ModelName, "XG5531");
-  EXPECT_EQ(settings.Output, 2);
-  EXPECT_EQ(settings.Polarity, 4);
-  EXPECT_EQ(settings.Address, saved.Address);
-  EXPECT_EQ(settings.XUserName, "ms");
+  file(path, false);
+  EXPECT_EQ(Texts(settings.ModelName, settings.Output, settings.Polarity), "XG5531 2 4");
+  EXPECT_EQ(Texts(settings.Address, settings.XUserName), Texts(saved.Address, "ms"));
   EXPECT_EQ(program->interfaceKind, kNiGpib);
   EXPECT_EQ(setup->ModelChoice(), 1);
   desktop.boxes.Expect("This Address is Controller Address.\r   Address: 0"); // asked for again
@@ -206,11 +191,7 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   for (const auto& [stored, shown] : {std::pair(kUsbTmc, kNiGpib), {kUsb488, kUsb488}, {kSimulated, kSimulated}}) {
     desk->ChooseModel(2);
     program->interfaceKind = stored;
-    const std::string other = (folder / "other.ocb").string();
-    for (const bool save : {true, false}) {
-      desktop.dialogs.Answer(other);
-      save ? desk->Menu_FileSave_Click() : desk->Menu_FileOpen_Click();
-    }
+    for (const bool save : {true, false}) file((folder / "other.ocb").string(), save);
     EXPECT_EQ(program->interfaceKind, shown);
   }
 
@@ -220,19 +201,16 @@ TEST_F(Desk, SystemFilesKeepEverySetting) {
   settings.RangeNo = 9;
   settings.ModelName = "XG5530";
   const SystemFile written(program->settings, program->interfaceKind, program->fileLibrary, program->messages,
-                           waveFiles);
+                           *waveFiles);
   ASSERT_EQ(written.Write_SystemFile(path), 0);
-  desktop.dialogs.Answer(path);
-  desk->Menu_FileOpen_Click();
-  EXPECT_EQ(settings.ModelName, "XG5530");
-  EXPECT_EQ(settings.Channel, 0);
+  file(path, false);
+  EXPECT_EQ(Texts(settings.ModelName, settings.Channel), "XG5530 0");
   EXPECT_LT(settings.RangeNo, static_cast<int>(setup->Ranges().size()));
 
   std::filesystem::resize_file(path, 100);
   const SystemInfo before = settings;
-  desktop.dialogs.Answer(path);
   desktop.boxes.Expect("[" + path + "] File Read error.");
-  desk->Menu_FileOpen_Click();
+  file(path, false);
   EXPECT_EQ(settings, before);
 }
 
@@ -243,10 +221,7 @@ TEST_F(Desk, PointsThatALargerMemoryBringsAreClearBeforeATransfer) {
   const auto codes = W_Lock(program->buffers.Current());
   std::iota(codes.begin(), codes.end(), std::int16_t{0}); // also after the 1024 points of the waveform
   desk->ChooseModel(6);
-  EXPECT_EQ(settings.MemorySize, 8192);
-  EXPECT_EQ(codes[1023], 1023);
-  EXPECT_EQ(codes[1024], 0);
-  EXPECT_EQ(codes[8192], 8192);
+  EXPECT_EQ(Texts(settings.MemorySize, codes[1023], codes[1024], codes[8192]), "8192 1023 0 8192");
   EXPECT_EQ(settings.TransferFormat, 1); // a ramp and a line, now over 8192 points
   EXPECT_EQ(settings.ControlPointCount, 4);
   codes[8191] = 5; // from now on they are the waveform's
@@ -255,8 +230,7 @@ TEST_F(Desk, PointsThatALargerMemoryBringsAreClearBeforeATransfer) {
   desk->Btn_Trans_Click(SetupDesk::Transfer::Waveform);
   EXPECT_EQ(codes[8191], 5);
   desk->Btn_Cancel_Click();
-  EXPECT_EQ(settings.MemorySize, 1024);
-  EXPECT_EQ(codes[1023], 1023);
+  EXPECT_EQ(Texts(settings.MemorySize, codes[1023]), "1024 1023");
 }
 
 TEST_F(Desk, TheLoopTestCountsUntilItIsStoppedOrCancelled) {
@@ -289,4 +263,4 @@ TEST_F(Desk, TheLoopTestCountsUntilItIsStoppedOrCancelled) {
   }
 }
 
-} // namespace calder
+} // namespace calder::setup_desk_test

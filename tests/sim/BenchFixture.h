@@ -1,6 +1,7 @@
 // The simulated bus libraries, loaded as the program loads them, on a bench as switched on.
 #pragma once
 
+#include "Testing.h"
 #include "libs/bus/KiGpib.h"
 #include "libs/bus/Ni4882.h"
 #include "libs/bus/Usb488.h"
@@ -8,12 +9,7 @@
 #include "platform/posix/DlBusLibraries.h"
 #include "sim/SimBench.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <string>
 #include <string_view>
-#include <vector>
 
 namespace calder {
 

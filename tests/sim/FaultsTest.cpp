@@ -2,10 +2,7 @@
 
 #include "platform/TempFolder.h"
 
-#include <fstream>
-
-namespace calder {
-namespace {
+namespace calder::faults_test {
 
 TEST_F(BenchTest, EveryFaultMeetsItsCall) {
   OpenNi();
@@ -40,12 +37,10 @@ TEST_F(BenchTest, ALateCallIsATimeoutBehindItsLimit) {
 
 TEST_F(BenchTest, AScriptIsTakenWholeOrNotAtAll) {
   for (const char* line :
-       {"fail", "fail 0", "fail x", "fail ibwrt 1 2", "break 1", "short 1", "short ibwrt 1 x", "late 2 -1"}) {
+       {"fail", "fail 0", "fail x", "fail ibwrt 1 2", "break 1", "short 1", "short ibwrt 1 x", "late 2 -1"})
     EXPECT_FALSE(sim::Script(std::string("fail 1\n") + line)) << line;
-  }
   OpenNi();
   EXPECT_EQ(sim::InjectedFaults(), 0);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::faults_test

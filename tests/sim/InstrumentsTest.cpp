@@ -2,22 +2,14 @@
 
 #include "platform/TempFolder.h"
 
-#include <fstream>
-#include <sstream>
-
-namespace calder {
-namespace {
+namespace calder::instruments_test {
 
 using Lines = std::vector<std::string>;
 using namespace std::string_literals;
 
 TEST_F(BenchTest, ErrorsGoIntoTheQueueAndSetTheirBit) {
   OpenNi();
-  struct {
-    const char* message;
-    const char* status;
-    const char* error;
-  } const cases[] = {
+  const std::tuple<const char*, const char*, const char*> cases[] = {
       {":SOUR1:FREK 5;:SOUR1:FREQ 7", "32", "-113,\"Undefined header\"\n"}, // the rest of the message is not done
       {":SOUR1:FREQ 16E6;:OUTP1 ON", "16", "-222,\"Data out of range\"\n"}, // the rest is
       {":SOUR2:FREQ 5", "32", "-114,\"Header suffix out of range\"\n"},
@@ -29,18 +21,17 @@ TEST_F(BenchTest, ErrorsGoIntoTheQueueAndSetTheirBit) {
       {":SOUR1:VOLT:RANG 1;:SOUR1:VOLT 4.5PP", "16", "-222,\"Data out of range\"\n"},
       {":OUTP1:POL SQU, NORM", "16", "-221,\"Settings conflict\"\n"}, // the shape is another one
       {":SOURCE1:FREQUENCY 5;VOLT:OFFS", "32", "-113,\"Undefined header\"\n"},
-      {"*CLS;:sour1:volt 3.5pp;:OUTP1:LOAD INFinity;:OUTP1:SCAL SIN, PFS", "0", "0,\"No error\"\n"},
-  };
-  for (const auto& one : cases) {
+      {"*CLS;:sour1:volt 3.5pp;:OUTP1:LOAD INFinity;:OUTP1:SCAL SIN, PFS", "0", "0,\"No error\"\n"}};
+  for (const auto& [message, bits, entry] : cases) {
     Put(kXg5530, "*CLS\n");
-    Put(kXg5530, one.message + "\n"s);
-    EXPECT_EQ(Ask(kXg5530, "*ESR?"), one.status + "\n"s) << one.message;
+    Put(kXg5530, message + "\n"s);
+    EXPECT_EQ(Ask(kXg5530, "*ESR?"), bits + "\n"s) << message;
     EXPECT_EQ(Ask(kXg5530, "*ESR?"), "0\n");
-    EXPECT_EQ(Ask(kXg5530, ":SYST:ERR?"), one.error) << one.message;
+    EXPECT_EQ(Ask(kXg5530, ":SYST:ERR?"), entry) << message;
   }
-  EXPECT_EQ(sim::Setting("XG5530", "frequency1"), "5");
-  EXPECT_EQ(sim::Setting("XG5530", "output"), "1");
-  EXPECT_EQ(sim::Setting("XG5530", "unit1") + sim::Setting("XG5530", "scale1"), "PPPFS");
+  EXPECT_EQ(Texts(sim::Setting("XG5530", "frequency1"), sim::Setting("XG5530", "output"),
+                  sim::Setting("XG5530", "unit1") + sim::Setting("XG5530", "scale1")),
+            "5 1 PPPFS");
   Put(kKz8110, "VPP 19PP\n");
   EXPECT_EQ(Ask(kKz8110, "*STB?"), "4\n");
   EXPECT_EQ(Ask(kKz8110, "ERR?"), "-222,\"Data out of range\"\n");
@@ -50,15 +41,7 @@ TEST_F(BenchTest, ErrorsGoIntoTheQueueAndSetTheirBit) {
 // The command that announces a block, the block as each family takes it, and where it ends up.
 TEST_F(BenchTest, RawBlocksGoIntoTheMemories) {
   OpenNi();
-  struct {
-    int address;
-    const char* model;
-    const char* command;
-    int memory;
-    int size;
-    bool lowFirst;
-    const char* name;
-  } const cases[] = {
+  const std::tuple<int, const char*, const char*, int, int, bool, const char*> cases[] = {
       {kXj2110, "XJ2110", ":TRAC:POIN 1024;:FORM:BORD NORM;:TRAC:DATA 3,USER 1,", 3, 1024, false, "USER 1"},
       {kXj2110, "XJ2110", ":TRAC:POIN 2048;:FORM:BORD SWAP;:TRAC:DATA 4,X,", 4, 2048, true, "X"},
       {kQn1010, "QN1010", "MEM:MODE BIN;:MEM:SIZE 2048;MEM:DATA 2,", 2, 2048, true, ""},
@@ -68,26 +51,25 @@ TEST_F(BenchTest, RawBlocksGoIntoTheMemories) {
       {17, "VJ6210", ":INST:NSEL 2;:ARB:POIN 1024;:ARB:NAME \"M\";:ARB:DATA 8,", 8, 1024, false, "M"},
       {kKz8110, "KZ8110", "WMEM 3;WLEN 1024;WDAT", 3, 1024, false, ""},
       {22, "UB9110", "SIZE 1024;BANK 1;DATA 0,", 0, 1024, false, ""},
-      {26, "UB9330", "Chan 3;Size 4096;Data 15,", 15, 4096, false, ""},
-  };
-  for (const auto& one : cases) {
-    std::vector<std::int16_t> codes(static_cast<std::size_t>(one.size));
+      {26, "UB9330", "Chan 3;Size 4096;Data 15,", 15, 4096, false, ""}};
+  for (const auto& [address, model, command, memory, size, lowFirst, name] : cases) {
+    std::vector<std::int16_t> codes(static_cast<std::size_t>(size));
     for (std::size_t i = 0; i < codes.size(); ++i)
       codes[i] = static_cast<std::int16_t>(static_cast<int>(i * 7 % 4096) - 2048);
     codes[5] = 0x0A0A; // a line feed ends nothing
-    if (one.lowFirst || one.model == "KZ8110"s) codes[5] = 0x040A;
-    Put(one.address, "*CLS;"s + one.command + "\n");
-    PutBlock(one.address, BlockOf(codes, one.lowFirst));
-    EXPECT_EQ(sim::Errors(one.model), Lines()) << one.command;
-    const auto stored = sim::Memory(one.model, one.memory);
-    ASSERT_TRUE(stored.has_value()) << one.command;
-    EXPECT_EQ(stored->codes, codes) << one.command;
-    EXPECT_EQ(stored->name, one.name);
+    if (lowFirst || model == "KZ8110"s) codes[5] = 0x040A;
+    Put(address, "*CLS;"s + command + "\n");
+    PutBlock(address, BlockOf(codes, lowFirst));
+    EXPECT_EQ(sim::Errors(model), Lines()) << command;
+    const auto stored = sim::Memory(model, memory);
+    ASSERT_TRUE(stored.has_value()) << command;
+    EXPECT_EQ(stored->codes, codes) << command;
+    EXPECT_EQ(stored->name, name);
     // One point too few: an error, and the memory keeps what it had.
-    Put(one.address, one.command + "\n"s);
-    PutBlock(one.address, BlockOf(codes, one.lowFirst).substr(2));
-    EXPECT_EQ(sim::Errors(one.model), Lines{"-161,\"Invalid block data\""}) << one.command;
-    EXPECT_EQ(sim::Memory(one.model, one.memory), stored);
+    Put(address, command + "\n"s);
+    PutBlock(address, BlockOf(codes, lowFirst).substr(2));
+    EXPECT_EQ(sim::Errors(model), Lines{"-161,\"Invalid block data\""}) << command;
+    EXPECT_EQ(sim::Memory(model, memory), stored);
   }
 }
 
@@ -177,5 +159,4 @@ TEST_F(BenchTest, MemoriesAreChosenByTheirOwnNumbers) {
   EXPECT_EQ(sim::Errors("UB9110"), Lines{"-222,\"Data out of range\""});
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::instruments_test

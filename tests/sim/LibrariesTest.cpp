@@ -2,10 +2,7 @@
 
 #include "libs/sysinf32/sysinf32.h"
 
-#include <fstream>
-
-namespace calder {
-namespace {
+namespace calder::libraries_test {
 
 using Lines = std::vector<std::string>;
 
@@ -19,8 +16,7 @@ TEST_F(BenchTest, TheBenchIsTheModelDatabase) {
   std::string model;
   for (std::int32_t number = 0; number < database.SysGetDeviceCnt(); ++number) {
     ASSERT_TRUE(list >> address >> model);
-    EXPECT_EQ(address, number + 1);
-    EXPECT_EQ(model, database.SysGetDeviceName(number));
+    EXPECT_EQ(Texts(address, model), Texts(number + 1, database.SysGetDeviceName(number)));
     EXPECT_EQ(Ask(address, "*IDN?"), "ORVO," + model + ",1234567,1.00\n");
   }
   EXPECT_FALSE(list >> address);
@@ -36,8 +32,7 @@ TEST_F(BenchTest, TheControllersErrorsAreThoseOfTheStandard) {
   EXPECT_EQ(Put(30, "*IDN?"), 0x8100);
   EXPECT_EQ(error, 2); // no listener
   EXPECT_EQ(Get(1), "");
-  EXPECT_EQ(status, 0xC100);
-  EXPECT_EQ(error, 6);
+  EXPECT_EQ(Texts(status, error), Texts(0xC100, 6));
   EXPECT_EQ(sim::Errors("XG5530"), Lines{"-420,\"Query UNTERMINATED\""});
 }
 
@@ -67,10 +62,8 @@ TEST_F(BenchTest, TheKiLanguageIsStrict) {
   };
   EXPECT_EQ(transmit("UNT UNL TALK MTA LISTEN 14 DATA ':ARB:NAME \"a''b\"' EOI 13 10"), 0);
   EXPECT_EQ(sim::Messages("VJ6110"), Lines{":ARB:NAME \"a'b\""});
-  for (const char* text :
-       {"UNX", "LISTEN 31", "DATA 256", "'text'", "DATA 'open", "14", "unl", "LISTEN 14 DATA HELLO"}) {
+  for (const char* text : {"UNX", "LISTEN 31", "DATA 256", "'text'", "DATA 'open", "14", "unl", "LISTEN 14 DATA HELLO"})
     EXPECT_NE(transmit(text), 0) << text;
-  }
   ASSERT_EQ(transmit("UNT UNL LISTEN 14 TALK MTA DATA '*IDN' EOI DATA '?' UNT UNL LISTEN MLA TALK 14"), 0);
   std::array<char, 64> answer{};
   long received = 0;
@@ -81,5 +74,4 @@ TEST_F(BenchTest, TheKiLanguageIsStrict) {
   EXPECT_EQ(sim::Setting("VJ6110", "remote") + sim::Setting("VJ6110", "lockout"), "01");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::libraries_test

@@ -1,8 +1,7 @@
 // Expression pages: when they are computed, what a fault costs, where it is.
 #include "tools/CreateFixture.h"
 
-namespace calder {
-namespace {
+namespace calder::create_expression_test {
 
 struct CreateExpressionTest : CreateFixture {};
 
@@ -11,9 +10,8 @@ TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
   OpenExpression(100, 200, "  X*10 ", "");
   EXPECT_EQ(Generated(150), 0);
   create->Btn_Comp_Click();
-  EXPECT_EQ(Generated(150), 1500);
-  EXPECT_EQ(Page(1).Expression, "X*10") << "stored back trimmed";
-  EXPECT_FALSE(create->PageModified());
+  EXPECT_EQ(Texts(Generated(150), Page(1).Expression, create->PageModified()), "1500 X*10 false")
+      << "stored back trimmed";
   desktop.dialogs.Cancel();
   create->Menu_FileOpen_Click();
   EXPECT_EQ(Generated(150), 1500) << "no list was read";
@@ -24,8 +22,7 @@ TEST_F(CreateExpressionTest, IsEmptyUntilComputeOrAnOk) {
   create->Text_X_LostFocus(CreatePages::AreaEnd::End, create->StartText(), "300");
   EXPECT_EQ(Generated(150), 0);
   create->Btn_OK_Click();
-  EXPECT_EQ(Code(299), 2990);
-  EXPECT_EQ(Code(300), 300);
+  EXPECT_EQ(Texts(Code(299), Code(300)), "2990 300");
 }
 
 TEST_F(CreateExpressionTest, WhatWasSeenWhileTypingFollowsTheArea) {
@@ -52,42 +49,35 @@ TEST_F(CreateExpressionTest, UnitsAreThoseOnShow) {
 }
 
 TEST_F(CreateExpressionTest, AFaultIsToldWithItsPlaceAndWritesNothing) {
-  const struct {
-    const char *why, *constants, *expression, *message;
-    TextBox box;
-    std::size_t position;
-  } rows[] = {
+  const std::tuple<const char*, const char*, const char*, const char*, TextBox, std::size_t> rows[] = {
       {"an unknown name", "", "1+foo", "Syntax error in equation", TextBox::Expression, 2},
       {"an unknown name after a random value", "", "rnd()*foo", "Syntax error in equation", TextBox::Expression, 6},
       {"a stray parenthesis", "", "(x", "Unbalance of parenthesis", TextBox::Expression, 0},
-      {"constants", "a=1;b=*", "a", "Constant format error", TextBox::Constants, 6},
-  };
-  for (const auto& row : rows) {
+      {"constants", "a=1;b=*", "a", "Constant format error", TextBox::Constants, 6}};
+  for (const auto& [why, constants, expression, message, box, position] : rows) {
     Ramp();
     program->buffers.Reset_Undo();
-    OpenExpression(100, 200, row.expression, row.constants);
+    OpenExpression(100, 200, expression, constants);
     createPort->closes = 0;
     createPort->fault.reset();
-    desktop.boxes.Expect(row.message);
+    desktop.boxes.Expect(message);
     create->Btn_OK_Click();
-    EXPECT_EQ(Code(150), 150) << row.why;
-    EXPECT_TRUE(editor->commands.CanUndo()) << row.why << ": the step is recorded before the page is computed";
-    EXPECT_EQ(createPort->closes, 0) << row.why;
-    EXPECT_TRUE(create->Cancelled()) << row.why;
-    ASSERT_TRUE(createPort->fault && createPort->fault->place) << row.why;
-    EXPECT_EQ(createPort->fault->place->box, row.box) << row.why;
-    EXPECT_EQ(createPort->fault->place->position, row.position) << row.why;
-    desktop.boxes.Expect(row.message);
+    EXPECT_EQ(Code(150), 150) << why;
+    EXPECT_TRUE(editor->commands.CanUndo()) << why << ": the step is recorded before the page is computed";
+    EXPECT_EQ(Texts(createPort->closes, create->Cancelled()), "0 true") << why;
+    ASSERT_TRUE(createPort->fault && createPort->fault->place) << why;
+    EXPECT_EQ(createPort->fault->place->box, box) << why;
+    EXPECT_EQ(createPort->fault->place->position, position) << why;
+    desktop.boxes.Expect(message);
     create->Btn_Comp_Click();
-    EXPECT_TRUE(create->PageModified()) << row.why;
+    EXPECT_TRUE(create->PageModified()) << why;
   }
 }
 
 TEST_F(CreateExpressionTest, ConstantsAreCheckedAtBothEndsAndKeptInSmallLetters) {
   OpenExpression(100.5, 201.5, "a", "A=3 ;");
   create->Btn_Comp_Click();
-  EXPECT_EQ(Page(1).Constants, "a=3 ;");
-  EXPECT_EQ(Generated(150), 3);
+  EXPECT_EQ(Texts(Page(1).Constants, Generated(150)), "a=3 ; 3");
   // Nothing to compute: no message, nothing changes.
   create->Txt_Expr_LostFocus("   ");
   create->Btn_Comp_Click();
@@ -115,10 +105,7 @@ TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
   Page(3).Expression = "(((";
   desktop.boxes.Expect("Syntax error in equation");
   create->Btn_Confirm_Click();
-  EXPECT_EQ(create->CurrentPage(), 2);
-  EXPECT_EQ(createPort->closes, 0);
-  EXPECT_EQ(Code(50), 7);
-  EXPECT_EQ(Code(450), 7);
+  EXPECT_EQ(Texts(create->CurrentPage(), createPort->closes, Code(50), Code(450)), "2 0 7 7");
   EXPECT_EQ(Code(250), 0) << "the failed page's area is copied as it was left";
   ASSERT_TRUE(createPort->fault && createPort->fault->place);
   EXPECT_EQ(createPort->fault->place->position, 0U);
@@ -130,9 +117,7 @@ TEST_F(CreateExpressionTest, AllPageOkCopiesTheOthersAndShowsTheFirstFault) {
   Page(2).Expression = "8";
   Page(3).Expression = "9";
   create->Btn_Confirm_Click();
-  EXPECT_EQ(createPort->closes, 1);
-  EXPECT_EQ(Code(250), 8);
-  EXPECT_EQ(Code(350), 9);
+  EXPECT_EQ(Texts(createPort->closes, Code(250), Code(350)), "1 8 9");
 }
 
 TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
@@ -143,8 +128,7 @@ TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
   const CreatePage before = Page(1);
   const int previews = createPort->previews;
   EXPECT_EQ(create->LivePreview("b=4", "b*100").message, 0);
-  EXPECT_EQ(Generated(150), 400);
-  EXPECT_EQ(createPort->previews, previews + 1);
+  EXPECT_EQ(Texts(Generated(150), createPort->previews), Texts(400, previews + 1));
   const ExpressionFault fault = create->LivePreview("b=4", "b*100+");
   EXPECT_EQ(fault.message, 100);
   EXPECT_TRUE(fault.place);
@@ -154,8 +138,7 @@ TEST_F(CreateExpressionTest, TypingShowsWhatCanBeComputedAndLeavesNoTrace) {
   ASSERT_EQ(program->evaluator.EvalOneL("[c=3]0", 0, unused), 0);
   EXPECT_EQ(create->LivePreview("", "c*100").message, 0) << "those that are remembered are";
   EXPECT_EQ(create->LivePreview("", "").message, 0);
-  EXPECT_EQ(Generated(150), 0);
-  EXPECT_EQ(Page(1), before);
+  EXPECT_TRUE(Generated(150) == 0 && Page(1) == before);
   create->LivePreview("", "55");
   create->Btn_OK_Click();
   EXPECT_EQ(Code(150), 1) << "the stored text, not what the preview showed last";
@@ -176,5 +159,4 @@ TEST_F(CreateExpressionTest, AnEditedTextIsComputedAgain) {
   EXPECT_EQ(Page(1).Constants.size(), 2 * 944U) << "whole characters";
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::create_expression_test

@@ -2,10 +2,7 @@
 #include "platform/TempFolder.h"
 #include "tools/CreateFixture.h"
 
-#include <cmath>
-
-namespace calder {
-namespace {
+namespace calder::create_pages_test {
 
 struct CreatePagesTest : CreateFixture {};
 using End = CreatePages::AreaEnd;
@@ -13,16 +10,12 @@ using Button = CreatePages::PageButton;
 
 TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
   create->PrepareCreate();
-  EXPECT_EQ(create->CurrentPage(), 1);
-  EXPECT_EQ(Page(1).StartX, 100);
-  EXPECT_EQ(Page(1).Size, 100);
+  EXPECT_EQ(Texts(create->CurrentPage(), Page(1).StartX, Page(1).Size), "1 100 100");
   EXPECT_TRUE(Page(1).Valid);
   EXPECT_FALSE(Page(1).Visited);
-  EXPECT_TRUE(create->PageModified());
-  EXPECT_TRUE(create->Cancelled());
-  EXPECT_EQ(create->StartText(), "100.0000000");
-  EXPECT_EQ(Generated(125), 32767) << "a sine over the range";
-  EXPECT_EQ(Generated(225), 0);
+  EXPECT_EQ(Texts(create->PageModified(), create->Cancelled(), create->StartText(), Generated(125), Generated(225)),
+            "true true 100.0000000 32767 0")
+      << "a sine over the range";
   // Another page, whose area passes the end of a memory that has become smaller.
   Page(1).Valid = 0;
   Page(7).Valid = kPageTrue;
@@ -30,19 +23,12 @@ TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
   create->PrepareCreate();
   EXPECT_EQ(create->CurrentPage(), 7);
   EXPECT_EQ(Page(7).EndX, kSize);
-  EXPECT_EQ(Page(7).Size, 100);
-  EXPECT_EQ(program->buffers.CurrentScope(), (Scope{900, 1000}));
+  EXPECT_EQ(Texts(Page(7).Size, program->buffers.CurrentScope()), "100 900..1000");
 }
 
 TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOtherwise) {
-  struct Row {
-    const char* why;
-    int box;
-    const char* typed;
-    double stored;
-    const char* shown;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, int, const char*, double, const char*>;
+  for (const auto& [why, box, typed, stored, shown] :
        {Row{"offset", kBoxOffset, "-100", -100, "-100.000"},
         Row{"lowest code", kBoxOffset, "-32768", -32768, "-32767.0"},
         Row{"offset beyond the scale", kBoxOffset, "32768", 0, "0.000000"},
@@ -59,17 +45,17 @@ TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOthe
     program->pages = PageTable{};
     program->buffers.CurrentScope() = {100, 200};
     create->PrepareCreate();
-    const double before = BoxField(create->Page(), row.box);
+    const double before = BoxField(create->Page(), box);
     createPort->previews = 0;
     program->settings.TransferFormat = 1;
-    create->Text_LostFocus(row.box, row.typed);
-    EXPECT_DOUBLE_EQ(BoxField(create->Page(), row.box), row.stored) << row.why;
-    EXPECT_EQ(create->ParameterText(row.box), row.shown) << row.why;
-    const bool changed = before != row.stored;
-    EXPECT_EQ(createPort->previews > 0, changed) << row.why;
-    EXPECT_EQ(program->settings.TransferFormat == 0, changed) << row.why;
-    EXPECT_EQ(create->Page().EndX, 100 + create->Page().Size) << row.why;
-    EXPECT_EQ(program->buffers.CurrentScope().End, create->Page().EndX) << row.why;
+    create->Text_LostFocus(box, typed);
+    EXPECT_DOUBLE_EQ(BoxField(create->Page(), box), stored) << why;
+    EXPECT_EQ(create->ParameterText(box), shown) << why;
+    const bool changed = before != stored;
+    EXPECT_EQ(Texts(createPort->previews > 0, program->settings.TransferFormat == 0, create->Page().EndX),
+              Texts(changed, changed, 100 + create->Page().Size))
+        << why;
+    EXPECT_EQ(program->buffers.CurrentScope().End, create->Page().EndX) << why;
   }
 }
 
@@ -86,30 +72,24 @@ TEST_F(CreatePagesTest, LeavingABoxUntouchedChangesNothing) {
 }
 
 TEST_F(CreatePagesTest, TypedAreasPushTheOtherEndOrAreRefused) {
-  const struct {
-    const char* why;
-    End edited;
-    const char *start, *end;
-    Scope after;
-  } rows[] = {
+  const std::tuple<const char*, End, const char*, const char*, Scope> rows[] = {
       {"start", End::Start, "150", "200.0000000", {150, 200}},
       {"start after the end", End::Start, "300", "200.0000000", {300, 300}},
       {"end", End::End, "100.0000000", "1k", {100, 1000}},
       {"end before the start", End::End, "100.0000000", "50", {50, 50}},
       {"end beyond the memory, not taken for 0", End::End, "100.0000000", "1000.5", {100, 200}},
       {"start below 0", End::Start, "-1", "200.0000000", {100, 200}},
-      {"the same in other digits", End::Start, "1e2", "200.0000000", {100, 200}},
-  };
-  for (const auto& row : rows) {
+      {"the same in other digits", End::Start, "1e2", "200.0000000", {100, 200}}};
+  for (const auto& [why, edited, start, end, after] : rows) {
     program->pages = PageTable{};
     program->buffers.CurrentScope() = {100, 200};
     create->PrepareCreate();
     Page(1).Valid = 0;
-    create->Text_X_LostFocus(row.edited, row.start, row.end);
-    EXPECT_EQ(program->buffers.CurrentScope(), row.after) << row.why;
-    EXPECT_EQ((Scope{Page(1).StartX, Page(1).EndX}), row.after) << row.why;
-    EXPECT_EQ(Page(1).Size, row.after.Length()) << row.why;
-    EXPECT_EQ(Page(1).Visited != 0, !(row.after == Scope{100, 200})) << row.why;
+    create->Text_X_LostFocus(edited, start, end);
+    EXPECT_EQ(program->buffers.CurrentScope(), after) << why;
+    EXPECT_EQ((Scope{Page(1).StartX, Page(1).EndX}), after) << why;
+    EXPECT_EQ(Page(1).Size, after.Length()) << why;
+    EXPECT_EQ(Page(1).Visited != 0, !(after == Scope{100, 200})) << why;
   }
 }
 
@@ -138,20 +118,16 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
   EXPECT_EQ(Page(2).Function, kFunctionSquare) << "an untouched page takes over the function";
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 0}));
   create->Cmd_Page_Click(Button::Last);
-  EXPECT_EQ(create->CurrentPage(), 50);
-  EXPECT_EQ(Generated(50), 7);
+  EXPECT_EQ(Texts(create->CurrentPage(), Generated(50)), "50 7");
   EXPECT_EQ(Page(50).Function, kFunctionSine) << "a valid one keeps its own";
   create->Cmd_Page_Click(Button::First);
   EXPECT_EQ(create->CurrentPage(), 1);
-  struct Row {
-    const char* typed;
-    int page;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, int>;
+  for (const auto& [typed, page] :
        {Row{"7", 7}, Row{"", 1}, Row{"999", 200}, Row{"-4", 1}, Row{"12", 12}, Row{"abc", 1}, Row{"1e30", 200}}) {
-    create->Txt_Page_LostFocus(row.typed);
-    EXPECT_EQ(create->CurrentPage(), row.page) << row.typed;
-    EXPECT_EQ(create->PageText(), std::to_string(row.page));
+    create->Txt_Page_LostFocus(typed);
+    EXPECT_EQ(create->CurrentPage(), page) << typed;
+    EXPECT_EQ(create->PageText(), std::to_string(page));
   }
   create->Cmd_Page_Click(Button::Next);
   EXPECT_EQ(create->CurrentPage(), 200);
@@ -164,15 +140,10 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
 }
 
 TEST_F(CreatePagesTest, DraggingChangesWhatTheRegionSays) {
-  struct Row {
-    const char* why;
-    int function;
-    double x, y, toX, toY; // a picture of 400 by 200
-    double CreatePage::*field;
-    double before, after;
-  };
+  // x, y, toX, toY: a picture of 400 by 200
+  using Row = std::tuple<const char*, int, double, double, double, double, double CreatePage::*, double, double>;
   const double code = 65534 / 200.0 / 4;
-  for (const Row& row :
+  for (const auto& [why, function, x, y, toX, toY, field, before, after] :
        {Row{"top: period", 0, 200, 50, 150, 50, &CreatePage::Period, 1, 2},
         Row{"bottom: amplitude", 0, 200, 150, 200, 140, &CreatePage::Amplitude, 1000, 1000 + 10 * code},
         Row{"a period below 0.1 is refused", 0, 0, 0, 46, 0, &CreatePage::Period, 1, 1},
@@ -188,13 +159,13 @@ TEST_F(CreatePagesTest, DraggingChangesWhatTheRegionSays) {
         Row{"an expression cannot be dragged", 5, 200, 50, 150, 50, &CreatePage::Period, 1, 1}}) {
     program->pages = PageTable{};
     create->PrepareCreate();
-    Page(1).Function = static_cast<std::int16_t>(row.function);
-    Page(1).*row.field = row.before;
-    create->PictWave_MouseDown(true, row.x, row.y, 400, 200);
-    create->PictWave_MouseMove(row.toX, row.toY);
+    Page(1).Function = static_cast<std::int16_t>(function);
+    Page(1).*field = before;
+    create->PictWave_MouseDown(true, x, y, 400, 200);
+    create->PictWave_MouseMove(toX, toY);
     create->PictWave_MouseUp();
     create->PictWave_MouseMove(0, 0);
-    EXPECT_NEAR(Page(1).*row.field, row.after, 1e-9) << row.why;
+    EXPECT_NEAR(Page(1).*field, after, 1e-9) << why;
   }
   create->PictWave_MouseDown(false, 10, 10, 400, 200);
   create->PictWave_MouseMove(20, 20);
@@ -220,12 +191,8 @@ TEST_F(CreatePagesTest, PageOkCopiesTheAreaAlone) {
   create->Text_LostFocus(kBoxOffset, "1234");
   EXPECT_EQ(Code(150), 150) << "nothing before OK";
   create->Btn_OK_Click();
-  EXPECT_EQ(Code(99), 99);
-  EXPECT_EQ(Code(100), 1234);
-  EXPECT_EQ(Code(199), 1234);
-  EXPECT_EQ(Code(200), 200);
-  EXPECT_FALSE(create->Cancelled());
-  EXPECT_EQ(createPort->closes, 1);
+  EXPECT_EQ(Texts(Code(99), Code(100), Code(199), Code(200), create->Cancelled(), createPort->closes),
+            "99 1234 1234 200 false 1");
   editor->Do(Command::Undo);
   EXPECT_EQ(Code(150), 150);
 }
@@ -235,15 +202,13 @@ TEST_F(CreatePagesTest, PagesWithoutEffectAreNotCopied) {
   create->PrepareCreate();
   create->Opt_effect_Click(false);
   create->Btn_Confirm_Click();
-  EXPECT_EQ(createPort->closes, 1);
-  EXPECT_FALSE(editor->commands.CanUndo()) << "there was nothing to do";
+  EXPECT_EQ(Texts(createPort->closes, editor->commands.CanUndo()), "1 false") << "there was nothing to do";
   Page(2).SetArea(100, 200);
   create->GoToPage(2);
   create->Text_LostFocus(kBoxOffset, "1");
   create->Opt_effect_Click(false);
   create->Btn_OK_Click();
-  EXPECT_EQ(createPort->closes, 2);
-  EXPECT_EQ(Code(150), 150);
+  EXPECT_EQ(Texts(createPort->closes, Code(150)), "2 150");
   create->GoToPage(1); // which nobody has visited yet: the OK is the first touch
   create->Btn_OK_Click();
   EXPECT_EQ(Code(125), 32767);
@@ -259,11 +224,8 @@ TEST_F(CreatePagesTest, AllPageOkOverlaysThePagesInOrder) {
   }
   create->PrepareCreate();
   create->Btn_Confirm_Click();
-  EXPECT_EQ(Code(299), 1000);
-  EXPECT_EQ(Code(300), 3000) << "a later page covers an earlier one";
-  EXPECT_EQ(Code(549), 3000);
-  EXPECT_EQ(Code(550), 550);
-  EXPECT_EQ(createPort->closes, 1);
+  EXPECT_EQ(Texts(Code(299), Code(300), Code(549), Code(550), createPort->closes), "1000 3000 3000 550 1")
+      << "a later page covers an earlier one";
 }
 
 TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndTheOperandHasOnePage) {
@@ -271,8 +233,7 @@ TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndTheOperandHasOnePage) {
   create->PrepareCreate();
   create->Btn_Cancel_Click();
   create->Form_QueryUnload();
-  EXPECT_TRUE(create->Cancelled());
-  EXPECT_EQ(Code(150), 150);
+  EXPECT_EQ(Texts(create->Cancelled(), Code(150)), "true 150");
 
   const WaveHandle operand = W_AllocMemory(100);
   create->PrepareCreate({operand, {100, 200}});
@@ -283,9 +244,7 @@ TEST_F(CreatePagesTest, CancelLeavesTheWaveformAndTheOperandHasOnePage) {
   create->Text_LostFocus(kBoxOffset, "7");
   create->Btn_Confirm_Click(); // the same as Page OK
   create->Form_QueryUnload();
-  EXPECT_EQ(createPort->operands, 1);
-  EXPECT_EQ(W_GetWaveData(operand, 99, 100), 7);
-  EXPECT_EQ(Code(150), 150);
+  EXPECT_EQ(Texts(createPort->operands, W_GetWaveData(operand, 99, 100), Code(150)), "1 7 150");
   W_FreeMemory(operand);
 }
 
@@ -296,9 +255,8 @@ TEST_F(CreatePagesTest, ClearsKeepWhatTheyShould) {
   Page(1).Expression = "x";
   Page(5).Valid = kPageTrue;
   create->Menu_Clear_Click();
-  EXPECT_EQ(Page(1).Duty, 50);
-  EXPECT_EQ(Generated(130), 32767) << "the first half, not the first fifth";
-  EXPECT_EQ(Page(1).Expression, "");
+  EXPECT_EQ(Texts(Page(1).Duty, Generated(130), Page(1).Expression), "50 32767 ")
+      << "the first half, not the first fifth";
   EXPECT_EQ(Page(1).Function, kFunctionSquare);
   EXPECT_EQ(Page(1).EndX, 200);
   EXPECT_TRUE(Page(1).Valid);
@@ -355,8 +313,7 @@ TEST_F(CreatePagesTest, AListFromTheFileMenuShowsItsFirstPage) {
   EXPECT_EQ(create->CurrentPage(), 1) << "nothing was read";
   desktop.dialogs.Answer(path);
   create->Menu_FileOpen_Click();
-  EXPECT_EQ(create->CurrentPage(), 20);
-  EXPECT_EQ(create->ParameterText(kBoxOffset), "5.000000");
+  EXPECT_EQ(Texts(create->CurrentPage(), create->ParameterText(kBoxOffset)), "20 5.000000");
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{10, 60}));
 }
 
@@ -371,9 +328,7 @@ TEST_F(CreatePagesTest, AreasBeyondASmallerMemoryAreShownShorterAndKept) {
   create->GoToPage(3);
   create->Text_X_LostFocus(End::Start, "200", create->EndText());
   create->Form_QueryUnload();
-  EXPECT_EQ(Page(2).EndX, 900);
-  EXPECT_EQ(Page(2).Size, 800);
-  EXPECT_EQ(Page(3).EndX, 500) << "an area that was edited is the user's";
+  EXPECT_EQ(Texts(Page(2).EndX, Page(2).Size, Page(3).EndX), "900 800 500") << "an area that was edited is the user's";
 }
 
 TEST_F(CreatePagesTest, ATypedSizeMovesTheRangesEndOnly) {
@@ -384,5 +339,4 @@ TEST_F(CreatePagesTest, ATypedSizeMovesTheRangesEndOnly) {
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{100, 300}));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::create_pages_test

@@ -4,13 +4,9 @@
 #include "platform/TempFolder.h"
 #include "tools/interpolate/SplineDesk.h"
 
-#include <cmath>
-#include <fstream>
 #include <iterator>
-#include <string>
 
-namespace calder {
-namespace {
+namespace calder::interpolate_test {
 
 using Column = SplineDesk::Column;
 using Kind = SplineDesk::Kind;
@@ -78,32 +74,28 @@ TEST_F(InterpolateTest, CellsRefuseWhatWouldBreakTheList) {
     const char* text;
     bool taken;
     const char* points;
-  } rows[] = {
-      {"X between its neighbours", 2, Column::X, "250", true, "0,0 250,0 1000,0"},
-      {"X of a neighbour", 2, Column::X, "1000", false, "0,0 500,0 1000,0"},
-      {"X below its neighbour", 2, Column::X, "0", false, "0,0 500,0 1000,0"},
-      {"X beyond the end", 2, Column::X, "2k", false, "0,0 500,0 1000,0"},
-      {"the first X", 1, Column::X, "5", false, "0,0 500,0 1000,0"},
-      {"Y with a prefix", 2, Column::Y, "1.5k", true, "0,0 500,1500 1000,0"},
-      {"Y outside", 2, Column::Y, "40000", false, "0,0 500,0 1000,0"},
-      {"the first Y is the last one's too", 1, Column::Y, "7", true, "0,7 500,0 1000,7"},
-      {"the last row is not edited", 3, Column::Y, "7", false, "0,0 500,0 1000,0"},
-      {"nor an empty one", 4, Column::X, "7", false, "0,0 500,0 1000,0"},
-  };
+  } rows[] = {{"X between its neighbours", 2, Column::X, "250", true, "0,0 250,0 1000,0"},
+              {"X of a neighbour", 2, Column::X, "1000", false, "0,0 500,0 1000,0"},
+              {"X below its neighbour", 2, Column::X, "0", false, "0,0 500,0 1000,0"},
+              {"X beyond the end", 2, Column::X, "2k", false, "0,0 500,0 1000,0"},
+              {"the first X", 1, Column::X, "5", false, "0,0 500,0 1000,0"},
+              {"Y with a prefix", 2, Column::Y, "1.5k", true, "0,0 500,1500 1000,0"},
+              {"Y outside", 2, Column::Y, "40000", false, "0,0 500,0 1000,0"},
+              {"the first Y is the last one's too", 1, Column::Y, "7", true, "0,7 500,0 1000,7"},
+              {"the last row is not edited", 3, Column::Y, "7", false, "0,0 500,0 1000,0"},
+              {"nor an empty one", 4, Column::X, "7", false, "0,0 500,0 1000,0"}};
   for (const auto& row : rows) {
     desk->Btn_AllClear_Click();
     port_.refusal.clear();
     EXPECT_EQ(desk->EditCell(row.row, row.column, row.text), row.taken) << row.what;
-    EXPECT_EQ(Points(), row.points) << row.what;
-    EXPECT_EQ(port_.refusal.empty(), row.taken || row.row >= 3) << row.what;
+    EXPECT_EQ(Texts(Points(), port_.refusal.empty()), Texts(row.points, row.taken || row.row >= 3)) << row.what;
   }
 }
 
 TEST_F(InterpolateTest, PointsAreAddedChangedAndRemoved) {
   desk->GridRowSelect(2);
   desk->Btn_Insrt_Click();
-  EXPECT_EQ(Points(), "0,0 250,0 500,0 1000,0");
-  EXPECT_EQ(desk->CurrentRow(), 2);
+  EXPECT_EQ(Texts(Points(), desk->CurrentRow()), "0,0 250,0 500,0 1000,0 2");
   EXPECT_TRUE(desk->Update_PointXY(250, 99, true));
   EXPECT_EQ(Points(), "0,0 250,99 500,0 1000,0") << "the X of a point changes that point";
   EXPECT_TRUE(desk->Update_PointXY(700, 5, false)) << "in place of the selected one";
@@ -135,25 +127,21 @@ TEST_F(InterpolateTest, PointsAreAddedChangedAndRemoved) {
 
 TEST_F(InterpolateTest, InterpolatesTheRangeAndUndoBringsItBack) {
   SetTo("0 0\r\n250 1000\r\n500 0\r\n750 -1000\r\n");
-  const struct {
-    Kind kind;
-    Scope scope;
-    double point;
-    int code;
-  } rows[] = {{Kind::Linear, {0, 1000}, 125, 500},
-              {Kind::Spline, {0, 1000}, 125, 688},     // natural: no curvature at the ends
-              {Kind::Continuous, {0, 1000}, 125, 688}, // a sine has none there either
-              {Kind::Continuous, {250, 750}, 260, 891}};
-  for (const auto& row : rows) {
+  const std::tuple<Kind, Scope, double, int> rows[] = {
+      {Kind::Linear, {0, 1000}, 125, 500},
+      {Kind::Spline, {0, 1000}, 125, 688},     // natural: no curvature at the ends
+      {Kind::Continuous, {0, 1000}, 125, 688}, // a sine has none there either
+      {Kind::Continuous, {250, 750}, 260, 891}};
+  for (const auto& [kind, scope, point, code] : rows) {
     Ramp();
-    program->buffers.CurrentScope() = row.scope;
-    desk->Btn_Spline_Click(row.kind);
-    EXPECT_NEAR(Code(row.point), row.code, row.kind == Kind::Continuous && row.scope.Start > 0 ? 120 : 1);
-    EXPECT_EQ(Code(100) == 100, row.scope.Start > 0) << "outside of the range";
+    program->buffers.CurrentScope() = scope;
+    desk->Btn_Spline_Click(kind);
+    EXPECT_NEAR(Code(point), code, kind == Kind::Continuous && scope.Start > 0 ? 120 : 1);
+    EXPECT_EQ(Code(100) == 100, scope.Start > 0) << "outside of the range";
     editor->Do(Command::Undo);
-    EXPECT_EQ(Code(row.point), row.point);
+    EXPECT_EQ(Code(point), point);
     editor->Do(Command::Undo);
-    EXPECT_NE(Code(row.point), row.point);
+    EXPECT_NE(Code(point), point);
   }
   desk->Spline_AllClear();
   desktop.boxes.Expect("No Spline point.");
@@ -172,8 +160,7 @@ TEST_F(InterpolateTest, GesturesPickMoveAndPlace) {
   editor->Do(Command::Undo);
   EXPECT_EQ(Code(175), 175) << "the waveform before the gesture";
   Drag(At(100, -5000), At(120, -5000), Keys::Ctrl);
-  EXPECT_EQ(desk->Rows(), 5);
-  EXPECT_EQ(program->spline.At(1).x, 120);
+  EXPECT_EQ(Texts(desk->Rows(), program->spline.At(1).x), "5 120");
   desktop.boxes.Expect("same X", BoxAnswer::No);
   Drag(At(600, -10000), {1200, 700, kWidth, kHeight, 1});
   EXPECT_EQ(desk->Rows(), 5) << "the right edge is the end point's";
@@ -208,39 +195,34 @@ TEST_F(InterpolateTest, GesturesPickMoveAndPlace) {
 }
 
 TEST_F(InterpolateTest, TablesAreReadAndWritten) {
-  const struct {
-    const char* what;
-    std::string text;
-    const char* points;
-    const char* message;
-    BoxAnswer answer = BoxAnswer::No;
-  } rows[] = {
-      {"blanks", "0 0\r\n500 1.0k\r\n", "0,0 500,1000 1000,0", ""},
-      {"tabs, commas and blanks at once, the last line without an end", " 0 ,\t5\r500,-7", "0,5 500,-7 1000,5", ""},
+  constexpr auto kNo = BoxAnswer::No;
+  const std::tuple<const char*, std::string, const char*, const char*, BoxAnswer> rows[] = {
+      {"blanks", "0 0\r\n500 1.0k\r\n", "0,0 500,1000 1000,0", "", kNo},
+      {"tabs, commas and blanks at once, the last line without an end", " 0 ,\t5\r500,-7", "0,5 500,-7 1000,5", "",
+       kNo},
       {"a spreadsheet's byte order mark",
        "\xEF\xBB\xBF"
        "0,1\r\n1000,1\r\n",
-       "0,1 1000,1", ""},
-      {"the ends take the first Y", "1000 9\r\n0 3\r\n", "0,3 1000,3", ""},
-      {"a start at 0 is added", "10 4\r\n", "0,4 10,4 1000,4", ""},
-      {"the later one of two on an X", "10 4\r\n10 6\r\n", "0,6 10,6 1000,6", ""},
-      {"limited to the ranges", "0 40000\r\n2000 1\r\n", "0,32767 1000,32767", ""},
-      {"words are 0", "abc def\r\n", "0,0 1000,0", ""},
-      {"a number without a partner", "0,0,5", "0,0 1000,0", "Line 1"},
-      {"no number on line 3", "0 1\r\n10 2\r\n,3\r\n20 4\r\n", "0,1 10,2 1000,1", "Line 3"},
-      {"line feeds alone end nothing", "0 1\n2 3\r\n", "0,12 1000,12", "Line 2"},
+       "0,1 1000,1", "", kNo},
+      {"the ends take the first Y", "1000 9\r\n0 3\r\n", "0,3 1000,3", "", kNo},
+      {"a start at 0 is added", "10 4\r\n", "0,4 10,4 1000,4", "", kNo},
+      {"the later one of two on an X", "10 4\r\n10 6\r\n", "0,6 10,6 1000,6", "", kNo},
+      {"limited to the ranges", "0 40000\r\n2000 1\r\n", "0,32767 1000,32767", "", kNo},
+      {"words are 0", "abc def\r\n", "0,0 1000,0", "", kNo},
+      {"a number without a partner", "0,0,5", "0,0 1000,0", "Line 1", kNo},
+      {"no number on line 3", "0 1\r\n10 2\r\n,3\r\n20 4\r\n", "0,1 10,2 1000,1", "Line 3", kNo},
+      {"line feeds alone end nothing", "0 1\n2 3\r\n", "0,12 1000,12", "Line 2", kNo},
       {"so it is asked first", "0,1\n10,2\n20,3\n", "0,1 10,2 20,3 1000,1", "end in line feeds alone", BoxAnswer::Yes},
-      {"and read to the letter", "0,1\n10,2\n20,3\n", "0,110 220,3 1000,110", "end in line feeds alone"},
-      {"nothing", "", "", ""},
-  };
+      {"and read to the letter", "0,1\n10,2\n20,3\n", "0,110 220,3 1000,110", "end in line feeds alone", kNo},
+      {"nothing", "", "", "", kNo}};
   const TempFolder folder;
-  for (const auto& row : rows) {
+  for (const auto& [what, text, points, message, answer] : rows) {
     const std::string path = folder / "t.prn";
-    std::ofstream(path, std::ios::binary) << row.text;
+    std::ofstream(path, std::ios::binary) << text;
     desktop.dialogs.Answer(path);
-    if (*row.message != '\0') desktop.boxes.Expect(row.message, row.answer);
+    if (*message != '\0') desktop.boxes.Expect(message, answer);
     desk->Menu_FileOpen_Click();
-    EXPECT_EQ(Points(), row.points) << row.what;
+    EXPECT_EQ(Points(), points) << what;
   }
   desktop.dialogs.Answer(folder / "none.prn");
   desktop.boxes.Expect("File Read error.");
@@ -259,5 +241,4 @@ TEST_F(InterpolateTest, TablesAreReadAndWritten) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::interpolate_test

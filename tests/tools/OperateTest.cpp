@@ -5,13 +5,7 @@
 #include "platform/PixelContext.h"
 #include "platform/WaveformTheme.h"
 
-#include <algorithm>
-#include <string>
-#include <utility>
-#include <vector>
-
-namespace calder {
-namespace {
+namespace calder::operate_test {
 
 struct OperateTest : EditorFixture {
   static constexpr int kSize = 1000;
@@ -48,12 +42,8 @@ struct OperateTest : EditorFixture {
 };
 
 TEST_F(OperateTest, TheFirmResultIsWritten) {
-  struct Row {
-    const char* why;
-    std::vector<std::int16_t> clipboard;
-    std::string gestures; // c clipboard, + - * / the operator, = the button
-    const char *written, *firm, *pending;
-  };
+  // gestures: c clipboard, + - * / the operator, = the button
+  using Row = std::tuple<const char*, std::vector<std::int16_t>, std::string, const char*, const char*, const char*>;
   const Row rows[] = {
       {"zeros before the first press", {7, 8, 9}, "c", "0 0 0 0 ", "no point limited", "OK writes the bright"},
       {"the clipboard is shorter: 0 after it", {7, 8, 9}, "c=", "107 108 109 100 ", "no point limited", ""},
@@ -68,13 +58,12 @@ TEST_F(OperateTest, TheFirmResultIsWritten) {
       {"limited", {400, -400, 3, 0}, "c*=", "32767 -32767 300 0 ", "limited: 2 points, divided by 0: 0 points", ""},
       {"by 0", {50, 0, -50, 1}, "c/=", "2 32767 -2 100 ", "limited: 0 points, divided by 0: 7 points", ""},
       {"the new one is limited", {400, 0, 0, 0}, "c=*", "500 100 100 100 ", "no point limited", "(limited: 1 points"},
-      {"longer than the area", std::vector<std::int16_t>(50, 1), "c=", "101 101 101 101 ", "no point limited", ""},
-  };
-  for (const Row& row : rows) {
+      {"longer than the area", std::vector<std::int16_t>(50, 1), "c=", "101 101 101 101 ", "no point limited", ""}};
+  for (const auto& [why, clipboard, gestures, written, firm, thePending] : rows) {
     SetUp();
-    Fill(100, row.clipboard);
+    Fill(100, clipboard);
     ASSERT_TRUE(Open());
-    for (const char gesture : row.gestures) {
+    for (const char gesture : gestures) {
       if (gesture == 'c')
         operate->Btn_Cut_Click();
       else if (gesture == '=')
@@ -82,37 +71,36 @@ TEST_F(OperateTest, TheFirmResultIsWritten) {
       else
         operate->Comb_Comp_Click(static_cast<int>(std::string("+-*/").find(gesture)));
     }
-    EXPECT_EQ(operate->FirmText(), row.firm) << row.why;
-    const std::string pending = row.pending;
+    EXPECT_EQ(operate->FirmText(), firm) << why;
+    const std::string pending = thePending;
     EXPECT_TRUE(pending.empty() ? operate->PendingText().empty()
                                 : operate->PendingText().find(pending) != std::string::npos)
-        << row.why << ": " << operate->PendingText();
+        << why << ": " << operate->PendingText();
     operate->Btn_OK_Click();
-    EXPECT_EQ(Written(100, 4), row.written) << row.why;
-    EXPECT_EQ(Written(99, 1) + Written(110, 1), "100 100 ") << row.why << ": outside of the area";
+    EXPECT_EQ(Written(100, 4), written) << why;
+    EXPECT_EQ(Written(99, 1) + Written(110, 1), "100 100 ") << why << ": outside of the area";
     const std::string after = Written(0, kSize);
     editor->Do(Command::Undo);
-    EXPECT_EQ(Written(100, 4), "100 100 100 100 ") << row.why;
+    EXPECT_EQ(Written(100, 4), "100 100 100 100 ") << why;
     editor->Do(Command::Undo);
-    EXPECT_EQ(Written(0, kSize), after) << row.why;
+    EXPECT_EQ(Written(0, kSize), after) << why;
   }
 }
 
 // The area begins at the next whole point, the result is written from the nearest one.
 TEST_F(OperateTest, FractionsOfPoints) {
-  const struct {
-    double start, end;
-    int first, count; // what is written
-  } rows[] = {{10.5, 14.5, 10, 4}, {11.5, 14.5, 12, 3}, {10.4, 12.4, 10, 2}, {10.6, 1000, 11, 989},
-              {999, 1000, 999, 1}, {0, 1000, 0, 1000},  {10.2, 10.3, 10, 1}};
-  for (const auto& row : rows) {
+  // first, count: what is written
+  const std::tuple<double, double, int, int> rows[] = {{10.5, 14.5, 10, 4},   {11.5, 14.5, 12, 3}, {10.4, 12.4, 10, 2},
+                                                       {10.6, 1000, 11, 989}, {999, 1000, 999, 1}, {0, 1000, 0, 1000},
+                                                       {10.2, 10.3, 10, 1}};
+  for (const auto& [start, end, first, count] : rows) {
     Fill(100, {});
-    program->buffers.CurrentScope() = {row.start, row.end};
+    program->buffers.CurrentScope() = {start, end};
     ASSERT_TRUE(Open());
     operate->Btn_OK_Click();
     std::string expected;
-    for (int i = 0; i < kSize; ++i) expected += i >= row.first && i < row.first + row.count ? "0 " : "100 ";
-    EXPECT_EQ(Written(0, kSize), expected) << row.start << " " << row.end;
+    for (int i = 0; i < kSize; ++i) expected += i >= first && i < first + count ? "0 " : "100 ";
+    EXPECT_EQ(Written(0, kSize), expected) << start << " " << end;
   }
   for (const Scope& none : {Scope{500, 500}, Scope{1000, 1000}, Scope{999.5, 1000}}) {
     program->buffers.CurrentScope() = none;
@@ -122,26 +110,23 @@ TEST_F(OperateTest, FractionsOfPoints) {
 }
 
 TEST_F(OperateTest, TheUnitIsTheScale) {
-  const struct {
-    std::int16_t unit;
-    double amplitude, offset;
-    const char *scale, *product;
-  } rows[] = {{kYCodes, 1, 0, "in codes: 1 * 1 = 1", "20000 "},
-              {kYUser, 1, 0, "in user units: 1 * 1 = 1", "1 "},
-              {kYVolts, 2, 0, "in V: 1 * 1 = 1 V", "1 "},
-              {kYVolts, 20, 0, "in V: 1 * 1 = 1 V", "6 "}};
-  for (const auto& row : rows) {
+  const std::tuple<std::int16_t, double, double, const char*, const char*> rows[] = {
+      {kYCodes, 1, 0, "in codes: 1 * 1 = 1", "20000 "},
+      {kYUser, 1, 0, "in user units: 1 * 1 = 1", "1 "},
+      {kYVolts, 2, 0, "in V: 1 * 1 = 1 V", "1 "},
+      {kYVolts, 20, 0, "in V: 1 * 1 = 1 V", "6 "}};
+  for (const auto& [unit, amplitude, offset, scale, product] : rows) {
     Fill(100, std::vector<std::int16_t>(10, 200));
-    program->settings.YUnit = row.unit;
-    program->settings.Amplitude = row.amplitude;
+    program->settings.YUnit = unit;
+    program->settings.Amplitude = amplitude;
     program->settings.YUserName = "        ";
     ASSERT_TRUE(Open());
     operate->Btn_Cut_Click();
     operate->Comb_Comp_Click(2);
     operate->Btn_Result_Click();
-    EXPECT_EQ(operate->ScaleText(), row.scale);
+    EXPECT_EQ(operate->ScaleText(), scale);
     operate->Btn_OK_Click();
-    EXPECT_EQ(Written(100, 1), row.product) << row.scale << " " << row.amplitude;
+    EXPECT_EQ(Written(100, 1), product) << scale << " " << amplitude;
   }
   program->settings.Amplitude = 0;
   program->settings.YUnit = kYVolts;
@@ -180,14 +165,11 @@ TEST_F(OperateTest, MarksStandAtTheirCodes) {
   PixelContext picture(pixels, width, width, height);
   std::vector<std::int16_t> codes(400, 0);
   std::vector<std::uint8_t> marks(400, CALC_SOUND);
-  const struct {
-    int point, code;
-    CalcMark mark;
-  } faults[] = {
+  const std::tuple<int, int, CalcMark> faults[] = {
       {15, 32767, CALC_LIMITED}, {17, -32767, CALC_LIMITED}, {399, 0, CALC_BY_ZERO}, {200, 32767, CALC_SOUND}};
-  for (const auto& fault : faults) {
-    codes[static_cast<std::size_t>(fault.point)] = static_cast<std::int16_t>(fault.code);
-    marks[static_cast<std::size_t>(fault.point)] = fault.mark;
+  for (const auto& [point, code, mark] : faults) {
+    codes[static_cast<std::size_t>(point)] = static_cast<std::int16_t>(code);
+    marks[static_cast<std::size_t>(point)] = mark;
   }
   DrawFaultMarks(picture, codes, marks);
   std::string red;
@@ -198,5 +180,4 @@ TEST_F(OperateTest, MarksStandAtTheirCodes) {
   EXPECT_EQ(red, "1,0 1,1 1,2 1,3 39,47 39,48 39,49 39,50 1,96 1,97 1,98 1,99 ");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::operate_test

@@ -1,19 +1,15 @@
+#include "Testing.h"
 #include "tools/expression/PreparedText.h"
 
-#include <gtest/gtest.h>
-
-namespace calder {
-namespace {
+namespace calder::prepared_text_test {
 
 TEST(PreparedTextTest, OnlyTheFirstRandomFunctionGetsItsX) {
-  struct Row {
-    const char *text, *result;
-  };
-  for (const Row& row :
+  using Row = std::tuple<const char*, const char*>;
+  for (const auto& [text, result] :
        {Row{"rnd()", "rnd(x)"}, Row{"rnd(5)", "rnd(x,5)"}, Row{"1+rnd  (  )*2", "1+rnd  (  x)*2"},
         Row{"rnd(  a)", "rnd(  x,a)"}, Row{"rnd(1)+rnd(2)", "rnd(x,1)+rnd(2)"}, Row{"RND(3)", "RND(3)"},
         Row{"rnd", "rnd"}, Row{"rnd*2", "rnd*2"}, Row{"rnd(", "rnd(x,"}, Row{"rnd (  ", "rnd (  x,"}, Row{"", ""}})
-    EXPECT_EQ(Insert_x(row.text), row.result) << row.text;
+    EXPECT_EQ(Insert_x(text), result) << text;
 }
 
 TEST(PreparedTextTest, XAndYFollowTheUnits) {
@@ -62,9 +58,8 @@ TEST(PreparedTextTest, PlacesLeadBackToWhatTheUserWrote) {
       settings.YUnit = yUnit;
       const PreparedText prepared(constants, expression, units, settings);
       const std::string& text = prepared.Text();
-      for (const char mark : {'y', 'z'}) {
+      for (const char mark : {'y', 'z'})
         EXPECT_EQ(prepared.PlaceOf(text.find(mark)), (TextPlace{TextBox::Expression, expression.find(mark)})) << text;
-      }
       EXPECT_EQ(prepared.PlaceOf(text.find('q')), (TextPlace{TextBox::Constants, constants.find('q')}));
       EXPECT_EQ(prepared.PlaceOf(text.find(']')), (TextPlace{TextBox::Constants, constants.size()}));
       EXPECT_EQ(prepared.PlaceOf(text.find('x')).position, expression.find('x')) << "the variable's own replacement";
@@ -76,5 +71,4 @@ TEST(PreparedTextTest, PlacesLeadBackToWhatTheUserWrote) {
   EXPECT_EQ(PreparedText("", 5).PlaceOf(0), (TextPlace{TextBox::Constants, 0}));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::prepared_text_test

@@ -3,11 +3,7 @@
 #include "RecordingContext.h"
 #include "libs/eval32/eval32.h"
 
-#include <algorithm>
-#include <cmath>
-
-namespace calder {
-namespace {
+namespace calder::pwf_desk_test {
 
 constexpr const char* kRamps = "Ramp\"a|0|1|0.1|0.5|b|-2|2|0.01|0\"c=1\"a*x*c+b\"0\r\n"
                                "Root\"p|0|1|0.1|0.5\"\"1/p*x\"1\r\n";
@@ -15,53 +11,41 @@ constexpr const char* kRamps = "Ramp\"a|0|1|0.1|0.5|b|-2|2|0.01|0\"c=1\"a*x*c+b\
 struct PwfDeskTest : PwfFixture {};
 
 TEST_F(PwfDeskTest, OpeningSetsTheUnitsAndSaysSo) {
-  const struct {
-    const char* why;
-    int xUnit, yUnit;
-    double xMax, yMin;
-    std::vector<const char*> said;
-  } rows[] = {
+  const std::tuple<const char*, int, int, double, double, std::vector<const char*>> rows[] = {
       {"as they have to be", kXUser, kYUser, 1, -1, {}},
       {"X in seconds", kXSeconds, kYUser, 1, -1, {"The unit of an axis"}},
       {"Y in codes", kXUser, kYCodes, 1, -1, {"The unit of an axis"}},
       {"X range", kXUser, kYUser, 2, -1, {"The range of an axis"}},
-      {"Y range and both units", kXPoints, kYVolts, 1, 0, {"The unit of an axis", "The range of an axis"}},
-  };
-  for (const auto& row : rows) {
+      {"Y range and both units", kXPoints, kYVolts, 1, 0, {"The unit of an axis", "The range of an axis"}}};
+  for (const auto& [why, xUnit, yUnit, xMax, yMin, said] : rows) {
     SystemInfo& settings = program->settings;
-    settings.XUnit = static_cast<std::int16_t>(row.xUnit);
-    settings.YUnit = static_cast<std::int16_t>(row.yUnit);
-    settings.XUserMax = row.xMax;
-    settings.YUserMin = row.yMin;
+    settings.XUnit = static_cast<std::int16_t>(xUnit);
+    settings.YUnit = static_cast<std::int16_t>(yUnit);
+    settings.XUserMax = xMax;
+    settings.YUserMin = yMin;
     const int before = host.waveforms;
-    for (const char* text : row.said) desktop.boxes.Expect(text);
+    for (const char* text : said) desktop.boxes.Expect(text);
     desk->Form_Load();
-    EXPECT_EQ(host.waveforms - before, static_cast<int>(row.said.size())) << row.why << ": the main window is drawn";
-    EXPECT_TRUE(settings.XUnit == kXUser && settings.YUnit == kYUser) << row.why;
-    EXPECT_EQ(settings.XUserMax + settings.YUserMin, 0) << row.why;
+    EXPECT_EQ(host.waveforms - before, static_cast<int>(said.size())) << why << ": the main window is drawn";
+    EXPECT_TRUE(settings.XUnit == kXUser && settings.YUnit == kYUser) << why;
+    EXPECT_EQ(settings.XUserMax + settings.YUserMin, 0) << why;
   }
   EXPECT_EQ(desktop.boxes.shown.back().title, "Calder");
 }
 
 TEST_F(PwfDeskTest, TypedTextsAreTakenRoundedOrRefused) {
   Open(kRamps);
-  const struct {
-    const char *typed, *shown;
-    double stored;
-    bool accepted;
-  } rows[] = {
+  const std::tuple<const char*, const char*, double, bool> rows[] = {
       {"0.27", "0.3", 0.3, true}, {" 1e-1 ", "0.1", 0.1, true}, {"5", "1", 0.5, false},
       {"-0.1", "0", 0.5, false},  {"half", "half", 0.5, false}, {"", "", 0.5, false},
-      {"0.5", "0.5", 0.5, true},  {"500m", "500m", 0.5, false},
-  };
-  for (const auto& row : rows) {
+      {"0.5", "0.5", 0.5, true},  {"500m", "500m", 0.5, false}};
+  for (const auto& [typed, shown, stored, accepted] : rows) {
     desk->Restore(0);
     pwfPort.previews = 0;
-    EXPECT_EQ(desk->Text_Validate(0, row.typed), row.accepted) << row.typed;
-    EXPECT_EQ(desk->ParameterText(0), row.shown) << row.typed;
-    EXPECT_EQ(desk->Function().Params[0].Value, row.stored) << row.typed;
-    EXPECT_EQ(desk->IsRefused(0), !row.accepted) << row.typed;
-    EXPECT_EQ(pwfPort.previews > 0, row.accepted) << row.typed;
+    EXPECT_EQ(desk->Text_Validate(0, typed), accepted) << typed;
+    EXPECT_EQ(Texts(desk->ParameterText(0), desk->Function().Params[0].Value, desk->IsRefused(0), pwfPort.previews > 0),
+              Texts(shown, stored, !accepted, accepted))
+        << typed;
   }
   EXPECT_EQ(desk->LimitsText(0), "0 to 1");
   // What is no number stops an OK; a limit that took a refused text's place is computed with.
@@ -70,8 +54,7 @@ TEST_F(PwfDeskTest, TypedTextsAreTakenRoundedOrRefused) {
   EXPECT_EQ(pwfPort.closes, 0);
   desk->Text_Validate(0, "5");
   desk->Btn_OK_Click();
-  EXPECT_EQ(pwfPort.closes, 1);
-  EXPECT_EQ(Code(500), 16384) << "half of the scale: a is 1";
+  EXPECT_EQ(Texts(pwfPort.closes, Code(500)), "1 16384") << "half of the scale: a is 1";
 }
 
 TEST_F(PwfDeskTest, ScrollBarsMoveTheirParameterInItsSteps) {
@@ -81,8 +64,7 @@ TEST_F(PwfDeskTest, ScrollBarsMoveTheirParameterInItsSteps) {
   EXPECT_EQ(desk->ParameterText(0), "0.7");
   desk->Comb_PrmSel_Click(1);
   desk->HScroll1_Change(-150);
-  EXPECT_EQ(desk->ParameterText(1), "-1.50");
-  EXPECT_EQ(Generated(0), -32767);
+  EXPECT_EQ(Texts(desk->ParameterText(1), Generated(0)), "-1.50 -32767");
   desk->Slider_Change(0, 10);
   EXPECT_EQ(desk->ParameterChoice(), 0) << "the slim one chooses its parameter";
   EXPECT_EQ(desk->Function().Params[0].Value, 1);
@@ -93,8 +75,7 @@ TEST_F(PwfDeskTest, ScrollBarsMoveTheirParameterInItsSteps) {
   area = {0, 2000};
   desk->Btn_Cancel_Click();
   desk->Form_QueryUnload();
-  EXPECT_EQ(Generated(1999), 0) << "cleared over the length of Create's page";
-  EXPECT_EQ(Generated(2048), 8192);
+  EXPECT_EQ(Texts(Generated(1999), Generated(2048)), "0 8192") << "cleared over the length of Create's page";
   double value = 0;
   EXPECT_NE(program->evaluator.EvalOneL("c", 0, value), 0) << "the constants are forgotten";
 }
@@ -106,39 +87,34 @@ TEST_F(PwfDeskTest, WhatCannotBeComputedBringsItsMessageAndWritesNothing) {
   const std::int32_t before = Generated(4000);
   desktop.boxes.Expect("Divide by 0");
   desk->Text_Validate(0, "0");
-  EXPECT_EQ(pwfPort.fault.message, 104);
-  EXPECT_EQ(Generated(4000), before) << "the preview stays";
+  EXPECT_EQ(Texts(pwfPort.fault.message, Generated(4000)), Texts(104, before)) << "the preview stays";
   desktop.boxes.Expect("Divide by 0");
   desk->Btn_OK_Click();
-  EXPECT_EQ(pwfPort.closes, 0);
-  EXPECT_EQ(Code(500), 500);
-  EXPECT_TRUE(editor->commands.CanUndo()) << "the step was recorded";
+  EXPECT_EQ(Texts(pwfPort.closes, Code(500), editor->commands.CanUndo()), "0 500 true") << "the step was recorded";
   desk->Comb_Wave_Click(2);
   EXPECT_EQ(desk->IsWaveIdx(), 1) << "there is no such function";
 }
 
 TEST_F(PwfDeskTest, AnOkWritesTheWholeWaveformWhichUndoTakesBackAndGivesAgain) {
-  const struct {
-    const char* why;
-    double start;
-    int kept; // points before the first that is written
-  } rows[] = {{"whole", 0, 0}, {"from the start of Create's page", 99.5, 100}, {"beyond the end", 5000, 1000}};
-  for (const auto& row : rows) {
-    area = {row.start, row.start + 10};
+  // kept: points before the first that is written
+  const std::tuple<const char*, double, int> rows[] = {
+      {"whole", 0, 0}, {"from the start of Create's page", 99.5, 100}, {"beyond the end", 5000, 1000}};
+  for (const auto& [why, start, kept] : rows) {
+    area = {start, start + 10};
     Open(kRamps);
     Ramp();
     desk->Text_Validate(0, "1");
     EXPECT_EQ(Code(999), 999) << "nothing before OK";
-    EXPECT_EQ(desk->AreaNote().empty(), row.start == 0) << row.why;
+    EXPECT_EQ(desk->AreaNote().empty(), start == 0) << why;
     program->settings.TransferFormat = 1;
     desk->Btn_OK_Click();
     desk->Form_QueryUnload();
     EXPECT_EQ(program->settings.TransferFormat, 0) << "the control points are of the former waveform";
     for (int undo = 0; undo < 2; ++undo) {
       for (const int point : {0, 99, 100, 500, 999})
-        EXPECT_EQ(Code(point), point < row.kept ? point : std::nearbyint(point * 32.767)) << row.why << " " << point;
+        EXPECT_EQ(Code(point), point < kept ? point : std::nearbyint(point * 32.767)) << why << " " << point;
       editor->Do(Command::Undo);
-      EXPECT_EQ(Code(999), 999) << row.why;
+      EXPECT_EQ(Code(999), 999) << why;
       editor->Do(Command::Undo);
     }
   }
@@ -153,8 +129,7 @@ TEST_F(PwfDeskTest, FunctionTwentyReachesFullScaleAndZerosStay) {
   desk->Comb_Wave_Click(19);
   EXPECT_EQ(Generated(4095), 8190);
   desk->Comb_Wave_Click(20);
-  EXPECT_EQ(Generated(4095), 32767);
-  EXPECT_EQ(Generated(2048), 16388) << "of the rounded codes";
+  EXPECT_EQ(Texts(Generated(4095), Generated(2048)), "32767 16388") << "of the rounded codes";
   desk->Text_Validate(0, "-1");
   EXPECT_EQ(Generated(4095), -32767);
   desk->Text_Validate(0, "0");
@@ -180,9 +155,7 @@ TEST_F(PwfWithoutFileTest, TheListIsEmptyAndTheNoteSaysWhereItLooked) {
   EXPECT_FALSE(desk->Function().IsDefined());
   Ramp();
   desk->Btn_OK_Click();
-  EXPECT_EQ(Code(500), 500);
-  EXPECT_EQ(pwfPort.closes, 0);
-  EXPECT_EQ(pwfPort.lists, 1);
+  EXPECT_EQ(Texts(Code(500), pwfPort.closes, pwfPort.lists), "500 0 1");
 }
 
 TEST_F(PwfDeskTest, ParameterFilesGoThroughTheFileMenu) {
@@ -193,12 +166,10 @@ TEST_F(PwfDeskTest, ParameterFilesGoThroughTheFileMenu) {
   desk->Menu_FileSave_Click();
   EXPECT_EQ(program->names.LastPwfFile, folder / "a.pwf");
   desk->Form_Load();
-  EXPECT_EQ(desk->IsWaveIdx(), 0);
-  EXPECT_EQ(program->functions[1].Params[0].Value, 0.5) << "the file's values again";
+  EXPECT_EQ(Texts(desk->IsWaveIdx(), program->functions[1].Params[0].Value), "0 0.5") << "the file's values again";
   desktop.dialogs.Answer(folder / "a.pwf");
   desk->Menu_FileOpen_Click();
-  EXPECT_EQ(desk->IsWaveIdx(), 1);
-  EXPECT_EQ(desk->ParameterText(0), "0.8");
+  EXPECT_EQ(Texts(desk->IsWaveIdx(), desk->ParameterText(0)), "1 0.8");
   PutFile(folder / "b.pwf", "'+++++++++++++++\n'+++++++++++++++\n1\nRoot\n7\n");
   desktop.dialogs.Answer(folder / "b.pwf");
   desk->Menu_FileOpen_Click();
@@ -236,9 +207,7 @@ TEST_F(PwfDeskTest, TheFormerCurveStaysUnderTheNewOne) {
   EXPECT_NE(std::ranges::find(picture.calls, dragged), picture.calls.end()) << "a drag keeps what was before it";
   desk->Comb_Wave_Click(1);
   EXPECT_EQ(curves(), 1) << "another function has none";
-  EXPECT_EQ(desk->PointerText(50, 100), "X 500.000m, Y 1.000000");
-  EXPECT_EQ(desk->PointerText(100, 100), "");
+  EXPECT_EQ(Texts(desk->PointerText(50, 100), desk->PointerText(100, 100)), "X 500.000m, Y 1.000000 ");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pwf_desk_test

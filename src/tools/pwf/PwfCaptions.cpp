@@ -28,6 +28,7 @@ constexpr Caption kTexts[] = {
 
 constexpr Caption kNames[] = {
     {"Txt_Search", "関数の検索", "Search for a function"},
+    {"Comb_Wave", "関数の一覧", "Functions"},
     {"PictWave", "プレビュー", "Preview"},
     {"HScroll1", "可変ﾊﾟﾗﾒﾀの値", "Value of the variable parameter"},
 };

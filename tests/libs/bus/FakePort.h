@@ -1,6 +1,7 @@
 // Scripted USBTMC devices behind our own VISA layer.
 #pragma once
 
+#include "Testing.h"
 #include "libs/bus/UsbtmcVisa.h"
 
 #include <cerrno>

@@ -2,10 +2,7 @@
 #include "platform/TempFolder.h"
 #include "platform/posix/LinuxUsbtmc.h"
 
-#include <gtest/gtest.h>
-
-namespace calder {
-namespace {
+namespace calder::usbtmc_visa_test {
 
 using Lines = std::vector<std::string>;
 using Ending = UsbtmcPort::Ending;
@@ -51,9 +48,8 @@ TEST_F(UsbtmcVisaTest, FindsAndOpensByName) {
   EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5531::1234567::2::INSTR", other), VI_ERROR_RSRC_NFOUND);
   EXPECT_EQ(visa->viOpen(manager, "COM1", other), VI_ERROR_INV_RSRC_NAME);
   record.errors = {EACCES, EPERM, ENOENT, EBUSY};
-  for (const ViStatus wanted : {VI_ERROR_NPERMISSION, VI_ERROR_NPERMISSION, VI_ERROR_RSRC_NFOUND, VI_ERROR_RSRC_BUSY}) {
+  for (const ViStatus wanted : {VI_ERROR_NPERMISSION, VI_ERROR_NPERMISSION, VI_ERROR_RSRC_NFOUND, VI_ERROR_RSRC_BUSY})
     EXPECT_EQ(visa->viOpen(manager, "USB0::0x1209::0x5530::77", other), wanted);
-  }
   record.calls.clear();
   EXPECT_EQ(visa->viClose(manager), VI_SUCCESS); // and with it what it opened
   EXPECT_EQ(record.calls, (Lines{"close 5", "close 5"}));
@@ -64,29 +60,25 @@ TEST_F(UsbtmcVisaTest, FindsAndOpensByName) {
 TEST_F(UsbtmcVisaTest, AnswersAreReadToTheirEnd) {
   record.answers = {{"ORVO,", Ending::None}, {"XG5530\n", Ending::End}, {"12,34", Ending::Terminator},
                     {"long", Ending::None},  {"", Ending::None},        {"half", Ending::None}};
-  EXPECT_EQ(Read(100), "ORVO,XG5530\n");
-  EXPECT_EQ(status, VI_SUCCESS);
-  EXPECT_EQ(Read(100), "12,34");
-  EXPECT_EQ(status, VI_SUCCESS_TERM_CHAR);
-  EXPECT_EQ(Read(4), "long");
-  EXPECT_EQ(status, VI_SUCCESS_MAX_CNT);
-  EXPECT_EQ(Read(4), ""); // neither bytes nor an end
-  EXPECT_EQ(status, VI_ERROR_IO);
-  EXPECT_EQ(Read(100), "half");
-  EXPECT_EQ(status, VI_ERROR_TMO);
+  using Row = std::tuple<std::uint32_t, const char*, ViStatus>;
+  for (const auto& [capacity, text, theStatus] :
+       {Row{100, "ORVO,XG5530\n", VI_SUCCESS}, Row{100, "12,34", VI_SUCCESS_TERM_CHAR},
+        Row{4, "long", VI_SUCCESS_MAX_CNT}, Row{4, "", VI_ERROR_IO}, // neither bytes nor an end
+        Row{100, "half", VI_ERROR_TMO}}) {
+    EXPECT_EQ(Read(capacity), text);
+    EXPECT_EQ(status, theStatus) << text;
+  }
 }
 
 TEST_F(UsbtmcVisaTest, ErrorsAreStatuses) {
-  struct Row {
-    int error;
-    ViStatus status;
-  };
-  for (const Row& one : {Row{ETIMEDOUT, VI_ERROR_TMO}, Row{ENODEV, VI_ERROR_CONN_LOST},
-                         Row{ESHUTDOWN, VI_ERROR_CONN_LOST}, Row{EPIPE, VI_ERROR_IO}, Row{EPROTO, VI_ERROR_IO},
-                         Row{EPERM, VI_ERROR_IO}, Row{EACCES, VI_ERROR_NPERMISSION}}) {
-    record.errors = {one.error, one.error};
-    EXPECT_EQ(Write("*CLS"), one.status) << one.error;
-    EXPECT_EQ(visa->viClear(device), one.status) << one.error;
+  using Row = std::tuple<int, ViStatus>;
+  for (const auto& [error, wanted] :
+       {Row{ETIMEDOUT, VI_ERROR_TMO}, Row{ENODEV, VI_ERROR_CONN_LOST}, Row{ESHUTDOWN, VI_ERROR_CONN_LOST},
+        Row{EPIPE, VI_ERROR_IO}, Row{EPROTO, VI_ERROR_IO}, Row{EPERM, VI_ERROR_IO},
+        Row{EACCES, VI_ERROR_NPERMISSION}}) {
+    record.errors = {error, error};
+    EXPECT_EQ(Write("*CLS"), wanted) << error;
+    EXPECT_EQ(visa->viClear(device), wanted) << error;
   }
   record.writeLimit = 3;
   EXPECT_EQ(Write("*CLS"), VI_ERROR_IO);
@@ -99,13 +91,13 @@ TEST_F(UsbtmcVisaTest, AttributesAndRemoteControlGoToTheDriver) {
   EXPECT_EQ(record.calls, (Lines{"limit 100", "limit 100", "limit 30000", "limit 2147483647"}));
   record.calls.clear();
   record.errors = {EINVAL};
-  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_TERMCHAR, '\r'), VI_SUCCESS); // the instrument cannot
-  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_TERMCHAR_EN, 1), VI_SUCCESS);
-  EXPECT_EQ(visa->viSetAttribute(device, VI_ATTR_SEND_END_EN, 0), VI_SUCCESS);
+  // A terminator that the instrument cannot have is none.
+  for (const auto& [attribute, value] :
+       {std::pair{VI_ATTR_TERMCHAR, '\r'}, {VI_ATTR_TERMCHAR_EN, 1}, {VI_ATTR_SEND_END_EN, 0}})
+    EXPECT_EQ(visa->viSetAttribute(device, attribute, static_cast<std::uint64_t>(value)), VI_SUCCESS);
   EXPECT_EQ(visa->viSetAttribute(device, 0x3FFF0099, 0), VI_ERROR_NSUP_ATTR);
-  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_ASSERT), VI_SUCCESS);
-  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_ASSERT_ADDRESS_LLO), VI_SUCCESS);
-  EXPECT_EQ(visa->viGpibControlREN(device, VI_GPIB_REN_DEASSERT_GTL), VI_SUCCESS);
+  for (const auto mode : {VI_GPIB_REN_ASSERT, VI_GPIB_REN_ASSERT_ADDRESS_LLO, VI_GPIB_REN_DEASSERT_GTL})
+    EXPECT_EQ(visa->viGpibControlREN(device, mode), VI_SUCCESS);
   EXPECT_EQ(visa->viGpibControlREN(device, 7), VI_ERROR_NSUP_OPER);
   EXPECT_EQ(record.calls, (Lines{"terminator 13 off", "terminator 13 on", "end off", "remote on", "remote on",
                                  "lockout", "local", "remote off"}));
@@ -133,8 +125,7 @@ TEST_F(UsbtmcVisaTest, FilesAreStreamed) {
 
   record.answers = {{"ab", Ending::None}, {"cd", Ending::End}, {"ef", Ending::None}};
   EXPECT_EQ(visa->viReadToFile(device, file, 100, moved), VI_SUCCESS);
-  EXPECT_EQ(moved, 4U);
-  EXPECT_EQ(std::filesystem::file_size(file), 4U);
+  EXPECT_EQ(Texts(moved, std::filesystem::file_size(file)), "4 4");
   EXPECT_EQ(visa->viReadToFile(device, file, 100, moved), VI_ERROR_TMO); // what came is in the file
   EXPECT_EQ(std::filesystem::file_size(file), 2U);
   EXPECT_EQ(visa->viReadToFile(device, folder / "no/such", 100, moved), VI_ERROR_FILE_ACCESS);
@@ -167,15 +158,12 @@ TEST(LinuxUsbtmc, ReadsWhatTheKernelTells) {
   LinuxUsbtmc port(folder / "class", "/nodes");
   const auto devices = port.Devices();
   ASSERT_EQ(devices.size(), 2U);
-  EXPECT_EQ(devices[0].node + devices[1].node, "/nodes/usbtmc2/nodes/usbtmc10");
-  EXPECT_EQ(devices[0].vendor, 0x1209);
-  EXPECT_EQ(devices[0].product, 0x5531);
-  EXPECT_EQ(devices[0].serial, "12 34");
-  EXPECT_EQ(devices[1].interface, 10);
+  EXPECT_EQ(Texts(devices[0].node + devices[1].node, devices[0].vendor, devices[0].product, devices[0].serial,
+                  devices[1].interface),
+            Texts("/nodes/usbtmc2/nodes/usbtmc10", 0x1209, 0x5531, "12 34", 10));
   EXPECT_EQ(LinuxUsbtmc(folder / "none", "/nodes").Devices().size(), 0U);
   int handle = 0;
   EXPECT_EQ(port.Open(devices[0].node, handle), ENOENT);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::usbtmc_visa_test

@@ -1,15 +1,8 @@
 // Each function against the long double of the standard library.
+#include "Testing.h"
 #include "libs/eval32/eval32.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <numbers>
-#include <random>
-
-namespace calder {
-namespace {
+namespace calder::accuracy_test {
 
 struct TrueFunction {
   const char* name;
@@ -99,5 +92,4 @@ TEST(Accuracy, FunctionsOfTwoAndSmallPowersToo) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::accuracy_test

@@ -1,18 +1,8 @@
 #include "libs/eval32/eval32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
+namespace calder::codes_test {
 
-#include <cmath>
-#include <fstream>
-#include <numbers>
-#include <sstream>
-#include <string>
-
-namespace calder {
-namespace {
-
-using Codes = std::vector<std::int16_t>;
 using std::numbers::pi;
 
 std::vector<EvalProcessor> Processors() {
@@ -75,8 +65,7 @@ constexpr PlainLoop kPlainLoops[] = {
     {"700*(sqrt(x)/8-sin(x))", [](double x) { return 700 * (std::sqrt(x) / 8 - std::sin(x)); }},
     {"sqrt(x-10)*100", [](double x) { return x < 10 ? 0 : std::sqrt(x - 10) * 100; }},
     {"3-x*x+(7-x)*2-(5-(x-3))", [](double x) { return 3 - x * x + (7 - x) * 2 - (5 - (x - 3)); }},
-    {"exp(x)-exp(x)", [](double x) { return x > 709.7 ? 0 : 0 * x; }},
-};
+    {"exp(x)-exp(x)", [](double x) { return x > 709.7 ? 0 : 0 * x; }}};
 
 // Codes of a plain loop; a value that stands on a half to the last places may go either way.
 int CountWrong(const PlainLoop& row, std::span<const std::int16_t> codes, double start) {
@@ -186,5 +175,4 @@ TEST(Codes, TheMathLibrarysConstantsAreMapped) {
   EXPECT_EQ(mapped, size);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::codes_test

@@ -1,10 +1,7 @@
 // Reads the rows of a table in a document: the cells of those tables whose header has the given first cell.
 #pragma once
 
-#include <fstream>
-#include <string>
-#include <utility>
-#include <vector>
+#include "Testing.h"
 
 namespace calder {
 

@@ -2,10 +2,7 @@
 #include "libs/eval32/DocTable.h"
 #include "libs/eval32/eval32.h"
 
-#include <gtest/gtest.h>
-
-namespace calder {
-namespace {
+namespace calder::examples_test {
 
 // A row of the second table ends with the code and the position of a fault in place of a value.
 TEST(Examples, OfTheDocumentHold) {
@@ -24,5 +21,4 @@ TEST(Examples, OfTheDocumentHold) {
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::examples_test

@@ -1,13 +1,7 @@
+#include "Testing.h"
 #include "libs/eval32/eval32.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <numbers>
-
-namespace calder {
-namespace {
+namespace calder::expression_test {
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNoNumber = std::numeric_limits<double>::quiet_NaN();
@@ -166,5 +160,4 @@ TEST(Expression, EveryListedEntryIsInTheLanguage) {
   EXPECT_EQ(EvalEntries().size(), 53);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::expression_test

@@ -1,11 +1,7 @@
 #include "libs/eval32/eval32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <new>
 #include <tuple>
 
@@ -22,8 +18,7 @@ void operator delete(void* memory, std::align_val_t) noexcept {
   std::free(memory);
 }
 
-namespace calder {
-namespace {
+namespace calder::fault_test {
 
 // The fault stands at the mark @.
 TEST(Fault, EachHasItsNumberAndItsPlace) {
@@ -83,8 +78,8 @@ TEST(Fault, ADivisionThatIsNotTakenIsNoFault) {
 }
 
 TEST(Fault, TheBufferIsLeftAlone) {
-  const TestWave wave(std::vector<std::int16_t>(5000, 7));
-  const std::vector<std::int16_t> before = wave.Copy();
+  const TestWave wave(Codes(5000, 7));
+  const Codes before = wave.Copy();
   Evaluator evaluator;
   const double bad[] = {-1, 5001, std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::infinity(),
                         1e300};
@@ -131,5 +126,4 @@ TEST(Fault, HugeTextsEndWithADefinedCode) {
   EXPECT_EQ(evaluator.EvalOneL(many + "1", 5, result), EVAL_TOO_COMPLEX);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::fault_test

@@ -2,15 +2,7 @@
 #include "libs/eval32/eval32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <random>
-#include <sstream>
-
-namespace calder {
-namespace {
-
-using Codes = std::vector<std::int16_t>;
+namespace calder::pattern_test {
 
 TEST(Pattern, TheDocumentsExamplesHold) {
   const auto rows = DocTable("patterns.md", "pattern");
@@ -98,5 +90,4 @@ TEST(Pattern, BracesSeeTheConstantsAndTheirOwn) {
   EXPECT_EQ(wave.Copy(), (Codes{-1, -1, 0, -1, -1, 0}));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::pattern_test

@@ -1,26 +1,19 @@
 #include "libs/file32/file32.h"
 
-#include "libs/file32/MemoryClipboard.h"
+#include "MemoryClipboard.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <array>
-#include <set>
-
-namespace calder {
-namespace {
+namespace calder::clipboard_test {
 
 class ClipboardTest : public testing::Test {
 protected:
   // What a paste at point 1 of six 7s gives, up to five points of room.
   std::string Paste() {
-    const TestWave target(std::vector<std::int16_t>(6, 7));
+    const TestWave target(Codes(6, 7));
     std::int32_t placed = -1;
     const std::int32_t status = other.GetClipBoard(clipboard, target.Handle(), 1, 2, 6, placed);
     if (status != 0) {
-      EXPECT_EQ(target.Text(), "7 7 7 7 7 7");
-      EXPECT_EQ(placed, -1);
+      EXPECT_EQ(Texts(target.Text(), placed), "7 7 7 7 7 7 -1");
       return "message " + std::to_string(status);
     }
     return std::to_string(placed) + ": " + target.Text();
@@ -37,7 +30,7 @@ protected:
 };
 
 TEST_F(ClipboardTest, CarriesTheCodesAtTheirOwnLength) {
-  const TestWave source(std::vector<std::int16_t>{1, -32768, 32767, 4, 5, 6, 8, 9});
+  const TestWave source(Codes{1, -32768, 32767, 4, 5, 6, 8, 9});
   ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 1, 3), 0);
   EXPECT_EQ(Paste(), "3: 7 -32768 32767 4 7 7");
   ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 8), 0);
@@ -47,7 +40,7 @@ TEST_F(ClipboardTest, CarriesTheCodesAtTheirOwnLength) {
 }
 
 TEST_F(ClipboardTest, IsATextForOtherPrograms) {
-  const TestWave source(std::vector<std::int16_t>{1, -32768, 32767});
+  const TestWave source(Codes{1, -32768, 32767});
   ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 3), 0);
   const std::string text = clipboard.Get("text/plain;charset=utf-8");
   EXPECT_EQ(text, "1\n-32768\n32767\n");
@@ -55,7 +48,7 @@ TEST_F(ClipboardTest, IsATextForOtherPrograms) {
 }
 
 TEST_F(ClipboardTest, WhatIsOfferedOutlivesLaterCopies) {
-  const TestWave source(std::vector<std::int16_t>{1, 2, 3, 4});
+  const TestWave source(Codes{1, 2, 3, 4});
   clipboard.keepsAll = true;
   for (std::int32_t start = 0; start < 4; ++start)
     ASSERT_EQ(file.SetClipBoard(clipboard, source.Handle(), start, 1), 0);
@@ -75,10 +68,7 @@ TEST_F(ClipboardTest, WhatIsOfferedOutlivesLaterCopies) {
 }
 
 TEST_F(ClipboardTest, ReadsForeignTexts) {
-  const struct {
-    std::string text;
-    const char* result;
-  } kRows[] = {
+  const std::tuple<std::string, const char*> kRows[] = {
       {"1\n2\n3", "3: 7 1 2 3 7 7"},
       {"1\r\n\r\n2\r\n", "2: 7 1 2 7 7 7"},
       {"1\t10\tx\r\n-2\t20\ty\r\n", "2: 7 1 -2 7 7 7"},
@@ -92,18 +82,16 @@ TEST_F(ClipboardTest, ReadsForeignTexts) {
       {std::string("1\n2\n\0", 5), "2: 7 1 2 7 7 7"},
       {"\xEF\xBB\xBF"
        "1\n",
-       "1: 7 1 7 7 7 7"},
-  };
-  for (const auto& row : kRows) EXPECT_EQ(PasteText(row.text), row.result) << row.text;
+       "1: 7 1 7 7 7 7"}};
+  for (const auto& [text, result] : kRows) EXPECT_EQ(PasteText(text), result) << text;
 }
 
 TEST_F(ClipboardTest, RefusesTextThatIsNotNumbers) {
   for (const char* text :
        {"", " \r\n", "hello", "1\ntwo\n", "\t5.5\n", "1.5\n\t2\n", "1 2\n", "0.5\nnan\n", "0.0\n-0\n1e999\n",
         // one number with a decimal comma, or two columns?
-        "0,5\n1,5\n", "0,5\t1\n1,5\t2\n", "0,5;1\n", "1,5e3\n", "1,234.5\n", "1,234,567\n", "1,25,\n,\n"}) {
+        "0,5\n1,5\n", "0,5\t1\n1,5\t2\n", "0,5;1\n", "1,5e3\n", "1,234.5\n", "1,234,567\n", "1,25,\n,\n"})
     EXPECT_EQ(PasteText(text), "message 81") << text;
-  }
 }
 
 TEST_F(ClipboardTest, PrefersItsOwnFormAndFallsBackToText) {
@@ -130,7 +118,7 @@ TEST_F(ClipboardTest, PrefersItsOwnFormAndFallsBackToText) {
 }
 
 TEST_F(ClipboardTest, FailuresHaveTheirMessages) {
-  const TestWave source(std::vector<std::int16_t>{1, 2, 3});
+  const TestWave source(Codes{1, 2, 3});
   EXPECT_EQ(Paste(), "message 81");
   clipboard.available = false;
   EXPECT_EQ(Paste(), "message 80");
@@ -139,9 +127,8 @@ TEST_F(ClipboardTest, FailuresHaveTheirMessages) {
   clipboard.writable = false;
   EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle(), 0, 3), CLIP_WRITE_FAILED);
   clipboard.writable = true;
-  for (const auto [start, count] : {std::array{-1, 1}, {0, 4}, {4, 0}, {0, -1}, {INT32_MAX, INT32_MAX}}) {
+  for (const auto [start, count] : {std::array{-1, 1}, {0, 4}, {4, 0}, {0, -1}, {INT32_MAX, INT32_MAX}})
     EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle(), start, count), CLIP_ERROR);
-  }
   EXPECT_EQ(file.SetClipBoard(clipboard, source.Handle() + 1, 0, 1), CLIP_ERROR);
 
   // Nothing selected: the clipboard keeps what it has.
@@ -152,11 +139,9 @@ TEST_F(ClipboardTest, FailuresHaveTheirMessages) {
   std::int32_t placed = -1;
   EXPECT_EQ(file.GetClipBoard(clipboard, source.Handle(), 3, 0, 3, placed), 0); // at the right end there is no room
   EXPECT_EQ(placed, 0);
-  for (const auto [start, points] : {std::array{-1, 3}, {0, 4}, {3, 2}, {0, -1}, {INT32_MIN, INT32_MAX}}) {
+  for (const auto [start, points] : {std::array{-1, 3}, {0, 4}, {3, 2}, {0, -1}, {INT32_MIN, INT32_MAX}})
     EXPECT_EQ(file.GetClipBoard(clipboard, source.Handle(), start, 1, points, placed), CLIP_ERROR) << start;
-  }
   EXPECT_EQ(source.Text(), "1 2 3");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::clipboard_test

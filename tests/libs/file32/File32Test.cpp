@@ -4,13 +4,8 @@
 #include "platform/TempFolder.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <array>
-#include <optional>
-
-namespace calder {
-namespace {
+namespace calder::file32_test {
 
 // A settings block that announces `entries` control points, or no table.
 std::vector<std::byte> Block(std::optional<std::int32_t> entries) {
@@ -31,7 +26,7 @@ protected:
 };
 
 TEST_F(File32Test, WdbHasBlockCodesAndTableInTheirPlaces) {
-  std::vector<std::int16_t> codes = Noise(W_MAX_POINTS);
+  Codes codes = Noise(W_MAX_POINTS);
   codes[0] = 0x1234;
   codes[1] = -2;
   codes.back() = -32767;
@@ -55,13 +50,13 @@ TEST_F(File32Test, WdbHasBlockCodesAndTableInTheirPlaces) {
 }
 
 TEST_F(File32Test, WdbOfAShorterBufferIsFilledWithZeros) {
-  const TestWave source(std::vector<std::int16_t>{5, -6, 7});
+  const TestWave source(Codes{5, -6, 7});
   ASSERT_EQ(file.Save4410File(folder / "a.wdb", Block(std::nullopt), source.Handle()), 0);
   EXPECT_EQ(std::filesystem::file_size(folder / "a.wdb"), WDB_TABLE_OFFSET);
   const TestWave target(Noise(W_MAX_POINTS + 2));
   std::vector<std::byte> block(WDB_SETTINGS_BYTES);
   ASSERT_EQ(file.Read4410File(folder / "a.wdb", block, target.Handle()), 0);
-  std::vector<std::int16_t> expected(W_MAX_POINTS + 2);
+  Codes expected(W_MAX_POINTS + 2);
   expected[0] = 5;
   expected[1] = -6;
   expected[2] = 7;
@@ -71,11 +66,7 @@ TEST_F(File32Test, WdbOfAShorterBufferIsFilledWithZeros) {
 TEST_F(File32Test, UnsoundWdbChangesNothing) {
   const TestWave target(Noise(W_MAX_POINTS));
   const auto before = target.Copy();
-  const struct {
-    std::optional<std::int32_t> entries;
-    std::size_t bytes;
-    bool sound;
-  } kRows[] = {
+  const std::tuple<std::optional<std::int32_t>, std::size_t, bool> kRows[] = {
       {std::nullopt, 0, false},
       {std::nullopt, 351, false},
       {std::nullopt, 352, false},
@@ -91,17 +82,16 @@ TEST_F(File32Test, UnsoundWdbChangesNothing) {
       {std::nullopt, WDB_TABLE_OFFSET, true},
       {std::nullopt, WDB_TABLE_OFFSET + 99, true}, // something after it
   };
-  for (const auto& row : kRows) {
+  for (const auto& [entries, theBytes, sound] : kRows) {
     std::string bytes;
-    for (const std::byte byte : Block(row.entries)) bytes += static_cast<char>(byte);
-    bytes.resize(row.bytes, 'w');
+    for (const std::byte byte : Block(entries)) bytes += static_cast<char>(byte);
+    bytes.resize(theBytes, 'w');
     PutFile(folder / "a.wdb", bytes);
     std::vector<std::byte> block(WDB_SETTINGS_BYTES, std::byte{0x55});
     const TestWave copy(before);
-    const std::int32_t status = file.Read4410File(folder / "a.wdb", block, row.sound ? copy.Handle() : target.Handle());
-    EXPECT_EQ(status, row.sound ? 0 : FILE_READ_FAILED) << row.bytes;
-    EXPECT_EQ(target.Copy() == before, true) << row.bytes;
-    EXPECT_EQ(block[300] == std::byte{0x55}, !row.sound) << row.bytes;
+    const std::int32_t status = file.Read4410File(folder / "a.wdb", block, sound ? copy.Handle() : target.Handle());
+    EXPECT_EQ(Texts(status, target.Copy() == before), Texts(sound ? 0 : FILE_READ_FAILED, true)) << theBytes;
+    EXPECT_EQ(block[300] == std::byte{0x55}, !sound) << theBytes;
   }
 }
 
@@ -143,16 +133,15 @@ TEST_F(File32Test, IntegerTextGoesOutAndComesBack) {
   EXPECT_EQ(read, W_MAX_POINTS);
   EXPECT_EQ(target.Copy(), source.Copy());
 
-  const TestWave small(std::vector<std::int16_t>{1, -2, 30, -400, 5000});
+  const TestWave small(Codes{1, -2, 30, -400, 5000});
   ASSERT_EQ(file.SaveWaveData(folder / "b.txt", small.Handle(), 1, 3), 0);
   EXPECT_EQ(GetFile(folder / "b.txt"), "-2\r\n30\r\n-400\r\n");
   ASSERT_EQ(file.LoadWaveData(folder / "b.txt", small.Handle(), 3, 2, read), 0);
-  EXPECT_EQ(read, 2);
-  EXPECT_EQ(small.Text(), "1 -2 30 -2 30");
+  EXPECT_EQ(Texts(read, small.Text()), "2 1 -2 30 -2 30");
 }
 
 TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
-  const TestWave buffer(std::vector<std::int16_t>{1, 2, 3, 4});
+  const TestWave buffer(Codes{1, 2, 3, 4});
   std::int32_t read = 77;
   PutFile(folder / "a.txt", "10\r\n20\r\n3.5\r\n");
   EXPECT_EQ(file.LoadWaveData(folder / "a.txt", buffer.Handle(), 0, 4, read), FILE_READ_FAILED);
@@ -168,13 +157,11 @@ TEST_F(File32Test, RefusedTextLeavesTheBufferAndSaysWhy) {
     EXPECT_EQ(file.SaveWaveData(folder / "new.txt", buffer.Handle(), first, most), FILE_WRITE_FAILED) << first;
   }
   EXPECT_EQ(file.LoadWaveData(folder / "good.txt", buffer.Handle() + 1, 0, 4, read), FILE_READ_FAILED);
-  EXPECT_EQ(buffer.Text(), "1 2 3 4");
-  EXPECT_EQ(read, 77);
-  EXPECT_FALSE(std::filesystem::exists(folder / "new.txt"));
+  EXPECT_EQ(Texts(buffer.Text(), read, std::filesystem::exists(folder / "new.txt")), "1 2 3 4 77 false");
 }
 
 TEST_F(File32Test, RealTextGivesCodes) {
-  std::vector<std::int16_t> codes = {9, 9};
+  Codes codes = {9, 9};
   PutFile(folder / "a.txt", "4\r\n-1\r\n1\r\n");
   ASSERT_EQ(file.LoadRealData(folder / "a.txt", 3, codes), 0);
   EXPECT_THAT(codes, testing::ElementsAre(32767, -8192, 8192));
@@ -188,5 +175,4 @@ TEST_F(File32Test, RealTextGivesCodes) {
   EXPECT_THAT(codes, testing::ElementsAre(32767));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::file32_test

@@ -1,16 +1,12 @@
-#include "libs/file32/IntegerText.h"
+#include "Testing.h"
 #include "files/ParseErrorTexts.h"
+#include "libs/file32/IntegerText.h"
 
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <charconv>
-#include <numeric>
-#include <string>
-#include <vector>
 
-namespace calder {
-namespace {
+namespace calder::integer_text_test {
 
 std::string Format(const std::vector<std::int16_t>& codes, LineEnd end) {
   std::string text(codes.size() * CODE_LINE_BYTES + 1, '!');
@@ -43,16 +39,12 @@ TEST(IntegerText, WritesAndReadsEveryCode) {
     std::size_t count = 0;
     TextFault fault;
     ASSERT_TRUE(ParseCodes(text, back, count, fault)) << fault.line << ReasonText(fault.reason, Language::English);
-    EXPECT_EQ(count, codes.size());
-    EXPECT_EQ(back, codes);
+    EXPECT_TRUE(count == codes.size() && back == codes);
   }
 }
 
 TEST(IntegerText, ReadsWhatOtherProgramsWrite) {
-  const struct {
-    std::string_view text;
-    const char* result;
-  } kRows[] = {
+  const std::tuple<std::string_view, const char*> kRows[] = {
       {"1\r\n-2\r\n3\r\n", "1 -2 3"},
       {"1\n-2\n3", "1 -2 3"},
       {"1\r-2\r3\r", "1 -2 3"},
@@ -67,16 +59,12 @@ TEST(IntegerText, ReadsWhatOtherProgramsWrite) {
       {"; made by hand\r\n# 524288 points\n'x\n\n  # indented\n7\n", "7"},
       {"12.0\r\n1e3\r\n-3.2768E+4\r\n5.\r\n0.5e1\r\n1.2e+01\n", "12 1000 -32768 5 5 12"},
       {"0", "0"},
-      {"-32768", "-32768"},
-  };
-  for (const auto& row : kRows) EXPECT_EQ(Parse(row.text), row.result) << row.text;
+      {"-32768", "-32768"}};
+  for (const auto& [text, result] : kRows) EXPECT_EQ(Parse(text), result) << text;
 }
 
 TEST(IntegerText, RefusesWithLineAndReason) {
-  const struct {
-    std::string_view text;
-    const char* result;
-  } kRows[] = {
+  const std::tuple<std::string_view, const char*> kRows[] = {
       {"", "0: no number in the file"},
       {"\xEF\xBB\xBF", "0: no number in the file"},
       {"\r\n \r\n# only a comment\r\n", "0: no number in the file"},
@@ -87,9 +75,8 @@ TEST(IntegerText, RefusesWithLineAndReason) {
       {"1\r\n\r\n\r1.5\n", "4: not a whole number"},
       {"1e-400\n", "0"}, // too small for a number: zero
       {"1e400\n", "1: not a number"},
-      {"1\r\n# late comment\r\n", "2: not a number"},
-  };
-  for (const auto& row : kRows) EXPECT_EQ(Parse(row.text), row.result) << row.text;
+      {"1\r\n# late comment\r\n", "2: not a number"}};
+  for (const auto& [text, result] : kRows) EXPECT_EQ(Parse(text), result) << text;
   for (const std::string_view text :
        {std::string_view("Code\r\n1\r\n"), std::string_view("1,2\r\n"), std::string_view("1 2\r\n"),
         std::string_view("--1\n"), std::string_view("+-1\n"), std::string_view("++1\n"), std::string_view("- 1\n"),
@@ -148,17 +135,13 @@ TEST(IntegerText, FaultsInsideBlocksHaveTheirLine) {
   };
   for (const int line : {1, 2, 9, 511, 512, 513, 1024, 2990, 3000}) {
     const std::string number = std::to_string(line);
-    for (const char* outside : {"32768", "-32769", "123456", "1234567890123"}) {
+    for (const char* outside : {"32768", "-32769", "123456", "1234567890123"})
       EXPECT_EQ(Parse(withLine(line, outside), 3000), number + ": outside -32768 to 32767");
-    }
-    for (const char* wrong : {"-", "1-2", "1\t2"}) {
+    for (const char* wrong : {"-", "1-2", "1\t2"})
       EXPECT_EQ(Parse(withLine(line, wrong), 3000), number + ": not a number");
-    }
-    for (const char* odd : {"", " 00123 ", "\r\n\r\n5\r\n", "1e2"}) {
+    for (const char* odd : {"", " 00123 ", "\r\n\r\n5\r\n", "1e2"})
       EXPECT_EQ(Parse(withLine(line, odd), 4000).find(':'), std::string::npos) << line << odd;
-    }
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::integer_text_test

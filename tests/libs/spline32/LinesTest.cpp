@@ -1,27 +1,11 @@
 #include "libs/spline32/spline32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
+namespace calder::lines_test {
 
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <vector>
-
-namespace calder {
-namespace {
-
-using Codes = std::vector<std::int16_t>;
 using Values = std::vector<double>;
 
-struct Case {
-  const char* what;
-  double start, end;
-  Values x, y;
-  std::int32_t limit;
-  std::int32_t status;
-  Codes result;
-};
+using Case = std::tuple<const char*, double, double, Values, Values, std::int32_t, std::int32_t, Codes>;
 
 TEST(HokanLine, JoinsTheControlPoints) {
   const Codes untouched(8, 7);
@@ -42,17 +26,16 @@ TEST(HokanLine, JoinsTheControlPoints) {
       {"no value", 0, 8, {0, 8}, {0, kNotANumber}, 32767, W_BAD_VALUE, untouched},
       {"no limit", 0, 8, {0, 8}, {0, 1}, 32768, W_BAD_VALUE, untouched},
       {"range outside", 0, 9, {0, 8}, {0, 1}, 32767, W_BAD_RANGE, untouched},
-      {"range turned round", 5, 4, {0, 8}, {0, 1}, 32767, W_BAD_RANGE, untouched},
-  };
-  for (const Case& c : cases) {
+      {"range turned round", 5, 4, {0, 8}, {0, 1}, 32767, W_BAD_RANGE, untouched}};
+  for (const auto& [what, start, end, x, y, limit, status, result] : cases) {
     const TestWave wave(untouched);
-    EXPECT_EQ(Spline_Hokan_Line(wave.Handle(), c.start, c.end, c.x.data(), c.y.data(),
-                                static_cast<std::int32_t>(c.x.size()), 8, c.limit),
-              c.status)
-        << c.what;
-    EXPECT_EQ(wave.Copy(), c.result) << c.what;
+    EXPECT_EQ(
+        Spline_Hokan_Line(wave.Handle(), start, end, x.data(), y.data(), static_cast<std::int32_t>(x.size()), 8, limit),
+        status)
+        << what;
+    EXPECT_EQ(wave.Copy(), result) << what;
   }
-  EXPECT_EQ(Spline_Hokan_Line(0, 0, 1, cases[0].x.data(), cases[0].y.data(), 2, 8, 1), W_BAD_HANDLE);
+  EXPECT_EQ(Spline_Hokan_Line(0, 0, 1, Values{0, 1}.data(), Values{0, 1}.data(), 2, 8, 1), W_BAD_HANDLE);
 }
 
 TEST(HokanLine, IsExactOverTheLargestWaveform) {
@@ -71,5 +54,4 @@ TEST(HokanLine, IsExactOverTheLargestWaveform) {
   EXPECT_EQ(wrong, 0);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::lines_test

@@ -3,16 +3,7 @@
 #include "libs/spline32/spline32.h"
 #include "libs/wavelb32/TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
-#include <random>
-#include <vector>
-
-namespace calder {
-namespace {
+namespace calder::spline_test {
 
 using Values = std::vector<double>;
 using Row = std::vector<long double>;
@@ -149,13 +140,9 @@ TEST(HokanSpline, IsTheCurveThatItsConditionsDefine) {
 
 TEST(HokanSpline, OddPointsHaveADefinedResultInsideTheCodes) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
-  struct Odd {
-    const char* what;
-    Values x, y;
-    std::int32_t status;
-    int first, last; // codes of a natural spline
-  };
-  for (const Odd& row :
+  // first, last: codes of a natural spline
+  using Odd = std::tuple<const char*, Values, Values, std::int32_t, int, int>;
+  for (const auto& [what, x, y, status, first, last] :
        {Odd{"one point", {3}, {55}, W_SUCCESS, 55, 55}, Odd{"two points", {0, 7}, {0, 70}, W_SUCCESS, 0, 70},
         Odd{"two points on one X: the first counts", {2, 2, 7}, {10, 99, 60}, W_SUCCESS, 10, 60},
         Odd{"all on one X", {2, 2, 2}, {10, 20, 30}, W_SUCCESS, 10, 10},
@@ -164,11 +151,10 @@ TEST(HokanSpline, OddPointsHaveADefinedResultInsideTheCodes) {
         Odd{"no value", {0, 7}, {0, nan}, W_BAD_VALUE, 7, 7}}) {
     for (std::int32_t mode = 0; mode < 3; ++mode) {
       const Wave wave(8);
-      EXPECT_EQ(wave.Spline(mode, 0, 8, row.x, row.y), row.status) << row.what;
-      for (const std::int16_t code : wave.Codes()) EXPECT_GE(code, -32767) << row.what;
-      if (mode == 0 && row.x.size() != 3) {
-        EXPECT_EQ(wave.At(0), row.first) << row.what;
-        EXPECT_EQ(wave.At(7), row.last) << row.what;
+      EXPECT_EQ(wave.Spline(mode, 0, 8, x, y), status) << what;
+      for (const std::int16_t code : wave.Codes()) EXPECT_GE(code, -32767) << what;
+      if (mode == 0 && x.size() != 3) {
+        EXPECT_EQ(Texts(wave.At(0), wave.At(7)), Texts(first, last)) << what;
       }
     }
   }
@@ -186,5 +172,4 @@ TEST(QSort, KeepsEachYWithItsX) {
   EXPECT_EQ(y, (Values{0, 4, 2, 1, 3}));
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::spline_test

@@ -4,12 +4,7 @@
 #include "TestModel.h"
 #include "platform/TempFolder.h"
 
-#include <gtest/gtest.h>
-
-#include <limits>
-
-namespace calder {
-namespace {
+namespace calder::change_test {
 
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
@@ -28,48 +23,21 @@ protected:
   SystemInfo record_;
 };
 
-TEST_F(Change, StartUpRecordIsWholeAndDefaultsKeepWhatIsTheUsers) {
-  SystemInfo expected;
-  expected.ModelName = "TM1";
-  expected.Address = 5;
-  expected.AddressMin = 1;
-  expected.AddressMax = 20;
-  expected.DefaultArbCommand = ":PRE, :SEND";
-  expected.MemoryName = "WAVE";
-  expected.MemorySize = 8192;
-  expected.Field9 = 1;
-  expected.Field10 = 8;
-  expected.DataBits = 14;
-  expected.MemoryNoSelectable = 1;
-  expected.MemoryNo = 3;
-  expected.MemoryNoMin = 1;
-  expected.MemoryNoMax = 9;
-  expected.MemoryNameSelectable = 1;
-  expected.ChannelSelectable = 1;
-  expected.Channel = 1;
-  expected.Frequency = 20000;
-  expected.FrequencyMin = 0.5;
-  expected.FrequencyMax = 2e6;
-  expected.Field23 = 0.01;
-  expected.Period = 1 / 20000.0;
-  expected.Field25 = 1 / 2e6;
-  expected.Field26 = 2;
-  expected.Field27 = 1e-9;
-  expected.Amplitude = 0.5;
-  expected.AmplitudeMax = 11;
-  expected.Field31 = 1e-4;
-  expected.OffsetMin = -3.3;
-  expected.OffsetMax = 7.7;
-  expected.Field35 = 1e-4;
-  expected.OffsetSwitch = 1;
-  expected.OffsetOn = 1;
-  expected.XUnit = 2;
-  expected.YUnit = 2;
-  expected.Output = 1;
-  expected.Field46 = 1;
-  expected.Polarity = 4;
-  EXPECT_EQ(record_, expected);
+// Every field in the record's order.
+std::string Text(const SystemInfo& r) {
+  return Texts(r.ModelName, r.ModelNo, r.Address, r.AddressMin, r.AddressMax, r.DefaultArbCommand, r.MemoryName,
+               r.MemorySize, r.CodeSpan, r.Field9, r.Field10, r.DataBits, r.MemoryNoSelectable, r.MemoryNo,
+               r.MemoryNoMin, r.MemoryNoMax, r.MemoryNameSelectable, r.MemorySizeNo, r.ChannelSelectable, r.Channel,
+               r.Frequency, r.FrequencyMin, r.FrequencyMax, r.Field23, r.Period, r.Field25, r.Field26, r.Field27,
+               r.Amplitude, r.AmplitudeMin, r.AmplitudeMax, r.Field31, r.Offset, r.OffsetMin, r.OffsetMax, r.Field35,
+               r.OffsetSwitch, r.OffsetOn, r.XUnit, r.YUnit, r.XUserMin, r.XUserMax, r.YUserMin, r.YUserMax, r.Output,
+               r.RangeNo, r.Field46, r.XUserName, r.YUserName, r.TransferFormat, r.ControlPointCount, r.SizeRatio,
+               r.Polarity);
+}
 
+TEST_F(Change, StartUpRecordIsWholeAndDefaultsKeepWhatIsTheUsers) {
+  EXPECT_EQ(Text(record_), "TM1 0 5 1 20 :PRE, :SEND WAVE 8192 65534 1 8 14 1 3 1 9 1 0 1 1 20000 0.5 2000000 0.01 "
+                           "5e-05 5e-07 2 1e-09 0.5 0 11 0.0001 0 -3.3 7.7 0.0001 1 1 2 2 0 1 -1 1 1 0 1   0 0 1 4");
   record_.Address = 20;
   record_.MemorySize = 1500;
   record_.XUnit = 1;
@@ -79,46 +47,22 @@ TEST_F(Change, StartUpRecordIsWholeAndDefaultsKeepWhatIsTheUsers) {
   record_.ControlPointCount = 12;
   SystemInfo defaults = record_;
   ASSERT_EQ(database_.SysGetDeviceInfo(0, defaults), 0);
-  expected = record_;
-  expected.MemorySizeNo = 2;
-  expected.Channel = 0;
-  expected.Frequency = 50;
-  expected.Period = 1 / 50.0;
-  expected.FrequencyMin = 1;
-  expected.FrequencyMax = 100;
-  expected.Field23 = 1e-8;
-  expected.Field25 = 0.01;
-  expected.Field26 = 1;
-  expected.Field27 = 1e-13;
-  expected.RangeNo = 1;
-  expected.Field46 = 2;
-  expected.AmplitudeMax = 2;
-  expected.Offset = 0.25;
-  expected.OffsetMin = -1;
-  expected.OffsetMax = 1;
-  expected.Output = 0;
-  EXPECT_EQ(defaults, expected);
-
+  EXPECT_EQ(Text(defaults), "TM1 0 20 1 20 :PRE, :SEND WAVE 1500 65534 1 8 14 1 3 1 9 1 2 1 0 50 1 100 1e-08 0.02 0.01 "
+                            "1 1e-13 0.5 0 2 0.0001 0.25 -1 1 0.0001 1 1 1 2 0 1 -1 7 0 1 2 deg  1 12 1 4");
   record_.Address = 21;
   record_.MemorySize = 4096;
   ASSERT_EQ(database_.SysGetDeviceInfo(0, record_), 0);
-  EXPECT_EQ(record_.Address, 5);
-  EXPECT_EQ(record_.MemorySize, 8192);
-  EXPECT_EQ(record_.MemorySizeNo, 0);
+  EXPECT_EQ(Texts(record_.Address, record_.MemorySize, record_.MemorySizeNo), "5 8192 0");
 }
 
 TEST_F(Change, InterfaceMovesAnAddressThatItsRangeLacks) {
-  struct Row {
-    std::int32_t kind;
-    std::int16_t address, min, max, moved;
-  };
-  for (const Row& row : {Row{0, 20, 1, 20, 20}, Row{0, 0, 1, 20, 1}, Row{1, 30, 0, 30, 30}, Row{2, 3, 4, 99, 4},
-                         Row{3, 7, 0, 30, 7}, Row{4, -1, 0, 30, 0}}) {
-    record_.Address = row.address;
-    EXPECT_EQ(database_.SysChangeInterface(0, row.kind, record_), 0);
-    EXPECT_EQ(record_.AddressMin, row.min) << row.kind;
-    EXPECT_EQ(record_.AddressMax, row.max) << row.kind;
-    EXPECT_EQ(record_.Address, row.moved) << row.kind;
+  using Row = std::tuple<std::int32_t, std::int16_t, std::int16_t, std::int16_t, std::int16_t>;
+  for (const auto& [kind, address, min, max, moved] :
+       {Row{0, 20, 1, 20, 20}, Row{0, 0, 1, 20, 1}, Row{1, 30, 0, 30, 30}, Row{2, 3, 4, 99, 4}, Row{3, 7, 0, 30, 7},
+        Row{4, -1, 0, 30, 0}}) {
+    record_.Address = address;
+    EXPECT_EQ(database_.SysChangeInterface(0, kind, record_), 0);
+    EXPECT_EQ(Texts(record_.AddressMin, record_.AddressMax, record_.Address), Texts(min, max, moved)) << kind;
   }
   EXPECT_EQ(database_.SysGetInterfaceInfo(0), SYS_INTERFACE_NI_GPIB_2 | SYS_INTERFACE_USBTMC);
 }
@@ -130,24 +74,16 @@ TEST_F(Change, ChannelKeepsItsRangeOrTakesTheLastAndClamps) {
   record_.Amplitude = 30;
   record_.Offset = -9;
   ASSERT_EQ(database_.SysChangeChannel(0, 0, record_), 0);
-  EXPECT_EQ(record_.Channel, 0);
-  EXPECT_EQ(record_.RangeNo, 1);
-  EXPECT_EQ(record_.Field46, 2);
-  EXPECT_EQ(record_.Frequency, 100);
-  EXPECT_EQ(record_.Period, 0.01);
-  EXPECT_EQ(record_.Amplitude, 2);
-  EXPECT_EQ(record_.Offset, 0);
+  EXPECT_EQ(Texts(record_.Channel, record_.RangeNo, record_.Field46, record_.Frequency), "0 1 2 100");
+  EXPECT_EQ(Texts(record_.Period, record_.Amplitude, record_.Offset), "0.01 2 0");
   ASSERT_EQ(database_.SysChangeChannel(0, 1, record_), 0);
-  EXPECT_EQ(record_.RangeNo, 0);
-  EXPECT_EQ(record_.OffsetMax, 7.7);
+  EXPECT_EQ(Texts(record_.RangeNo, record_.OffsetMax), "0 7.7");
 
   record_.Frequency = kNan;
   record_.Amplitude = kInf;
   record_.Offset = kNan;
   ASSERT_EQ(database_.SysChangeChannel(0, 0, record_), 0);
-  EXPECT_EQ(record_.Frequency, 50);
-  EXPECT_EQ(record_.Amplitude, 2);
-  EXPECT_EQ(record_.Offset, 1);
+  EXPECT_EQ(Texts(record_.Frequency, record_.Amplitude, record_.Offset), "50 2 1");
 }
 
 // Every reachable pair ends inside both output conditions, and a pair inside stays as it is.
@@ -181,17 +117,12 @@ TEST_F(Change, RangeBringsAmplitudeAndOffsetInsideTheOutputLimits) {
 
 TEST_F(Change, OutputConditionsFollowThePolarity) {
   const AmplitudeRange range{"", {0, 10}, {-5, 5}};
-  struct Row {
-    double amplitude, offset;
-    std::int16_t polarity;
-    bool fits;
-  };
-  for (const Row& row :
+  using Row = std::tuple<double, double, std::int16_t, bool>;
+  for (const auto& [amplitude, offset, polarity, fits] :
        {Row{8, 1, 0, true}, Row{8.2, 1, 0, false}, Row{8.2, 1, 3, false}, Row{4, 1, 1, true}, Row{4.1, 1, 5, false},
         Row{5, 0, 2, true}, Row{5.1, 0, 4, false}, Row{8, -1, 0, true}, Row{8.2, -1, 0, false}, Row{10.1, 0, 0, false},
         Row{kNan, 0, 0, false}, Row{1, kNan, 0, false}})
-    EXPECT_EQ(FitsOutput(range, row.amplitude, row.offset, row.polarity), row.fits)
-        << row.amplitude << " " << row.offset << " " << row.polarity;
+    EXPECT_EQ(FitsOutput(range, amplitude, offset, polarity), fits) << amplitude << " " << offset << " " << polarity;
 }
 
 TEST_F(Change, ValuesOutsideAreRefusedAndChangeNothing) {
@@ -216,8 +147,7 @@ TEST_F(Change, ValuesOutsideAreRefusedAndChangeNothing) {
     EXPECT_EQ(database_.SysChangeFrequency(0, bad, 1000, record_), SYS_REFUSED);
     EXPECT_EQ(database_.SysChangeAmplitude(0, 0, bad, 1, record_), SYS_REFUSED);
     EXPECT_EQ(database_.SysChangeOffset(bad, 0, 0, 0, record_), SYS_REFUSED);
-    EXPECT_EQ(database_.SysGetRangeCnt(0, bad), 0);
-    EXPECT_EQ(database_.SysGetRangeName(0, 0, bad), "");
+    EXPECT_EQ(Texts(database_.SysGetRangeCnt(0, bad), database_.SysGetRangeName(0, 0, bad)), "0 ");
     EXPECT_EQ(database_.SysGetMemorySizeName(0, bad), "");
   }
   EXPECT_EQ(database_.SysChangeInterface(0, 5, record_), SYS_REFUSED);
@@ -226,32 +156,24 @@ TEST_F(Change, ValuesOutsideAreRefusedAndChangeNothing) {
 
 TEST_F(Change, AcceptedValuesAreStored) {
   EXPECT_EQ(database_.SysChangeFrequency(0, 1, 2e6, record_), 0);
-  EXPECT_EQ(record_.Frequency, 2e6);
-  EXPECT_EQ(record_.Period, 1 / 2e6);
+  EXPECT_EQ(Texts(record_.Frequency, record_.Period), Texts(2e6, 1 / 2e6));
   EXPECT_EQ(database_.SysChangeAmplitude(0, 0, 0, 0.1, record_), 0);
   EXPECT_EQ(record_.Amplitude, 0.1);
   EXPECT_EQ(database_.SysChangeOffset(0, 1, 0, -3.3, record_), 0);
   EXPECT_EQ(record_.Offset, -3.3);
   record_.SizeRatio = 8;
   EXPECT_EQ(database_.SysChangeMemorySize(0, 1, record_), 0);
-  EXPECT_EQ(record_.MemorySize, 1024);
-  EXPECT_EQ(record_.MemorySizeNo, 1);
-  EXPECT_EQ(record_.SizeRatio, 1);
+  EXPECT_EQ(Texts(record_.MemorySize, record_.MemorySizeNo, record_.SizeRatio), "1024 1 1");
 }
 
 TEST_F(Change, FrequencyWarningBelongsToItsChannelRangeAndLanguage) {
-  struct Row {
-    std::int32_t channel, language;
-    double frequency;
-    std::int16_t result;
-    const char* warning;
-  };
-  for (const Row& row :
+  using Row = std::tuple<std::int32_t, std::int32_t, double, std::int16_t, const char*>;
+  for (const auto& [channel, language, frequency, result, theWarning] :
        {Row{1, 0, 1e6, 0, "-"}, Row{1, 0, 1.1e6, 1, "速い"}, Row{1, 1033, 2e6, 1, "fast"}, Row{1, 1, 2.1e6, 0, "-"},
         Row{0, 1, 1.1e6, 0, "-"}, Row{1, 1, kNan, 0, "-"}, Row{2, 1, 1.1e6, -1, "-"}}) {
     std::string warning = "-";
-    EXPECT_EQ(database_.SysCheckFrequency(0, row.channel, row.language, row.frequency, warning), row.result);
-    EXPECT_EQ(warning, row.warning) << row.frequency;
+    EXPECT_EQ(database_.SysCheckFrequency(0, channel, language, frequency, warning), result);
+    EXPECT_EQ(warning, theWarning) << frequency;
   }
 }
 
@@ -259,17 +181,11 @@ TEST_F(Change, CommandTablesComeInFileOrderAndABadNumberLeavesTheTable) {
   CommandTable table;
   table.Key[7] = "stale";
   ASSERT_EQ(database_.SysGetGPIBInfo(0, 3, table), 4);
-  EXPECT_EQ(table.Key[0], "arbbank");
-  EXPECT_EQ(table.Key[1], "arbmask");
-  EXPECT_EQ(table.Value[1], "0xFFFC");
-  EXPECT_EQ(table.Key[2], "arbname");
-  EXPECT_EQ(table.Key[3], "arbsend");
-  EXPECT_EQ(table.Key[4], "");
-  EXPECT_EQ(table.Key[7], "");
+  EXPECT_EQ(Texts(table.Key[0], table.Key[1], table.Value[1], table.Key[2], table.Key[3], table.Key[4], table.Key[7]),
+            "arbbank arbmask 0xFFFC arbname arbsend  ");
   EXPECT_LT(database_.SysGetGPIBInfo(0, 4, table), 0);
   EXPECT_LT(database_.SysGetGPIBInfo(1, 0, table), 0);
   EXPECT_EQ(table.Key[3], "arbsend");
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::change_test

@@ -7,10 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include <algorithm>
-
-namespace calder {
-namespace {
+namespace calder::model_fault_test {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -182,8 +179,7 @@ TEST(ModelFaultTest, AModelWithoutAnyWayToSendAWaveformIsRefused) {
   text.erase(text.find("arbsend"));
   const std::optional<ModelFault> fault = ParseModel(text, "a.toml", model);
   ASSERT_TRUE(fault);
-  EXPECT_EQ(fault->status, SYS_BAD_VALUE);
-  EXPECT_EQ(fault->line, 77);
+  EXPECT_EQ(Texts(fault->status, fault->line), Texts(SYS_BAD_VALUE, 77));
 }
 
 // Deep dotted keys and oversized texts must end as a fault, not as an overflow of the stack.
@@ -257,5 +253,4 @@ TEST_F(ModelFolderFault, TellsTheFileAndTheLineAndLeavesNoModels) {
   EXPECT_EQ(missing.SysInitDeviceInfo(folder_ / "none"), SYS_NO_MODEL_FILE);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::model_fault_test

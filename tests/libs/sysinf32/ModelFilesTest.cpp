@@ -1,20 +1,12 @@
 // The model files of the program, every model with every channel and range.
 
+#include "Testing.h"
 #include "libs/bus/VisaNames.h"
 #include "libs/sysinf32/ModelParser.h"
 #include "libs/sysinf32/OutputLimits.h"
 #include "libs/sysinf32/sysinf32.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <array>
-#include <fstream>
-#include <set>
-#include <sstream>
-
-namespace calder {
-namespace {
+namespace calder::model_files_test {
 
 class ModelFiles : public ::testing::Test {
 protected:
@@ -105,8 +97,7 @@ TEST_F(ModelFiles, TheNumbersThatFilesCarryKeepTheirModels) {
   for (std::int32_t mode = 0; mode < 4; ++mode) {
     EXPECT_EQ(database_.SysGetChannelName(10, mode), kModes[static_cast<std::size_t>(mode)]);
     ASSERT_EQ(database_.SysGetRangeCnt(10, mode), 2);
-    EXPECT_EQ(database_.SysGetRangeName(10, mode, 0), "100 V");
-    EXPECT_EQ(database_.SysGetRangeName(10, mode, 1), "200 V");
+    EXPECT_EQ(Texts(database_.SysGetRangeName(10, mode, 0), database_.SysGetRangeName(10, mode, 1)), "100 V 200 V");
   }
 }
 
@@ -139,5 +130,4 @@ TEST_F(ModelFiles, TheUsbIdentifiersAreThoseOfTheModelsWithUsb) {
   EXPECT_EQ(listed, expected);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::model_files_test

@@ -1,6 +1,8 @@
 // A small model for tests.
 #pragma once
 
+#include "Testing.h"
+
 #include <string_view>
 
 namespace calder::test {

@@ -1,17 +1,6 @@
 #include "TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <numeric>
-
-namespace calder {
-namespace {
-
-using Codes = std::vector<std::int16_t>;
-
-constexpr double kInfinity = std::numeric_limits<double>::infinity();
+namespace calder::buffers_test {
 
 Codes Counting(std::int16_t points) {
   Codes codes(static_cast<std::size_t>(points));
@@ -61,13 +50,8 @@ TEST(Buffers, ThousandsOfBuffersAtOnceEndInAFailureNotInACrash) {
 
 // Which of ten points a range clears.
 TEST(Buffers, RangesRoundUpToWholePoints) {
-  struct Row {
-    double start;
-    double count;
-    std::int32_t status;
-    const char* cleared;
-  };
-  for (const Row& row :
+  using Row = std::tuple<double, double, std::int32_t, const char*>;
+  for (const auto& [start, count, status, theCleared] :
        {Row{0, 10, W_SUCCESS, "xxxxxxxxxx"}, Row{2, 3, W_SUCCESS, "..xxx....."}, Row{1.2, 2.1, W_SUCCESS, "..xxx....."},
         Row{0.4, 9.6, W_SUCCESS, ".xxxxxxxxx"}, Row{1.2, 4.2 - 1.2 + 1e-9, W_SUCCESS, "..xxx....."},
         Row{2 + 1e-9, 3 - 1e-9, W_SUCCESS, "..xxx....."}, Row{1.2, 3.00001, W_SUCCESS, "..xxxx...."},
@@ -78,10 +62,10 @@ TEST(Buffers, RangesRoundUpToWholePoints) {
         Row{0, kNotANumber, W_BAD_RANGE, ".........."}, Row{0, kInfinity, W_BAD_RANGE, ".........."},
         Row{1e300, 1, W_BAD_RANGE, ".........."}}) {
     const TestWave wave(Counting(10));
-    EXPECT_EQ(W_ClearMemory(wave.Handle(), row.start, row.count), row.status) << row.start << " " << row.count;
+    EXPECT_EQ(W_ClearMemory(wave.Handle(), start, count), status) << start << " " << count;
     std::string cleared;
     for (const std::int16_t code : wave.Codes()) cleared += code == 0 ? 'x' : '.';
-    EXPECT_EQ(cleared, row.cleared) << row.start << " " << row.count;
+    EXPECT_EQ(cleared, theCleared) << start << " " << count;
   }
 }
 
@@ -108,15 +92,11 @@ TEST(Buffers, DeletingClosesTheGapWithinThePointCount) {
 
 TEST(Buffers, ReadingTheRightEndGivesTheLastPoint) {
   const TestWave wave(Counting(5));
-  struct Row {
-    double index;
-    std::int32_t pointCount;
-    std::int32_t code;
-  };
-  for (const Row& row :
+  using Row = std::tuple<double, std::int32_t, std::int32_t>;
+  for (const auto& [index, pointCount, code] :
        {Row{0, 5, 1}, Row{3.2, 5, 5}, Row{4, 5, 5}, Row{5, 5, 5}, Row{3, 3, 3}, Row{2.5, 3, 3}, Row{5.1, 5, W_NO_DATA},
         Row{-1, 5, W_NO_DATA}, Row{0, 6, W_NO_DATA}, Row{0, 0, W_NO_DATA}, Row{kNotANumber, 5, W_NO_DATA}})
-    EXPECT_EQ(W_GetWaveData(wave.Handle(), row.index, row.pointCount), row.code) << row.index;
+    EXPECT_EQ(W_GetWaveData(wave.Handle(), index, pointCount), code) << index;
 }
 
 TEST(Buffers, ExtremesAreThoseOfTheRangeAtEveryLength) {
@@ -133,5 +113,4 @@ TEST(Buffers, ExtremesAreThoseOfTheRangeAtEveryLength) {
   EXPECT_EQ(W_GetMaxMin(wave.Handle(), 0, 1, 2), W_NO_DATA);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::buffers_test

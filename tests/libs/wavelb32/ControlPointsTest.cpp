@@ -1,18 +1,8 @@
 #include "TestWave.h"
 #include "libs/spline32/spline32.h"
 
-#include <gtest/gtest.h>
+namespace calder::control_points_test {
 
-#include <cmath>
-#include <functional>
-#include <numeric>
-#include <random>
-#include <utility>
-
-namespace calder {
-namespace {
-
-using Codes = std::vector<std::int16_t>;
 using Values = std::vector<double>;
 
 class Blocks {
@@ -32,8 +22,7 @@ public:
     std::int32_t count = points;
     const std::int32_t status = ConvCPdata(wave.Handle(), positions_, values_, count);
     if (status != W_SUCCESS) {
-      EXPECT_EQ(status, W_NOT_POSSIBLE);
-      EXPECT_EQ(count, 0);
+      EXPECT_EQ(Texts(status, count), Texts(W_NOT_POSSIBLE, 0));
       return -1;
     }
     Values x;
@@ -54,26 +43,33 @@ public:
   WaveHandle values_;
 };
 
-// By the definition: every pair of points, every point between.
-std::int32_t FewestByBruteForce(const Codes& codes) {
-  const auto n = static_cast<int>(codes.size());
-  std::vector<int> joins(1, 0);
-  joins.resize(codes.size(), n);
-  for (int i = 0; i < n; ++i) {
-    for (int j = i + 1; j < n; ++j) {
-      const int rise = codes[static_cast<std::size_t>(j)] - codes[static_cast<std::size_t>(i)];
-      bool isValid = true;
-      for (int k = i + 1; k < j && isValid; ++k) {
-        // The quotient of such small numbers is exact enough: halves are halves, all else is far from one.
-        const double value = codes[static_cast<std::size_t>(i)] + static_cast<double>(rise * (k - i)) / (j - i);
-        isValid = std::lrint(value) == codes[static_cast<std::size_t>(k)];
-      }
-      if (isValid)
-        joins[static_cast<std::size_t>(j)] =
-            std::min(joins[static_cast<std::size_t>(j)], joins[static_cast<std::size_t>(i)] + 1);
+// By the definition: from each point on as far as a line through it fits, with the slopes that
+// do. Heights count in units of 2^-20, in which "below 1/2" is "at most 1/2 less a unit" for joins of up to 2^19
+// points.
+std::int32_t FewestBySlopes(const Codes& codes) {
+  constexpr std::int64_t unit = std::int64_t{1} << 20;
+  struct Slope {
+    std::int64_t rise;
+    std::int64_t run;
+    bool operator<(const Slope& other) const { return rise * other.run < other.rise * run; }
+  };
+  const std::size_t n = codes.size();
+  std::vector<std::int32_t> joins(n, W_MAX_POINTS);
+  joins[0] = 0;
+  for (std::size_t i = 0; i < n; ++i) {
+    Slope least{-1, 0};
+    Slope greatest{1, 0};
+    for (std::size_t j = i + 1; j < n && !(greatest < least); ++j) {
+      const std::int64_t rise = (codes[j] - codes[i]) * unit;
+      const auto run = static_cast<std::int64_t>(j - i);
+      const Slope slope{rise, run};
+      if (!(slope < least) && !(greatest < slope)) joins[j] = std::min(joins[j], joins[i] + 1);
+      const std::int64_t reach = unit / 2 - (codes[j] & 1);
+      least = std::max(least, {rise - reach, run});
+      greatest = std::min(greatest, {rise + reach, run});
     }
   }
-  return joins.empty() ? 0 : joins.back() + 1;
+  return joins.back() + 1;
 }
 
 TEST(ConvCPdata, FindsTheFewestControlPointsOfSmallWaveforms) {
@@ -104,37 +100,8 @@ TEST(ConvCPdata, FindsTheFewestControlPointsOfSmallWaveforms) {
       code = static_cast<std::int16_t>(std::lrint(value));
     }
     const TestWave wave(codes);
-    ASSERT_EQ(blocks.Convert(wave), FewestByBruteForce(codes)) << "round " << round;
+    ASSERT_EQ(blocks.Convert(wave), FewestBySlopes(codes)) << "round " << round;
   }
-}
-
-// By the definition too, for long waveforms: from each point on as far as a line through it fits, with the slopes that
-// do. Heights count in units of 2^-20, in which "below 1/2" is "at most 1/2 less a unit" for joins of up to 2^19
-// points.
-std::int32_t FewestBySlopes(const Codes& codes) {
-  constexpr std::int64_t unit = std::int64_t{1} << 20;
-  struct Slope {
-    std::int64_t rise;
-    std::int64_t run;
-    bool operator<(const Slope& other) const { return rise * other.run < other.rise * run; }
-  };
-  const std::size_t n = codes.size();
-  std::vector<std::int32_t> joins(n, W_MAX_POINTS);
-  joins[0] = 0;
-  for (std::size_t i = 0; i < n; ++i) {
-    Slope least{-1, 0};
-    Slope greatest{1, 0};
-    for (std::size_t j = i + 1; j < n && !(greatest < least); ++j) {
-      const std::int64_t rise = (codes[j] - codes[i]) * unit;
-      const auto run = static_cast<std::int64_t>(j - i);
-      const Slope slope{rise, run};
-      if (!(slope < least) && !(greatest < slope)) joins[j] = std::min(joins[j], joins[i] + 1);
-      const std::int64_t reach = unit / 2 - (codes[j] & 1);
-      least = std::max(least, {rise - reach, run});
-      greatest = std::min(greatest, {rise + reach, run});
-    }
-  }
-  return joins.back() + 1;
 }
 
 TEST(ConvCPdata, FindsTheFewestControlPointsOfLongSmoothWaveforms) {
@@ -229,5 +196,4 @@ TEST(ConvCPdata, BadArgumentsGiveNoPoints) {
   EXPECT_EQ(count, 0);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::control_points_test

@@ -1,12 +1,8 @@
 #include "RecordingContext.h"
 #include "TestWave.h"
 
-#include <gtest/gtest.h>
+namespace calder::draw_digital_test {
 
-namespace calder {
-namespace {
-
-using Codes = std::vector<std::int16_t>;
 using Calls = std::vector<std::string>;
 
 // With 98 rows a unit is 2 rows: lane i's ground is rows 2 + 6 i to 7 + 6 i, high is row 3 + 6 i, low row 7 + 6 i.
@@ -40,11 +36,9 @@ TEST(DrawDigital, ManyPointsAColumnAreABlock) {
 TEST(DrawDigital, SelectedLanesHaveAGroundAndTheScopeItsOwn) {
   const TestWave wave(Codes(10, 0));
   const Calls calls = Pattern(wave, 0, 10, 20, 12, 0x8001, 7, 2);
-  EXPECT_EQ(calls[0], "fill 0 2 20 6 3");
-  EXPECT_EQ(calls[1], "fill 4 2 10 6 4");
-  EXPECT_EQ(calls[2], "pen 1 1");
-  EXPECT_EQ(calls[4 + 2 * 11], "pen 2 1") << "the thirteenth bit is more than the model has";
-  EXPECT_EQ(calls[calls.size() - 4], "fill 0 92 20 6 3");
+  EXPECT_EQ(Texts(calls[0], calls[1], calls[2], calls[4 + 2 * 11], calls[calls.size() - 4]),
+            "fill 0 2 20 6 3 fill 4 2 10 6 4 pen 1 1 pen 2 1 fill 0 92 20 6 3")
+      << "the thirteenth bit is more than the model has";
 }
 
 TEST(DrawDigital, NothingIsDrawnBesideTheWaveform) {
@@ -74,5 +68,4 @@ TEST(Digital, OneBitIsCopiedOntoAnother) {
     EXPECT_EQ(W_CopyBitDigital(wave.Handle(), 0, 5, mask, 1), W_BAD_VALUE) << mask;
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::draw_digital_test

@@ -2,17 +2,8 @@
 #include "TestWave.h"
 #include "platform/PixelContext.h"
 
-#include <gtest/gtest.h>
+namespace calder::draw_test {
 
-#include <cmath>
-#include <limits>
-#include <optional>
-#include <random>
-
-namespace calder {
-namespace {
-
-using Codes = std::vector<std::int16_t>;
 using Calls = std::vector<std::string>;
 
 struct View {
@@ -129,23 +120,19 @@ TEST(DrawGrid, HasTenColumnsEightRowsAndTheZeroLineOnTop) {
   RecordingContext context(100, 80);
   EXPECT_EQ(W_DrawGrid(context, 100, 80), W_SUCCESS);
   ASSERT_EQ(context.calls.size(), 7U + 9U + 3U);
-  EXPECT_EQ(context.calls[1], "line 0 10 99 10");
-  EXPECT_EQ(context.calls[8], "line 10 0 10 79");
-  EXPECT_EQ(context.calls.back(), "line 0 40 99 40");
+  EXPECT_EQ(Texts(context.calls[1], context.calls[8], context.calls.back()),
+            "line 0 10 99 10 line 10 0 10 79 line 0 40 99 40");
 }
 
 TEST(DrawGrid, TheZeroLineIsDrawnOnlyInsideTheView) {
-  struct Row {
-    double yStart, ySpan;
-    Calls calls;
-  };
-  for (const Row& row : {Row{0, 65534, {"line 0 50 19 50"}}, Row{32767, 100, {"line 0 0 19 0"}},
-                         Row{32667, 100, {"line 0 99 19 99"}}, Row{32768, 100, {}}, Row{0, 100, {}}}) {
+  using Row = std::tuple<double, double, Calls>;
+  for (const auto& [yStart, ySpan, calls] :
+       {Row{0, 65534, {"line 0 50 19 50"}}, Row{32767, 100, {"line 0 0 19 0"}}, Row{32667, 100, {"line 0 99 19 99"}},
+        Row{32768, 100, {}}, Row{0, 100, {}}}) {
     RecordingContext context(20, 100);
-    EXPECT_EQ(W_DrawGrid2(context, row.yStart, row.ySpan, 20, 100), W_SUCCESS);
-    EXPECT_EQ(context.calls, row.calls) << row.yStart;
+    EXPECT_EQ(W_DrawGrid2(context, yStart, ySpan, 20, 100), W_SUCCESS);
+    EXPECT_EQ(context.calls, calls) << yStart;
   }
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::draw_test

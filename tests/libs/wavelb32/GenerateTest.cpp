@@ -1,16 +1,6 @@
 #include "TestWave.h"
 
-#include <gtest/gtest.h>
-
-#include <cmath>
-#include <limits>
-#include <numbers>
-#include <numeric>
-
-namespace calder {
-namespace {
-
-using Codes = std::vector<std::int16_t>;
+namespace calder::generate_test {
 
 struct Wanted {
   std::int32_t points;
@@ -178,5 +168,4 @@ TEST(Generate, OnlyTheRangeIsTouchedAndBadValuesTouchNothing) {
   EXPECT_EQ(wave.Copy(), expected);
 }
 
-} // namespace
-} // namespace calder
+} // namespace calder::generate_test

@@ -1,18 +1,18 @@
 // A buffer that frees itself, and short ways to fill and read it.
 #pragma once
 
+#include "Testing.h"
 #include "libs/wavelb32/wavelb32.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <span>
-#include <string>
-#include <vector>
 
 namespace calder {
 
+using Codes = std::vector<std::int16_t>;
+
 constexpr double kNotANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
 
 class TestWave {
 public:
