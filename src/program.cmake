@@ -8,7 +8,7 @@ target_link_libraries(calder_ui INTERFACE calder_application)
 
 add_executable(calder main.cpp)
 target_link_libraries(calder PRIVATE calder_ui $<BUILD_INTERFACE:calder_flags>)
-add_dependencies(calder calder_printing)
+add_dependencies(calder calder_printing calder-plugin-host)
 
 # Beside the program stand the files that it only reads, as an installed one finds them.
 foreach(read IN ITEMS models data/USBTMC.ID data/pwf.fnc)
