@@ -119,10 +119,11 @@ PluginFault PluginProcess::Exchange(const PluginPacket& packet, PluginPacket& an
   if (!Started()) return {PluginFault::Kind::NoHelper};
   std::uint32_t alive = area_->alive;
   Clock::time_point since = Clock::now();
-  if (!Send(packet)) return End();
+  if (!cancelled && !Send(packet)) return End();
   while (true) {
     pollfd readable{socket_.Get(), POLLIN, 0};
-    if (::poll(&readable, 1, static_cast<int>(std::min(kLook, limit).count())) > 0) return Receive(answer);
+    if (!cancelled && ::poll(&readable, 1, static_cast<int>(std::min(kLook, limit).count())) > 0)
+      return Receive(answer);
     PluginFault fault{PluginFault::Kind::Cancelled};
     if (!cancelled) {
       if (const std::uint32_t now = area_->alive; now != alive) {

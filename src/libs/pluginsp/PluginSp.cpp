@@ -13,7 +13,9 @@ std::int16_t PluginSp::OpenPlugin(const std::vector<std::string>& folders, const
                                   const std::string& application, std::int32_t most, std::int32_t& found) {
   found = 0;
   if (most < 1 || !pattern.starts_with('*')) return PLUGIN_FAILED;
-  plugins_ = catalog_.Find(folders, pattern.substr(1), application, static_cast<std::size_t>(most));
+  worker_.Run(
+      [&] { plugins_ = catalog_.Find(folders, pattern.substr(1), application, static_cast<std::size_t>(most)); },
+      Worker::Meanwhile::NoUserInput);
   found = static_cast<std::int32_t>(plugins_.size());
   return PLUGIN_SUCCESS;
 }
@@ -45,7 +47,10 @@ std::int16_t PluginSp::BeginPlugin(std::int32_t k, std::int32_t& session, Import
   fault_ = {};
   report_.clear();
   cancelled_ = false;
-  if (!Has(k)) return PLUGIN_BAD_INDEX;
+  if (!Has(k)) {
+    Fail({PluginFault::Kind::NotLoaded});
+    return PLUGIN_BAD_INDEX;
+  }
   process_ = std::make_unique<PluginProcess>(helper_, plugins_[static_cast<std::size_t>(k)].path);
   plugin_ = k;
   batch_ = {};
@@ -84,7 +89,7 @@ bool PluginSp::Begin(ImportRecord& record, const AskOptions& ask) {
 }
 
 std::int16_t PluginSp::SeekPlugin(std::int32_t k, std::int32_t session, std::int32_t startOffset) {
-  if (!IsOpen(k, session)) return PLUGIN_NO_SESSION;
+  if (!IsOpen(k, session)) return NoSession();
   PluginPacket answer;
   return Call(PluginCall::Seek, answer, startOffset) ? PLUGIN_SUCCESS : Status();
 }
@@ -92,8 +97,11 @@ std::int16_t PluginSp::SeekPlugin(std::int32_t k, std::int32_t session, std::int
 std::int16_t PluginSp::ExecutePlugin(std::int32_t k, std::int32_t session, std::int16_t* block, std::int32_t& count,
                                      std::int32_t /*unused*/) {
   const std::int32_t room = std::exchange(count, 0);
-  if (!IsOpen(k, session)) return PLUGIN_NO_SESSION;
-  if (room < 0) return PLUGIN_FAILED;
+  if (!IsOpen(k, session)) return NoSession();
+  if (cancelled_) {
+    Fail({PluginFault::Kind::Cancelled});
+    return PLUGIN_CANCELLED;
+  }
   if (batch_.empty()) {
     PluginPacket answer;
     if (!Call(PluginCall::Read, answer)) return Status();
@@ -103,8 +111,8 @@ std::int16_t PluginSp::ExecutePlugin(std::int32_t k, std::int32_t session, std::
     }
     batch_ = process_->Codes().first(static_cast<std::size_t>(answer.number));
   }
-  const auto taken = batch_.first(
-      std::min({static_cast<std::size_t>(room), batch_.size(), static_cast<std::size_t>(PLUGIN_BLOCK_POINTS)}));
+  const auto taken = batch_.first(std::min(
+      {static_cast<std::size_t>(std::max(room, 0)), batch_.size(), static_cast<std::size_t>(PLUGIN_BLOCK_POINTS)}));
   std::ranges::copy(taken, block);
   batch_ = batch_.subspan(taken.size());
   count = static_cast<std::int32_t>(taken.size());
@@ -112,7 +120,7 @@ std::int16_t PluginSp::ExecutePlugin(std::int32_t k, std::int32_t session, std::
 }
 
 std::int16_t PluginSp::EndPlugin(std::int32_t k, std::int32_t session) {
-  if (!IsOpen(k, session)) return PLUGIN_NO_SESSION;
+  if (!IsOpen(k, session)) return NoSession();
   PluginPacket answer;
   bool ended = Call(PluginCall::Report, answer);
   if (ended) {
@@ -151,6 +159,12 @@ bool PluginSp::CallForForm(PluginCall call, PluginForm& form, const Fill& fill) 
   if (!read) return Fail({PluginFault::Kind::Garbled});
   form = *std::move(read);
   return true;
+}
+
+// The fault that ended the session, if one did, is still the one to report.
+std::int16_t PluginSp::NoSession() {
+  if (fault_.kind == PluginFault::Kind::None) fault_.kind = PluginFault::Kind::Garbled;
+  return PLUGIN_NO_SESSION;
 }
 
 bool PluginSp::Fail(PluginFault fault) {

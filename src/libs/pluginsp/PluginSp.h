@@ -99,6 +99,7 @@ private:
   [[nodiscard]] bool Begin(ImportRecord& record, const AskOptions& ask);
   // Keeps what is wrong; the session is over.
   bool Fail(PluginFault fault);
+  [[nodiscard]] std::int16_t NoSession();
   [[nodiscard]] std::int16_t Status() const {
     return fault_.kind == PluginFault::Kind::Cancelled ? PLUGIN_CANCELLED : PLUGIN_FAILED;
   }

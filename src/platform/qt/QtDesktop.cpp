@@ -37,6 +37,8 @@ ProgramFolders Folders() {
   folders.documents = Location(QStandardPaths::DocumentsLocation);
   if (!QDir(QString::fromStdString(folders.documents)).exists()) folders.documents = QDir::homePath().toStdString();
   folders.bus = qgetenv("CALDER_BUS_PATH").toStdString();
+  folders.plugins = PluginFolders();
+  folders.pluginHelper = PluginHelper();
   return folders;
 }
 
