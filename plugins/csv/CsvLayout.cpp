@@ -54,29 +54,34 @@ bool IsNumber(std::string_view cell, char decimal) {
 // How well a pair of signs fits the last lines, which are data if any are.
 struct Fit {
   Signs signs{};
-  std::vector<std::size_t> columns; // that hold numbers in half of these lines or more
+  std::vector<std::size_t> columns; // that hold numbers in half or more of their cells
   double score = -1;
 };
 
 Fit FitOf(std::span<const Line> last, Signs signs) {
   std::array<std::size_t, kMostColumns> numbers{};
+  std::array<std::size_t, kMostColumns> filled{}; // cells that are not empty
   std::size_t strays = 0;
   for (const Line& line : last) {
     const auto cells = Cells(line.text, signs.delimiter);
     for (std::size_t i = 0; i < cells.size(); ++i) {
-      if (IsNumber(cells[i], signs.decimal)) {
-        ++numbers[i];
-      } else {
-        strays += cells[i].empty() ? 0 : 1;
-      }
+      if (cells[i].empty()) continue;
+      ++filled[i];
+      const bool number = IsNumber(cells[i], signs.decimal);
+      numbers[i] += number ? 1 : 0;
+      strays += number ? 0 : 1;
     }
   }
   Fit fit{signs, {}, 0};
   for (std::size_t i = 0; i < kMostColumns; ++i)
-    if (numbers[i] > 0 && 2 * numbers[i] >= last.size()) fit.columns.push_back(i);
+    if (numbers[i] > 0 && 2 * numbers[i] >= filled[i]) fit.columns.push_back(i);
   fit.score = 2 * static_cast<double>(fit.columns.size()) -
               static_cast<double>(strays) / static_cast<double>(std::max<std::size_t>(last.size(), 1));
   return fit;
+}
+
+bool AllDigits(std::string_view text) {
+  return !text.empty() && std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
 }
 
 // "0,05" is two columns of whole numbers as well; a second one that begins with a zero, or a first one that is -0, says
@@ -85,7 +90,7 @@ bool CommaIsDecimal(std::span<const Line> lines) {
   bool seen = false;
   for (const Line& line : lines) {
     const auto cells = Cells(line.text, ',');
-    if (cells.size() != 2 || line.text.find('.') != std::string_view::npos) return false;
+    if (cells.size() != 2 || !AllDigits(cells[1])) return false;
     seen = seen || (cells[1].size() > 1 && cells[1][0] == '0') || cells[0] == "-0";
   }
   return seen;
@@ -107,14 +112,19 @@ Fit BestFit(std::span<const Line> last, const CsvChoice& choice) {
   return best;
 }
 
-// The first line from which on the columns hold numbers, in it and in most of the next few.
+// The first line from which on the columns hold numbers, in it and in most of the next few. Empty cells say nothing: a
+// column may be shorter than others.
 std::size_t FirstData(std::span<const Line> lines, const Fit& fit) {
   constexpr std::size_t kWindow = 5;
   const auto isData = [&fit](const Line& line) {
     const auto cells = Cells(line.text, fit.signs.delimiter);
-    return std::ranges::all_of(fit.columns, [&](std::size_t column) {
-      return column < cells.size() && IsNumber(cells[column], fit.signs.decimal);
-    });
+    bool any = false;
+    for (const std::size_t column : fit.columns) {
+      if (column >= cells.size() || cells[column].empty()) continue;
+      any = true;
+      if (!IsNumber(cells[column], fit.signs.decimal)) return false;
+    }
+    return any;
   };
   for (std::size_t i = 0; i < lines.size(); ++i) {
     if (!isData(lines[i])) continue;

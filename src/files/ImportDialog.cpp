@@ -29,6 +29,7 @@ ImportDialog::ImportDialog(clsRegistry& registry, const ErrMsg& messages, const 
   SetImportDialogCaptions(*this, messages, name);
   ui_->Text_Preview->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
   ShowForm();
+  if (QLayoutItem* first = ui_->Layout_Options->itemAt(0, QFormLayout::FieldRole)) first->widget()->setFocus();
   connect(ui_->Btn_OK, &QPushButton::clicked, this, [this] { Leave(Accepted); });
   connect(ui_->Btn_Cancel, &QPushButton::clicked, this, [this] { Leave(Rejected); });
   Place({560, 480});
@@ -42,6 +43,7 @@ void ImportDialog::Build() {
   while (ui_->Layout_Options->rowCount() > 0) ui_->Layout_Options->removeRow(0);
   rows_.clear();
   keys_.clear();
+  QWidget* last = nullptr;
   for (std::size_t i = 0; i < form_.options.size(); ++i) {
     const PluginOption& option = form_.options[i];
     Row row;
@@ -72,6 +74,14 @@ void ImportDialog::Build() {
     ui_->Layout_Options->addRow(Text(option.caption), control);
     rows_.push_back(row);
     keys_.push_back(option.key);
+    if (last != nullptr) setTabOrder(last, control);
+    last = control;
+  }
+  if (last == nullptr) return;
+  for (QWidget* below : {static_cast<QWidget*>(ui_->Text_Preview), static_cast<QWidget*>(ui_->Btn_OK),
+                         static_cast<QWidget*>(ui_->Btn_Cancel)}) {
+    setTabOrder(last, below);
+    last = below;
   }
 }
 
