@@ -94,6 +94,7 @@ void ImportWindows::Look() {
 
 bool ImportWindows::eventFilter(QObject* watched, QEvent* event) {
   if (!IsInput(event->type())) return false;
+  if (event->type() == QEvent::Shortcut) return true; // goes to the entry itself, past the widgets
   const auto* widget = qobject_cast<QWidget*>(watched);
   if (widget == nullptr) return false; // a window of the system: its widgets get the event next
   if (progress_ != nullptr && widget->window() == progress_) return false;
