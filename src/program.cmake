@@ -1,7 +1,7 @@
 # calder::ui: the whole program on a desktop's services, and the program itself.
 calder_window_room(application
   SOURCES Application.cpp Application.h
-  USES editor_ui print_ui setup_ui create_ui interpolate_ui operate_ui elastic_ui pwf_ui files_ui)
+  USES editor_ui print_ui setup_ui create_ui interpolate_ui operate_ui elastic_ui pwf_ui import_ui)
 add_library(calder_ui INTERFACE)
 add_library(calder::ui ALIAS calder_ui)
 target_link_libraries(calder_ui INTERFACE calder_application)

@@ -13,6 +13,7 @@ namespace calder {
 namespace {
 
 constexpr const char* kApplicationName = "4410";
+constexpr const char* kPluginHelper = "calder-plugin-host";
 constexpr const char* kPluginPattern = "*.so";
 constexpr std::int32_t kMostPlugins = 256;
 constexpr std::int32_t kStagingPoints = W_MAX_POINTS + 1;
@@ -60,7 +61,7 @@ PluginImport::PluginImport(const Desktop& desktop, const ErrMsg& messages, EditB
                            PluginLimits limits)
     : desktop_(desktop), messages_(messages), buffers_(buffers), settings_(settings), names_(names), port_(port),
       hooks_(std::move(hooks)),
-      plugins_(desktop.folders.pluginHelper, messages.GetLanguage() == Language::English ? "en" : "ja", desktop.worker,
+      plugins_(FindProgramFile(desktop.folders.modules, kPluginHelper), messages.GetLanguage() == Language::English ? "en" : "ja", desktop.worker,
                limits) {}
 
 std::int32_t PluginImport::Import_Plugin(FileDialogs& dialog) {

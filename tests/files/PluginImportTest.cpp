@@ -44,7 +44,7 @@ struct PluginImportTest : EditorFixture {
   void Begin(const std::vector<std::string>& plugins, std::int32_t memorySize = 2000) {
     for (const std::string& name : plugins) folder.Add(name);
     desktop.folders.plugins = folder.Folders();
-    desktop.folders.pluginHelper = CALDER_PLUGIN_HELPER;
+    desktop.folders.modules = {CALDER_MODULES};
     EditorFixture::Begin();
     program->settings.MemorySize = memorySize;
     program->names.CurrentWaveFile = "/before.wdb";
@@ -188,7 +188,6 @@ TEST_F(PluginImportTest, ABadPluginCostsAnErrorLine) {
   Begin({"endless"});
   desktop.boxes.Expect("The plug-in gave more points than it had announced.");
   EXPECT_EQ(Import("1000"), -1);
-  desktop.folders.pluginHelper = "/nowhere/helper";
   EXPECT_EQ(program->names.CurrentWaveFile, "/before.wdb");
   EXPECT_THAT(notes, ElementsAre());
 }

@@ -14,7 +14,7 @@ namespace calder {
 namespace {
 
 struct ImportTest : ToolFixture {
-  void SetUp() override { desktop.folders.pluginHelper = CALDER_PLUGIN_HELPER; }
+  void SetUp() override { desktop.folders.modules = {CALDER_MODULES}; }
   [[nodiscard]] std::string Preview() { return Find<QPlainTextEdit>("Text_Preview")->toPlainText().toStdString(); }
   [[nodiscard]] std::string Note() { return window->statusBar()->currentMessage().toStdString(); }
   // The window of that name; null when it is not shown.

@@ -22,7 +22,7 @@ struct Outcome {
 struct PluginFilesTest : testing::Test {
   Outcome Import(std::string_view extension, const std::string& path, const Settings& settings) {
     std::int32_t found = 0;
-    EXPECT_EQ(plugins.OpenPlugin({CALDER_PLUGIN_FOLDER}, "*.so", "4410", 256, found), 0);
+    EXPECT_EQ(plugins.OpenPlugin({CALDER_PLUGIN_FOLDER, CALDER_EXAMPLE_FOLDER}, "*.so", "4410", 256, found), 0);
     std::int32_t k = found - 1;
     std::array<char, PLUGIN_TYPE_BYTES> type{};
     std::int32_t unused = 0;
@@ -138,6 +138,7 @@ TEST_F(PluginFilesTest, FilesOfOtherPrograms) {
   PutFile(folder / "dictionary.npy", std::string(array).replace(array.find("shape"), 5, "shope"));
   PutFile(folder / "version.npy", std::string(array).replace(6, 1, "\x04"));
   PutFile(folder / "huge.npy", std::string(array).replace(array.find("(5,)"), 12, "(99999999999"));
+  PutFile(folder / "codes.raw", std::string("\1\0\xFE\xFF\3\0", 6)); // for the example of docs/plugins.md
   const std::string sound = GetFile(data + "sox-stereo.wav");
   PutFile(folder / "cut.wav", sound.substr(0, 44 + 4 * 7));
   const struct {
@@ -175,6 +176,8 @@ TEST_F(PluginFilesTest, FilesOfOtherPrograms) {
       {"npy", folder / "version.npy", {}, 0, {}, "This version of NumPy files cannot be read (only 1 to 3)."},
       {"npy", data + "sox-stereo.wav", {}, 0, {}, "This is not a file of a NumPy array."},
       {"csv", data + "numpy-int16.npy", {}, 0, {}, "This is not a text file."},
+      {"raw", folder / "codes.raw", {}, 3, {1, -2, 3}, ""},
+      {"raw", data + "numpy-scalar-uint8.npy", {}, 0, {}, "The file ends in the middle of a code."},
       {"csv", folder.Path().string(), {}, 0, {}, "The file cannot be read: Invalid argument"},
 #ifdef CALDER_HAS_WAV
       {"wav", data + "sox-stereo.wav", {}, 80, {540, 4976, 9676, 13221, 15611}, ""},

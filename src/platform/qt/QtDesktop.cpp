@@ -38,7 +38,6 @@ ProgramFolders Folders() {
   if (!QDir(QString::fromStdString(folders.documents)).exists()) folders.documents = QDir::homePath().toStdString();
   folders.bus = qgetenv("CALDER_BUS_PATH").toStdString();
   folders.plugins = PluginFolders();
-  folders.pluginHelper = PluginHelper();
   return folders;
 }
 

@@ -1,11 +1,11 @@
-#include "files/ImportWindows.h"
+#include "tools/import/ImportWindows.h"
 
 #include "app/Messages.h"
-#include "files/ImportCaptions.h"
-#include "files/ImportDialog.h"
-#include "files/ImportProgress.h"
 #include "platform/qt/DialogOwner.h"
 #include "platform/qt/Text.h"
+#include "tools/import/ImportCaptions.h"
+#include "tools/import/ImportDialog.h"
+#include "tools/import/ImportProgress.h"
 #include "ui_ImportReport.h"
 
 #include <QApplication>

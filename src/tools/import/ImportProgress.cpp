@@ -1,6 +1,6 @@
-#include "files/ImportProgress.h"
+#include "tools/import/ImportProgress.h"
 
-#include "files/ImportCaptions.h"
+#include "tools/import/ImportCaptions.h"
 #include "ui_ImportProgress.h"
 
 namespace calder {

@@ -1,4 +1,4 @@
-#include "files/ImportCaptions.h"
+#include "tools/import/ImportCaptions.h"
 
 #include "platform/qt/Captions.h"
 #include "platform/qt/Text.h"

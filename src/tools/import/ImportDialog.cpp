@@ -1,8 +1,8 @@
-#include "files/ImportDialog.h"
+#include "tools/import/ImportDialog.h"
 
 #include "app/Messages.h"
-#include "files/ImportCaptions.h"
 #include "platform/qt/Text.h"
+#include "tools/import/ImportCaptions.h"
 #include "ui_ImportDialog.h"
 
 #include <QCheckBox>
