@@ -61,8 +61,8 @@ PluginImport::PluginImport(const Desktop& desktop, const ErrMsg& messages, EditB
                            PluginLimits limits)
     : desktop_(desktop), messages_(messages), buffers_(buffers), settings_(settings), names_(names), port_(port),
       hooks_(std::move(hooks)),
-      plugins_(FindProgramFile(desktop.folders.modules, kPluginHelper), messages.GetLanguage() == Language::English ? "en" : "ja", desktop.worker,
-               limits) {}
+      plugins_(FindProgramFile(desktop.folders.modules, kPluginHelper),
+               messages.GetLanguage() == Language::English ? "en" : "ja", desktop.worker, limits) {}
 
 std::int32_t PluginImport::Import_Plugin(FileDialogs& dialog) {
   std::int32_t found = 0;
