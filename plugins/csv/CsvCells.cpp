@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <cmath>
 
 namespace calder::plugin {
 namespace {
@@ -84,7 +83,7 @@ bool ParseCell(std::string_view cell, char decimal, double& value) {
   constexpr std::size_t kLongest = 64;
   if (cell.starts_with('+') && !cell.starts_with("+-")) cell.remove_prefix(1);
   if (cell.empty() || cell.size() > kLongest) return false;
-  // Keeps out the names of infinity and of what is no number.
+  // Keeps out the names of infinity and of what is no number; too many digits are an error below.
   const char begin = cell[cell[0] == '-' && cell.size() > 1 ? 1 : 0];
   if (!IsDigit(begin) && begin != decimal) return false;
   std::array<char, kLongest> pointed{};
@@ -94,7 +93,7 @@ bool ParseCell(std::string_view cell, char decimal, double& value) {
     cell = {pointed.data(), cell.size()};
   }
   const auto [stop, error] = std::from_chars(cell.data(), cell.data() + cell.size(), value);
-  return error == std::errc() && stop == cell.data() + cell.size() && std::isfinite(value);
+  return error == std::errc() && stop == cell.data() + cell.size();
 }
 
 } // namespace calder::plugin

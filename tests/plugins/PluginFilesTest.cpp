@@ -87,6 +87,7 @@ TEST_F(PluginFilesTest, TablesInText) {
       {"\"t\",\"u\"\n\"0,5\",\"-1,5\"\n\"1,0\",\"3,0\"\n\"1,5\",\"1,5\"\n", {}, {-16384, 32767, 16384}, ""},
       {"0,05\n0,10\n-0,20\n", {}, {8192, 16384, -32767}, ""},
       {"5\" probe,a\n\"x\"\"y\",1\n1,2\n2,3\n3,4\n", {}, {2, 3, 4}, ""},
+      {"\"a\"\",b\",1\n\"c\"\",d\",2\n", {{"column", 1}}, {1, 2}, ""},
       {"1\r2\r3\r", {}, {1, 2, 3}, ""},
       // Scale: whole 16-bit numbers are codes, else the peak is full scale; either can be chosen.
       {"-32768\n32767\n", {}, {-32768, 32767}, ""},
@@ -134,6 +135,8 @@ TEST_F(PluginFilesTest, TablesInText) {
 TEST_F(PluginFilesTest, FilesOfOtherPrograms) {
   const std::string data = CALDER_SOURCE_DIR "/tests/data/import/";
   const std::string array = GetFile(data + "numpy-int16.npy");
+  const std::string scalar = GetFile(data + "numpy-scalar-uint8.npy");
+  PutFile(folder / "cut-scalar.npy", scalar.substr(0, scalar.size() - 1));
   PutFile(folder / "cut.npy", array.substr(0, array.size() - 1));
   PutFile(folder / "dictionary.npy", std::string(array).replace(array.find("shape"), 5, "shope"));
   PutFile(folder / "version.npy", std::string(array).replace(6, 1, "\x04"));
@@ -171,6 +174,7 @@ TEST_F(PluginFilesTest, FilesOfOtherPrograms) {
        "Only arrays of whole or real numbers of up to 64 bits can be read."},
       {"npy", data + "numpy-cube.npy", {}, 0, {}, "Arrays of more than two dimensions cannot be read."},
       {"npy", folder / "cut.npy", {}, 0, {}, "The file is shorter than its array."},
+      {"npy", folder / "cut-scalar.npy", {}, 0, {}, "The file is shorter than its array."},
       {"npy", folder / "huge.npy", {}, 0, {}, "The header is damaged."},
       {"npy", folder / "dictionary.npy", {}, 0, {}, "The header is damaged."},
       {"npy", folder / "version.npy", {}, 0, {}, "This version of NumPy files cannot be read (only 1 to 3)."},

@@ -14,7 +14,7 @@
 
 namespace {
 
-enum class Act { Works, Crash, Hang, Refuse, Exit, Hog };
+enum class Act { Works, Crash, Hang, Refuse, Exit, Hog, Slow };
 enum class Place { Nowhere, Entry, Open, Options, Set, Start, Seek, Read, Report, Close };
 
 struct Row {
@@ -42,6 +42,7 @@ constexpr Row kRows[] = {
     {.name = "refuse-open", .place = Place::Open, .act = Act::Refuse},
     {.name = "crash-open", .place = Place::Open, .act = Act::Crash},
     {.name = "hang-open", .place = Place::Open, .act = Act::Hang},
+    {.name = "slow-open", .place = Place::Open, .act = Act::Slow}, // longer than the limit, but it says so
     {.name = "hog-open", .place = Place::Open, .act = Act::Hog},
     {.name = "crash-options", .place = Place::Options, .act = Act::Crash, .options = true},
     {.name = "crash-set", .place = Place::Set, .act = Act::Crash, .options = true},
@@ -87,6 +88,9 @@ std::int32_t Do(Place place) {
     while (true) pause();
   case Act::Refuse: theHost->reason(theHost, "It does not please the plug-in."); return CALDER_PLUGIN_FAILED;
   case Act::Exit: _exit(3);
+  case Act::Slow:
+    for (int i = 0; i < 16; ++i, theHost->progress(theHost, i / 16.0)) usleep(100000);
+    break;
   case Act::Hog:
     if (std::malloc(std::size_t{3} << 30) == nullptr) {
       theHost->reason(theHost, "no memory");
