@@ -7,6 +7,7 @@
 #include "setup/Communication.h"
 #include "tools/create/CreateDialog.h"
 #include "tools/elastic/ElasticDialog.h"
+#include "tools/import/ImportWindows.h"
 #include "tools/interpolate/SplineDialog.h"
 #include "tools/operate/CalcDialog.h"
 #include "tools/pwf/PwfDialog.h"
@@ -163,6 +164,18 @@ void Application::ShowVersion() {
       .exec();
 }
 
+// Nothing is looked for before the user asks for it.
+void Application::AddImport() {
+  importWindows_ = std::make_unique<ImportWindows>(program_->registry, program_->messages);
+  import_ = std::make_unique<PluginImport>(
+      program_->desktop, program_->messages, program_->buffers, program_->settings, program_->names, *importWindows_,
+      PluginImport::Hooks{[this](const std::string& path) { editor_->fileCommands.RememberFolder(path); },
+                          [this](const std::string& text) { window_->ShowNote(text); }});
+  editor_->fileCommands.SetFormat(
+      Kind_Import,
+      {[this](const std::string& /*path*/) { return import_->Import_Plugin(program_->desktop.fileDialogs); }, {}});
+}
+
 std::unique_ptr<ToolForm> Application::MakeOperate(QWidget* parent) {
   auto operate = std::make_unique<Operate>(program_->buffers, program_->settings, program_->units,
                                            program_->fileLibrary, program_->desktop.clipboard, program_->messages);
@@ -184,6 +197,7 @@ bool Application::Start(const std::vector<std::string>& files) {
   window_ = std::make_unique<MainWindow>(*editor_);
   AddTools();
   AddPrinting();
+  AddImport();
   QObject::connect(
       qApp, &QGuiApplication::commitDataRequest, window_.get(),
       [this](QSessionManager& session) {
@@ -214,6 +228,7 @@ void Application::End() {
   if (lookedForEnd_ > 0 || !window_) return;
   window_->StoreSession();
   communication_->CancelTransfer();
+  import_->Cancel();
   EndWhenIdle();
 }
 

@@ -15,7 +15,9 @@ namespace calder {
 class CreatePages;
 class Communication;
 class Editor;
+class ImportWindows;
 class MainWindow;
+class PluginImport;
 class Program;
 class Printing;
 class PwfDesk;
@@ -49,6 +51,7 @@ private:
   void AddPrinting();
   void ShowVersion();
   void OpenFiles(const std::vector<std::string>& files);
+  void AddImport();
   // nullptr: the range has no point.
   [[nodiscard]] std::unique_ptr<ToolForm> MakeOperate(QWidget* parent);
 
@@ -59,6 +62,8 @@ private:
   std::unique_ptr<PwfDesk> pwfDesk_;
   std::unique_ptr<Communication> communication_;
   std::unique_ptr<Printing> printing_;
+  std::unique_ptr<ImportWindows> importWindows_;
+  std::unique_ptr<PluginImport> import_;
   std::unique_ptr<MainWindow> window_;
   int lookedForEnd_ = 0; // how often End has found a transfer under way
 };

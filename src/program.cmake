@@ -1,14 +1,14 @@
 # calder::ui: the whole program on a desktop's services, and the program itself.
 calder_window_room(application
   SOURCES Application.cpp Application.h
-  USES editor_ui print_ui setup_ui create_ui interpolate_ui operate_ui elastic_ui pwf_ui)
+  USES editor_ui print_ui setup_ui create_ui interpolate_ui operate_ui elastic_ui pwf_ui import_ui)
 add_library(calder_ui INTERFACE)
 add_library(calder::ui ALIAS calder_ui)
 target_link_libraries(calder_ui INTERFACE calder_application)
 
 add_executable(calder main.cpp)
 target_link_libraries(calder PRIVATE calder_ui $<BUILD_INTERFACE:calder_flags>)
-add_dependencies(calder calder_printing)
+add_dependencies(calder calder_printing calder-plugin-host)
 
 # Beside the program stand the files that it only reads, as an installed one finds them.
 foreach(read IN ITEMS models data/USBTMC.ID data/pwf.fnc)

@@ -27,6 +27,8 @@ enum MessageNo : int {
   kMsgWriteFailed = 72,
   kMsgExitQuestion = 98,
   kMsgTransferRunning = 226,
+  kMsgNoPlugin = 240,
+  kMsgBadFormat = 241,
 };
 
 inline constexpr int kMessageCount = 251; // numbers 0 to 250; most are empty

@@ -11,6 +11,10 @@ void OpenFile(Editor& editor) {
   if (editor.fileCommands.Open_File(Kind_Wave)) editor.ShowNewWaveform();
 }
 
+void ImportFile(Editor& editor) {
+  if (editor.fileCommands.Open_File(Kind_Import)) editor.ShowNewWaveform();
+}
+
 void StartCopy(Editor& editor) {
   if (!editor.program.desktop.instances.StartCopy({})) editor.ReportNoCopy();
 }
@@ -32,7 +36,7 @@ constexpr WindowCommand kCommands[] = {
      [](E& e) { e.fileCommands.Save_File(Kind_Wave, false); }, Change::Title},
     {C::FileSaveAs2, "Menu_FileSaveAs2", "保存(ﾃｷｽﾄ形式)(&T)...", "Save As(&TXT)...", "Ctrl+T", nullptr, nullptr,
      [](E& e) { e.fileCommands.Save_File(Kind_Wave, true); }, Change::Title},
-    {C::FileImport, "Menu_FileImport", "ｲﾝﾎﾟｰﾄ(&I)...", "Import(&I)...", "Ctrl+I", nullptr, nullptr, nullptr, {}},
+    {C::FileImport, "Menu_FileImport", "ｲﾝﾎﾟｰﾄ(&I)...", "Import(&I)...", "Ctrl+I", nullptr, nullptr, ImportFile, {}},
     {C::Print, "Menu_Print", "印刷(&P)...", "&Print...", "Ctrl+P", nullptr, nullptr, nullptr, {}},
     {C::Export, "Menu_Export", "図の書き出し(&U)...", "Export Pict&ure...", nullptr, nullptr, nullptr, nullptr, {}},
     {C::Exit, "Menu_Exit", "終了(&X)", "&Exit", nullptr, nullptr, nullptr, nullptr, {}},

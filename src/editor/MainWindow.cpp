@@ -143,6 +143,7 @@ void MainWindow::Offer(Command command, std::function<void()> open) {
 }
 
 void MainWindow::OpenTool(const Tool& tool, QToolButton* button) {
+  HideNote();
   if (button != nullptr) button->setChecked(true);
   editor_.ToolOpened(tool.number, tool.modality);
   std::unique_ptr<ToolForm> form = tool.make(this);
@@ -174,6 +175,19 @@ void MainWindow::ShowStatus(const std::string& text) {
   statusBar()->addWidget(line, 1);
 }
 
+void MainWindow::ShowNote(const std::string& text) {
+  statusBar()->setSizeGripEnabled(false);
+  statusBar()->show();
+  statusBar()->showMessage(Text(text));
+}
+
+void MainWindow::HideNote() {
+  auto* bar = findChild<QStatusBar*>(QString(), Qt::FindDirectChildrenOnly);
+  if (bar == nullptr || bar->currentMessage().isEmpty()) return;
+  bar->clearMessage();
+  bar->setVisible(findChild<QLabel*>(QStringLiteral("Label_Status")) != nullptr);
+}
+
 void MainWindow::CommitFocus() {
   if (auto* box = qobject_cast<ValueBox*>(focusWidget()); box != nullptr) box->Commit();
 }
@@ -187,8 +201,10 @@ void MainWindow::ConnectCommit() {
 void MainWindow::ConnectMenus() {
   for (const WindowCommand& command : WindowCommands()) {
     if (command.call != nullptr)
-      connect(findChild<QAction*>(QLatin1String(command.action)), &QAction::triggered, this,
-              [this, &command] { editor_.Do(command); });
+      connect(findChild<QAction*>(QLatin1String(command.action)), &QAction::triggered, this, [this, &command] {
+        HideNote();
+        editor_.Do(command);
+      });
   }
   connect(ui_->Menu_Exit, &QAction::triggered, this, &QWidget::close);
 }

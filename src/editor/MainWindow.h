@@ -41,6 +41,8 @@ public:
 
   // A line at the foot of the window that stays.
   void ShowStatus(const std::string& text);
+  // A line in its place until the next command.
+  void ShowNote(const std::string& text);
 
   // The desktop session wants to end. False: it must not.
   [[nodiscard]] bool SessionMayEnd();
@@ -74,6 +76,7 @@ private:
   // Typed, left or confirmed with Tab or Enter: the text is the marker's.
   void ConnectReadout(ValueBox* box, bool (Markers::*type)(const std::string&));
   void ConnectPicture(WaveformCanvas& picture, bool wave);
+  void HideNote();
   void StorePosition();
   [[nodiscard]] bool MayClose(Editor::CloseReason reason);
   void PictureKey(int key, Qt::KeyboardModifiers modifiers);

@@ -45,6 +45,9 @@ public:
   // failure was reported.
   bool OpenWave(const std::string& path);
 
+  // The folder of the path is offered from now on.
+  void RememberFolder(const std::string& path);
+
   [[nodiscard]] std::string Get_DefaultFolder() const { return desktop_.folders.documents; }
 
 private:
@@ -54,7 +57,6 @@ private:
   bool Finish(const FileKindRow& row, const std::string& path, std::int32_t result, int failure, bool remembers);
   // Whether the row's kind takes the file; shows the message that the row has for one that it does not take.
   [[nodiscard]] bool TakesFile(const FileKindRow& row, const std::string& path, int refusal) const;
-  void RememberFolder(const std::string& path);
 
   const Desktop& desktop_;
   const ErrMsg& messages_;

@@ -52,6 +52,7 @@ struct ProgramFolders {
   std::string documents;              // offered for an "Untitled" name
   std::string bus;                    // bus libraries are looked for here first; empty: only where the system looks
   std::vector<std::string> modules{}; // looked through for its own libraries and programs, loaded when first used
+  std::vector<std::string> plugins{}; // import plug-ins, looked through in this order
 };
 
 struct Desktop {

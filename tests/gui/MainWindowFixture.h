@@ -19,9 +19,12 @@ namespace calder {
 
 struct MainWindowFixture : testing::Test, FormDriver {
   void Start(const std::vector<std::string>& files = {}) {
-    Desktop services = {desktop.boxes,     desktop.dialogs, desktop.settings, desktop.clock,
-                        clipboard,         desktop.windows, desktop.copies,   desktop.language,
-                        desktop.libraries, desktop.worker,  desktop.folders,  {}};
+    Desktop services = {desktop.boxes,     desktop.dialogs,
+                        desktop.settings,  desktop.clock,
+                        clipboard,         desktop.windows,
+                        desktop.copies,    desktop.language,
+                        desktop.libraries, worker != nullptr ? *worker : desktop.worker,
+                        desktop.folders,   {}};
     application = std::make_unique<Application>(services);
     ASSERT_TRUE(application->Start(files));
     window = &application->Window();
@@ -58,6 +61,7 @@ struct MainWindowFixture : testing::Test, FormDriver {
   std::int32_t Code(double point) { return W_GetWaveData(State().buffers.Current(), point, 524288); }
 
   fake::FakeDesktop desktop;
+  Worker* worker = nullptr; // instead of the desktop's
   QtClipboard clipboard;
   std::unique_ptr<Application> application;
   MainWindow* window = nullptr;

@@ -34,4 +34,11 @@ std::vector<std::string> ModuleFolders() {
   return {program.string(), (program / ".." / "lib" / kFolderName).lexically_normal().string()};
 }
 
+std::vector<std::string> PluginFolders() {
+  std::vector<std::string> folders{(DataHome() / kFolderName).string()};
+  for (const std::string& folder : ModuleFolders()) folders.push_back(folder);
+  for (std::string& folder : folders) folder += "/PlugIn";
+  return folders;
+}
+
 } // namespace calder

@@ -12,5 +12,7 @@ namespace calder {
 
 // Where the program's own libraries and helper programs are: beside it, and where they are installed.
 [[nodiscard]] std::vector<std::string> ModuleFolders();
+// Where import plug-ins are: PlugIn in the user's data folder, then in the module folders. Some may be missing.
+[[nodiscard]] std::vector<std::string> PluginFolders();
 
 } // namespace calder

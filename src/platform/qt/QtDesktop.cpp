@@ -37,6 +37,7 @@ ProgramFolders Folders() {
   folders.documents = Location(QStandardPaths::DocumentsLocation);
   if (!QDir(QString::fromStdString(folders.documents)).exists()) folders.documents = QDir::homePath().toStdString();
   folders.bus = qgetenv("CALDER_BUS_PATH").toStdString();
+  folders.plugins = PluginFolders();
   return folders;
 }
 

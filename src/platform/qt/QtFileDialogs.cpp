@@ -95,7 +95,9 @@ std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& requ
   if (const auto folder = settings_.Get("Files", "LastFolder");
       folder && QFileInfo::exists(QString::fromStdString(*folder)) &&
       (request.fileName.empty() || initial.fileName() == QLatin1String("Untitled"))) {
-    initial.setFile(QDir(QString::fromStdString(*folder)), initial.fileName());
+    // Without a name the folder's own end would be taken for one.
+    const QString offered = QString::fromStdString(*folder) + QLatin1Char('/') + initial.fileName();
+    initial.setFile(offered);
   }
   if (initial.dir().exists()) dialog.setDirectory(initial.dir());
   if (!initial.fileName().isEmpty()) dialog.selectFile(initial.fileName());
