@@ -86,6 +86,7 @@ void PluginCatalog::Ask(const std::vector<Candidate>& candidates) {
         open.emplace(next->path, std::move(question));
     }
     std::vector<pollfd> sockets;
+    sockets.reserve(open.size());
     for (const auto& [path, question] : open) sockets.push_back({question->process.Socket(), POLLIN, 0});
     constexpr int kLook = 20; // milliseconds
     if (!sockets.empty()) ::poll(sockets.data(), sockets.size(), kLook);
