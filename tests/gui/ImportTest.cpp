@@ -101,7 +101,7 @@ TEST_F(ImportTest, ALongImportShowsItsProgressAndCanBeCancelled) {
       }
       if (QWidget* progress = Shown("ImportProgress"); progress != nullptr) {
         looks.stop();
-        ExpectWellLaidOut(*progress);
+        ExpectWellLaidOut(*progress, {});
         QTest::mouseClick(progress->findChild<QPushButton*>(), Qt::LeftButton);
       }
     });

@@ -38,6 +38,20 @@ struct ToolFixture : MainWindowFixture {
                       Qt::NoModifier);
     QApplication::sendEvent(picture, &event);
   }
+  // The form that is driven, at its smallest size: nothing is clipped, no two controls share an access key but the
+  // given ones, Tab reaches all. Its picture goes to CALDER_PICTURES, when that names a folder.
+  void LookAt(const char* name, const char* sharedKeys = "") {
+    const QString folder = qEnvironmentVariable("CALDER_PICTURES");
+    const QString language = QLatin1String(State().language == Language::English ? "en" : "ja");
+    if (!folder.isEmpty())
+      driven->grab().save(
+          folder + QStringLiteral("/%1-%2-%3.png").arg(QLatin1String(name), language).arg(driven->devicePixelRatioF()));
+    driven->resize(driven->minimumSizeHint());
+    QCoreApplication::processEvents();
+    SCOPED_TRACE(name + language.toStdString());
+    ExpectWellLaidOut(*driven, QLatin1String(sharedKeys));
+    ExpectReachable(*driven);
+  }
 };
 
 } // namespace calder
