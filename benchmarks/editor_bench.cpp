@@ -22,6 +22,8 @@
 namespace calder {
 namespace {
 
+constexpr double kFrame = 16000; // microseconds
+
 void Fill(std::span<std::int16_t> points, double noise) {
   std::uint32_t random = 1;
   for (std::size_t i = 0; i < points.size(); ++i) {
@@ -67,6 +69,62 @@ void FrameRows(FigureTable& table, Editor& editor) {
   });
   table.LimitRow("waveform / replot of a plotting library (limit 1/20)", 0.05, ours / FigureTable::BestTime(12, plot));
 #endif
+}
+
+// The digital view's picture until the screen has it, and what its gestures cost with every point in the range.
+void LaneRows(FigureTable& table, Editor& editor) {
+  WaveformCanvas picture;
+  picture.resize(1920, 800);
+  picture.show();
+  QApplication::processEvents();
+  QImage image(1920, 800, QImage::Format_RGB32);
+  const auto draw = [&](const LanePicture& lanes) {
+    PixelContext context = picture.Context();
+    editor.painter.Draw_Digital(context, lanes);
+  };
+  const auto copy = [&] {
+    picture.repaint();
+    QGuiApplication::sync();
+  };
+  const auto points = W_Lock(editor.program.buffers.Current());
+  Fill(points, 1);
+  const struct {
+    const char* figure;
+    std::uint16_t selected;
+  } rows[] = {{"frame of 16 lanes of noise / QImage::fill and the copy", 0}, {"the same, all lanes selected", 0xFFFF}};
+  for (const auto& row : rows) {
+    table.Row(
+        row.figure, 2, 60,
+        [&] {
+          draw({.selectedBits = row.selected});
+          copy();
+        },
+        [&] {
+          image.fill(Qt::black);
+          copy();
+        });
+  }
+  const double fill = FigureTable::BestTime(60, [&] { image.fill(Qt::black); });
+  table.RatioRow("drawing of 16 lanes of noise / QImage::fill", 2.5, FigureTable::BestTime(60, [&] { draw({}); }),
+                 fill);
+  const PicturePoint top{960, 30, 1920, 800, 1};
+  const PicturePoint bottom{960, 760, 1920, 800, 1};
+  constexpr const char* buttons[] = {"button 0", "button 1", "Invert", "Pattern [1H 1L]0"};
+  editor.LanePress(top, Editor::PressKeys::None);
+  editor.LaneRelease(top);
+  editor.PatternTyped("Mask $8000 [1H 1L]0");
+  for (int item = 0; item < 4; ++item) table.TimeRow(buttons[item], kFrame, 60, [&] { editor.PatternPress(item); });
+  table.TimeRow("one lane copied onto another", kFrame, 60, [&] {
+    editor.LanePress(top, Editor::PressKeys::None);
+    editor.LaneRelease(bottom);
+  });
+  bool other = false;
+  table.TimeRow("a typed pattern and its ghost in the picture", kFrame, 60, [&] {
+    other = !other;
+    editor.PatternTyped(other ? "Mask $C000 [1H 1L]0" : "Mask $3000 [3H 1L]0");
+    draw({.ghost = editor.patterns.Ghost()});
+  });
+  editor.PatternTyped("");
 }
 
 void UndoRows(FigureTable& table, Editor& editor) {
@@ -127,6 +185,7 @@ int RunAll(const char* calder, const char* bare) {
   if (!editor.Start()) return 2;
   FigureTable table;
   FrameRows(table, editor);
+  LaneRows(table, editor);
   UndoRows(table, editor);
   const std::string file = std::filesystem::temp_directory_path().string() + "/calder-bench.wdb";
   if (!editor.waveFiles.Write_WaveFile(file)) return 2;

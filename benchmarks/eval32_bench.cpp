@@ -6,7 +6,9 @@
 #include "EvalPeers.h"
 #include "FigureTable.h"
 #include "libs/eval32/eval32.h"
+#include "platform/VectorClones.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -164,6 +166,48 @@ int Table(EvalProcessor processor) {
   return table.IsOver() ? 1 : 0;
 }
 
+// What somebody would write for one pattern, in vectors too.
+CALDER_VECTOR void InvertByHand(std::int16_t* codes) {
+  for (std::int32_t i = 0; i < points; ++i) codes[i] = static_cast<std::int16_t>(codes[i] ^ 0x4000);
+}
+CALDER_VECTOR void AlternateByHand(std::int16_t* codes) {
+  for (std::int32_t i = 0; i + 1 < points; i += 2) {
+    codes[i] = static_cast<std::int16_t>(codes[i] | 1);
+    codes[i + 1] = static_cast<std::int16_t>(codes[i + 1] & ~1);
+  }
+}
+CALDER_VECTOR void LongGroupsByHand(std::int16_t* codes) {
+  for (std::int32_t i = 0; i < points; i += 10000) {
+    const std::int32_t end = std::min(i + 10000, points);
+    for (std::int32_t k = i; k < std::min(i + 5000, end); ++k) codes[k] = static_cast<std::int16_t>(codes[k] | 0xF0);
+    for (std::int32_t k = i + 5000; k < end; ++k) codes[k] = static_cast<std::int16_t>(codes[k] & ~0xF0);
+  }
+}
+
+int Patterns() {
+  FigureTable table;
+  Evaluator evaluator(1);
+  const Buffer ours;
+  const Buffer theirs;
+  const struct {
+    const char* text;
+    void (*byHand)(std::int16_t*);
+  } rows[] = {{"Mask $4000 0N", InvertByHand},
+              {"Mask $1 [1H 1L]0", AlternateByHand},
+              {"Mask $1 [[1H 1L]2]0", AlternateByHand},
+              {"Mask $F0 [5000H 5000L]0", LongGroupsByHand}};
+  for (const auto& row : rows) {
+    std::ranges::fill(ours.Codes(), 21);
+    std::ranges::fill(theirs.Codes(), 21);
+    static_cast<void>(
+        table.Row((std::string(row.text) + " / a loop by hand").c_str(), 2, 5 * rounds,
+                  [&] { Require(evaluator.DigitalPattern(row.text, 0, ours.Handle(), points) == 0, row.text); },
+                  [&] { row.byHand(theirs.Codes().data()); }));
+    Require(std::ranges::equal(ours.Codes(), theirs.Codes()), "the loop by hand writes something else");
+  }
+  return table.IsOver() ? 1 : 0;
+}
+
 int Times(int threads) {
   Evaluator evaluator(threads);
   const Buffer buffer;
@@ -183,5 +227,6 @@ int Times(int threads) {
 int main(int count, char** arguments) {
   if (count == 3 && std::strcmp(arguments[1], "times") == 0) return calder::Times(std::atoi(arguments[2]));
   const bool isNarrow = count == 2 && std::strcmp(arguments[1], "avx2") == 0;
-  return calder::Table(isNarrow ? calder::EvalProcessor::Avx2 : calder::Widest());
+  const int patterns = calder::Patterns();
+  return std::max(patterns, calder::Table(isNarrow ? calder::EvalProcessor::Avx2 : calder::Widest()));
 }

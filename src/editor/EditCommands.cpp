@@ -3,6 +3,7 @@
 #include "platform/WholePoint.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace calder {
 namespace {
@@ -13,17 +14,34 @@ std::int32_t WholeUp(double points) {
 
 } // namespace
 
+void EditCommands::CopyText() {
+  if (std::string selected = text_->SelectedText(); !selected.empty()) textClipboard_ = std::move(selected);
+}
+
 void EditCommands::Copy() {
+  if (text_ != nullptr) {
+    CopyText();
+    return;
+  }
   buffers_.Save_Undo();
   static_cast<void>(CopyRange());
 }
 
 void EditCommands::Cut() {
+  if (text_ != nullptr) {
+    CopyText();
+    Delete();
+    return;
+  }
   // A range that could not be copied is not cut away.
   if (CopyRange()) Delete();
 }
 
 void EditCommands::Paste() {
+  if (text_ != nullptr) {
+    text_->ReplaceSelection(textClipboard_);
+    return;
+  }
   buffers_.Save_Undo();
   Scope& scope = buffers_.CurrentScope();
   const std::int32_t start = WholeUp(scope.Start);
@@ -57,6 +75,10 @@ bool EditCommands::CopyRange() {
 }
 
 void EditCommands::Delete() {
+  if (text_ != nullptr) {
+    text_->ReplaceSelection({});
+    return;
+  }
   buffers_.Save_Undo();
   const Scope& scope = buffers_.CurrentScope();
   W_DeleteWave(buffers_.Current(), scope.Start, scope.Length(), settings_.MemorySize);

@@ -11,12 +11,22 @@ namespace calder {
 
 class Clipboard;
 
+// A text box that Cut, Copy, Paste and Delete work on in place of the waveform.
+class TextTarget {
+public:
+  virtual ~TextTarget() = default;
+  [[nodiscard]] virtual std::string SelectedText() const = 0;
+  virtual void ReplaceSelection(const std::string& text) = 0;
+};
+
 class EditCommands {
 public:
   EditCommands(EditBuffers& buffers, const SystemInfo& settings, File32& fileLibrary, Clipboard& clipboard,
                const ErrMsg& messages)
       : buffers_(buffers), settings_(settings), fileLibrary_(fileLibrary), clipboard_(clipboard), messages_(messages) {}
 
+  // While it is not null the four work on its text, with a clipboard of their own beside the desktop's.
+  void SetTextTarget(TextTarget* target) { text_ = target; }
   // Each shows the library's message when it fails, and leaves the state before it as the undo step.
   void Copy();
   void Cut();
@@ -29,12 +39,15 @@ public:
 
 private:
   [[nodiscard]] bool CopyRange();
+  void CopyText();
 
   EditBuffers& buffers_;
   const SystemInfo& settings_;
   File32& fileLibrary_;
   Clipboard& clipboard_;
   const ErrMsg& messages_;
+  TextTarget* text_ = nullptr;
+  std::string textClipboard_;
 };
 
 } // namespace calder

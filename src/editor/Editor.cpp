@@ -19,7 +19,9 @@ Editor::Editor(Program& programState)
       view(program.settings, program.units, program.view),
       markers(program.settings, program.units, program.buffers, program.view, view),
       painter(program.settings, program.buffers, program.view, markers),
-      commands(program.buffers, program.settings, program.fileLibrary, program.desktop.clipboard, program.messages) {
+      commands(program.buffers, program.settings, program.fileLibrary, program.desktop.clipboard, program.messages),
+      lanes(program.buffers, view, program.messages),
+      patterns(program.buffers, program.settings, program.evaluator, program.messages) {
   setup.SetHooks({{},
                   [this] {
                     const Action action(*this);
@@ -100,6 +102,8 @@ std::string Editor::Title() const {
 }
 
 void Editor::Flush() {
+  // Whatever changes the waveform or its range changes the readouts.
+  if (marked_.Has(Change::Readouts)) patterns.WaveformChanged();
   if (port_ != nullptr && !marked_.None()) port_->Show(marked_);
   marked_ = {};
 }
@@ -230,7 +234,56 @@ std::string Editor::SpokenPicture() const {
            y + " " + program.units.YUnitName() + "; ";
   };
   return marker("A", markers.StartXText(), markers.StartYText()) + marker("B", markers.EndXText(), markers.EndYText()) +
-         language.Pick("表示範囲", "shown") + ": " + view.StartLabel() + " - " + view.EndLabel();
+         language.Pick("表示範囲", "shown") + ": " + view.StartLabel() + " - " + view.EndLabel() +
+         (shownView_ == ViewKind::Digital ? "; " + lanes.MaskText() + "; " + lanes.LaneText() : std::string());
+}
+
+void Editor::Mark(DigitalLanes::Outcome outcome) {
+  switch (outcome) {
+  case DigitalLanes::Outcome::Nothing: break;
+  case DigitalLanes::Outcome::Selection: Mark(Change::Picture | Change::Mouse); break;
+  case DigitalLanes::Outcome::Waveform: Mark(kEdited | Change::Mouse); break;
+  }
+}
+
+void Editor::LaneMove(const PicturePoint& at) {
+  const Action action(*this);
+  MouseMove(at.x, at.y, at.width, at.height, at.scale, false);
+  Mark(lanes.Move(at));
+}
+
+void Editor::LanePress(const PicturePoint& at, PressKeys keys) {
+  const Action action(*this);
+  if (keys == PressKeys::None && !markers.Grabbed()) Mark(lanes.Press(at));
+  if (keys == PressKeys::Ctrl && program.selectedTool != kToolSpline) Mark(lanes.CtrlPress(at));
+}
+
+void Editor::LaneRelease(const PicturePoint& at) {
+  const Action action(*this);
+  Mark(lanes.Release(at));
+}
+
+void Editor::LanePress(LaneKey key) {
+  const Action action(*this);
+  Mark(lanes.Press(key));
+}
+
+void Editor::LaneLeave() {
+  const Action action(*this);
+  lanes.Leave();
+  Mark(Change::Mouse);
+}
+
+void Editor::PatternPress(int item) {
+  const Action action(*this);
+  if (patterns.Btn_Pattern_Click(item, lanes.SelectedBits())) Mark(kEdited);
+  Mark(Change::Picture); // the note beside the buttons
+}
+
+void Editor::PatternTyped(const std::string& text) {
+  const Action action(*this);
+  patterns.Type(text);
+  Mark(Change::Picture);
 }
 
 void Editor::ToolOpened(ToolNo tool, ToolModality modality) {

@@ -7,8 +7,10 @@
 #include "app/Program.h"
 #include "editor/Changes.h"
 #include "editor/Commands.h"
+#include "editor/DigitalLanes.h"
 #include "editor/EditCommands.h"
 #include "editor/Markers.h"
+#include "editor/PatternDesk.h"
 #include "editor/PictureTool.h"
 #include "editor/WavePainter.h"
 #include "editor/WaveView.h"
@@ -92,6 +94,15 @@ public:
   void ChooseMarker(Markers::Which marker);
   // What a screen reader says of the picture.
   [[nodiscard]] std::string SpokenPicture() const;
+  // The same over the digital view, whose markers cannot be grabbed.
+  void LaneMove(const PicturePoint& at);
+  void LanePress(const PicturePoint& at, PressKeys keys);
+  void LaneRelease(const PicturePoint& at);
+  void LanePress(LaneKey key);
+  void LaneLeave();
+  // A button of the digital view, and the text of its pattern box.
+  void PatternPress(int item);
+  void PatternTyped(const std::string& text);
 
   // The tool selector, around the time that a tool's form is shown. A modeless tool leaves the window partly usable.
   void ToolOpened(ToolNo tool, ToolModality modality);
@@ -119,6 +130,8 @@ public:
   Markers markers;
   WavePainter painter;
   EditCommands commands;
+  DigitalLanes lanes;
+  PatternDesk patterns;
 
 private:
   // While one lives, what is marked waits; the outermost one shows it when it goes.
@@ -138,6 +151,7 @@ private:
   // REQUIRES: an Action.
   void Mark(Changes changes) { marked_ = marked_ | changes; }
   void Flush();
+  void Mark(DigitalLanes::Outcome outcome);
   void SettingsChanged();
   void ClampScopes();
 

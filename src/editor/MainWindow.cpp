@@ -1,6 +1,7 @@
 #include "editor/MainWindow.h"
 
 #include "app/FormPosition.h"
+#include "editor/DigitalView.h"
 #include "editor/MainWindowCaptions.h"
 #include "platform/qt/Placement.h"
 #include "platform/qt/SvgIcon.h"
@@ -68,10 +69,10 @@ MainWindow::MainWindow(Editor& editor) : editor_(editor), ui_(std::make_unique<U
   ConnectMenus();
   ConnectView();
   ConnectReadouts();
-  ConnectPicture(*ui_->Pict_Wave, true);
-  ConnectPicture(*ui_->Pict_Digital, false);
+  ConnectPictures();
   for (WaveformCanvas* picture : {ui_->Pict_Wave, ui_->Pict_Digital})
     picture->SetSpoken([this] { return Text(editor_.SpokenPicture()); });
+  digital_ = std::make_unique<DigitalView>(*ui_, editor_);
 
   resize(FittingSize(*this, {kDefaultWidth, kDefaultHeight}));
   clsRegistry& registry = editor_.program.registry;
@@ -196,6 +197,8 @@ void MainWindow::ConnectCommit() {
   for (QAction* action : findChildren<QAction*>()) connect(action, &QAction::triggered, this, &MainWindow::CommitFocus);
   for (QToolButton* button : ui_->Frm_Common->findChildren<QToolButton*>())
     connect(button, &QToolButton::clicked, this, &MainWindow::CommitFocus);
+  for (QAbstractButton* button : ui_->Panel_Ptn->findChildren<QAbstractButton*>())
+    connect(button, &QAbstractButton::clicked, this, &MainWindow::CommitFocus);
 }
 
 void MainWindow::ConnectMenus() {
@@ -203,6 +206,7 @@ void MainWindow::ConnectMenus() {
     if (command.call != nullptr)
       connect(findChild<QAction*>(QLatin1String(command.action)), &QAction::triggered, this, [this, &command] {
         HideNote();
+        editor_.commands.SetTextTarget(focusWidget() == ui_->Txt_Pattern ? digital_.get() : nullptr);
         editor_.Do(command);
       });
   }
@@ -239,37 +243,34 @@ void MainWindow::ConnectReadouts() {
   ConnectReadout(ui_->Txt_Scope, &Markers::TypeScope);
   connect(ui_->Txt_Start_X, &ValueBox::FocusNext, this, [this] { ui_->Txt_End_X->setFocus(Qt::TabFocusReason); });
   connect(ui_->Txt_End_X, &ValueBox::FocusNext, this, [this] {
-    const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
-    (wave ? ui_->Comb_XZoom_0 : ui_->Comb_XZoom_1)->setFocus(Qt::TabFocusReason);
+    QWidget* next = ui_->Comb_XZoom_0;
+    if (editor_.ShownView() == Editor::ViewKind::Digital) next = ui_->Btn_Pattern_0;
+    next->setFocus(Qt::TabFocusReason);
   });
   connect(ui_->Txt_Scope, &ValueBox::FocusNext, this, [this] { ui_->Txt_Start_X->setFocus(Qt::TabFocusReason); });
   connect(ui_->Opt_Scope_1, &QRadioButton::toggled, this, [this](bool on) { editor_.markers.SetTrack(on); });
 }
 
-void MainWindow::ConnectPicture(WaveformCanvas& picture, bool wave) {
-  connect(&picture, &WaveformCanvas::Resized, this, [this] { Draw_Wave(); });
-  connect(&picture, &WaveformCanvas::Moved, this,
-          [this, &picture, wave](QPoint pixel) { MouseMoved(picture, pixel, wave); });
-  connect(&picture, &WaveformCanvas::Pressed, this,
-          [this, &picture, wave](QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
-            MouseMoved(picture, pixel, wave);
-            const Qt::KeyboardModifiers keys = modifiers & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
-            if (!wave || button != Qt::LeftButton) return;
-            using Press = Editor::PressKeys;
-            const Press press = keys == Qt::NoModifier        ? Press::None
-                                : keys == Qt::ControlModifier ? Press::Ctrl
-                                                              : Press::Other;
-            editor_.MousePress(At(picture, pixel), press);
+void MainWindow::ConnectPictures() {
+  for (WaveformCanvas* picture : {ui_->Pict_Wave, ui_->Pict_Digital}) {
+    connect(picture, &WaveformCanvas::Resized, this, [this] { Draw_Wave(); });
+    connect(picture, &WaveformCanvas::KeyPressed, this, &MainWindow::PictureKey);
+    connect(picture, &WaveformCanvas::WheelTurned, this,
+            [this, picture](QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
+              WheelTurned(*picture, pixel, steps, modifiers);
+            });
+  }
+  WaveformCanvas* picture = ui_->Pict_Wave;
+  connect(picture, &WaveformCanvas::Moved, this, &MainWindow::MouseMoved);
+  connect(picture, &WaveformCanvas::Pressed, this,
+          [this, picture](QPoint pixel, Qt::MouseButton button, Qt::KeyboardModifiers modifiers) {
+            MouseMoved(pixel);
+            if (button == Qt::LeftButton) editor_.MousePress(At(*picture, pixel), PressKeysOf(modifiers));
           });
-  connect(&picture, &WaveformCanvas::Released, this, [this, &picture, wave](QPoint pixel, Qt::MouseButton) {
-    editor_.MouseRelease(At(picture, pixel));
-    picture.setCursor(wave && editor_.ToolOnPicture() != nullptr ? Qt::CrossCursor : Qt::ArrowCursor);
+  connect(picture, &WaveformCanvas::Released, this, [this, picture](QPoint pixel, Qt::MouseButton) {
+    editor_.MouseRelease(At(*picture, pixel));
+    picture->setCursor(editor_.ToolOnPicture() != nullptr ? Qt::CrossCursor : Qt::ArrowCursor);
   });
-  connect(&picture, &WaveformCanvas::KeyPressed, this, &MainWindow::PictureKey);
-  connect(&picture, &WaveformCanvas::WheelTurned, this,
-          [this, &picture](QPoint pixel, int steps, Qt::KeyboardModifiers modifiers) {
-            WheelTurned(picture, pixel, steps, modifiers);
-          });
 }
 
 void MainWindow::PictureKey(int key, Qt::KeyboardModifiers modifiers) {
@@ -286,11 +287,12 @@ void MainWindow::PictureKey(int key, Qt::KeyboardModifiers modifiers) {
   }
 }
 
-void MainWindow::MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave) {
-  editor_.MouseMove(pixel.x(), pixel.y(), picture.PixelWidth(), picture.PixelHeight(), picture.Scale(), wave);
-  const bool resize = wave && (editor_.markers.Grabbed() || editor_.markers.Hovering());
+void MainWindow::MouseMoved(QPoint pixel) {
+  WaveformCanvas& picture = *ui_->Pict_Wave;
+  editor_.MouseMove(pixel.x(), pixel.y(), picture.PixelWidth(), picture.PixelHeight(), picture.Scale(), true);
+  const bool resize = editor_.markers.Grabbed() || editor_.markers.Hovering();
   Qt::CursorShape shape = resize ? Qt::SizeHorCursor : Qt::ArrowCursor;
-  if (const PictureTool* tool = editor_.ToolOnPicture(); tool != nullptr && wave && !editor_.markers.Grabbed()) {
+  if (const PictureTool* tool = editor_.ToolOnPicture(); tool != nullptr && !editor_.markers.Grabbed()) {
     const PictureTool::Pointer pointer = tool->PointerAt(At(picture, pixel));
     if (pointer == PictureTool::Pointer::Hand)
       shape = Qt::PointingHandCursor;
@@ -319,12 +321,12 @@ void MainWindow::Draw_Wave() {
   const bool wave = editor_.ShownView() == Editor::ViewKind::Wave;
   WaveformCanvas* picture = wave ? ui_->Pict_Wave : ui_->Pict_Digital;
   if (!picture->IsSeen()) return;
-  PixelContext context = picture->Context();
-  if (wave) {
-    editor_.painter.Draw_Wave(context);
-  } else {
-    editor_.painter.Draw_Digital(context, 0);
+  if (!wave) {
+    digital_->Draw();
+    return;
   }
+  PixelContext context = picture->Context();
+  editor_.painter.Draw_Wave(context);
   picture->Show();
 }
 
@@ -342,11 +344,13 @@ void MainWindow::Show(Changes changes) {
   if (changes.Has(Change::View)) ShowView();
   if (changes.Has(Change::Readouts)) ShowReadouts();
   if (changes.Has(Change::Mouse)) ShowMouse();
+  digital_->Show(changes);
   showing_ = false;
   if (changes.Has(Change::Picture)) {
     Draw_Wave();
   } else if (changes.Has(Change::Markers)) {
-    MoveMarkers();
+    // Selected lanes have another ground between the markers, and a typed pattern ends at them.
+    editor_.ShownView() == Editor::ViewKind::Digital ? Draw_Wave() : MoveMarkers();
   }
 }
 

@@ -17,6 +17,7 @@ class QToolButton;
 
 namespace calder {
 
+class DigitalView;
 class ValueBox;
 class WaveformCanvas;
 
@@ -75,12 +76,12 @@ private:
   void ConnectReadouts();
   // Typed, left or confirmed with Tab or Enter: the text is the marker's.
   void ConnectReadout(ValueBox* box, bool (Markers::*type)(const std::string&));
-  void ConnectPicture(WaveformCanvas& picture, bool wave);
   void HideNote();
+  void ConnectPictures();
   void StorePosition();
   [[nodiscard]] bool MayClose(Editor::CloseReason reason);
   void PictureKey(int key, Qt::KeyboardModifiers modifiers);
-  void MouseMoved(WaveformCanvas& picture, QPoint pixel, bool wave);
+  void MouseMoved(QPoint pixel);
   void WheelTurned(WaveformCanvas& picture, QPoint pixel, int steps, Qt::KeyboardModifiers modifiers);
   void MoveMarkers();
   void ShowView();
@@ -90,6 +91,7 @@ private:
 
   Editor& editor_;
   std::unique_ptr<Ui::MainWindow> ui_;
+  std::unique_ptr<DigitalView> digital_;
   std::unique_ptr<ToolForm> modeless_;
   bool showing_ = false; // controls are being filled: their signals mean nothing
 };

@@ -3,6 +3,7 @@
 #include "editor/Commands.h"
 #include "platform/qt/Captions.h"
 #include "platform/qt/SvgIcon.h"
+#include "tools/frame/ExpressionBox.h"
 
 #include <QAction>
 #include <QMainWindow>
@@ -36,6 +37,11 @@ constexpr Caption kLabels[] = {
 constexpr Caption kButtons[] = {
     {"Opt_Scope_0", "独立(&I)", "&Indep"},
     {"Opt_Scope_1", "連動(&R)", "t&Rack"},
+    {"Btn_Pattern_0", "&0", "&0"},
+    {"Btn_Pattern_1", "&1", "&1"},
+    {"Btn_Pattern_2", "反転(&/)", "Invert(&/)"},
+    {"Btn_Pattern_3", "ﾊﾟﾀｰﾝ(&*)", "Pattern(&*)"},
+    {"Btn_Parts", "書式", "Parts"},
 };
 
 // Buttons that show an icon: their text is the tip and the accessible name.
@@ -54,6 +60,14 @@ constexpr IconButton kIconButtons[] = {
     {{"Opt_DlgSel_4", "PWF", "PWF"}, "pwf"},
 };
 
+constexpr Caption kTips[] = {
+    {"Btn_Pattern_0", "選択ビットを0にする", "Clear the selected bits"},
+    {"Btn_Pattern_1", "選択ビットを1にする", "Set the selected bits"},
+    {"Btn_Pattern_2", "選択ビットを反転する", "Invert the selected bits"},
+    {"Btn_Pattern_3", "パターンを書き込む", "Write the pattern"},
+    {"Btn_Parts", "パターンの書式を挿入", "Insert a part of a pattern"},
+};
+
 // What assistive technology calls a box that has no caption of its own.
 constexpr Caption kBoxNames[] = {
     {"Txt_Cur_X_0", "マウス位置 X", "Mouse position X"},
@@ -66,6 +80,7 @@ constexpr Caption kBoxNames[] = {
     {"Txt_Scope", "マーカ間隔", "Distance of the markers"},
     {"Pict_Wave", "波形", "Waveform"},
     {"Pict_Digital", "ディジタルパターン", "Digital pattern"},
+    {"Txt_Pattern", "ビットパターン", "Bit pattern"},
 };
 
 // The text without the access key: "開く(&O)..." is "開く", "Cu&t" is "Cut".
@@ -92,7 +107,10 @@ void SetMainWindowCaptions(QMainWindow& window, const ErrMsg& language) {
   captions.Texts(kMenus);
   captions.Texts(kLabels);
   captions.Texts(kButtons);
+  captions.Tips(kTips);
   captions.Names(kBoxNames);
+  captions.Find<ExpressionBox>("Txt_Pattern")
+      ->setPlaceholderText(captions.Pick({nullptr, "例: Mask $8000 [8H 8L]0", "such as Mask $8000 [8H 8L]0"}));
   for (const WindowCommand& row : WindowCommands()) {
     auto* action = captions.Find<QAction>(row.action);
     if (row.keys != nullptr) action->setShortcut(QKeySequence(QLatin1String(row.keys)));

@@ -3,13 +3,23 @@
 
 #include "app/EditBuffers.h"
 #include "app/ViewState.h"
+#include "editor/DigitalLanes.h"
 #include "editor/Grid.h"
 #include "editor/Markers.h"
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 
 namespace calder {
+
+// What the digital view shows beside the waveform.
+struct LanePicture {
+  std::uint16_t selectedBits = 0; // data bits
+  WaveHandle ghost = 0;           // what a typed pattern would make of the waveform; 0: none
+  int cursorLane = -1;
+  std::optional<DigitalLanes::Drag> drag = std::nullopt;
+};
 
 class WavePainter {
 public:
@@ -28,10 +38,10 @@ public:
 
   void Draw_Grid_Wave(DeviceContext& picture) const;
   void Draw_Wave(DeviceContext& picture);
-  // selectedBits: the data bits of the selected lanes.
-  void Draw_Digital(DeviceContext& picture, std::uint16_t selectedBits);
+  void Draw_Digital(DeviceContext& picture, const LanePicture& lanes);
 
 private:
+  static void DrawDrag(DeviceContext& picture, const DigitalLanes::Drag& drag);
   void Clear(DeviceContext& picture) const;
 
   const SystemInfo& settings_;

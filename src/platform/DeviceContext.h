@@ -47,6 +47,10 @@ public:
   // The bulk of a dense waveform: column i stands at x + i and covers the rows tops[i] to bottoms[i], both included;
   // tops[i] > bottoms[i] is an empty column. Both spans have the same length.
   virtual void Columns(int x, std::span<const std::int16_t> tops, std::span<const std::int16_t> bottoms) = 0;
+
+  // Rows top to bottom, excluded, all alike: column i of each is colors[i]. Whatever the draw mode. Where nobody does
+  // better, a rectangle for each run of one colour.
+  virtual void Rows(int top, int bottom, std::span<const Color> colors);
 };
 
 } // namespace calder

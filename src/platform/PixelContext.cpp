@@ -1,9 +1,11 @@
 #include "platform/PixelContext.h"
 
 #include "platform/PixelColumns.h"
+#include "platform/VectorClones.h"
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace calder {
 
@@ -30,6 +32,14 @@ std::int64_t RoundedQuotient(std::int64_t numerator, std::int64_t denominator) {
   const std::int64_t doubled = 2 * numerator + denominator;
   const std::int64_t quotient = doubled / (2 * denominator);
   return doubled % (2 * denominator) < 0 ? quotient - 1 : quotient;
+}
+
+CALDER_VECTOR void FillRun(std::uint32_t* pixels, std::size_t count, std::uint32_t color) {
+  for (std::size_t i = 0; i < count; ++i) pixels[i] = color;
+}
+
+CALDER_VECTOR void OpaqueRow(std::uint32_t* pixels, const Color* colors, std::size_t count) {
+  for (std::size_t i = 0; i < count; ++i) pixels[i] = colors[i] | kOpaque;
 }
 
 std::uint32_t OpaqueOf(Color color) {
@@ -69,7 +79,7 @@ void PixelContext::Paint(std::int64_t left, std::int64_t top, std::int64_t right
     const std::span<std::uint32_t> run(Row(static_cast<int>(y)) + firstColumn,
                                        static_cast<std::size_t>(lastColumn - firstColumn + 1));
     if (mode_ == DrawMode::CopyPen) {
-      std::ranges::fill(run, pen_);
+      FillRun(run.data(), run.size(), pen_);
     } else {
       for (std::uint32_t& pixel : run) pixel ^= kInvertMask;
     }
@@ -171,6 +181,20 @@ void PixelContext::Columns(int x, std::span<const std::int16_t> tops, std::span<
   const auto count = static_cast<std::size_t>(end - first);
   const ColumnPaint paint{pixels_.data() + first, stride_, height_, pen_, mode_ == DrawMode::Invert ? kInvertMask : 0};
   PaintColumns(paint, tops.subspan(offset, count), bottoms.subspan(offset, count));
+}
+
+void PixelContext::Rows(int top, int bottom, std::span<const Color> colors) {
+  const std::size_t count = std::min(colors.size(), static_cast<std::size_t>(width_));
+  const int first = std::max(top, 0);
+  const int last = std::min(bottom, height_);
+  if (first >= last || count == 0) return;
+  // A row of one colour is not read again for the next one.
+  if (std::equal(colors.begin() + 1, colors.begin() + static_cast<std::ptrdiff_t>(count), colors.begin())) {
+    for (int y = first; y < last; ++y) FillRun(Row(y), count, OpaqueOf(colors[0]));
+    return;
+  }
+  OpaqueRow(Row(first), colors.data(), count);
+  for (int y = first + 1; y < last; ++y) std::memcpy(Row(y), Row(first), count * sizeof(std::uint32_t));
 }
 
 void PixelContext::Clear(Color color) {

@@ -35,6 +35,8 @@ public:
   // Every pixel is looked at once, row by row; what is wholly covered or wholly free is not compared.
   void Columns(int x, std::span<const std::int16_t> tops, std::span<const std::int16_t> bottoms) override;
 
+  void Rows(int top, int bottom, std::span<const Color> colors) override;
+
   // The whole surface in one colour.
   void Clear(Color color);
 

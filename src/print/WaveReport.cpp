@@ -1,4 +1,5 @@
 // The main window's picture on paper.
+#include "platform/WaveformTheme.h"
 #include "print/Reports.h"
 
 #include <algorithm>
@@ -14,6 +15,7 @@ constexpr double kShape = 1.6;
 constexpr int kTextIndent = 4;
 constexpr Color kFrame = 0x000000;
 constexpr Color kInk = 0x0B3D91; // dark on white, and told from the frame
+constexpr Color kHalfInk = theme::Mixed(0xFFFFFF, kInk, 0.45);
 constexpr std::int32_t kAllBits = 0xFFFF;
 constexpr double kTraceWidth = 0.25; // millimetres, as the frame
 
@@ -39,7 +41,7 @@ void Print_Wave(Paper& paper, const WaveReport& report) {
 
   picture.SetPen(kInk, pen);
   if (report.digital)
-    static_cast<void>(W_DrawDigital(picture, report.wave, 0, report.points, kAllBits, width, height));
+    static_cast<void>(W_DrawDigital(picture, report.wave, 0, report.points, kAllBits, width, height, kHalfInk));
   else
     static_cast<void>(W_DrawWave2(picture, report.wave, report.xStart, report.yStart, report.xSpan, report.ySpan, width,
                                   height, report.points));

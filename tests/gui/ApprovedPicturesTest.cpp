@@ -73,7 +73,9 @@ struct ApprovedPictures : EditorFixture {
 
 TEST_F(ApprovedPictures, AreDrawnAgain) {
   const auto wave = [this](DeviceContext& picture) { editor->painter.Draw_Wave(picture); };
-  const auto digital = [this](DeviceContext& picture) { editor->painter.Draw_Digital(picture, 0x9000); };
+  const auto digital = [this](DeviceContext& picture) {
+    editor->painter.Draw_Digital(picture, {.selectedBits = 0x9000});
+  };
   const struct {
     const char* name;
     std::function<void()> prepare;
@@ -95,7 +97,11 @@ TEST_F(ApprovedPictures, AreDrawnAgain) {
                  program->buffers.CurrentScope() = {600, 1016};
                },
                wave},
-              {"digital-points", [] {}, digital},
+              {"digital-points", [this] { editor->patterns.Type("Mask $F00 [2H 2L]0"); },
+               [this](DeviceContext& picture) { // a copy by the mouse over a typed pattern, with the keyboard's lane
+                 const DigitalLanes::Drag drag{2, 6, picture.Width() / 4, picture.Width() / 2};
+                 editor->painter.Draw_Digital(picture, {0x9000, editor->patterns.Ghost(), 11, drag});
+               }},
               {"right-edge",
                [this] {
                  editor->view.Init();
@@ -116,7 +122,7 @@ TEST_F(ApprovedPictures, AreDrawnAgain) {
 TEST_F(ApprovedPictures, EachIsDrawnWhole) {
   for (const bool wave : {true, false}) {
     const auto draw = [this, wave](DeviceContext& picture, std::uint16_t lanes) {
-      wave ? editor->painter.Draw_Wave(picture) : editor->painter.Draw_Digital(picture, lanes);
+      wave ? editor->painter.Draw_Wave(picture) : editor->painter.Draw_Digital(picture, {.selectedBits = lanes});
     };
     const QImage fresh = Drawn(1, [&](DeviceContext& picture) { draw(picture, 0x0010); });
     const QImage over = Drawn(1, [&](DeviceContext& picture) {

@@ -4,7 +4,7 @@
 #include "RecordingHost.h"
 #include "editor/EditorFixture.h"
 #include "platform/qt/Theme.h"
-#include "tools/create/ExpressionBox.h"
+#include "tools/frame/ExpressionBox.h"
 
 namespace calder::create_dialog_test {
 

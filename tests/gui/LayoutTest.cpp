@@ -40,7 +40,7 @@ TEST_F(LayoutTest, NothingIsClippedOrTwiceOnAKeyInEitherLanguage) {
     EXPECT_GT(Find<WaveformCanvas>("Pict_Wave")->height(), 120);
     Click("Opt_DspSel_1");
     window->resize(window->minimumSize());
-    LookAt("Main", "H"); // the help and the zoom list
+    LookAt("Main-digital", "H");
     EXPECT_GT(Find<WaveformCanvas>("Pict_Digital")->height(), 90);
   }
 }

@@ -1,6 +1,9 @@
 // Every control of the main window: a gesture of the user's and what must be seen after it.
 #include "ToolFixture.h"
 #include "platform/TempFolder.h"
+#include "tools/frame/ExpressionBox.h"
+
+#include <QPushButton>
 
 namespace calder::wiring_test {
 
@@ -195,6 +198,90 @@ TEST_F(Wiring, KeysMoveMarkersAndAreHeardOf) {
         {"key Pict_Wave Ctrl+Right", "scope x", "4096..516096 0..4096", "~"},
         {"key Pict_Wave Right", "x", "2048..6144"},
         {"type Txt_End_X 400000; key Pict_Wave Right", "scope", "4097..400001", "~"}});
+}
+
+TEST_F(Wiring, LanesAreSelectedCopiedAndWritten) {
+  Start();
+  AddViews();
+  AddVerbs();
+  State().settings.XUnit = State().settings.YUnit = 0;
+  Ramp();
+  Do("click Opt_DspSel_1; type Txt_End_X 500k");
+  EXPECT_EQ(Focus(), "Btn_Pattern_0");
+  auto* picture = Find<WaveformCanvas>("Pict_Digital");
+  auto* box = Find<ExpressionBox>("Txt_Pattern");
+  const auto middle = [picture](const std::string& lane) {
+    const LaneRows rows = W_RowsOfLane(std::stoi(lane), picture->PixelHeight());
+    return QPoint(300, (rows.top + rows.bottom) / 2);
+  };
+  views["lanes"] = [picture] {
+    const QImage& image = picture->Image();
+    return std::to_string(qHashBits(image.constBits(), static_cast<std::size_t>(image.sizeInBytes())));
+  };
+  views["lanePointer"] = [picture] {
+    return std::string(picture->cursor().shape() == Qt::BitmapCursor ? "image" : "arrow");
+  };
+  views["pattern"] = [box] { return box->Text().toStdString(); };
+  views["selected"] = [box] { return box->SelectedText().toStdString(); };
+  verbs["over"] = [&](const auto& lane, const auto&) { QTest::mouseMove(picture, middle(lane)); };
+  verbs["lane"] = [&](const auto& lane, const auto& keys) { // REST: a modifier, or the right button
+    const auto button = keys == "right" ? Qt::RightButton : Qt::LeftButton;
+    const auto modifiers =
+        keys == "right" ? Qt::NoModifier : QKeySequence(QString::fromStdString(keys + "A"))[0].keyboardModifiers();
+    QTest::mouseClick(picture, button, modifiers, middle(lane));
+  };
+  verbs["drop"] = [&](const auto& from, const auto& to) {
+    QTest::mousePress(picture, Qt::LeftButton, Qt::NoModifier, middle(from));
+    QTest::mouseMove(picture, middle(to));
+    QTest::mouseRelease(picture, Qt::LeftButton, Qt::NoModifier, middle(to));
+  };
+  verbs["press"] = [this](const auto& keys, const auto&) { // an access key: its button is down for a moment
+    Do("key Txt_Start_X " + keys);
+    const auto buttons = Find<QWidget>("Panel_Ptn")->template findChildren<QAbstractButton*>();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return std::ranges::none_of(buttons, &QAbstractButton::isDown); }));
+  };
+  verbs["part"] = [this](const auto& number, const auto&) {
+    QMenu* parts = Find<QPushButton>("Btn_Parts")->menu();
+    Q_EMIT parts->aboutToShow();
+    parts->actions()[std::stoi(number)]->trigger();
+  };
+  verbs["all"] = [box](const auto&, const auto&) { box->selectAll(); };
+  verbs["paste"] = [box](const auto&, const auto&) {
+    QApplication::clipboard()->setText(QStringLiteral("Mask $F 'four bits\n0H"));
+    box->paste();
+  };
+  verbs["expect"] = [this](const auto&, const auto&) { desktop.boxes.Expect("Syntax error."); };
+  Walk(
+      {{"over 3", "lanePointer Label_Lane", "image lane 3  bit 12  weight 4096  value 0"},
+       {"lane 3 right", "Label_Mask", "no bit selected", "no bit selected"},
+       {"lane 3", "Label_Mask", "bit 12 = $1000"},
+       {"lane 15 Ctrl+", "Label_Mask", "bits 12, 0 = $1001"},
+       {"lane 14 Ctrl+Shift+", "Label_Mask", "bits 12, 0 = $1001", "bits 12, 0 = $1001"},
+       {"click Btn_Pattern_1", "code100", "4197", "100"},
+       {"press Alt+0", "code100", "100"},
+       {"press Alt+/", "code100", "4197"},
+       {"click Tool_Undo", "code100", "100"},
+       {"drop 13 0", "code100 lanePointer", "-32668 arrow"},
+       {"key Pict_Digital Escape; key . End; key . Space; key . Home; key . Space", "Label_Mask", "bits 15, 0 = $8001"},
+       {"key . Down; key . Return; key . Up", "Label_Lane", "copy bit 14 to 15"},
+       {"key . Return", "code100 Label_Mask", "100 bit 15 = $8000"},
+       {"key . A; key . Shift+Right", "lanes", "~"}, // the ground between the markers
+       {"type Txt_Start_X 0", "scope", "0..500000"},
+       {"key Pict_Digital Down", "lanes", "~"},
+       {"type Txt_Start_X 0", "lanes", "~"}, // no frame where no keys go
+       {"on Txt_Pattern Mask $F 0H", "lanes", "~"},
+       {"on Txt_Pattern 3", "Label_Note", "Syntax error.  L, H, N, X or $ expected after the count"},
+       {"expect; click Btn_Pattern_3", "focus", "Txt_Pattern", "Txt_Pattern"},
+       {"copy mine; all; key . Ctrl+X", "pattern Label_Note copied", "mine"},
+       {"key . Ctrl+V; key . Ctrl+V", "pattern", "Mask $F 0H3Mask $F 0H3"},
+       {"all; key . Ctrl+C; key . Ctrl+D; key . Ctrl+D", "pattern", ""},
+       {"", "code100", "100"},
+       {"paste", "pattern", "Mask $F  0H"}, // its comment ends with the line
+       {"press Alt+*", "code100", "111"},
+       {"part 1", "pattern focus", "Mask $F  0H 4L Txt_Pattern"},
+       {"key Txt_Start_X Escape", "focus", "Txt_Start_X"}});
+  box->setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(See("selected"), "Mask $F  0H 4L");
 }
 
 } // namespace calder::wiring_test

@@ -125,6 +125,20 @@ TEST(PixelContext, ColumnsAgreeWithAPixelByPixelDrawing) {
   }
 }
 
+TEST(PixelContext, RowsOfColoursAgreeWithRectangles) {
+  const std::vector<Color> mixed = {1, 1, 2, 0xFF0000, 0xFF0000, 3, 4};
+  const std::vector<Color> even(9, 0x123456);
+  for (const auto* colors : {&mixed, &even}) {
+    for (const auto& [top, bottom] : {std::pair{1, 4}, {-2, 1}, {3, 9}, {2, 2}, {4, 1}, {-5, 0}, {5, 8}}) {
+      Surface fast(5, 5);
+      Surface plain(5, 5);
+      fast.context.Rows(top, bottom, *colors);
+      plain.context.DeviceContext::Rows(top, bottom, *colors);
+      for (int i = 0; i < 25; ++i) ASSERT_EQ(fast.At(i % 5, i / 5), plain.At(i % 5, i / 5)) << top << ".." << bottom;
+    }
+  }
+}
+
 TEST(PixelContext, ASurfaceThatTheMemoryDoesNotHoldIsEmpty) {
   std::vector<std::uint32_t> pixels(20, 0);
   using Row = std::tuple<std::size_t, int, int, bool>;

@@ -1,14 +1,21 @@
 #include "libs/eval32/EvaluatorState.h"
 #include "libs/eval32/PatternPlayer.h"
 
-#include <algorithm>
-#include <cmath>
 #include <new>
 
 namespace calder {
 
-std::int16_t Evaluator::DigitalPattern(std::string_view text, std::int32_t start, WaveHandle buffer,
-                                       std::int32_t count) {
+namespace {
+
+// Items played and passes of their expressions. An expression of a dozen operations at each of the most points stays
+// below the first.
+constexpr double kWorkOfASecond = 1e8;
+constexpr double kWorkOfAFrame = 4e5;
+
+} // namespace
+
+std::int16_t Evaluator::DigitalPattern(std::string_view text, std::int32_t start, WaveHandle buffer, std::int32_t count,
+                                       PatternEffort effort) {
   State& state = *state_;
   state.fault = {};
   try {
@@ -24,15 +31,16 @@ std::int16_t Evaluator::DigitalPattern(std::string_view text, std::int32_t start
     if (codes.empty() || start < 0 || count < 0 || static_cast<std::size_t>(start) > codes.size() ||
         static_cast<std::size_t>(count) > codes.size() - static_cast<std::size_t>(start))
       return state.Fail(PATTERN_SYNTAX, 0, EvalReason::RangeOutsideBuffer);
-    const std::span<std::int16_t> target =
-        codes.subspan(static_cast<std::size_t>(start), static_cast<std::size_t>(count));
-    state.scratch.assign(target.begin(), target.end());
     const auto value = [&](const eval::Program& program, double x, double& result) {
       return state.runner.RunValue(program, x, result) == eval::kNoCheck;
     };
-    state.fault = eval::PatternPlayer(pattern, start, state.scratch, value).Play();
-    if (state.fault.code == EVAL_SUCCESS) std::ranges::copy(state.scratch, target.begin());
-    return state.fault.code;
+    eval::PatternPlayer player(pattern, start, static_cast<std::size_t>(count),
+                               effort == PatternEffort::Full ? kWorkOfASecond : kWorkOfAFrame, value);
+    state.fault = player.Play();
+    if (state.fault.code != EVAL_SUCCESS) return state.fault.code;
+    eval::WriteStrokes(player.Strokes(),
+                       codes.subspan(static_cast<std::size_t>(start), static_cast<std::size_t>(count)));
+    return EVAL_SUCCESS;
   } catch (const std::bad_alloc&) {
     return state.Fail(PATTERN_TOO_LONG, 0, EvalReason::NoMemory);
   }

@@ -66,7 +66,24 @@ constexpr EvalEntry kEntries[] = {
     {"rnd", "([limit])", "乱数 0以上limit (1)未満", "random number from 0 to below limit (1)"},
 };
 
+// In the order in which a pattern is written.
+constexpr EvalEntry kPatternEntries[] = {
+    {"Mask $8000", "", "以降、16進数で1のビットだけを変える", "from here on only the bits that are 1 in the number"},
+    {"4L", "", "4点をLにする (0Lは範囲の終わりまで)", "4 points low (0L: to the end of the range)"},
+    {"4H", "", "4点をHにする", "4 points high"},
+    {"4N", "", "4点を反転する", "4 points inverted"},
+    {"4X", "", "4点をそのままにする", "4 points left as they are"},
+    {"4$7FFF", "", "4点を16進数の値にする", "4 points set to the number"},
+    {"[4H 4L]8", "", "中を8回繰り返す ([...]0は終わりまで)", "what stands inside 8 times ([...]0: to the end)"},
+    {"{x%16}H", "", "点数を式で与える、xは点の番号", "a number of points by an expression, x is the point"},
+    {"'", "", "行末までコメント", "a comment to the end of the line"},
+};
+
 } // namespace
+
+std::span<const EvalEntry> PatternEntries() {
+  return kPatternEntries;
+}
 
 std::span<const EvalEntry> EvalEntries() {
   return kEntries;

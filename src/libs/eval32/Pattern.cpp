@@ -50,7 +50,8 @@ bool PatternParser::ParseItem() {
   if (Now() == '[') {
     if (open_.size() == kPatternDepthLimit) return Fail(PATTERN_TOO_DEEP, at_, EvalReason::GroupsTooDeep);
     open_.push_back(pattern_->items.size());
-    pattern_->items.push_back({PatternAct::Open, 0, 1, -1, 0, at_});
+    expressionSince_.push_back(pattern_->expressions.size());
+    pattern_->items.push_back({PatternAct::Open, 0, 1, -1, 0, at_, false});
     ++at_;
     return true;
   }
@@ -76,7 +77,7 @@ bool PatternParser::ParseMask() {
   const std::size_t start = at_;
   at_ += kMaskWord.size();
   SkipBlanks();
-  PatternItem item{PatternAct::Mask, 0, 1, -1, 0, start};
+  PatternItem item{PatternAct::Mask, 0, 1, -1, 0, start, false};
   if (Now() != '$' || !ParseHexadecimal(item.bits)) return Fail(PATTERN_MASK, start, EvalReason::MaskDigits);
   pattern_->items.push_back(item);
   return true;
@@ -85,7 +86,7 @@ bool PatternParser::ParseMask() {
 bool PatternParser::ParseRun() {
   Count count;
   if (!ParseCount(count)) return false;
-  PatternItem item{PatternAct::Keep, 0, count.value, count.expression, 0, count.position};
+  PatternItem item{PatternAct::Keep, 0, count.value, count.expression, 0, count.position, false};
   switch (Lower(Now())) {
   case 'l': item.act = PatternAct::Clear; break;
   case 'h': item.act = PatternAct::Set; break;
@@ -114,11 +115,13 @@ bool PatternParser::ParseClose() {
   Count count;
   if (!ParseCount(count)) return false;
   PatternItem& open = pattern_->items[open_.back()];
+  open.hasExpression = expressionSince_.back() < pattern_->expressions.size() - (count.expression >= 0 ? 1 : 0);
+  expressionSince_.pop_back();
   open.partner = pattern_->items.size();
   open.count = count.value;
   open.expression = count.expression;
   if (count.isWritten) open.position = count.position;
-  pattern_->items.push_back({PatternAct::Close, 0, 1, -1, open_.back(), position});
+  pattern_->items.push_back({PatternAct::Close, 0, 1, -1, open_.back(), position, false});
   open_.pop_back();
   return true;
 }

@@ -31,7 +31,8 @@ struct PatternItem {
   std::uint32_t count = 1;      // 0: to the end of the range
   std::int32_t expression = -1; // the number of the expression that gives the count, -1: none
   std::size_t partner = 0;
-  std::size_t position = 0; // of the count, in the text
+  std::size_t position = 0;   // of the count, in the text
+  bool hasExpression = false; // Open: a count inside the group is an expression
 };
 
 struct Pattern {
@@ -75,7 +76,8 @@ private:
   std::string_view text_;
   Compile compile_;
   Pattern* pattern_ = nullptr;
-  std::vector<std::size_t> open_; // the groups that are open, as items
+  std::vector<std::size_t> open_;            // the groups that are open, as items
+  std::vector<std::size_t> expressionSince_; // of each: how many expressions came before it
   EvalFault fault_;
   std::size_t at_ = 0;
 };

@@ -7,21 +7,19 @@ namespace calder::eval {
 
 namespace {
 
-// Items played, and passes of their expressions: about a second. An expression of a dozen operations at each of the
-// most points stays below.
-constexpr double kWorkLimit = 1e8;
+constexpr std::size_t kFewPoints = 64; // are played sooner than repeated
 
 } // namespace
 
 EvalFault PatternPlayer::Play() {
-  while (item_ < pattern_.items.size() && done_ < codes_.size())
+  while (item_ < pattern_.items.size() && done_ < pointCount_)
     if (!PlayItem()) return fault_;
   return fault_;
 }
 
 bool PatternPlayer::Spend(double work, std::size_t position) {
   spent_ += work;
-  if (spent_ <= kWorkLimit) return true;
+  if (spent_ <= workLimit_) return true;
   fault_ = {PATTERN_TOO_DEEP, position, EvalReason::GroupsTakeTooLong, {}};
   return false;
 }
@@ -65,45 +63,51 @@ void PatternPlayer::Begin(std::uint32_t count) {
     item_ = pattern_.items[item_].partner + 1;
     return;
   }
-  levels_.push_back({item_, count - 1, count == UINT32_MAX, done_});
+  levels_.push_back({item_, count - 1, count == UINT32_MAX, false, done_, strokes_.size()});
   ++item_;
 }
 
-// A group that did not move on never will: doing it again changes nothing.
+// A group that did not move on never will: doing it again changes nothing. Without expressions inside, every time after
+// the second is as the second one (the first may begin with another mask).
 void PatternPlayer::Close() {
   Level& level = levels_.back();
-  const bool isAgain = (level.isToEnd || level.left > 0) && done_ > level.startedAt;
-  if (!isAgain) {
-    levels_.pop_back();
-    ++item_;
-    return;
+  const std::size_t period = done_ - level.startedAt;
+  if ((level.isToEnd || level.left > 0) && period > 0) {
+    const std::size_t room = pointCount_ - done_;
+    const std::size_t points = level.isToEnd || level.left > room / period ? room : level.left * period;
+    if (!level.isSecond || pattern_.items[level.open].hasExpression || points < kFewPoints) {
+      if (!level.isToEnd) --level.left;
+      level.isSecond = true;
+      level.startedAt = done_;
+      level.firstStroke = strokes_.size();
+      item_ = level.open + 1;
+      return;
+    }
+    strokes_.push_back({points, 0xFFFF, 0, level.firstStroke, period});
+    done_ += points;
   }
-  if (!level.isToEnd) --level.left;
-  level.startedAt = done_;
-  item_ = level.open + 1;
+  levels_.pop_back();
+  ++item_;
 }
 
 void PatternPlayer::Write(const PatternItem& item, std::uint32_t count) {
-  const std::size_t points = std::min<std::size_t>(count, codes_.size() - done_);
-  std::uint16_t keep = 0xFFFF; // code = code & keep ^ flip
-  std::uint16_t flip = 0;
+  PatternStroke stroke{std::min<std::size_t>(count, pointCount_ - done_), 0xFFFF, 0, 0, 0};
   const auto others = static_cast<std::uint16_t>(~mask_);
   switch (item.act) {
-  case PatternAct::Clear: keep = others; break;
+  case PatternAct::Clear: stroke.keep = others; break;
   case PatternAct::Set:
-    keep = others;
-    flip = mask_;
+    stroke.keep = others;
+    stroke.flip = mask_;
     break;
-  case PatternAct::Invert: flip = mask_; break;
+  case PatternAct::Invert: stroke.flip = mask_; break;
   case PatternAct::Word:
-    keep = others;
-    flip = static_cast<std::uint16_t>(item.bits & mask_);
+    stroke.keep = others;
+    stroke.flip = static_cast<std::uint16_t>(item.bits & mask_);
     break;
   default: break;
   }
-  for (std::int16_t& code : codes_.subspan(done_, points))
-    code = static_cast<std::int16_t>((static_cast<std::uint16_t>(code) & keep) ^ flip);
-  done_ += points;
+  done_ += stroke.points;
+  if (stroke.points > 0) strokes_.push_back(stroke);
 }
 
 } // namespace calder::eval

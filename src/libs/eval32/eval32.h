@@ -129,9 +129,11 @@ public:
   // The same seed gives the same rnd. An evaluator starts with seed 0.
   void EvalInitRandom(std::int32_t seed);
 
+  // How long a pattern may take before it is refused with 112: about a second, or a few milliseconds.
+  enum class PatternEffort : std::uint8_t { Full, Frame };
   // Rewrites bits of count points from start by a pattern. 0 or 110 to 118; the buffer is changed only on 0.
   [[nodiscard]] std::int16_t DigitalPattern(std::string_view text, std::int32_t start, WaveHandle buffer,
-                                            std::int32_t count);
+                                            std::int32_t count, PatternEffort effort = PatternEffort::Full);
 
   [[nodiscard]] const Fault& LastFault() const;
 
@@ -149,5 +151,7 @@ struct EvalEntry {
 };
 // Functions and constants, those of one kind together.
 [[nodiscard]] std::span<const EvalEntry> EvalEntries();
+// The parts of a bit pattern, each with numbers in it that can stand as they are.
+[[nodiscard]] std::span<const EvalEntry> PatternEntries();
 
 } // namespace calder

@@ -34,14 +34,28 @@ CALDER_SHORT_VECTOR void ReduceVector(const std::int16_t* codes, const std::int3
   }
 }
 
-CALDER_VECTOR BitUse BitsVector(const std::int16_t* codes, std::int32_t count) {
-  std::uint16_t always = 0xFFFF;
-  std::uint16_t ever = 0;
-  for (std::int32_t i = 0; i < count; ++i) {
-    always = static_cast<std::uint16_t>(always & codes[i]);
-    ever = static_cast<std::uint16_t>(ever | codes[i]);
+CALDER_SHORT_VECTOR void BitsVector(const std::int16_t* codes, const std::int32_t* firsts, const std::int32_t* ends,
+                                    std::size_t columns, std::uint16_t* always, std::uint16_t* ever) {
+  for (std::size_t c = 0; c < columns; ++c) {
+    std::uint16_t all = 0xFFFF;
+    std::uint16_t any = 0;
+    for (std::int32_t i = firsts[c]; i < ends[c]; ++i) {
+      all = static_cast<std::uint16_t>(all & codes[i]);
+      any = static_cast<std::uint16_t>(any | codes[i]);
+    }
+    always[c] = all;
+    ever[c] = any;
   }
-  return {always, ever};
+}
+
+CALDER_SHORT_VECTOR void DifferencesVector(const std::int16_t* codes, const std::int16_t* others,
+                                           const std::int32_t* firsts, const std::int32_t* ends, std::size_t columns,
+                                           std::uint16_t* differ) {
+  for (std::size_t c = 0; c < columns; ++c) {
+    std::uint16_t any = 0;
+    for (std::int32_t i = firsts[c]; i < ends[c]; ++i) any = static_cast<std::uint16_t>(any | (codes[i] ^ others[i]));
+    differ[c] = any;
+  }
 }
 
 } // namespace
@@ -55,8 +69,15 @@ void ReduceColumns(std::span<const std::int16_t> codes, std::span<const std::int
   ReduceVector(codes.data(), edges.data(), static_cast<std::int32_t>(lows.size()), lows.data(), highs.data());
 }
 
-BitUse FindBits(std::span<const std::int16_t> codes) {
-  return BitsVector(codes.data(), static_cast<std::int32_t>(codes.size()));
+void ReduceBits(std::span<const std::int16_t> codes, std::span<const std::int32_t> firsts,
+                std::span<const std::int32_t> ends, std::span<std::uint16_t> always, std::span<std::uint16_t> ever) {
+  BitsVector(codes.data(), firsts.data(), ends.data(), always.size(), always.data(), ever.data());
+}
+
+void ReduceDifferences(std::span<const std::int16_t> codes, std::span<const std::int16_t> others,
+                       std::span<const std::int32_t> firsts, std::span<const std::int32_t> ends,
+                       std::span<std::uint16_t> differ) {
+  DifferencesVector(codes.data(), others.data(), firsts.data(), ends.data(), differ.size(), differ.data());
 }
 
 } // namespace calder::wavelb

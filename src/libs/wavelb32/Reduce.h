@@ -20,10 +20,13 @@ struct Extremes {
 void ReduceColumns(std::span<const std::int16_t> codes, std::span<const std::int32_t> edges,
                    std::span<std::int16_t> lows, std::span<std::int16_t> highs);
 
-struct BitUse {
-  std::uint16_t always = 0xFFFF; // bits that are set in every code
-  std::uint16_t ever = 0;        // bits that are set in some code
-};
-[[nodiscard]] BitUse FindBits(std::span<const std::int16_t> codes);
+// For each column c the bits that are set in every and in some of codes[firsts[c]] to codes[ends[c] - 1]; a column
+// without points gets 0xFFFF and 0. REQUIRES: the ranges lie within codes; all spans have the same length.
+void ReduceBits(std::span<const std::int16_t> codes, std::span<const std::int32_t> firsts,
+                std::span<const std::int32_t> ends, std::span<std::uint16_t> always, std::span<std::uint16_t> ever);
+// The same for the bits in which some point differs between the two.
+void ReduceDifferences(std::span<const std::int16_t> codes, std::span<const std::int16_t> others,
+                       std::span<const std::int32_t> firsts, std::span<const std::int32_t> ends,
+                       std::span<std::uint16_t> differ);
 
 } // namespace calder::wavelb

@@ -2,6 +2,7 @@
 // Inside the library only.
 #pragma once
 
+#include "libs/wavelb32/LaneColumns.h"
 #include "libs/wavelb32/wavelb32.h"
 #include "platform/DeviceContext.h"
 
@@ -60,7 +61,10 @@ struct State {
   std::vector<std::int16_t> highs;
   std::vector<std::int16_t> tops;
   std::vector<std::int16_t> bottoms;
-  std::vector<std::uint8_t> filled;
+  LaneColumns lanes;
+  LaneColumns ghostLanes;
+  std::vector<std::uint32_t> ground; // of a row
+  std::vector<std::uint32_t> row;
   std::vector<std::int16_t> copy;
   std::vector<DevicePoint> points;
   std::uint64_t noiseKey = 0;

@@ -82,17 +82,32 @@ std::int32_t W_DrawWave2(DeviceContext& context, WaveHandle handle, double xStar
 std::int32_t W_DrawGrid(DeviceContext& context, int width, int height);
 // The zero line (code 0) of a view in the context's pen, when it lies inside.
 std::int32_t W_DrawGrid2(DeviceContext& context, double yStart, double ySpan, int width, int height);
-// 16 lanes, the most significant bit at the top: the height is 49 units, one of margin above, three a lane. Lanes whose
-// bit is in bitMask are selected; bits that the model lacks (beyond the top bitCount) are drawn in the quiet colour;
-// the range from markerA to markerB has its own ground in selected lanes. Lanes that are not selected keep the ground
-// that the picture has. The context's pen is changed. pointCount as for W_DrawWave2.
+// The digital view has 16 lanes, lane 0 (bit 15) at the top. Its height is 49 units, one of margin above and three a
+// lane, and a lane is a whole number of rows high: what that leaves over stays free at the bottom.
+inline constexpr int W_LANES = 16;
+struct LaneRows {
+  int top = 0;    // of the lane's ground
+  int bottom = 0; // the first row that is no longer in it; equal to top where the picture is too low for lanes
+};
+[[nodiscard]] LaneRows W_RowsOfLane(int lane, int height);
+// The lane of a row: -1 in the margin and where there are no lanes, 16 and more below the last one.
+[[nodiscard]] int W_LaneAt(int row, int height);
+
+// The whole picture of the digital view: grounds and lanes. In each column a lane is high or low; where it changes, the
+// column is filled: bright at an edge, in half tone where edges follow each other without a gap, so that a single
+// changed point is seen at every zoom. Lanes whose bit is in bitMask are selected: they have the selected colour and a
+// tinted ground, which is stronger between markerA and markerB. Bits that the model lacks (beyond the top bitCount) are
+// drawn in the quiet colour. ghost: another waveform, of as many points, whose lanes are laid over those of the first
+// one in the columns in which the bit of some point differs; 0 for none. pointCount as for W_DrawWave2.
 std::int32_t W_DrawDigitalPattern(DeviceContext& context, WaveHandle handle, double xStart, double xSpan,
                                   std::int32_t bitCount, std::int32_t bitMask, double markerA, double markerB,
-                                  int width, int height, std::uint32_t traceColor, std::uint32_t quietColor,
-                                  std::uint32_t selectedColor, std::uint32_t scopeColor, std::int32_t pointCount = 0);
-// The lanes whose bits are in bitMask, in the context's pen, for paper.
+                                  int width, int height, std::uint32_t traceColor, std::uint32_t groundColor,
+                                  std::uint32_t selectedColor, std::uint32_t quietColor, std::int32_t pointCount = 0,
+                                  WaveHandle ghost = 0, std::uint32_t ghostColor = 0);
+// The lanes whose bits are in bitMask, for paper: no ground, a stepped line a lane in the context's pen, and a
+// rectangle in half tone where edges follow each other without a gap. At most one step or rectangle a column and lane.
 std::int32_t W_DrawDigital(DeviceContext& context, WaveHandle handle, double xStart, double xSpan, std::int32_t bitMask,
-                           int width, int height);
+                           int width, int height, std::uint32_t halfTone = 0xA0A0A0);
 // The 16 bits mirrored: bit 0 becomes bit 15.
 [[nodiscard]] std::uint16_t reverse_bit(std::uint16_t pattern);
 // Every point's destination bit takes the value of its source bit. Each mask has one bit of the low 16.

@@ -6,7 +6,7 @@
 #include "platform/qt/ValueBox.h"
 #include "platform/qt/WaveformCanvas.h"
 #include "tools/create/CreateCaptions.h"
-#include "tools/create/ExpressionBox.h"
+#include "tools/frame/ExpressionBox.h"
 #include "ui_CreateDialog.h"
 
 #include <QButtonGroup>
@@ -23,11 +23,6 @@ constexpr int kWideCharacters = 13;
 constexpr int kPageCharacters = 4;
 constexpr int kMaxConstants = 944;
 constexpr int kMaxExpression = 1024;
-
-// A place in UTF-8 bytes as one in the toolkit's characters.
-int CharacterAt(const QString& text, std::size_t byte) {
-  return static_cast<int>(QString::fromUtf8(text.toUtf8().left(static_cast<qsizetype>(byte))).size());
-}
 
 } // namespace
 

@@ -81,6 +81,45 @@ TEST(Pattern, GroupsThatGoNowhereAndEndlessOnesEnd) {
   EXPECT_EQ(evaluator.DigitalPattern(endless + "]0", 0, wave.Handle(), W_MAX_POINTS), PATTERN_TOO_DEEP);
 }
 
+// Repeats are worked out at once; a text that spells them out is played item by item.
+TEST(Pattern, AGroupIsItsTextOverAndOver) {
+  Evaluator evaluator;
+  constexpr int times = 100;
+  const std::string texts[] = {"1H 1L",
+                               "Mask $FF 3N 2$1234",
+                               "1H Mask $F0 2L Mask $F 1N",
+                               "[1H [2L 1N]90 Mask $3 1X]2",
+                               "[Mask $1 1H]70 [Mask $2 1N 1X]66 Mask $FFFF 1L",
+                               "8H 7L 9N 8$5555",
+                               "3000N 1H",
+                               "[[[1N]80 2H]80 Mask $F00 3L]3"};
+  for (const std::string& text : texts) {
+    std::string spelled;
+    for (int i = 0; i < times; ++i) spelled += text + " ";
+    const TestWave repeated(Noise(100000));
+    const TestWave expected(Noise(100000));
+    EXPECT_EQ(evaluator.DigitalPattern("[" + text + "]" + std::to_string(times), 3, repeated.Handle(), 99990), 0);
+    EXPECT_EQ(evaluator.DigitalPattern(spelled, 3, expected.Handle(), 99990), 0);
+    EXPECT_EQ(repeated.Copy(), expected.Copy()) << text;
+  }
+}
+
+TEST(Pattern, WhatTakesLongerThanAFrameIsRefusedThere) {
+  Evaluator evaluator;
+  const TestWave wave(Codes(100000, 5));
+  using Effort = Evaluator::PatternEffort;
+  for (const auto& [text, code] : {std::pair{"[{x*0+1}H]0", PATTERN_TOO_DEEP}, {"[1H 1L]0", EVAL_SUCCESS}})
+    EXPECT_EQ(evaluator.DigitalPattern(text, 0, wave.Handle(), 100000, Effort::Frame), code) << text;
+  EXPECT_EQ(wave.Codes()[1], 0);
+}
+
+TEST(Pattern, ThePartsThatAreOfferedAreSound) {
+  Evaluator evaluator;
+  const TestWave wave(Codes(100, 0));
+  for (const EvalEntry& part : PatternEntries())
+    EXPECT_EQ(evaluator.DigitalPattern(part.name, 0, wave.Handle(), 100), 0) << part.name;
+}
+
 TEST(Pattern, BracesSeeTheConstantsAndTheirOwn) {
   Evaluator evaluator;
   double unused = 0;

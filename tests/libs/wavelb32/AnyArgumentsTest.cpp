@@ -55,7 +55,7 @@ protected:
     case 16: return W_DrawGrid2(context, Number(), Number(), Size(), Size());
     case 17:
       return W_DrawDigitalPattern(context, h, Number(), Number(), Integer(), Integer(), Number(), Number(), Size(),
-                                  Size(), 1, 2, 3, 4, Integer());
+                                  Size(), 1, 2, 3, 4, Integer(), Pick(0, 1) == 0 ? 0 : Handle(), 5);
     case 18: return W_DrawDigital(context, h, Number(), Number(), Integer(), Size(), Size());
     case 19: {
       const double x[] = {Number(), Number(), Number()};

@@ -1,4 +1,4 @@
-#include "tools/create/ExpressionBox.h"
+#include "tools/frame/ExpressionBox.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -8,16 +8,10 @@ namespace calder {
 namespace {
 
 bool Opens(QChar c) {
-  return c == QLatin1Char('(') || c == QLatin1Char('[');
+  return c == QLatin1Char('(') || c == QLatin1Char('[') || c == QLatin1Char('{');
 }
 bool Closes(QChar c) {
-  return c == QLatin1Char(')') || c == QLatin1Char(']');
-}
-
-QString OneLine(QString text) {
-  text.replace(QLatin1Char('\r'), QLatin1Char(' '));
-  text.replace(QLatin1Char('\n'), QLatin1Char(' '));
-  return text;
+  return c == QLatin1Char(')') || c == QLatin1Char(']') || c == QLatin1Char('}');
 }
 
 } // namespace
@@ -25,8 +19,24 @@ QString OneLine(QString text) {
 ExpressionBox::ExpressionBox(QWidget* parent) : QPlainTextEdit(parent) {
   setTabChangesFocus(true);
   setWordWrapMode(QTextOption::WrapAnywhere);
-  setFixedHeight(fontMetrics().lineSpacing() * 4 + 12);
+  SetLines(4);
   connect(this, &QPlainTextEdit::cursorPositionChanged, this, &ExpressionBox::ShowMarks);
+}
+
+void ExpressionBox::SetLines(int lines) {
+  const bool single = lines == 1;
+  setLineWrapMode(single ? NoWrap : WidgetWidth);
+  for (const auto set : {&ExpressionBox::setHorizontalScrollBarPolicy, &ExpressionBox::setVerticalScrollBarPolicy})
+    (this->*set)(single ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAsNeeded);
+  setFixedHeight(fontMetrics().lineSpacing() * lines + 12);
+}
+
+QString ExpressionBox::OneLine(const QString& text) const {
+  QStringList lines = QString(text).replace(QLatin1Char('\r'), QLatin1Char('\n')).split(QLatin1Char('\n'));
+  for (qsizetype i = 0; i + 1 < lines.size() && !comment_.isNull(); ++i) {
+    if (const qsizetype mark = lines[i].indexOf(comment_); mark >= 0) lines[i].truncate(mark);
+  }
+  return lines.join(QLatin1Char(' '));
 }
 
 QString ExpressionBox::Text() const {
@@ -55,6 +65,30 @@ void ExpressionBox::Insert(const QString& text) {
   if (Text().size() + text.size() > maxLength_) return;
   insertPlainText(text);
   if (text.endsWith(QLatin1String("()"))) moveCursor(QTextCursor::PreviousCharacter);
+}
+
+bool ExpressionBox::event(QEvent* event) {
+  // The editing keys are the menu's where the window has one: the box declines to override the shortcut.
+  if (event->type() == QEvent::ShortcutOverride &&
+      (static_cast<QKeyEvent*>(event)->modifiers() & Qt::ControlModifier) != 0) {
+    event->ignore();
+    return false;
+  }
+  return QPlainTextEdit::event(event);
+}
+
+void ExpressionBox::focusInEvent(QFocusEvent* event) {
+  QPlainTextEdit::focusInEvent(event);
+  if (!selectsAll_ || event->reason() == Qt::PopupFocusReason || event->reason() == Qt::OtherFocusReason) return;
+  selectAll();
+  selectOnPress_ = event->reason() == Qt::MouseFocusReason;
+}
+
+// The press that brought the focus would leave a cursor where the whole text is to be selected.
+void ExpressionBox::mousePressEvent(QMouseEvent* event) {
+  QPlainTextEdit::mousePressEvent(event);
+  if (selectOnPress_) selectAll();
+  selectOnPress_ = false;
 }
 
 void ExpressionBox::focusOutEvent(QFocusEvent* event) {
