@@ -13,6 +13,7 @@ struct LayoutTest : ToolFixture {
                           QStringLiteral("/%1-%2-%3.png").arg(name, language).arg(driven->devicePixelRatioF()));
     driven->resize(driven->minimumSizeHint());
     QCoreApplication::processEvents();
+    EXPECT_FALSE(driven->windowTitle().isEmpty()) << name.toStdString();
     SCOPED_TRACE((name + language).toStdString());
     // The keys of System Setup's tabs, and of the Help menu and the horizontal zoom, are given.
     const bool system = name == QLatin1String("Menu_System");

@@ -9,7 +9,9 @@ using End = CreatePages::AreaEnd;
 using Button = CreatePages::PageButton;
 
 TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
+  createPort->previews = 0;
   create->PrepareCreate();
+  EXPECT_EQ(createPort->previews, 1);
   EXPECT_EQ(Texts(create->CurrentPage(), Page(1).StartX, Page(1).Size, Page(1).Valid, Page(1).Visited),
             "1 100 100 -1 0");
   EXPECT_EQ(Texts(create->PageModified(), create->Cancelled(), create->StartText(), Generated(125), Generated(225)),
