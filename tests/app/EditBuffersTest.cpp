@@ -1,5 +1,5 @@
-#include "Testing.h"
 #include "app/EditBuffers.h"
+#include "Testing.h"
 
 namespace calder::edit_buffers_test {
 

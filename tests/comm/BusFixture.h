@@ -55,6 +55,7 @@ struct BusFixture : testing::Test {
     std::filesystem::create_directories(folder);
     desktop.libraries.folder = CALDER_SIM_FOLDER;
     desktop.folders.state = folder.string();
+    desktop.folders.bus = CALDER_SIM_FOLDER;
     program.emplace(desktop.Services());
     setup.emplace(*program);
     MakeBus();

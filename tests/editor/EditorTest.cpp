@@ -15,25 +15,18 @@ TEST_F(EditorTest, StartsWithAnEmptyWaveformInUserUnits) {
 }
 
 TEST_F(EditorTest, StartUpStopsWithTheRightMessage) {
-  const struct {
-    const char *why, *message;
-    void (*spoil)(fake::FakeDesktop&);
-  } rows[] = {
-      {"no USBTMC.ID", "Lost the file of USBTMC.ID", [](fake::FakeDesktop& d) { d.folders.read = {fake::kNowhere}; }},
-      {"the sibling runs", "The Marlow Software is running.",
-       [](fake::FakeDesktop& d) {
-         d.windows.captions = {"x", "Orvo Marlow for XG5530/31 <a.seq>"};
-       }},
-      {"no models", "No System Setup file.\r\rSystem Exit.",
-       [](fake::FakeDesktop& d) { d.folders.read = {CALDER_SOURCE_DIR "/data"}; }}};
-  for (const auto& row : rows) {
+  const auto refuses = [](const char* message, const auto& spoil) {
     fake::FakeDesktop spoilt;
-    row.spoil(spoilt);
-    spoilt.boxes.Expect(row.message);
+    spoil(spoilt);
+    spoilt.boxes.Expect(message);
     Program state(spoilt.Services());
-    Editor stopped(state);
-    EXPECT_FALSE(stopped.Start()) << row.why;
-  }
+    return !Editor(state).Start();
+  };
+  const std::vector<std::string> sibling = {"x", "Orvo Marlow for XG5530/31 <a.seq>"};
+  EXPECT_TRUE(refuses("Lost the file of USBTMC.ID", [](auto& d) { d.folders.read = {fake::kNowhere}; }));
+  EXPECT_TRUE(refuses("The Marlow Software is running.", [&](auto& d) { d.windows.captions = sibling; }));
+  EXPECT_TRUE(
+      refuses("No System Setup file.\r\rSystem Exit.", [](auto& d) { d.folders.read = {CALDER_SOURCE_DIR "/data"}; }));
 }
 
 TEST_F(EditorTest, TheLastModelAddressAndMemorySizeComeBackUnlessTheyAreNonsense) {
@@ -110,18 +103,18 @@ TEST_F(EditorTest, AClipboardThatFailsLosesNothing) {
 TEST_F(EditorTest, ClosingAsksAndRefusesWhileATransferRuns) {
   Begin();
   program->serialNumber = "SN42";
-  desktop.boxes.Expect("Exit Program.", BoxAnswer::No);
-  EXPECT_FALSE(editor->QueryUnload(Editor::CloseReason::User));
+  const auto close = [this](const char* message, BoxAnswer answer, Editor::CloseReason reason) {
+    desktop.boxes.Expect(message, answer);
+    return editor->QueryUnload(reason);
+  };
+  EXPECT_FALSE(close("Exit Program.", BoxAnswer::No, Editor::CloseReason::User));
   EXPECT_EQ(desktop.settings.Get("System", "SerialNum"), "SN42");
   EXPECT_FALSE(desktop.settings.Get("Sysinfo", "sys_no").has_value());
   program->registry.SetGpibBusy(true);
-  desktop.boxes.Expect("Interface Busy. Press");
-  EXPECT_FALSE(editor->QueryUnload(Editor::CloseReason::User));
+  EXPECT_FALSE(close("Interface Busy. Press", BoxAnswer::Ok, Editor::CloseReason::User));
   program->registry.SetGpibBusy(false);
-  desktop.boxes.Expect("[CALDER] is Active!");
-  EXPECT_FALSE(editor->QueryUnload(Editor::CloseReason::SessionEnds));
-  desktop.boxes.Expect("Exit Program.", BoxAnswer::Yes);
-  EXPECT_TRUE(editor->QueryUnload(Editor::CloseReason::User));
+  EXPECT_FALSE(close("[CALDER] is Active!", BoxAnswer::Ok, Editor::CloseReason::SessionEnds));
+  EXPECT_TRUE(close("Exit Program.", BoxAnswer::Yes, Editor::CloseReason::User));
   EXPECT_EQ(desktop.settings.Get("Sysinfo", "sys_no"), "0");
 }
 
@@ -140,62 +133,58 @@ TEST_F(EditorTest, EveryActionShowsOnceWhatItChanged) {
   const TempFolder folder;
   PutFile(folder / "five.txt", "5\r\n");
   Begin();
-  const auto open = [&](const std::string& name) {
+  const auto answer = [&](const std::string& name, Command command) {
     desktop.dialogs.Answer(folder / name);
-    editor->Do(Command::FileOpen);
+    editor->Do(command);
   };
+  const auto fail = [&](Command command) {
+    desktop.boxes.Expect("File Read error.");
+    answer("none.wdb", command);
+  };
+  const auto cancel = [&](Command command) {
+    desktop.dialogs.Cancel();
+    editor->Do(command);
+  };
+  const auto view = [&](auto change) { editor->Apply(kViewMoved, change); };
   const auto move = [&](int x) { editor->MouseMove(x, 50, 1024, 100, 1, true); };
+  const auto press = [&](const PicturePoint& at) { editor->MousePress(at, Editor::PressKeys::None); };
+  const auto release = [&](const PicturePoint& at) { editor->MouseRelease(at); };
   constexpr Changes kNothing;
-  const struct {
-    const char* what;
-    Changes changes;
-    std::function<void()> act;
-  } rows[] = {{"save", Change::Title,
-               [&] {
-                 desktop.dialogs.Answer(folder / "a.wdb");
-                 editor->Do(Command::FileSave);
-               }},
-              {"open text", kEverything, [&] { open("five.txt"); }},
-              {"open .wdb", kEverything, [&] { open("a.wdb"); }},
-              {"drop", kEverything, [&] { editor->FileDropped(folder / "a.wdb"); }},
-              {"open, cancelled", kNothing,
-               [&] {
-                 desktop.dialogs.Cancel();
-                 editor->Do(Command::FileOpen);
-               }},
-              {"open, failed", kNothing,
-               [&] {
-                 desktop.boxes.Expect("File Read error.");
-                 open("none.wdb");
-               }},
-              {"cut", kEdited, [&] { editor->Do(Command::Cut); }},
-              {"copy", Change::Commands, [&] { editor->Do(Command::Copy); }},
-              {"undo", kEdited, [&] { editor->Do(Command::Undo); }},
-              {"grid", Change::Picture | Change::Commands, [&] { editor->Do(Command::Grid); }},
-              {"zoom", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(1); }); }},
-              {"scrolled to where it is", kNothing,
-               [&] { editor->Apply(kViewMoved, [&] { return editor->view.Hrizontal_Scroll(0); }); }},
-              {"zoom back", kViewMoved, [&] { editor->Apply(kViewMoved, [&] { editor->view.ZoomX(0); }); }},
-              {"hover", Change::Mouse, [&] { move(1023); }},
-              {"press", kNothing,
-               [&] {
-                 editor->MousePress({1023, 50, 1024, 100}, Editor::PressKeys::None);
-               }},
-              {"drag", Change::Mouse | Change::Markers | Change::Readouts, [&] { move(700); }},
-              {"drag on the spot", Change::Mouse, [&] { move(700); }},
-              {"outside", kNothing, [&] { move(-1); }},
-              {"release", Change::Picture,
-               [&] {
-                 editor->MouseRelease({700, 50, 1024, 100});
-               }},
-              {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
-              {"tool", kEverything, [&] { editor->WaveformChanged(); }},
-              {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
-              {"other view", kViewMoved | Change::Commands, [&] { editor->ChooseView(Editor::ViewKind::Digital); }}};
-  for (const auto& row : rows) {
+  using Row = std::tuple<const char*, Changes, std::function<void()>>;
+  const Row rows[] = {
+      {"save", Change::Title, [&] { answer("a.wdb", Command::FileSave); }},
+      {"open text", kEverything, [&] { answer("five.txt", Command::FileOpen); }},
+      {"open .wdb", kEverything, [&] { answer("a.wdb", Command::FileOpen); }},
+      {"drop", kEverything, [&] { editor->FileDropped(folder / "a.wdb"); }},
+      {"open, cancelled", kNothing, [&] { cancel(Command::FileOpen); }},
+      {"open, failed", kNothing, [&] { fail(Command::FileOpen); }},
+      {"cut", kEdited, [&] { editor->Do(Command::Cut); }},
+      {"copy", Change::Commands, [&] { editor->Do(Command::Copy); }},
+      {"undo", kEdited, [&] { editor->Do(Command::Undo); }},
+      {"grid", Change::Picture | Change::Commands, [&] { editor->Do(Command::Grid); }},
+      {"zoom", kViewMoved, [&] { view([&] { editor->view.ZoomX(1); }); }},
+      {"scrolled on the spot", kNothing, [&] { view([&] { return editor->view.Hrizontal_Scroll(0); }); }},
+      {"zoom back", kViewMoved, [&] { view([&] { editor->view.ZoomX(0); }); }},
+      {"hover", Change::Mouse, [&] { move(1023); }},
+      {"press", kNothing,
+       [&] {
+         press({1023, 50, 1024, 100});
+       }},
+      {"drag", Change::Mouse | Change::Markers | Change::Readouts, [&] { move(700); }},
+      {"drag on the spot", Change::Mouse, [&] { move(700); }},
+      {"outside", kNothing, [&] { move(-1); }},
+      {"release", Change::Picture,
+       [&] {
+         release({700, 50, 1024, 100});
+       }},
+      {"setup's OK", kEverything, [&] { editor->setup.Accept(); }},
+      {"tool", kEverything, [&] { editor->WaveformChanged(); }},
+      {"tool's range", Change::Picture | Change::Readouts, [&] { editor->RangeChanged(); }},
+      {"other view", kViewMoved | Change::Commands, [&] { editor->ChooseView(Editor::ViewKind::Digital); }}};
+  for (const auto& [what, changes, act] : rows) {
     port.shown.clear();
-    row.act();
-    EXPECT_EQ(port.shown, row.changes.None() ? std::vector<Changes>() : std::vector{row.changes}) << row.what;
+    act();
+    EXPECT_EQ(port.shown, changes.None() ? std::vector<Changes>() : std::vector{changes}) << what;
   }
 }
 

@@ -76,27 +76,23 @@ TEST_F(MarkersTest, TheGrabbedMarkerIsTheOneUnderThePointer) {
 
 TEST_F(MarkersTest, ADragStopsAtTheOtherMarkerAndTheEnds) {
   Put(51200, 256000);
-  editor->MouseMove(100, 300, 1024, 400, 1, true);
-  editor->MousePress({}, Editor::PressKeys::None);
-  editor->MouseMove(700, 300, 1024, 400, 1, true);
-  EXPECT_EQ(TheScope(), (Scope{51200, 256000})) << "A does not pass B";
-  for (const auto& [x, y] : {std::pair{-1, 300}, {1025, 300}, {50, -1}, {50, 401}}) {
+  const auto move = [this](int x, int y) {
     editor->MouseMove(x, y, 1024, 400, 1, true);
-    EXPECT_EQ(TheScope(), (Scope{51200, 256000})) << "a pointer outside the picture is ignored";
-    EXPECT_EQ(editor->MouseXText(), "358400.0");
-  }
-  editor->MouseMove(0, 400, 1024, 400, 1, true);
-  EXPECT_EQ(TheScope().Start, 0);
+    return Texts(TheScope());
+  };
+  move(100, 300);
+  editor->MousePress({}, Editor::PressKeys::None);
+  EXPECT_EQ(move(700, 300), "51200..256000") << "A does not pass B";
+  for (const auto& [x, y] : {std::pair{-1, 300}, {1025, 300}, {50, -1}, {50, 401}})
+    EXPECT_EQ(Texts(move(x, y), editor->MouseXText()), "51200..256000 358400.0") << "outside the picture";
+  EXPECT_EQ(move(0, 400), "0..256000");
   editor->MouseRelease({});
   Put(51200, 102400, true);
-  editor->MouseMove(200, 300, 1024, 400, 1, true);
+  move(200, 300);
   editor->MousePress({}, Editor::PressKeys::None);
-  editor->MouseMove(50, 300, 1024, 400, 1, true);
-  EXPECT_EQ(TheScope(), (Scope{51200, 102400})) << "B does not pass A";
-  editor->MouseMove(1020, 300, 1024, 400, 1, true);
-  EXPECT_EQ(TheScope(), (Scope{1020 * 512.0 - 51200, 1020 * 512.0})) << "together";
-  editor->MouseMove(1024, 300, 1024, 400, 1, true);
-  EXPECT_EQ(TheScope().End, 524288) << "the far edge is the end";
+  EXPECT_EQ(move(50, 300), "51200..102400") << "B does not pass A";
+  EXPECT_EQ(move(1020, 300), Texts(Scope{1020 * 512.0 - 51200, 1020 * 512.0})) << "together";
+  EXPECT_EQ(move(1024, 300), "473088..524288") << "the far edge is the end";
 }
 
 struct Canvas {

@@ -41,6 +41,7 @@ TEST_F(WaveViewTest, XZoomShowsItsPartFromTheLeftEdge) {
 
 TEST_F(WaveViewTest, YZoomCentresOnZeroFirstAndKeepsTheMiddleLater) {
   view.ZoomY(1);
+  EXPECT_EQ(view.YZoomIndex(), 1);
   EXPECT_EQ(view.VScroll().value, 8192);
   EXPECT_EQ(Y(), Range(16384, 49151));
   view.Vertical_Scroll(view.VScroll().maximum);

@@ -1,5 +1,5 @@
-#include "Testing.h"
 #include "files/SettingsBlock.h"
+#include "Testing.h"
 
 #include <bit>
 #include <cstring>
@@ -126,6 +126,12 @@ TEST(SettingsBlock, TextsAreCutAtWholeCharactersAndTrimmed) {
     Unpack_Settings(block, page, record, kind);
     EXPECT_EQ(record.XUserName, back) << name;
   }
+  Block block = SampleBlock(); // with bytes that are no character there
+  for (const std::size_t i : {326U, 328U}) block[i] = std::byte{0xFF};
+  SystemInfo record;
+  std::int32_t kind = 0;
+  Unpack_Settings(block, CodePage::Japanese, record, kind);
+  EXPECT_EQ(record.XUserName, "?P?RSTUV");
 }
 
 } // namespace calder::settings_block_test

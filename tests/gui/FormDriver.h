@@ -156,7 +156,7 @@ private:
 };
 
 // Nothing that it shows is clipped, and no two controls share an access key (Alt and a letter), unless they may.
-inline void ExpectWellLaidOut(const QWidget& form, const QString& sharedKeys) {
+inline void ExpectWellLaidOut(const QWidget& form, const QString& sharedKeys = {}) {
   QMap<QString, QString> owners;
   const auto expectOwnKey = [&](const QString& text) {
     const QString key = QKeySequence::mnemonic(text).toString();

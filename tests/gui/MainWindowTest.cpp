@@ -3,6 +3,7 @@
 #include "platform/TempFolder.h"
 
 #include <QScreen>
+#include <QStatusBar>
 
 namespace calder::main_window_test {
 
@@ -12,6 +13,7 @@ TEST_F(MainWindowTest, StartsCaptionedAndFilled) {
   Start();
   EXPECT_EQ(window->windowTitle(), "Orvo Calder for XG5530/31 <Untitled>");
   EXPECT_EQ(See("Menu_FileSaveAs2 Menu_Undo Menu_Grid"), "Save As(&TXT)... off &Undo checked");
+  EXPECT_TRUE(Find<QAction>("Menu_System")->isVisible());
   EXPECT_EQ(Find<QAction>("Menu_FileSaveAs2")->shortcut(), QKeySequence("Ctrl+T"));
   EXPECT_EQ(Find<QComboBox>("Comb_XZoom_0")->count(), 8);
   EXPECT_EQ(Find<QComboBox>("Comb_YZoom")->itemText(8), "1:256");
@@ -53,6 +55,7 @@ TEST_F(MainWindowTest, AStartTakesUpWhatWasLeft) {
   EXPECT_EQ(Find<QToolButton>("Tool_Open")->toolTip(), "開く (Ctrl+O)");
   EXPECT_EQ(Find<QRadioButton>("Opt_Scope_1")->text(), "連動(&R)");
   EXPECT_TRUE(Line("Label_Status").starts_with("計測器はシミュレーション"));
+  EXPECT_TRUE(window->statusBar()->isAncestorOf(Find<QLabel>("Label_Status")));
   desktop.settings.Set("FormProperty", "MainWindow", "600000,450,0,0");
   Start();
   EXPECT_EQ(window->pos(), QPoint(30, 0)) << "a place off the screen";

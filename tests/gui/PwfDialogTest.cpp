@@ -94,6 +94,10 @@ TEST_F(PwfDialogTest, WithoutFunctionsThereIsNothingToPress) {
   driven = dialog.get();
   dialog->show();
   EXPECT_EQ(See("Label_Note Btn_OK"), "pwf.fnc was not found in: /none off OK");
+  desktop.language.id = SystemLanguage::kJapanese;
+  TearDown();
+  Open();
+  EXPECT_EQ(See("Label_Wave"), "波形(&T)");
 }
 
 } // namespace calder::pwf_dialog_test

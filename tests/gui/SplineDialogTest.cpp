@@ -82,6 +82,12 @@ TEST_F(SplineDialogTest, ButtonsWriteTheWaveformAndTheMouseMovesPoints) {
   EXPECT_EQ(picture->cursor().shape(), Qt::CrossCursor);
   QTest::keyClick(picture, Qt::Key_Backspace);
   EXPECT_EQ(Cell(2, 0), "") << "two points are left";
+  QTest::mousePress(picture, Qt::LeftButton, Qt::ControlModifier, lower);
+  QTest::mouseRelease(picture, Qt::LeftButton, Qt::ControlModifier, lower);
+  EXPECT_NE(Cell(2, 0), "") << "Ctrl adds one";
+  EXPECT_TRUE(editor->isHidden());
+  QTest::mouseDClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(grid->model()->index(1, 1)).center());
+  EXPECT_TRUE(editor->isVisible());
   QTest::mouseClick(form->findChild<QPushButton*>(QStringLiteral("Btn_Exit")), Qt::LeftButton);
   QCoreApplication::processEvents();
   EXPECT_TRUE(Find<QMenu>("Menu_File")->isEnabled());

@@ -228,7 +228,12 @@ TEST_F(SystemDialogTest, AWaveformIsTransferredWatchedAndReadBack) {
 TEST_F(SystemDialogTest, TheProgressWindowCancelsByButtonKeyAndClose) {
   const std::function<void(FrmGPIBExit*)> ways[] = {
       [](FrmGPIBExit* form) { form->findChild<QPushButton*>(QStringLiteral("CmdGpibExit"))->click(); },
-      [](FrmGPIBExit* form) { QTest::keyClick(form, Qt::Key_Escape); }, [](FrmGPIBExit* form) { form->close(); }};
+      [](FrmGPIBExit* form) { QTest::keyClick(form, Qt::Key_Escape); }, [](FrmGPIBExit* form) { form->close(); },
+      [this](FrmGPIBExit*) {
+        program->registry.SetGpibBusy(true);
+        road->CancelTransfer();
+        program->registry.SetGpibBusy(false);
+      }};
   for (const auto& way : ways) {
     road->progress.Open();
     road->progress.Step("Send data", 1000);
@@ -249,6 +254,9 @@ TEST_F(SystemDialogTest, TheProgressWindowCancelsByButtonKeyAndClose) {
     EXPECT_FALSE(road->progress.Cancelled());
     way(form);
     EXPECT_TRUE(road->progress.Cancelled());
+    road->progress.Unload();
+    delete form;
+    EXPECT_TRUE(road->progress.Cancelled()) << "what comes after it still sees it";
   }
 }
 

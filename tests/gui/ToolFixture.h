@@ -48,6 +48,7 @@ struct ToolFixture : MainWindowFixture {
           folder + QStringLiteral("/%1-%2-%3.png").arg(QLatin1String(name), language).arg(driven->devicePixelRatioF()));
     driven->resize(driven->minimumSizeHint());
     QCoreApplication::processEvents();
+    EXPECT_FALSE(driven->windowTitle().isEmpty()) << name;
     SCOPED_TRACE(name + language.toStdString());
     ExpectWellLaidOut(*driven, QLatin1String(sharedKeys));
     ExpectReachable(*driven);

@@ -183,6 +183,11 @@ TEST(ReadWholeFile, ReusesItsMemoryAndKnowsTheEnd) {
     ASSERT_EQ(ReadWholeFile(folder / "a", content), 0);
     EXPECT_EQ(std::string(content.begin(), content.end()), std::string(size, 'q'));
   }
+  // The largest file, and one byte more.
+  for (const std::uintmax_t more : {0U, 1U}) {
+    std::filesystem::resize_file(folder / "a", (std::uintmax_t{1} << 28) + more);
+    EXPECT_EQ(ReadWholeFile(folder / "a", content) == 0, more == 0);
+  }
   // A file that does not know its size.
   ASSERT_EQ(ReadWholeFile("/proc/self/status", content), 0);
   EXPECT_THAT(std::string(content.begin(), content.end()), testing::HasSubstr("Name:"));

@@ -27,7 +27,6 @@ struct Desk : BusFixture {
   SystemInfo& settings = program->settings;
 
   Desk() {
-    desktop.folders.bus = CALDER_SIM_FOLDER;
     waveFiles.emplace(program->buffers, settings, program->interfaceKind, program->names, program->fileLibrary,
                       program->messages, *setup);
     files.emplace(program->desktop, program->messages, program->registry, program->names, *waveFiles);
@@ -103,6 +102,7 @@ TEST_F(Desk, CancelRestoresEverythingAndOkAppliesTheMemorySize) {
 TEST_F(Desk, UsbInstrumentsAreListedAndNoneStopsATransfer) {
   ChooseKind(kUsbTmc);
   EXPECT_EQ(desk->SerialNumbers(), std::vector<std::string>{"1234567"});
+  EXPECT_EQ(desk->BenchHint(), "Connected to the simulated bench.");
   EXPECT_EQ(desk->ResourceName(), "USB0::0x1209::0x5531::1234567");
   desk->Btn_Trans_Click(SetupDesk::Transfer::Settings);
   EXPECT_EQ(settings.Address, 0);

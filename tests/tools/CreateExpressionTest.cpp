@@ -31,6 +31,10 @@ TEST_F(CreateExpressionTest, WhatWasSeenWhileTypingFollowsTheArea) {
   create->Txt_Expr_LostFocus("x*10");
   create->Text_X_LostFocus(CreatePages::AreaEnd::End, create->StartText(), "300");
   EXPECT_EQ(Generated(250), 2500);
+  for (const int function : {kFunctionSine, kFunctionExpression}) create->Comb_Wave_Click(function);
+  create->Text_X_LostFocus(CreatePages::AreaEnd::End, create->StartText(), "310");
+  EXPECT_EQ(Generated(250), 0) << "nothing was typed since the function was chosen";
+  EXPECT_EQ(create->LivePreview("", "x*10").message, 0);
   create->Menu_Clear_Click();
   EXPECT_EQ(Generated(250), 0);
 }

@@ -9,10 +9,11 @@ using End = CreatePages::AreaEnd;
 using Button = CreatePages::PageButton;
 
 TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
+  createPort->previews = 0;
   create->PrepareCreate();
-  EXPECT_EQ(Texts(create->CurrentPage(), Page(1).StartX, Page(1).Size), "1 100 100");
-  EXPECT_TRUE(Page(1).Valid);
-  EXPECT_FALSE(Page(1).Visited);
+  EXPECT_EQ(createPort->previews, 1);
+  EXPECT_EQ(Texts(create->CurrentPage(), Page(1).StartX, Page(1).Size, Page(1).Valid, Page(1).Visited),
+            "1 100 100 -1 0");
   EXPECT_EQ(Texts(create->PageModified(), create->Cancelled(), create->StartText(), Generated(125), Generated(225)),
             "true true 100.0000000 32767 0")
       << "a sine over the range";
@@ -21,9 +22,8 @@ TEST_F(CreatePagesTest, OpensOnTheFirstValidPageOrMakesPageOneOfTheRange) {
   Page(7).Valid = kPageTrue;
   Page(7).SetArea(900, 5000);
   create->PrepareCreate();
-  EXPECT_EQ(create->CurrentPage(), 7);
-  EXPECT_EQ(Page(7).EndX, kSize);
-  EXPECT_EQ(Texts(Page(7).Size, program->buffers.CurrentScope()), "100 900..1000");
+  EXPECT_EQ(Texts(create->CurrentPage(), Page(7).EndX, Page(7).Size, program->buffers.CurrentScope()),
+            "7 1000 100 900..1000");
 }
 
 TEST_F(CreatePagesTest, ParameterBoxesAcceptTheirRangesAndShowTheStoredValueOtherwise) {
@@ -111,32 +111,28 @@ TEST_F(CreatePagesTest, PageButtonsAndThePageBoxFindTheirPages) {
   Page(50).SetArea(0, 100);
   Page(50).Amplitude = 0;
   Page(50).Offset = 7;
-  create->Cmd_Page_Click(Button::Previous);
-  EXPECT_EQ(create->CurrentPage(), 1);
-  create->Cmd_Page_Click(Button::Next);
-  EXPECT_EQ(create->CurrentPage(), 2);
-  EXPECT_EQ(Page(2).Function, kFunctionSquare) << "an untouched page takes over the function";
+  const auto press = [this](Button button) {
+    create->Cmd_Page_Click(button);
+    const int page = create->CurrentPage();
+    return Texts(page, Page(page).Function, Generated(50));
+  };
+  EXPECT_EQ(press(Button::Previous), Texts(1, kFunctionSquare, 0));
+  EXPECT_EQ(press(Button::Next), Texts(2, kFunctionSquare, 0)) << "an untouched page takes over the function";
   EXPECT_EQ(program->buffers.CurrentScope(), (Scope{0, 0}));
-  create->Cmd_Page_Click(Button::Last);
-  EXPECT_EQ(Texts(create->CurrentPage(), Generated(50)), "50 7");
-  EXPECT_EQ(Page(50).Function, kFunctionSine) << "a valid one keeps its own";
-  create->Cmd_Page_Click(Button::First);
-  EXPECT_EQ(create->CurrentPage(), 1);
+  EXPECT_EQ(press(Button::Last), Texts(50, kFunctionSine, 7)) << "a valid one keeps its own";
+  EXPECT_EQ(press(Button::First), Texts(1, kFunctionSquare, 7));
   using Row = std::tuple<const char*, int>;
   for (const auto& [typed, page] :
        {Row{"7", 7}, Row{"", 1}, Row{"999", 200}, Row{"-4", 1}, Row{"12", 12}, Row{"abc", 1}, Row{"1e30", 200}}) {
     create->Txt_Page_LostFocus(typed);
-    EXPECT_EQ(create->CurrentPage(), page) << typed;
-    EXPECT_EQ(create->PageText(), std::to_string(page));
+    EXPECT_EQ(Texts(create->CurrentPage(), create->PageText()), Texts(page, page)) << typed;
   }
-  create->Cmd_Page_Click(Button::Next);
+  press(Button::Next);
   EXPECT_EQ(create->CurrentPage(), 200);
   for (int page = 1; page <= 200; ++page) Page(page).Valid = 0;
-  create->Cmd_Page_Click(Button::First);
+  press(Button::First);
   EXPECT_EQ(create->CurrentPage(), 1);
-  create->Cmd_Page_Click(Button::Last);
-  EXPECT_EQ(create->CurrentPage(), 200);
-  EXPECT_EQ(Page(200).Function, kFunctionSine) << "taken over from page 1 only when untouched";
+  EXPECT_EQ(press(Button::Last), Texts(200, kFunctionSine, 7)) << "taken over from page 1 only when untouched";
 }
 
 TEST_F(CreatePagesTest, DraggingChangesWhatTheRegionSays) {
@@ -255,17 +251,12 @@ TEST_F(CreatePagesTest, ClearsKeepWhatTheyShould) {
   Page(1).Expression = "x";
   Page(5).Valid = kPageTrue;
   create->Menu_Clear_Click();
-  EXPECT_EQ(Texts(Page(1).Duty, Generated(130), Page(1).Expression), "50 32767 ")
-      << "the first half, not the first fifth";
-  EXPECT_EQ(Page(1).Function, kFunctionSquare);
-  EXPECT_EQ(Page(1).EndX, 200);
-  EXPECT_TRUE(Page(1).Valid);
+  EXPECT_EQ(Texts(Page(1).Duty, Generated(130), Page(1).Expression, Page(1).Function, Page(1).EndX, Page(1).Valid),
+            Texts(50, 32767, "", kFunctionSquare, 200, kPageTrue)); // the first half, not the first fifth
   create->GoToPage(5);
   create->Menu_AllClear_Click();
-  EXPECT_EQ(create->CurrentPage(), 1);
-  EXPECT_EQ(Page(1), CreatePage{});
-  EXPECT_EQ(Page(5), CreatePage{});
-  EXPECT_EQ(Generated(150), 0);
+  EXPECT_EQ(Texts(create->CurrentPage(), Generated(150)), "1 0");
+  EXPECT_TRUE(Page(1) == CreatePage{} && Page(5) == CreatePage{});
 }
 
 TEST_F(CreatePagesTest, TheSameSeedGivesTheSameNoise) {
@@ -282,18 +273,17 @@ TEST_F(CreatePagesTest, TheSameSeedGivesTheSameNoise) {
 
 TEST_F(CreatePagesTest, ThePreviewShowsTheAreaAndNothingWhileTheFormIsFilled) {
   create->PrepareCreate();
-  RecordingContext picture(100, 80);
-  create->Draw_Wave_Create(picture);
-  EXPECT_FALSE(picture.calls.empty());
+  const auto drawn = [this] {
+    RecordingContext picture(100, 80);
+    create->Draw_Wave_Create(picture);
+    return picture.calls;
+  };
+  EXPECT_FALSE(drawn().empty());
   Page(1).SetArea(100, 100);
-  picture.calls.clear();
-  create->Draw_Wave_Create(picture);
-  for (const std::string& call : picture.calls) EXPECT_FALSE(call.starts_with("columns")) << "an empty area is empty";
+  for (const std::string& call : drawn()) EXPECT_FALSE(call.starts_with("columns")) << "an empty area is empty";
   program->formSetup = true;
-  picture.calls.clear();
-  create->Draw_Wave_Create(picture);
+  EXPECT_TRUE(drawn().empty());
   program->formSetup = false;
-  EXPECT_TRUE(picture.calls.empty());
 }
 
 TEST_F(CreatePagesTest, AListFromTheFileMenuShowsItsFirstPage) {

@@ -1,5 +1,5 @@
-#include "Testing.h"
 #include "tools/expression/PreparedText.h"
+#include "Testing.h"
 
 namespace calder::prepared_text_test {
 

@@ -41,6 +41,8 @@ TEST_F(UsbtmcVisaTest, FindsAndOpensByName) {
   EXPECT_EQ(visa->viFindNext(list, name), VI_SUCCESS);
   EXPECT_EQ(name, "USB0::0x1209::0x5531::1234567::1::INSTR");
   EXPECT_EQ(visa->viFindNext(list, name), VI_ERROR_RSRC_NFOUND);
+  EXPECT_EQ(visa->viFindRsrc(manager, "usb?*INSTR", other, moved, name), VI_SUCCESS);
+  EXPECT_NE(other, list) << "a list of its own";
   EXPECT_EQ(visa->viFindRsrc(manager, "USB0::0x1210?*", list, moved, name), VI_ERROR_RSRC_NFOUND);
   EXPECT_EQ(std::to_string(moved) + name, "0");
   EXPECT_EQ(visa->viFindRsrc(manager, "*", list, moved, name), VI_ERROR_INV_EXPR);

@@ -1,5 +1,5 @@
-#include "Testing.h"
 #include "libs/bus/VisaNames.h"
+#include "Testing.h"
 
 namespace calder::visa_names_test {
 

@@ -1,6 +1,6 @@
+#include "libs/file32/IntegerText.h"
 #include "Testing.h"
 #include "files/ParseErrorTexts.h"
-#include "libs/file32/IntegerText.h"
 
 #include <gmock/gmock.h>
 

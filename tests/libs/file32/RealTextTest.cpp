@@ -1,6 +1,6 @@
+#include "libs/file32/RealText.h"
 #include "Testing.h"
 #include "files/ParseErrorTexts.h"
-#include "libs/file32/RealText.h"
 
 namespace calder::real_text_test {
 

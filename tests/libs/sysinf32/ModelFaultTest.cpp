@@ -115,6 +115,10 @@ TEST(ModelFaultTest, BadValuesTellTheirLine) {
                 {"english = \"fast\"", "english = \"\"", kSameLine, "1 to 500"},
                 {"output = \"on\"", "output = \"ON\"", kSameLine, "one of"},
                 {"polarity = \"Inv 0/+FS\"", "polarity = \"Inv\"", kSameLine, "Norm +/-FS"},
+                {"polarity = \"Inv 0/+FS\"", "polarity = \"\"", kSameLine, "Norm +/-FS"},
+                {"[[channel]]\nname = \"A\"\nfrequency = { min = 1, max = 100, default = 50 }\n\n[[channel]]\nname = "
+                 "\"B\"\n[[channel.range]]",
+                 "[[range]]", 0, "\"channel\" is missing"},
                 {"amplitude = 0.5", "amplitude = 1.1", kSameLine, "outside the limits of the range"},
                 {"amplitude = 0.5", "", 52, "outside the limits of the range"},
                 {"frequency = 20000", "frequency = 20e6", kSameLine, "outside the limits of the channel"},
