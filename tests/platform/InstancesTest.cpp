@@ -52,7 +52,8 @@ TEST(Instances, ACopyThatCrashedDoesNotCount) {
 TEST(Instances, ANewCopyStartsInTheProgramsFolderAndLetsGoOfTheLock) {
   const TempFolder folder;
   const std::string program = folder / "a program";
-  PutFile(program, "#!/bin/sh\npwd > started.tmp\necho \"$1\" >> started.tmp\nsed 's/.*) //' /proc/$$/stat | cut -d' ' -f4 >> started.tmp\nmv "
+  PutFile(program, "#!/bin/sh\npwd > started.tmp\necho \"$1\" >> started.tmp\nsed 's/.*) //' /proc/$$/stat | cut -d' ' "
+                   "-f4 >> started.tmp\nmv "
                    "started.tmp started\n");
   ASSERT_EQ(chmod(program.c_str(), 0755), 0);
   PosixInstances copies(folder / "instances", program);
