@@ -104,6 +104,7 @@ TEST_F(FileDialogs, OfferAndReturnWhatWasAskedFor) {
        {Row{"the offered file", false, 1, root + "/a.wdb", nullptr, {}, root + "/a.wdb"},
         Row{"the chosen filter", false, 2, root + "/b.txt", nullptr, {}, root + "/b.txt"},
         Row{"a name without extension", false, 1, root + "/Untitled", "a", {}, root + "/a.wdb"},
+        Row{"the extension of the chosen type", false, 2, root + "/Untitled", "b", {}, root + "/b.txt"},
         Row{"cancelled", false, 1, root + "/a.wdb", "", {}, ""},
         Row{"the last folder for an untitled one", true, 1, "/elsewhere/Untitled", "n", {yes}, root + "/n.wdb"},
         Row{"a named one keeps its folder", true, 1, elsewhere + "/c.wdb", nullptr, {yes}, elsewhere + "/c.wdb"},
@@ -136,7 +137,7 @@ TEST_F(FileDialogs, OfferAndReturnWhatWasAskedFor) {
     });
     driving.start(30);
     settings.Set("Files", "LastFolder", root);
-    const FileDialogRequest request{"", filters, filter, offered, filter == 1 ? "wdb" : "txt"};
+    const FileDialogRequest request{"", filters, filter, offered, filter == 1 ? "wdb" : ""};
     const auto answer = save ? dialogs.Save(request) : dialogs.Open(request);
     EXPECT_FALSE(unexpected) << why;
     const auto boxes =

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -24,6 +25,12 @@ QStringList Filters(const std::string& filter) {
     filters << (parts[i].endsWith(bracket) ? parts[i] : parts[i] + bracket);
   }
   return filters;
+}
+
+// "CSV table (*.csv)": "csv"; empty where the pattern is no single extension.
+QString SuffixOf(const QString& filter) {
+  static const QRegularExpression kPattern(QStringLiteral("\\(\\*\\.(\\w+)\\)$"));
+  return kPattern.match(filter).captured(1);
 }
 
 // The toolkit's dialog looks for a typed name in its list only, which leaves out what the filter leaves out: it would
@@ -91,6 +98,11 @@ std::optional<FileDialogAnswer> QtFileDialogs::Run(const FileDialogRequest& requ
       std::clamp<qsizetype>(request.filterIndex - 1, 0, std::max<qsizetype>(0, filters.size() - 1));
   if (!filters.isEmpty()) dialog.selectNameFilter(filters[wanted]);
   dialog.setDefaultSuffix(QString::fromStdString(request.defaultExt));
+  if (request.defaultExt.empty()) { // the chosen type's own
+    dialog.setDefaultSuffix(SuffixOf(dialog.selectedNameFilter()));
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog,
+                     [&dialog](const QString& filter) { dialog.setDefaultSuffix(SuffixOf(filter)); });
+  }
   QFileInfo initial(QString::fromStdString(request.fileName));
   if (const auto folder = settings_.Get("Files", "LastFolder");
       folder && QFileInfo::exists(QString::fromStdString(*folder)) &&
