@@ -6,9 +6,11 @@
 #include "platform/qt/ValueBox.h"
 #include "print/PrintCaptions.h"
 #include "print/PrintJob.h"
+#include "print/QtPaper.h"
 #include "ui_PrintDialog.h"
 
 #include <QFontDialog>
+#include <QFontInfo>
 
 #include <utility>
 
@@ -18,7 +20,8 @@ namespace {
 constexpr int kMarginCharacters = 5;
 
 std::optional<PrintFont> AskForFont(const PrintFont& preset, QWidget* parent) {
-  QFont font(Text(preset.name));
+  // The dialog shows no font that this desktop lacks: it begins with the one that is taken in its place.
+  QFont font(QFontInfo(ReportFont(preset, 1)).family());
   font.setPointSizeF(preset.size);
   font.setBold(preset.bold);
   font.setItalic(preset.italic);
